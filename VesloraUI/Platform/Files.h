@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+// The seam for files, above all for those of other programs: whatever lies there is hostile until it was read
+// safely. Paths are absolute UTF-8 text. Operations are synchronous; nothing throws.
+#pragma once
+
+#include "VesloraCore/Timestamp.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace veslora {
+
+/// What to do when the last part of a path is a symbolic link.
+enum class Links { refuse, follow };
+
+/// Whether a write must have reached the disk before it counts as done.
+enum class Sync { no, yes };
+
+struct FileStat {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t size = 0;
+    Timestamp modified = 0; ///< for comparing with the clock; a double cannot tell neighbouring nanoseconds apart
+    std::int64_t modifiedNanoseconds = 0; ///< the same moment, exact, since 1970
+    std::uint32_t mode = 0;               ///< permission bits alone, as in 0644
+    bool isRegular = false;
+    bool isDirectory = false;
+    bool isLink = false;
+    bool isOurs = false; ///< owned by the user that the program runs as
+    bool operator==(const FileStat&) const = default;
+};
+
+struct ReadOptions {
+    Links links = Links::refuse;
+    std::size_t cap = std::size_t{1} << 20; ///< a longer file is refused (`file_too_large`), never cut
+};
+
+struct WriteOptions {
+    /// Permission bits of the file. Absent: those of the file that is replaced, or 0600 for a new one.
+    std::optional<std::uint32_t> mode;
+    Sync sync = Sync::no;
+};
+
+/// Either the bytes or the reason why there are none.
+struct ReadResult {
+    std::string bytes;
+    std::error_code error;
+    explicit operator bool() const { return !error; }
+};
+
+class Files {
+  public:
+    virtual ~Files() = default;
+
+    /// Reads a regular file of our own user, whole. Never blocks on a pipe or a device, and refuses those, other
+    /// users' files and, with `Links::refuse`, links. `no_such_file_or_directory` when there is nothing.
+    [[nodiscard]] virtual ReadResult read(const std::string& path, const ReadOptions& options) = 0;
+
+    /// Absent when nothing is there or it can't be asked.
+    [[nodiscard]] virtual std::optional<FileStat> stat(const std::string& path, Links links) = 0;
+
+    /// The names in a directory, without "." and "..", in no order. Absent when it can't be listed.
+    [[nodiscard]] virtual std::optional<std::vector<std::string>> list(const std::string& directory) = 0;
+
+    /// Replaces or makes the file in one step: a new file beside it, then a rename. A link at `path` is replaced
+    /// itself, so resolve configuration files first. On failure the old file is untouched and nothing is left over.
+    /// Owner and group of a file that is replaced are kept where the user may do that.
+    [[nodiscard]] virtual std::error_code write(const std::string& path, const std::string& bytes,
+                                                const WriteOptions& options) = 0;
+
+    /// Removes a file or a link; a directory is refused. An absent one is `no_such_file_or_directory`.
+    virtual std::error_code remove(const std::string& path) = 0;
+
+    /// Makes a directory and its missing parents; the new ones get `mode`. One that is there already is no error
+    /// and keeps its mode.
+    virtual std::error_code makeDirectory(const std::string& path, std::uint32_t mode) = 0;
+
+    virtual std::error_code setMode(const std::string& path, std::uint32_t mode) = 0;
+
+    /// Makes or replaces the symbolic link `path`, in one step, so that it points to `target`.
+    virtual std::error_code makeLink(const std::string& target, const std::string& path) = 0;
+
+    /// Follows every link of `path`, also when the file itself does not exist. `path` itself when that fails.
+    [[nodiscard]] virtual std::string resolve(const std::string& path) = 0;
+
+    /// A regular file that our user may execute.
+    [[nodiscard]] virtual bool isExecutable(const std::string& path) = 0;
+};
+
+} // namespace veslora

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The seam for the pointer, wherever on the desktop it is.
+#pragma once
+
+#include "VesloraCore/Geometry.h"
+#include "VesloraUI/Platform/Screens.h"
+
+#include <QObject>
+
+#include <optional>
+
+namespace veslora {
+
+class Pointer : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Where the pointer is in the space of `screen`. Absent when it is on another screen or can't be told, which
+    /// counts as outside everything.
+    [[nodiscard]] virtual std::optional<Point> positionOn(const ScreenInfo& screen) const = 0;
+
+    [[nodiscard]] virtual bool isButtonDown() const = 0;
+
+    /// Starts and stops `moved`. Listening costs a wake-up for each frame of movement.
+    virtual void setTracking(bool isTracking) = 0;
+
+    /// Starts and stops `pressedOutside`.
+    virtual void setWatchingPresses(bool isWatching) = 0;
+
+  signals:
+    /// The pointer moved, with or without a button held; at most once a frame.
+    void moved();
+
+    /// A button was pressed over something that is not the program's own panel.
+    void pressedOutside();
+};
+
+} // namespace veslora

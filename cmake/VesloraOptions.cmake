@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: MIT
+# What every target of the project is compiled with, and the switches that the presets turn.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+set(VESLORA_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+option(VESLORA_COVERAGE "Count which lines the tests reach" OFF)
+option(VESLORA_FUZZ "Build the fuzzers instead of the program" OFF)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    # Precompiled headers only hit the cache when it may look past their time stamps.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_SLOPPINESS=pch_defines,time_macros
+        CCACHE_NOHASHDIR=true ${CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
+                    -Woverloaded-virtual -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # g++ 12 sees overlaps and dangling pointers inside the standard library's strings that are not there.
+    add_compile_options(-Wno-restrict -Wno-dangling-pointer -fpch-preprocess)
+endif()
+if(VESLORA_SANITIZE)
+    add_compile_options(-fsanitize=${VESLORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${VESLORA_SANITIZE})
+endif()
+if(VESLORA_COVERAGE)
+    add_compile_options(--coverage -O0)
+    add_link_options(--coverage)
+endif()
+
+# A room is one static library of every source in its folder: a new file needs no edit of the build.
+function(veslora_room name)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+endfunction()
