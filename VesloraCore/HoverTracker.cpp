@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraCore/HoverTracker.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+HoverTracker::HoverTracker(const NotchGeometry& geometry, double delay)
+    : openDelay(delay), expandedWidth(geometry.expanded.width), m_geometry(geometry) {}
+
+void HoverTracker::setPinnedOpen(bool isPinnedOpen) {
+    m_isPinnedOpen = isPinnedOpen;
+    if (isPinnedOpen) {
+        m_isExpanded = true;
+        m_armedAt.reset();
+    }
+}
+
+bool HoverTracker::update(Point mouse, Timestamp at) {
+    if (m_isPinnedOpen)
+        return false;
+    return m_isExpanded ? updateOpen(mouse) : updateClosed(mouse, at);
+}
+
+bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
+    const auto zone = hotZone();
+    if (!zone || !zone->contains(mouse)) {
+        m_armedAt.reset();
+        return false;
+    }
+    if (!m_armedAt)
+        m_armedAt = at;
+    if (openDelay <= at - *m_armedAt) {
+        m_isExpanded = true;
+        m_armedAt.reset();
+    }
+    return m_isExpanded;
+}
+
+bool HoverTracker::updateOpen(Point mouse) {
+    m_isExpanded = openZone().contains(mouse);
+    return !m_isExpanded;
+}
+
+std::optional<Timestamp> HoverTracker::pendingOpenDeadline() const {
+    if (m_isExpanded || isShowingAlert || !m_armedAt)
+        return std::nullopt;
+    return *m_armedAt + openDelay;
+}
+
+bool HoverTracker::acceptsClicks(Point at) const {
+    const auto zones = clickZones();
+    return std::any_of(zones.begin(), zones.end(), [at](const Rect& zone) { return zone.contains(at); });
+}
+
+std::vector<Rect> HoverTracker::clickZones() const {
+    std::vector<Rect> zones;
+    if (m_isExpanded)
+        zones.push_back(openZone());
+    if (isShowingAlert)
+        zones.push_back(alertSize ? m_geometry.alertFor(*alertSize) : m_geometry.alert);
+    return zones;
+}
+
+std::optional<Rect> HoverTracker::hotZone() const {
+    if (m_isExpanded || isShowingAlert)
+        return std::nullopt;
+    return m_geometry.liveActivity(liveActivityWingWidth.value_or(0)).grownBy(notchSlack, notchSlack);
+}
+
+Rect HoverTracker::openZone() const {
+    return m_geometry.expandedFor(expandedWidth, isEditing);
+}
+
+} // namespace veslora

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraCore/HoverTracker.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace veslora;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+// The notch is {860, 1050, 200, 30}, so the hot zone is {852, 1042, 216, 46}; the island opens to {700, 894,
+// 520, 186}.
+const NotchGeometry geometry({.frame = {0, 0, 1920, 1080}, .menuBarHeight = 30});
+constexpr Point onNotch{960, 1070};
+constexpr Point inOpenZone{960, 900};
+constexpr Point faraway{10, 10};
+
+class HoverTrackerTest : public testing::Test {
+  protected:
+    HoverTracker tracker{geometry, 0.5};
+
+    void open() {
+        tracker.update(onNotch, 0);
+        ASSERT_TRUE(tracker.update(onNotch, 1));
+    }
+};
+
+} // namespace
+
+TEST_F(HoverTrackerTest, BeginsClosedAndTakesNoClicks) {
+    EXPECT_FALSE(tracker.isExpanded());
+    EXPECT_FALSE(tracker.isPinnedOpen());
+    EXPECT_EQ(tracker.expandedWidth, 520);
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.acceptsClicks(onNotch));
+    EXPECT_THAT(tracker.clickZones(), IsEmpty());
+    EXPECT_EQ(tracker.hotZone(), (Rect{852, 1042, 216, 46}));
+}
+
+TEST_F(HoverTrackerTest, OpensOnceThePointerHasRestedForTheDelay) {
+    EXPECT_FALSE(tracker.update(onNotch, 10));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 10.5);
+    EXPECT_FALSE(tracker.update(onNotch, 10.25));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 10.5)
+        << "Movement inside the zone does not begin the wait again.";
+    EXPECT_TRUE(tracker.update(onNotch, 10.5));
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_EQ(tracker.hotZone(), std::nullopt);
+}
+
+TEST_F(HoverTrackerTest, DelayOfZeroOpensAtOnce) {
+    tracker.openDelay = 0;
+    EXPECT_TRUE(tracker.update(onNotch, 10));
+    EXPECT_TRUE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, EdgeOfTheHotZoneIsInside) {
+    for (const Point corner : {Point{852, 1042}, Point{1068, 1042}, Point{852, 1088}, Point{1068, 1088}}) {
+        HoverTracker fresh(geometry, 0);
+        EXPECT_TRUE(fresh.update(corner, 0)) << corner.x << ", " << corner.y;
+    }
+    EXPECT_FALSE(tracker.update({851.9, 1070}, 0));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+}
+
+TEST_F(HoverTrackerTest, LeavingTheHotZoneBeginsTheWaitAgain) {
+    tracker.update(onNotch, 10);
+    EXPECT_FALSE(tracker.update(faraway, 10.25));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.update(onNotch, 10.375));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 10.875);
+    EXPECT_FALSE(tracker.update(onNotch, 10.5));
+    EXPECT_TRUE(tracker.update(onNotch, 10.875));
+}
+
+TEST_F(HoverTrackerTest, WingsWidenTheHotZoneByAtMost80) {
+    tracker.liveActivityWingWidth = 53;
+    EXPECT_EQ(tracker.hotZone(), (Rect{799, 1042, 322, 46}));
+    tracker.liveActivityWingWidth = 300;
+    EXPECT_EQ(tracker.hotZone(), (Rect{772, 1042, 376, 46}));
+    tracker.openDelay = 0;
+    EXPECT_FALSE(tracker.update({771, 1070}, 0));
+    EXPECT_TRUE(tracker.update({772, 1070}, 0));
+}
+
+TEST_F(HoverTrackerTest, ClosesAtOnceOutsideTheOpenZone) {
+    open();
+    EXPECT_FALSE(tracker.update(inOpenZone, 2));
+    EXPECT_FALSE(tracker.update({700, 894}, 3)) << "The open zone's edge is inside.";
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_TRUE(tracker.update({699, 894}, 4));
+    EXPECT_FALSE(tracker.isExpanded());
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+}
+
+TEST_F(HoverTrackerTest, OpenZoneFollowsWidthAndEditing) {
+    open();
+    tracker.expandedWidth = 794;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre(geometry.expandedFor(794, false)));
+    tracker.isEditing = true;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre(geometry.expandedFor(794, true)));
+    EXPECT_TRUE(tracker.acceptsClicks({600, 860}));
+    EXPECT_FALSE(tracker.update({600, 860}, 2));
+    tracker.isEditing = false;
+    EXPECT_TRUE(tracker.update({600, 860}, 3));
+}
+
+TEST_F(HoverTrackerTest, PositionAtTheFarEndOfTheWorldClosesAnOpenIsland) {
+    open();
+    constexpr double farthest = std::numeric_limits<double>::lowest();
+    EXPECT_TRUE(tracker.update({farthest, farthest}, 2));
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, AlertKeepsAParkedPointerFromArming) {
+    tracker.isShowingAlert = true;
+    EXPECT_FALSE(tracker.update(onNotch, 10));
+    EXPECT_FALSE(tracker.update(onNotch, 100));
+    EXPECT_EQ(tracker.hotZone(), std::nullopt);
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    tracker.isShowingAlert = false;
+    EXPECT_FALSE(tracker.update(onNotch, 101)) << "The wait starts only now.";
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 101.5);
+    EXPECT_TRUE(tracker.update(onNotch, 101.5));
+}
+
+TEST_F(HoverTrackerTest, AlertDisarmsAnArmedIsland) {
+    tracker.update(onNotch, 10);
+    tracker.isShowingAlert = true;
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.update(onNotch, 10.5));
+    tracker.isShowingAlert = false;
+    EXPECT_FALSE(tracker.update(onNotch, 11));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 11.5);
+}
+
+TEST_F(HoverTrackerTest, ClosedIslandTakesClicksOnTheAlertAlone) {
+    tracker.isShowingAlert = true;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre(geometry.alert));
+    EXPECT_TRUE(tracker.acceptsClicks({780, 974}));
+    EXPECT_FALSE(tracker.acceptsClicks({779, 974}));
+    tracker.alertSize = NotchGeometry::claudeRequestAlertSize;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre(Rect{700, 946, 520, 134}));
+    EXPECT_TRUE(tracker.acceptsClicks({700, 946}));
+    EXPECT_FALSE(tracker.acceptsClicks({700, 945}));
+}
+
+TEST_F(HoverTrackerTest, ClosedIslandWithWingsTakesNoClicks) {
+    tracker.liveActivityWingWidth = 53;
+    tracker.update(onNotch, 0);
+    EXPECT_FALSE(tracker.acceptsClicks(onNotch));
+}
+
+TEST_F(HoverTrackerTest, OpenIslandWithAnAlertTakesClicksOnBoth) {
+    open();
+    tracker.expandedWidth = 400;
+    tracker.isShowingAlert = true;
+    tracker.alertSize = NotchGeometry::claudeRequestAlertSize;
+    EXPECT_EQ(tracker.clickZones().size(), 2U);
+    EXPECT_TRUE(tracker.acceptsClicks({960, 895})) << "Below the alert, inside the open zone.";
+    EXPECT_TRUE(tracker.acceptsClicks({705, 1070})) << "Beside the open zone, inside the alert.";
+    EXPECT_FALSE(tracker.acceptsClicks({705, 900}));
+}
+
+TEST_F(HoverTrackerTest, OpenIslandWithAnAlertClosesAsUsualAndStillTakesTheAlertsClicks) {
+    open();
+    tracker.isShowingAlert = true;
+    EXPECT_FALSE(tracker.update(inOpenZone, 2));
+    EXPECT_TRUE(tracker.update(faraway, 3));
+    EXPECT_FALSE(tracker.isExpanded());
+    EXPECT_TRUE(tracker.acceptsClicks({960, 1000}));
+    EXPECT_FALSE(tracker.acceptsClicks(inOpenZone));
+}
+
+TEST_F(HoverTrackerTest, PinningOpensWithoutAnUpdate) {
+    tracker.update(onNotch, 10);
+    tracker.setPinnedOpen(true);
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.update(faraway, 11));
+    EXPECT_TRUE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, UnpinningLeavesItOpenUntilThePointerIsSeenOutside) {
+    tracker.setPinnedOpen(true);
+    tracker.setPinnedOpen(false);
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_FALSE(tracker.update(inOpenZone, 1));
+    EXPECT_TRUE(tracker.update(faraway, 2));
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, PinningWinsOverAnAlert) {
+    tracker.isShowingAlert = true;
+    tracker.setPinnedOpen(true);
+    EXPECT_FALSE(tracker.update(faraway, 1));
+    EXPECT_TRUE(tracker.isExpanded());
+}
