@@ -34,8 +34,15 @@ struct FileStat {
     bool operator==(const FileStat&) const = default;
 };
 
+/// Whose files may be read.
+enum class Owners {
+    ours,  ///< only our own user's
+    anyone ///< for files of our own installation, which belong to the system's administrator
+};
+
 struct ReadOptions {
     Links links = Links::refuse;
+    Owners owners = Owners::ours;
     std::size_t cap = std::size_t{1} << 20; ///< a longer file is refused (`file_too_large`), never cut
 };
 
@@ -56,8 +63,8 @@ class Files {
   public:
     virtual ~Files() = default;
 
-    /// Reads a regular file of our own user, whole. Never blocks on a pipe or a device, and refuses those, other
-    /// users' files and, with `Links::refuse`, links. `no_such_file_or_directory` when there is nothing.
+    /// Reads a regular file, whole. Never blocks on a pipe or a device, and refuses those and, unless `options` say
+    /// otherwise, links and other users' files. `no_such_file_or_directory` when there is nothing.
     [[nodiscard]] virtual ReadResult read(const std::string& path, const ReadOptions& options) = 0;
 
     /// Absent when nothing is there or it can't be asked.

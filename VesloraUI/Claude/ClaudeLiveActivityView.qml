@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Beside the notch: the agent whose session has just finished.
+import QtQuick
+import Veslora
+
+WingsView {
+    id: view
+
+    required property AgentsModel agents
+
+    left: AgentMarkView {
+        agent: presenter.agent
+        anchors.centerIn: parent
+    }
+    right: Text {
+        anchors.centerIn: parent
+        color: VesloraStyle.accentColor
+        height: 14
+        text: qsTr("DONE")
+        verticalAlignment: Text.AlignVCenter
+
+        font {
+            family: VesloraStyle.monospacedFont
+            pixelSize: 12
+            weight: Font.DemiBold
+        }
+    }
+
+    ClaudeActivityPresenter {
+        id: presenter
+
+        agents: view.agents
+        kind: ClaudeActivityPresenter.Finished
+    }
+}

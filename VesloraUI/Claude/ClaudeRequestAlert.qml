@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// One permission request: what the agent wants to do, how long the island may answer, and the three answers.
+import QtQuick
+import Veslora
+
+Item {
+    id: view
+
+    required property AgentsModel agents
+    required property string requestId
+
+    Timeline {
+        id: timeline
+
+        period: 0.1
+    }
+
+    ClaudeRequestPresenter {
+        id: presenter
+
+        agents: view.agents
+        date: timeline.date
+        // Whatever is cut was not shown in full, whichever way it came to be cut.
+        isCut: body.truncated || body.lineCount > 2 || body.width <= 0
+        requestId: view.requestId
+    }
+
+    Row {
+        height: 12
+        spacing: 6
+        width: parent.width
+
+        VesloraLabel {
+            id: title
+
+            color: VesloraStyle.urgentColor
+            text: presenter.title
+        }
+
+        VesloraLabel {
+            text: presenter.sessionName
+            width: Math.min(implicitWidth, parent.width - title.width - waiting.width - 2 * parent.spacing)
+        }
+    }
+
+    VesloraLabel {
+        id: waiting
+
+        anchors.right: parent.right
+        anchors.rightMargin: -font.letterSpacing
+        text: presenter.waitingText
+    }
+
+    Text {
+        id: body
+
+        Accessible.name: text
+        Accessible.role: Accessible.StaticText
+        color: VesloraStyle.textPrimary
+        elide: Text.ElideRight
+        lineHeight: 14
+        lineHeightMode: Text.FixedHeight
+        maximumLineCount: 2
+        text: presenter.text
+        textFormat: Text.PlainText
+        width: parent.width
+        wrapMode: Text.Wrap
+        y: 17
+
+        font {
+            family: VesloraStyle.systemFont
+            pixelSize: 11
+            // What will run is shown letter by letter, without ligatures that stand for two of them.
+            preferShaping: false
+            weight: Font.Medium
+        }
+    }
+
+    Item {
+        anchors.bottom: parent.bottom
+        height: 26
+        width: parent.width
+
+        VesloraLabel {
+            color: VesloraStyle.urgentColor
+            text: presenter.note
+            visible: text !== ""
+            width: fuse.width
+            y: 4
+        }
+
+        Fuse {
+            id: fuse
+
+            fraction: presenter.progress
+            height: 2
+            width: keys.x - 12
+            y: presenter.note === "" ? 12 : 20
+        }
+
+        Row {
+            id: keys
+
+            anchors.right: parent.right
+            spacing: 6
+
+            KeyButton {
+                helpText: qsTr("Answer in the terminal")
+                text: qsTr("Jump")
+                onClicked: presenter.jump()
+            }
+
+            KeyButton {
+                enabled: presenter.isDenyEnabled
+                opacity: enabled ? 1 : 0.4
+                text: qsTr("Deny")
+                onClicked: presenter.deny()
+            }
+
+            KeyButton {
+                enabled: presenter.isAllowEnabled
+                isPrimary: true
+                opacity: enabled ? 1 : 0.4
+                text: qsTr("Allow")
+                onClicked: presenter.allow()
+            }
+        }
+    }
+}

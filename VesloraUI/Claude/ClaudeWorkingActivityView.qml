@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Beside the notch: the agent that has worked the longest, and its spinner.
+import QtQuick
+import Veslora
+
+WingsView {
+    id: view
+
+    required property AgentsModel agents
+
+    left: AgentMarkView {
+        agent: presenter.agent
+        anchors.centerIn: parent
+    }
+    right: Text {
+        anchors.centerIn: parent
+        anchors.verticalCenterOffset: presenter.spinnerOffset
+        color: presenter.spinnerColor
+        text: presenter.spinner
+
+        font {
+            family: VesloraStyle.symbolFont
+            pixelSize: presenter.spinnerSize
+            weight: Font.DemiBold
+        }
+    }
+
+    Timeline {
+        id: timeline
+
+        period: presenter.spinnerPeriod
+    }
+
+    ClaudeActivityPresenter {
+        id: presenter
+
+        agents: view.agents
+        date: timeline.date
+        kind: ClaudeActivityPresenter.Working
+    }
+}

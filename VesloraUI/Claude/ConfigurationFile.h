@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// A configuration file of an agent's, which belongs to the user: read whole, backed up, and replaced in one step.
+// Main thread only.
+#pragma once
+
+#include "VesloraUI/Platform/Files.h"
+
+#include <optional>
+#include <string>
+
+namespace veslora {
+
+class ConfigurationFile {
+  public:
+    /// Nobody's settings come near this size; a larger file is left alone.
+    static constexpr std::size_t cap = std::size_t{16} << 20;
+
+    /// `path` may be a link; what it points to is the file.
+    ConfigurationFile(Files& files, const std::string& path);
+
+    /// The file's text; absent when there is no file. Throws `std::system_error` when it can't be read. Whether the
+    /// text is JSON, or even UTF-8, is for the reader of the text to find out.
+    [[nodiscard]] std::optional<std::string> read() const;
+
+    /// Replaces the file by `text`, after keeping `old` as `<name>.veslora-backup` beside it. The file keeps its
+    /// mode, its owner and the link that leads to it. Throws `std::system_error`; without a backup nothing is
+    /// written.
+    void write(const std::string& text, const std::optional<std::string>& old) const;
+
+    /// Deletes the file itself. Throws `std::system_error`.
+    void remove() const;
+
+  private:
+    Files& m_files;
+    std::string m_target;
+};
+
+/// Throws `std::system_error` with `path` in its message if there is an error.
+void throwIfFailed(const std::error_code& error, const std::string& path);
+
+} // namespace veslora

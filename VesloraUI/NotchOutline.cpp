@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/NotchOutline.h"
+
+#include "VesloraCore/NotchShape.h"
+#include "VesloraUI/Style/VesloraStyle.h"
+
+#include <QPainter>
+
+namespace veslora {
+
+NotchOutline::NotchOutline(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    setAntialiasing(true);
+    connect(this, &NotchOutline::changed, this, [this] { update(); });
+}
+
+QPainterPath NotchOutline::path() const {
+    return painterPath(NotchShape{m_topRadius, m_bottomRadius}, {0, 0, width(), height()});
+}
+
+void NotchOutline::paint(QPainter* painter) {
+    const QPainterPath outline = path();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->fillPath(outline, Qt::black);
+    if (m_strokeOpacity > 0) {
+        QColor hairline = VesloraStyle::hairline();
+        hairline.setAlphaF(hairline.alphaF() * static_cast<float>(m_strokeOpacity));
+        painter->strokePath(outline, QPen(hairline, 1));
+    }
+}
+
+} // namespace veslora

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// The island: a black shape that hangs from the middle of the panel's top edge, and what its state shows on it.
+import QtQuick
+import Veslora
+
+Item {
+    id: root
+
+    required property NotchViewModel model
+    property alias outline: shape
+
+    Spring {
+        id: widthSpring
+
+        target: root.model.islandWidth
+    }
+
+    Spring {
+        id: heightSpring
+
+        target: root.model.islandHeight
+    }
+
+    Spring {
+        id: topRadiusSpring
+
+        target: root.model.topRadius
+    }
+
+    Spring {
+        id: bottomRadiusSpring
+
+        target: root.model.bottomRadius
+    }
+
+    Spring {
+        id: openSpring
+
+        target: root.model.isOpen ? 1 : 0
+    }
+
+    Item {
+        id: island
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        height: Math.max(0, heightSpring.value)
+        width: Math.max(0, widthSpring.value)
+
+        BorderImage {
+            readonly property real margin: 20
+
+            border {
+                bottom: 48
+                left: 48
+                right: 48
+                top: 48
+            }
+
+            height: island.height + 2 * margin
+            opacity: openSpring.value
+            source: "image://veslora/shadow"
+            visible: opacity > 0.001
+            width: island.width - 2 * shape.topRadius + 2 * margin
+            x: shape.topRadius - margin
+            y: 4 - margin
+        }
+
+        NotchOutline {
+            id: shape
+
+            anchors.fill: parent
+            bottomRadius: bottomRadiusSpring.value
+            strokeOpacity: Math.min(1, Math.max(0, openSpring.value))
+            topRadius: topRadiusSpring.value
+        }
+
+        Item {
+            anchors.fill: parent
+            clip: true
+
+            NotchContent {
+                anchors.horizontalCenter: parent.horizontalCenter
+                height: parent.height
+                model: root.model
+                width: parent.width
+            }
+        }
+    }
+}

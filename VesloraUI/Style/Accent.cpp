@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Style/Accent.h"
+
+#include <algorithm>
+
+namespace veslora::AccentColors {
+
+std::string rawValue(Accent accent) {
+    switch (accent) {
+    case Accent::lime:
+        return "lime";
+    case Accent::cyan:
+        return "cyan";
+    case Accent::amber:
+        return "amber";
+    case Accent::white:
+        return "white";
+    }
+    return "lime";
+}
+
+Accent fromStored(const std::optional<std::string>& text) {
+    const auto found = std::ranges::find_if(allCases, [&](Accent accent) { return text == rawValue(accent); });
+    return found == allCases.end() ? Accent::lime : *found;
+}
+
+QString displayName(Accent accent) {
+    QString name = QString::fromStdString(rawValue(accent));
+    name[0] = name[0].toUpper();
+    return name;
+}
+
+QColor color(Accent accent) {
+    switch (accent) {
+    case Accent::lime:
+        return {200, 255, 61};
+    case Accent::cyan:
+        return {61, 224, 255};
+    case Accent::amber:
+        return {255, 176, 32};
+    case Accent::white:
+        return {242, 242, 242};
+    }
+    return {200, 255, 61};
+}
+
+QColor urgentColor(Accent accent) {
+    switch (accent) {
+    case Accent::cyan:
+        return {255, 77, 106};
+    case Accent::amber:
+        return {255, 61, 61};
+    case Accent::lime:
+    case Accent::white:
+        return {255, 77, 46};
+    }
+    return {255, 77, 46};
+}
+
+} // namespace veslora::AccentColors

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// The colour that the user chose for what is alive on the island, and the one beside it that calls for attention.
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace veslora {
+
+enum class Accent { lime, cyan, amber, white };
+
+namespace AccentColors {
+
+inline constexpr std::array allCases{Accent::lime, Accent::cyan, Accent::amber, Accent::white};
+
+/// The text under which an accent is stored, such as "lime"; it is the accent's identity too.
+[[nodiscard]] std::string rawValue(Accent accent);
+
+/// The accent of a stored text. Absent and unknown texts count as `lime`.
+[[nodiscard]] Accent fromStored(const std::optional<std::string>& text);
+
+/// The raw value with its first letter capitalised.
+[[nodiscard]] QString displayName(Accent accent);
+
+/// sRGB.
+[[nodiscard]] QColor color(Accent accent);
+[[nodiscard]] QColor urgentColor(Accent accent);
+
+} // namespace AccentColors
+} // namespace veslora

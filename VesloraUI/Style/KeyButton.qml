@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// A key of the island. It takes presses alone, never the focus: no keystroke can reach it.
+import QtQuick
+import Veslora
+
+Item {
+    id: key
+
+    property string text
+    property string helpText
+    property bool isPrimary: false
+    property bool isSelected: false
+    property color tint: VesloraStyle.accentColor
+    property real padding: 10
+    readonly property bool isPressed: area.pressed && area.containsMouse
+    signal clicked
+
+    implicitHeight: 26
+    implicitWidth: Math.max(34, label.implicitWidth - label.font.letterSpacing + 2 * padding)
+    Accessible.name: text
+    Accessible.description: helpText
+    Accessible.role: Accessible.Button
+    Accessible.onPressAction: if (key.enabled)
+        key.clicked()
+
+    Item {
+        width: parent.width
+        height: parent.height
+        y: key.isPressed ? 1 : 0
+
+        Behavior on y {
+            NumberAnimation {
+                duration: 80
+                easing.type: Easing.OutQuad
+            }
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            color: key.isPrimary ? key.tint : key.isPressed ? VesloraStyle.keySurfacePressed : VesloraStyle.keySurface
+            opacity: key.isPrimary && key.isPressed ? 0.8 : 1
+            radius: 6
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            border.color: key.isSelected ? Qt.alpha(key.tint, 0.5) : Qt.rgba(1, 1, 1, 0.06)
+            border.width: 1
+            color: "transparent"
+            radius: 6
+            visible: key.isSelected || !key.isPrimary
+        }
+
+        Text {
+            id: label
+
+            anchors.centerIn: parent
+            // The last letter's tracking hangs out, so that the word itself is centred.
+            anchors.horizontalCenterOffset: font.letterSpacing / 2
+            color: key.isPrimary ? "black" : key.isSelected ? key.tint : VesloraStyle.textPrimary
+            height: 14
+            text: key.text
+            textFormat: Text.PlainText
+            verticalAlignment: Text.AlignVCenter
+
+            font {
+                family: VesloraStyle.monospacedFont
+                letterSpacing: 0.6
+                pixelSize: 11
+                weight: Font.DemiBold
+            }
+        }
+    }
+
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: key.helpText !== ""
+        onClicked: key.clicked()
+    }
+
+    Tip {
+        isWanted: area.containsMouse && !area.pressed
+        text: key.helpText
+    }
+}

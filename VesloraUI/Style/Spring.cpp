@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Style/Spring.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace veslora {
+
+namespace {
+constexpr double restDistance = 0.01;
+constexpr double restVelocity = 0.1;
+constexpr double longestFrame = 0.1;
+} // namespace
+
+void SpringMotion::advance(double seconds, double response, double damping) {
+    const double frequency = 2 * std::numbers::pi / response;
+    const double decay = damping * frequency;
+    const double damped = frequency * std::sqrt(1 - damping * damping);
+    const double offset = value - target;
+    const double sine = (velocity + decay * offset) / damped;
+    const double envelope = std::exp(-decay * seconds);
+    const double c = std::cos(damped * seconds);
+    const double s = std::sin(damped * seconds);
+    value = target + envelope * (offset * c + sine * s);
+    velocity = envelope * ((sine * damped - decay * offset) * c - (offset * damped + decay * sine) * s);
+}
+
+bool SpringMotion::isAtRest() const {
+    return std::abs(value - target) < restDistance && std::abs(velocity) < restVelocity;
+}
+
+void Spring::Drive::updateCurrentTime(int milliseconds) {
+    const double seconds = (milliseconds - m_last) / 1000.0;
+    m_last = milliseconds;
+    if (seconds > 0) {
+        m_spring.advance(std::min(seconds, longestFrame));
+    }
+}
+
+void Spring::Drive::updateState(State newState, State oldState) {
+    QAbstractAnimation::updateState(newState, oldState);
+    m_last = 0;
+    emit m_spring.isRunningChanged();
+}
+
+Spring::Spring(QObject* parent) : QObject(parent) {}
+
+void Spring::setTarget(double target) {
+    if (target == m_motion.target) {
+        return;
+    }
+    m_motion.target = target;
+    emit targetChanged();
+    if (!m_isComplete) {
+        m_motion.value = target;
+        emit valueChanged();
+    } else if (!isRunning()) {
+        m_drive.start();
+    }
+}
+
+void Spring::advance(double seconds) {
+    m_motion.advance(seconds, VesloraStyle::motionResponse, VesloraStyle::motionDamping);
+    const bool isAtRest = m_motion.isAtRest();
+    if (isAtRest) {
+        m_motion.value = m_motion.target;
+        m_motion.velocity = 0;
+    }
+    emit valueChanged();
+    if (isAtRest) {
+        m_drive.stop();
+    }
+}
+
+} // namespace veslora

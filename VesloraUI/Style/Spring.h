@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// One animated number of the island: it follows its target as a damped spring and keeps its velocity when the
+// target moves in flight.
+#pragma once
+
+#include "VesloraUI/Style/VesloraStyle.h"
+
+#include <QAbstractAnimation>
+#include <QObject>
+#include <QQmlEngine>
+
+namespace veslora {
+
+/// The motion alone, free of any clock: displacement and velocity of a damped harmonic oscillator, advanced by its
+/// closed solution, so that the result does not depend on how a span of time is cut into steps.
+struct SpringMotion {
+    double value = 0;
+    double velocity = 0; ///< per second
+    double target = 0;
+
+    /// Moves on by `seconds`. `response` is the period of the undamped spring, `damping` the share of critical
+    /// damping, below 1.
+    void advance(double seconds, double response, double damping);
+
+    /// Whether what is left could not be seen: less than a hundredth of a point, and slow.
+    [[nodiscard]] bool isAtRest() const;
+};
+
+class Spring : public QObject, public QQmlParserStatus {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(double target READ target WRITE setTarget NOTIFY targetChanged FINAL)
+    Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
+    Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged FINAL)
+
+  public:
+    explicit Spring(QObject* parent = nullptr);
+
+    [[nodiscard]] double target() const { return m_motion.target; }
+    /// Starts towards the target from where it is. The first target that a view gives is taken at once.
+    void setTarget(double target);
+    [[nodiscard]] double value() const { return m_motion.value; }
+    [[nodiscard]] bool isRunning() const { return m_drive.state() == QAbstractAnimation::Running; }
+
+    void classBegin() override {}
+    void componentComplete() override { m_isComplete = true; }
+
+  signals:
+    void targetChanged();
+    void valueChanged();
+    void isRunningChanged();
+
+  private:
+    /// Ticks with the frames of the scene for as long as the spring moves.
+    class Drive : public QAbstractAnimation {
+      public:
+        explicit Drive(Spring& spring) : m_spring(spring) {}
+        [[nodiscard]] int duration() const override { return -1; }
+
+      protected:
+        void updateCurrentTime(int milliseconds) override;
+        void updateState(State newState, State oldState) override;
+
+      private:
+        Spring& m_spring;
+        int m_last = 0;
+    };
+
+    void advance(double seconds);
+
+    SpringMotion m_motion;
+    bool m_isComplete = false;
+    Drive m_drive{*this};
+};
+
+} // namespace veslora

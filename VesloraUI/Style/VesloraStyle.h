@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// The colours, fonts and times that every view of the island draws with: the one style singleton of the views.
+#pragma once
+
+#include "VesloraUI/Style/Accent.h"
+
+#include <QColor>
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+namespace veslora {
+
+class ViewEnvironment;
+
+class VesloraStyle : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QColor accentColor READ accentColor NOTIFY accentChanged FINAL)
+    Q_PROPERTY(QColor urgentColor READ urgentColor NOTIFY accentChanged FINAL)
+    Q_PROPERTY(QColor textPrimary READ textPrimary CONSTANT FINAL)
+    Q_PROPERTY(QColor textSecondary READ textSecondary CONSTANT FINAL)
+    Q_PROPERTY(QColor keySurface READ keySurface CONSTANT FINAL)
+    Q_PROPERTY(QColor keySurfacePressed READ keySurfacePressed CONSTANT FINAL)
+    Q_PROPERTY(QColor traySurface READ traySurface CONSTANT FINAL)
+    Q_PROPERTY(QColor hairline READ hairline CONSTANT FINAL)
+    Q_PROPERTY(QColor unlitTick READ unlitTick CONSTANT FINAL)
+    Q_PROPERTY(QColor claudeOrange READ claudeOrange CONSTANT FINAL)
+    Q_PROPERTY(QString systemFont READ systemFont CONSTANT FINAL)
+    Q_PROPERTY(QString monospacedFont READ monospacedFont CONSTANT FINAL)
+    Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT FINAL)
+
+  public:
+    explicit VesloraStyle(ViewEnvironment& environment);
+
+    /// Called by the engine for the singleton. The engine must have been given its `ViewEnvironment`.
+    static VesloraStyle* create(QQmlEngine* engine, QJSEngine* scriptEngine);
+
+    [[nodiscard]] Accent accent() const { return m_accent; }
+    [[nodiscard]] QColor accentColor() const { return AccentColors::color(m_accent); }
+    [[nodiscard]] QColor urgentColor() const { return AccentColors::urgentColor(m_accent); }
+
+    static QColor textPrimary() { return QColor::fromRgbF(0.95F, 0.95F, 0.95F); }
+    static QColor textSecondary() { return QColor::fromRgbF(0.54F, 0.54F, 0.54F); }
+    static QColor keySurface() { return QColor::fromRgbF(0.1F, 0.1F, 0.1F); }
+    static QColor keySurfacePressed() { return QColor::fromRgbF(0.16F, 0.16F, 0.16F); }
+    static QColor traySurface() { return QColor::fromRgbF(0.085F, 0.085F, 0.085F); }
+    static QColor hairline() { return QColor::fromRgbF(1, 1, 1, 0.08F); }
+    static QColor unlitTick() { return QColor::fromRgbF(1, 1, 1, 0.1F); }
+    static QColor claudeOrange() { return {215, 119, 87}; }
+    static QColor levelLow() { return QColor::fromRgbF(0.243F, 0.878F, 0.478F); }
+    static QColor levelMid() { return QColor::fromRgbF(1, 0.773F, 0.239F); }
+    static QColor levelHigh() { return QColor::fromRgbF(1, 0.302F, 0.18F); }
+
+    /// Colour of a meter at a fraction from 0 to 1, limited to that range: from low over mid to high.
+    Q_INVOKABLE [[nodiscard]] static QColor levelColor(double fraction);
+
+    /// How many of `segments` ticks a fraction lights: its share, rounded up, within 0 and `segments`.
+    Q_INVOKABLE [[nodiscard]] static int litSegments(double fraction, int segments);
+
+    /// Colour of the lit tick `index` of a meter that is coloured by place: by its place alone, not by the reading.
+    Q_INVOKABLE [[nodiscard]] static QColor segmentColor(int index, int segments, bool isReversed);
+
+    /// Families that are there: Inter and JetBrains Mono, else the desktop's own.
+    [[nodiscard]] static QString systemFont();
+    [[nodiscard]] static QString monospacedFont();
+    /// The family of the spinners' glyphs, which the other two lack.
+    [[nodiscard]] static QString symbolFont();
+
+    /// The spring of everything that moves on the island: seconds, and the share of critical damping.
+    static constexpr double motionResponse = 0.3;
+    static constexpr double motionDamping = 0.92;
+
+  signals:
+    void accentChanged();
+
+  private:
+    void readAccent();
+
+    ViewEnvironment& m_environment;
+    Accent m_accent = Accent::lime;
+};
+
+} // namespace veslora

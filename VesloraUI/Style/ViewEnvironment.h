@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// What views reach through their engine: the clock, the settings, and the shared ticks of their timelines.
+#pragma once
+
+#include "VesloraUI/Platform/Scheduler.h"
+
+#include <QObject>
+
+#include <map>
+
+class QQmlEngine;
+
+namespace veslora {
+
+class Defaults;
+
+/// One repetition that every timeline of its period listens to. It runs while somebody does.
+class TimelineTicker : public QObject {
+    Q_OBJECT
+
+  public:
+    TimelineTicker(Scheduler& scheduler, double period) : m_scheduler(scheduler), m_period(period) {}
+
+    void addListener();
+    void removeListener();
+
+  signals:
+    void ticked();
+
+  private:
+    Scheduler& m_scheduler;
+    double m_period;
+    int m_listeners = 0;
+    Task m_task;
+};
+
+class ViewEnvironment : public QObject {
+    Q_OBJECT
+
+  public:
+    ViewEnvironment(Scheduler& scheduler, Defaults& settings) : m_scheduler(scheduler), m_settings(settings) {}
+
+    /// Makes this the environment of every view of `engine`, which it must outlive.
+    void installOn(QQmlEngine& engine);
+
+    /// The environment of an engine, which must have one.
+    static ViewEnvironment& of(const QQmlEngine* engine);
+
+    [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
+    [[nodiscard]] Defaults& settings() const { return m_settings; }
+
+    /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
+    [[nodiscard]] TimelineTicker& ticker(double period);
+
+  private:
+    Scheduler& m_scheduler;
+    Defaults& m_settings;
+    std::map<double, TimelineTicker> m_tickers;
+};
+
+} // namespace veslora

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// One place of the rack, and the widget that stands in it.
+import QtQuick
+import Veslora
+
+Item {
+    id: module
+
+    required property var entry
+    required property AgentsModel agents
+
+    width: entry.width
+
+    Loader {
+        anchors.fill: parent
+        sourceComponent: module.entry.isAgents ? agentsWidget : title
+    }
+
+    Component {
+        id: agentsWidget
+
+        ClaudeWidget {
+            agents: module.agents
+            isWide: module.entry.isWide
+        }
+    }
+
+    Component {
+        id: title
+
+        Item {
+            VesloraLabel {
+                text: module.entry.title
+            }
+        }
+    }
+}

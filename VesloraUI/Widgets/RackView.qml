@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The page of widgets that the open island shows.
+import QtQuick
+import Veslora
+
+Item {
+    id: view
+
+    required property RackModel rack
+    required property AgentsModel agents
+
+    RackPresenter {
+        id: presenter
+
+        availableWidth: view.width
+        rack: view.rack
+    }
+
+    Row {
+        anchors.centerIn: parent
+        spacing: presenter.spacing
+
+        Repeater {
+            model: presenter.modules
+
+            RackModule {
+                agents: view.agents
+                height: view.height
+            }
+        }
+    }
+
+    VesloraLabel {
+        anchors.centerIn: parent
+        text: qsTr("No widgets · hold or right-click to edit")
+        visible: presenter.isEmpty
+    }
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The two wings of a live activity, either side of the notch; each holds one item in the middle of its free part.
+import QtQuick
+import Veslora
+
+Item {
+    id: wings
+
+    required property real notchWidth
+    required property real notchHeight
+    required property real wingWidth
+    property alias left: leftWing.data
+    property alias right: rightWing.data
+    readonly property real outerPadding: 12
+    readonly property real innerPadding: 4
+
+    height: notchHeight
+    width: notchWidth + 2 * wingWidth
+
+    Item {
+        id: leftWing
+
+        height: parent.height
+        width: wings.wingWidth - wings.outerPadding - wings.innerPadding
+        x: wings.outerPadding
+    }
+
+    Item {
+        id: rightWing
+
+        height: parent.height
+        width: wings.wingWidth - wings.outerPadding - wings.innerPadding
+        x: wings.wingWidth + wings.notchWidth + wings.innerPadding
+    }
+}
