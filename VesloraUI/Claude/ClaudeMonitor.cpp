@@ -33,6 +33,7 @@ ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& s
 void ClaudeMonitor::start() {
     m_spool.create();
     m_hooks.updateScripts();
+    m_support.writeProcess(m_seams.processes.ownId());
     m_support.writeHeartbeat(m_seams.scheduler.now());
     refresh();
     ensureWatches();
