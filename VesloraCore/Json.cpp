@@ -16,7 +16,7 @@ template <class Members>
 auto placeOf(Members& members, std::string_view key) {
     return std::lower_bound(
         members.begin(), members.end(), key,
-        [](const Json::Member& member, std::string_view wanted) { return member.key < wanted; });
+        [](const Json::Member& member, std::string_view wanted) { return member.key.compare(wanted) < 0; });
 }
 
 template <class Members>
@@ -45,6 +45,10 @@ Json Json::makeString(std::string text) {
     Json made;
     made.m_value = std::move(text);
     return made;
+}
+
+Json Json::makeArray() {
+    return makeArray(Array{});
 }
 
 Json Json::makeArray(Array items) {
@@ -129,6 +133,11 @@ Json* Json::find(std::string_view key) {
 const std::string* Json::stringAt(std::string_view key) const {
     const Json* value = find(key);
     return value ? value->string() : nullptr;
+}
+
+std::string Json::textAt(std::string_view key) const {
+    const std::string* text = stringAt(key);
+    return text ? *text : std::string();
 }
 
 const Json* Json::objectAt(std::string_view key) const {

@@ -39,7 +39,8 @@ class Json {
     static Json makeInteger(std::int64_t value);
     /// `text` must be valid UTF-8.
     static Json makeString(std::string text);
-    static Json makeArray(Array items = {});
+    static Json makeArray();
+    static Json makeArray(std::vector<Json> items);
     static Json makeObject();
 
     /// Reads a whole document of any type, also a bare string or number, by RFC 8259; a byte order mark
@@ -77,6 +78,8 @@ class Json {
     [[nodiscard]] Json* find(std::string_view key);
     /// The text at a key; null where there is none or it is no string.
     [[nodiscard]] const std::string* stringAt(std::string_view key) const;
+    /// The text at a key; empty where there is none or it is no string.
+    [[nodiscard]] std::string textAt(std::string_view key) const;
     /// The object at a key; null where there is none or it is no object.
     [[nodiscard]] const Json* objectAt(std::string_view key) const;
 

@@ -65,7 +65,8 @@ bool JsonReader::readObject(ondemand::value value, int depth, Json& out) {
     for (auto each : object) {
         ondemand::field field;
         Json::Member& member = members.emplace_back();
-        if (std::move(each).get(field) || !readKey(field, member.key) || !read(field.value(), depth, member.value))
+        if (std::move(each).get(field) || !readKey(field, member.key) ||
+            !read(field.value(), depth, member.value))
             return false;
     }
     if (!sortMembers(members))
