@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeActivityPresenter.h"
 
-#include "VesloraCore/AgentSpinners.h"
+#include "VesloraCore/AgentMarks.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 

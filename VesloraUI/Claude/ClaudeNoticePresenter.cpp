@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeNoticePresenter.h"
 
-#include "VesloraCore/ClaudeAlert.h"
+#include "VesloraCore/ApprovalAlert.h"
 
 namespace veslora {
 
@@ -19,7 +19,7 @@ void ClaudeNoticePresenter::readAgents() {
     m_sessionId = first.id;
     m_name = QString::fromStdString(first.name);
     const auto& approval = std::get<ClaudeStatus::NeedsApproval>(first.status);
-    m_message = QString::fromStdString(ClaudeAlert::noticeMessage(approval.message));
+    m_message = QString::fromStdString(AlertNotice::message(approval.message));
     m_more = static_cast<int>(waiting.size()) - 1;
     emit changed();
 }

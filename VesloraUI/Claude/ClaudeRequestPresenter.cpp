@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeRequestPresenter.h"
 
-#include "VesloraCore/ClaudeAlert.h"
+#include "VesloraCore/ApprovalAlert.h"
 #include "VesloraCore/ClaudeRequestText.h"
 #include "VesloraCore/PathText.h"
 #include "VesloraUI/Platform/Observable.h"
@@ -30,7 +30,7 @@ void ClaudeRequestPresenter::readAgents() {
     m_others = static_cast<int>(requests.size()) - 1;
     const auto sessions = m_agents->summaries();
     const auto session = std::ranges::find(sessions, m_request->sessionId, &ClaudeSessionSummary::id);
-    const std::string name = session == sessions.end() ? std::string(lastPathComponent(m_request->cwd)) : session->name;
+    const std::string name = session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
     m_sessionName = QString::fromStdString(name);
     const auto display = ClaudeRequestText::display(m_request->text);
     m_isComplete = display.isComplete;
@@ -44,9 +44,9 @@ void ClaudeRequestPresenter::setDate(double date) {
     if (!m_request) {
         return;
     }
-    assign(this, m_progress, ClaudeAlert::progress(m_request->receivedAt, date),
+    assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->receivedAt, date),
            &ClaudeRequestPresenter::progressChanged);
-    assign(this, m_isArmed, ClaudeAlert::isArmed(m_shownAt, date), &ClaudeRequestPresenter::keysChanged);
+    assign(this, m_isArmed, ApprovalAlert::isArmed(m_shownAt, date), &ClaudeRequestPresenter::keysChanged);
 }
 
 void ClaudeRequestPresenter::setCut(bool isCut) {
