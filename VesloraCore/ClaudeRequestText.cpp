@@ -98,4 +98,11 @@ Display display(std::string_view text) {
     return {std::move(shown), isComplete};
 }
 
+std::string shown(const Display& display) {
+    if (display.isComplete) {
+        return display.text;
+    }
+    return std::string(GraphemeClusters::prefix(display.text, displayLimit - 1)) + "…";
+}
+
 } // namespace veslora::ClaudeRequestText

@@ -28,4 +28,7 @@ struct Display {
 /// direction of others around spelled out, such as "⟨U+202E⟩".
 [[nodiscard]] Display display(std::string_view text);
 
+/// What there is room to show: the whole of a complete text, otherwise its first 129 characters and "…".
+[[nodiscard]] std::string shown(const Display& display);
+
 } // namespace veslora::ClaudeRequestText

@@ -162,6 +162,7 @@ void ClaudeMonitor::dropOvertaken() {
 }
 
 void ClaudeMonitor::publishState() {
+    m_permissions.removeExpired(m_seams.scheduler.now());
     dropOvertaken();
     const Timestamp now = m_seams.scheduler.now();
     publish(m_state.summaries(now), m_permissions.pending(now));

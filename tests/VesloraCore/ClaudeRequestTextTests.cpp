@@ -126,3 +126,10 @@ TEST(ClaudeRequestText, NothingIsCut) {
     EXPECT_FALSE(display.isComplete);
     EXPECT_EQ(GraphemeClusters::prefix(display.text, 129).size(), 129u);
 }
+
+TEST(ClaudeRequestText, ShowsTheStartOfWhatIsTooLong) {
+    const std::string whole = repeated("👍🏽", 130);
+    EXPECT_EQ(ClaudeRequestText::shown(ClaudeRequestText::display(whole)), whole);
+    const std::string cut = ClaudeRequestText::shown(ClaudeRequestText::display(repeated("👍🏽", 131)));
+    EXPECT_EQ(cut, repeated("👍🏽", 129) + "…");
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Owns everything that the user sees beside the status menu and the settings window. Main thread only.
+#pragma once
+
+#include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/Claude/ClaudeMonitor.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/NotchWindowController.h"
+#include "VesloraUI/Settings/SettingsWindow.h"
+#include "VesloraUI/Style/ViewEnvironment.h"
+
+#include <QQmlEngine>
+
+namespace veslora {
+
+class AppDelegate {
+  public:
+    /// Builds all models; nothing of it runs yet.
+    AppDelegate(Platform& platform, Defaults& settings);
+
+    void applicationDidFinishLaunching();
+    /// The whole order of stopping; afterwards no script waits for an answer any more.
+    void applicationWillTerminate();
+
+    void openSettings() { m_settingsWindow.open(); }
+
+  private:
+    void showStatusMenu();
+
+    Platform& m_platform;
+    ViewEnvironment m_environment;
+    QQmlEngine m_engine;
+    SupportDirectory m_support;
+    ClaudeMonitor m_claude;
+    AgentsModel m_agents;
+    NotchWindowController m_notch;
+    SettingsWindow m_settingsWindow;
+};
+
+} // namespace veslora
