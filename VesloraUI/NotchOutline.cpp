@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/NotchOutline.h"
 
-#include "VesloraCore/NotchShape.h"
+#include "VesloraUI/NotchPath.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <QPainter>
@@ -14,7 +14,7 @@ NotchOutline::NotchOutline(QQuickItem* parent) : QQuickPaintedItem(parent) {
 }
 
 QPainterPath NotchOutline::path() const {
-    return painterPath(NotchShape{m_topRadius, m_bottomRadius}, {0, 0, width(), height()});
+    return painterPath({m_topRadius, m_bottomRadius}, {0, 0, width(), height()});
 }
 
 void NotchOutline::paint(QPainter* painter) {

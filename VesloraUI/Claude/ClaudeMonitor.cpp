@@ -33,6 +33,7 @@ ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& s
 void ClaudeMonitor::start() {
     m_spool.create();
     m_hooks.updateScripts();
+    m_support.writeProcess(m_seams.processes.ownId());
     m_support.writeHeartbeat(m_seams.scheduler.now());
     refresh();
     ensureWatches();
@@ -130,7 +131,7 @@ void ClaudeMonitor::handle(const std::vector<ClaudePermissionRequest>& requests)
 bool ClaudeMonitor::canAnswer(const ClaudePermissionRequest& request,
                               const std::vector<ClaudeSessionSummary>& sessions) const {
     if (!m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) ||
-        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) || !canBeAnsweredOutside(request.tool)) {
+        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) || !ClaudePermissions::canBeAnsweredOutside(request.tool)) {
         return false;
     }
     const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
@@ -142,8 +143,8 @@ void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& ev
     for (const ClaudePermissionRequest& request : m_permissions.pending(m_seams.scheduler.now())) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
         const bool byEvent = std::ranges::any_of(
-            events, [&](const auto& event) { return isAnsweredElsewhere(request, event); });
-        if (byEvent || (file && isAnsweredElsewhere(request, m_state.lastWaitOf(request.sessionId), *file))) {
+            events, [&](const auto& event) { return ClaudePermissions::isAnsweredElsewhere(request, event); });
+        if (byEvent || (file && ClaudePermissions::isAnsweredElsewhere(request, m_state.lastWaitOf(request.sessionId), *file))) {
             m_permissions.remove(request.id);
         }
     }

@@ -49,7 +49,7 @@ void SupportDirectory::writeHeartbeat(Timestamp now) {
     }
 }
 
-void SupportDirectory::writeProcess(std::int64_t pid) {
+void SupportDirectory::writeProcess(std::int32_t pid) {
     std::ignore = m_files.write(pathOf(processName), std::to_string(pid) + "\n", {.mode = fileMode});
 }
 

@@ -34,7 +34,7 @@ class SupportDirectory {
     void writeHeartbeat(Timestamp now);
 
     /// Writes the program's process id into "pid", by which a waiting script sees that the program was killed.
-    void writeProcess(std::int64_t pid);
+    void writeProcess(std::int32_t pid);
 
     /// Removes both. Scripts that wait go on at once.
     void removeSigns();

@@ -30,6 +30,7 @@ struct Directories {
     std::string claude;        ///< Claude Code's configuration
     std::string codex;         ///< Codex's configuration
     std::string executables;   ///< where the program's helper executables lie
+    bool operator==(const Directories&) const = default;
 };
 
 class Platform {

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// One prompt in which an agent asks for leave to run a tool, from the payload of its permission hook. Plain
+// values, any thread.
+#pragma once
+
+#include "VesloraCore/AgentKind.h"
+#include "VesloraCore/Timestamp.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace veslora {
+
+struct ClaudePermissionRequest {
+    std::string id;        ///< of the spool file, and the name of the answer file
+    std::string sessionId; ///< never empty
+    std::string cwd;       ///< working directory, possibly empty
+    std::string tool;      ///< as the agent named it, never empty
+    std::string text;      ///< what it wants to do, whole; see ClaudeRequestText
+    Timestamp receivedAt = 0;
+    AgentKind agent = AgentKind::claude;
+    std::string input; ///< what the tool would be given, as ToolUse::inputText writes it
+    bool operator==(const ClaudePermissionRequest&) const = default;
+
+    /// Nothing for bytes that are no JSON object, of another event than "PermissionRequest", or without a
+    /// session or a tool. `home` is the path that the text shortens to "~"; `agent` is always Claude.
+    [[nodiscard]] static std::optional<ClaudePermissionRequest>
+    parse(std::string_view payload, std::string_view id, Timestamp receivedAt, std::string_view home);
+};
+
+} // namespace veslora

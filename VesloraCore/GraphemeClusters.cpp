@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// See GraphemeClusters.h.
+#include "VesloraCore/GraphemeClusters.h"
+
+#include "VesloraCore/Scalars.h"
+
+#include <utf8proc.h>
+
+#include <limits>
+#include <optional>
+
+namespace veslora::GraphemeClusters {
+
+namespace {
+
+struct Walk {
+    std::size_t characters = 0; ///< how many whole characters were passed
+    std::size_t bytes = 0;      ///< and how long they are together
+};
+
+// Passes characters from the front, at most `limit` of them.
+Walk walk(std::string_view text, std::size_t limit) {
+    Walk passed;
+    std::optional<char32_t> previous;
+    utf8proc_int32_t state = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Scalars::Scalar scalar = Scalars::at(text, at);
+        const bool isWithinCharacter =
+            at > 0 && previous && scalar.codePoint &&
+            !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(*previous),
+                                              static_cast<utf8proc_int32_t>(*scalar.codePoint), &state);
+        if (!isWithinCharacter) {
+            if (passed.characters == limit)
+                return passed;
+            ++passed.characters;
+        }
+        if (!scalar.codePoint)
+            state = 0;
+        at += scalar.length;
+        passed.bytes = at;
+        previous = scalar.codePoint;
+    }
+    return passed;
+}
+
+} // namespace
+
+std::size_t count(std::string_view text) {
+    return walk(text, std::numeric_limits<std::size_t>::max()).characters;
+}
+
+std::string_view prefix(std::string_view text, std::size_t characters) {
+    return text.substr(0, walk(text, characters).bytes);
+}
+
+bool exceeds(std::string_view text, std::size_t characters) {
+    return walk(text, characters).bytes < text.size();
+}
+
+} // namespace veslora::GraphemeClusters

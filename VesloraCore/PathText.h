@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// Reads paths as text, without asking whether they exist. Any thread.
+#pragma once
+
+#include <string_view>
+
+namespace veslora::PathText {
+
+/// What stands after the last slash, closing slashes not counted: "proj" of "/home/me/proj/". The root gives
+/// "/" and empty text is its own last component.
+[[nodiscard]] inline std::string_view lastComponent(std::string_view path) {
+    const std::size_t end = path.find_last_not_of('/');
+    if (end == std::string_view::npos)
+        return path.substr(0, 1);
+    path = path.substr(0, end + 1);
+    return path.substr(path.find_last_of('/') + 1);
+}
+
+} // namespace veslora::PathText

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/System/InotifyDirectoryWatcher.h"
+
+#include "VesloraLinux/System/InotifyQueue.h"
+
+#include <sys/inotify.h>
+
+namespace veslora {
+namespace {
+
+class InotifyWatch final : public DirectoryWatch {
+  public:
+    InotifyWatch(std::weak_ptr<InotifyQueue> queue, std::shared_ptr<InotifyListener> listener)
+        : m_queue(std::move(queue)), m_listener(std::move(listener)) {}
+    InotifyWatch(const InotifyWatch&) = delete;
+    InotifyWatch& operator=(const InotifyWatch&) = delete;
+    ~InotifyWatch() override {
+        if (const auto queue = m_queue.lock()) {
+            queue->remove(m_listener);
+        }
+        const auto dropped = std::exchange(m_listener->changed, nullptr);
+    }
+
+    [[nodiscard]] bool isActive() const override { return m_listener->isActive && !m_queue.expired(); }
+
+  private:
+    std::weak_ptr<InotifyQueue> m_queue;
+    std::shared_ptr<InotifyListener> m_listener;
+};
+
+std::uint32_t eventsOf(DirectoryChanges changes) {
+    return changes == DirectoryChanges::movedInto
+               ? IN_MOVED_TO
+               : IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE;
+}
+
+} // namespace
+
+InotifyDirectoryWatcher::InotifyDirectoryWatcher() : m_queue(std::make_shared<InotifyQueue>()) {}
+InotifyDirectoryWatcher::~InotifyDirectoryWatcher() = default;
+
+std::unique_ptr<DirectoryWatch> InotifyDirectoryWatcher::watch(const std::string& directory,
+                                                               DirectoryChanges changes,
+                                                               std::function<void()> changed) {
+    auto listener = m_queue->add(directory, eventsOf(changes), std::move(changed));
+    return listener ? std::make_unique<InotifyWatch>(m_queue, std::move(listener)) : nullptr;
+}
+
+} // namespace veslora

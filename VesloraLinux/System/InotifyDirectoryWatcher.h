@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Directory watches by one inotify queue. The queue is opened with the first watch. Main thread only.
+#pragma once
+
+#include "VesloraUI/Platform/DirectoryWatcher.h"
+
+#include <memory>
+
+namespace veslora {
+
+class InotifyQueue;
+
+class InotifyDirectoryWatcher final : public DirectoryWatcher {
+  public:
+    InotifyDirectoryWatcher();
+    ~InotifyDirectoryWatcher() override;
+    InotifyDirectoryWatcher(const InotifyDirectoryWatcher&) = delete;
+    InotifyDirectoryWatcher& operator=(const InotifyDirectoryWatcher&) = delete;
+
+    /// A directory that is removed, unmounted or moved elsewhere makes one last call and ends the watch.
+    [[nodiscard]] std::unique_ptr<DirectoryWatch>
+    watch(const std::string& directory, DirectoryChanges changes, std::function<void()> changed) override;
+
+  private:
+    std::shared_ptr<InotifyQueue> m_queue;
+};
+
+} // namespace veslora

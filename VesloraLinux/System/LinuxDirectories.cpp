@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/System/LinuxDirectories.h"
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+#include <cstdlib>
+
+namespace veslora::LinuxDirectories {
+namespace {
+
+std::optional<std::string> absolute(std::optional<std::string> path) {
+    if (!path || path->empty() || path->front() != '/') {
+        return std::nullopt;
+    }
+    while (path->size() > 1 && path->back() == '/') {
+        path->pop_back();
+    }
+    return path;
+}
+
+std::string below(const std::string& directory, const char* name) {
+    return (directory == "/" ? "" : directory) + "/" + name;
+}
+
+std::string homeOfUser() {
+    const passwd* const user = getpwuid(geteuid());
+    return user != nullptr ? absolute(std::string(user->pw_dir)).value_or("/") : "/";
+}
+
+bool isOwnDirectory(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == geteuid();
+}
+
+std::string directoryOfProgram() {
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    const std::string program(path, length > 0 ? static_cast<std::size_t>(length) : 0);
+    const std::size_t slash = program.rfind('/');
+    return slash == std::string::npos || slash == 0 ? "/" : program.substr(0, slash);
+}
+
+} // namespace
+
+Directories find(const Environment& environment) {
+    const auto variable = [&environment](const char* name) { return absolute(environment(name)); };
+    Directories result;
+    const auto home = variable("HOME");
+    result.home = home ? *home : homeOfUser();
+    result.support = below(variable("XDG_DATA_HOME").value_or(below(result.home, ".local/share")), "Veslora");
+    const auto runtime = variable("XDG_RUNTIME_DIR");
+    result.runtime = runtime && isOwnDirectory(*runtime) ? below(*runtime, "veslora") : result.support;
+    result.configuration =
+        below(variable("XDG_CONFIG_HOME").value_or(below(result.home, ".config")), "Veslora");
+    result.claude = variable("CLAUDE_CONFIG_DIR").value_or(below(result.home, ".claude"));
+    result.codex = variable("CODEX_HOME").value_or(below(result.home, ".codex"));
+    result.executables = directoryOfProgram();
+    return result;
+}
+
+std::optional<std::string> processEnvironment(const std::string& name) {
+    const char* const value = std::getenv(name.c_str());
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+} // namespace veslora::LinuxDirectories

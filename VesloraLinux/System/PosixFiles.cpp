@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+// The half of PosixFiles that changes nothing: reading, asking, listing, following links.
+#include "VesloraLinux/System/PosixFiles.h"
+
+#include "VesloraLinux/System/FileDescriptor.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+
+namespace veslora {
+namespace {
+
+constexpr int safeOpen = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+struct CloseDirectory {
+    void operator()(DIR* stream) const { closedir(stream); }
+};
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
+std::error_code refusal(const struct stat& status, std::size_t cap) {
+    if (S_ISDIR(status.st_mode)) {
+        return std::make_error_code(std::errc::is_a_directory);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::make_error_code(std::errc::not_supported);
+    }
+    if (status.st_uid != geteuid()) {
+        return std::make_error_code(std::errc::permission_denied);
+    }
+    if (static_cast<std::uint64_t>(status.st_size) > cap) {
+        return std::make_error_code(std::errc::file_too_large);
+    }
+    return {};
+}
+
+/// Reads up to the end, which may lie elsewhere by now than `expected` says.
+ReadResult readAll(int descriptor, std::size_t expected, std::size_t cap) {
+    ReadResult result;
+    std::size_t length = 0;
+    // One byte more than expected, so that the end shows without a second round.
+    result.bytes.resize(expected + 1);
+    while (true) {
+        if (length == result.bytes.size()) {
+            result.bytes.resize(length * 2);
+        }
+        const ssize_t count = ::read(descriptor, result.bytes.data() + length, result.bytes.size() - length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return {{}, lastError()};
+        }
+        if (count == 0) {
+            break;
+        }
+        length += static_cast<std::size_t>(count);
+        if (length > cap) {
+            return {{}, std::make_error_code(std::errc::file_too_large)};
+        }
+    }
+    result.bytes.resize(length);
+    return result;
+}
+
+/// Saturates, since a file may carry any stamp at all.
+std::int64_t nanoseconds(const timespec& time) {
+    std::int64_t result = 0;
+    if (__builtin_mul_overflow(std::int64_t{time.tv_sec}, std::int64_t{1000000000}, &result) ||
+        __builtin_add_overflow(result, std::int64_t{time.tv_nsec}, &result)) {
+        return time.tv_sec < 0 ? std::numeric_limits<std::int64_t>::min()
+                               : std::numeric_limits<std::int64_t>::max();
+    }
+    return result;
+}
+
+std::optional<std::string> realPath(const std::string& path) {
+    char resolved[PATH_MAX];
+    return realpath(path.c_str(), resolved) != nullptr ? std::optional<std::string>(resolved) : std::nullopt;
+}
+
+std::optional<std::string> linkTarget(const std::string& path) {
+    char target[PATH_MAX];
+    const ssize_t length = readlink(path.c_str(), target, sizeof target);
+    if (length <= 0 || static_cast<std::size_t>(length) == sizeof target) {
+        return std::nullopt;
+    }
+    return std::string(target, static_cast<std::size_t>(length));
+}
+
+/// `realpath` knows only what exists, but a configuration file may be a link to one that is yet to be made.
+/// Every round follows a link or drops the last part of the path.
+std::optional<std::string> resolveMissing(const std::string& path, int roundsLeft) {
+    if (auto real = realPath(path)) {
+        return real;
+    }
+    const std::size_t slash = path.rfind('/');
+    if (errno != ENOENT || roundsLeft == 0 || slash == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::string parent = slash == 0 ? "/" : path.substr(0, slash);
+    if (const auto target = linkTarget(path)) {
+        return resolveMissing(target->front() == '/' ? *target : parent + "/" + *target, roundsLeft - 1);
+    }
+    const auto resolvedParent = resolveMissing(parent, roundsLeft - 1);
+    if (!resolvedParent) {
+        return std::nullopt;
+    }
+    return (*resolvedParent == "/" ? "" : *resolvedParent) + path.substr(slash);
+}
+
+} // namespace
+
+ReadResult PosixFiles::read(const std::string& path, const ReadOptions& options) {
+    const int flags = safeOpen | O_RDONLY | (options.links == Links::refuse ? O_NOFOLLOW : 0);
+    const FileDescriptor file(openat(AT_FDCWD, path.c_str(), flags));
+    if (!file) {
+        return {{}, lastError()};
+    }
+    struct stat status {};
+    if (fstat(file.value(), &status) != 0) {
+        return {{}, lastError()};
+    }
+    if (const std::error_code error = refusal(status, options.cap)) {
+        return {{}, error};
+    }
+    return readAll(file.value(), static_cast<std::size_t>(status.st_size), options.cap);
+}
+
+std::optional<FileStat> PosixFiles::stat(const std::string& path, Links links) {
+    struct stat status {};
+    if (fstatat(AT_FDCWD, path.c_str(), &status, links == Links::refuse ? AT_SYMLINK_NOFOLLOW : 0) != 0) {
+        return std::nullopt;
+    }
+    FileStat result;
+    result.device = status.st_dev;
+    result.inode = status.st_ino;
+    result.size = status.st_size;
+    result.modified =
+        static_cast<double>(status.st_mtim.tv_sec) + static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
+    result.modifiedNanoseconds = nanoseconds(status.st_mtim);
+    result.mode = status.st_mode & 07777U;
+    result.isRegular = S_ISREG(status.st_mode);
+    result.isDirectory = S_ISDIR(status.st_mode);
+    result.isLink = S_ISLNK(status.st_mode);
+    result.isOurs = status.st_uid == geteuid();
+    return result;
+}
+
+std::optional<std::vector<std::string>> PosixFiles::list(const std::string& directory) {
+    FileDescriptor opened(openat(AT_FDCWD, directory.c_str(), safeOpen | O_RDONLY | O_DIRECTORY));
+    const std::unique_ptr<DIR, CloseDirectory> stream(opened ? fdopendir(opened.value()) : nullptr);
+    if (!stream) {
+        return std::nullopt;
+    }
+    opened.release();
+    std::vector<std::string> names;
+    while (true) {
+        errno = 0;
+        const dirent* entry = readdir(stream.get());
+        if (entry == nullptr) {
+            break;
+        }
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..") {
+            names.push_back(name);
+        }
+    }
+    // Half a list would look as if the rest had been removed.
+    return errno == 0 ? std::optional(std::move(names)) : std::nullopt;
+}
+
+std::string PosixFiles::resolve(const std::string& path) {
+    constexpr int mostRounds = 64;
+    return resolveMissing(path, mostRounds).value_or(path);
+}
+
+bool PosixFiles::isExecutable(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
+}
+
+} // namespace veslora

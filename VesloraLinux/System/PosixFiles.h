@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// Files by POSIX calls. Every open is non-blocking and judged by the opened file itself, never by an earlier
+// look at its path, so that nobody can swap a file between the look and the use. Stateless; usable from any
+// thread.
+#pragma once
+
+#include "VesloraUI/Platform/Files.h"
+
+namespace veslora {
+
+class PosixFiles final : public Files {
+  public:
+    [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
+    [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
+    [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
+
+    /// Until it is complete the new file lies beside the old one under a name that begins with "tmp.", as the
+    /// hook scripts' own files do: readers of a spool pass over it, and what a crash leaves behind is swept
+    /// with theirs.
+    [[nodiscard]] std::error_code write(const std::string& path, const std::string& bytes,
+                                        const WriteOptions& options) override;
+    std::error_code remove(const std::string& path) override;
+    std::error_code makeDirectory(const std::string& path, std::uint32_t mode) override;
+    std::error_code setMode(const std::string& path, std::uint32_t mode) override;
+    std::error_code makeLink(const std::string& target, const std::string& path) override;
+    [[nodiscard]] std::string resolve(const std::string& path) override;
+    [[nodiscard]] bool isExecutable(const std::string& path) override;
+};
+
+} // namespace veslora

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Answers about other processes by signal 0 and /proc. Usable from any thread.
+#pragma once
+
+#include "VesloraUI/Platform/Processes.h"
+
+namespace veslora {
+
+class ProcProcesses final : public Processes {
+  public:
+    [[nodiscard]] bool isAlive(std::int32_t pid) const override;
+};
+
+} // namespace veslora

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Claude/ClaudeRequestPresenter.h"
+
+#include "VesloraCore/ApprovalAlert.h"
+#include "VesloraCore/ClaudeRequestText.h"
+#include "VesloraCore/PathText.h"
+#include "VesloraUI/Platform/Observable.h"
+#include "VesloraUI/Style/ViewEnvironment.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+void ClaudeRequestPresenter::componentComplete() {
+    m_shownAt = ViewEnvironment::of(qmlEngine(this)).scheduler().now();
+    connect(m_agents, &AgentsModel::changed, this, &ClaudeRequestPresenter::readAgents);
+    readAgents();
+    setDate(m_shownAt);
+}
+
+/// Once the request is gone, what was shown of it stays as it was: the view is on its way out.
+void ClaudeRequestPresenter::readAgents() {
+    const auto requests = m_agents->pendingRequests();
+    const auto found = std::ranges::find(requests, m_requestId.toStdString(), &ClaudePermissionRequest::id);
+    const bool isPending = found != requests.end();
+    if (assign(this, m_isPending, isPending, &ClaudeRequestPresenter::keysChanged); !isPending) {
+        return;
+    }
+    m_request = *found;
+    m_others = static_cast<int>(requests.size()) - 1;
+    const auto sessions = m_agents->summaries();
+    const auto session = std::ranges::find(sessions, m_request->sessionId, &ClaudeSessionSummary::id);
+    const std::string name = session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
+    m_sessionName = QString::fromStdString(name);
+    const auto display = ClaudeRequestText::display(m_request->text);
+    m_isComplete = display.isComplete;
+    m_text = QString::fromStdString(ClaudeRequestText::shown(display));
+    emit changed();
+    emit keysChanged();
+}
+
+void ClaudeRequestPresenter::setDate(double date) {
+    m_date = date;
+    if (!m_request) {
+        return;
+    }
+    assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->receivedAt, date),
+           &ClaudeRequestPresenter::progressChanged);
+    assign(this, m_isArmed, ApprovalAlert::isArmed(m_shownAt, date), &ClaudeRequestPresenter::keysChanged);
+}
+
+void ClaudeRequestPresenter::setCut(bool isCut) {
+    if (assign(this, m_isCut, isCut, &ClaudeRequestPresenter::keysChanged)) {
+        emit changed();
+    }
+}
+
+QString ClaudeRequestPresenter::title() const {
+    if (!m_request || m_request->agent == AgentKind::claude) {
+        return tr("Approve");
+    }
+    const auto agent = name(m_request->agent);
+    return tr("Approve · %1").arg(QString::fromUtf8(agent.data(), static_cast<qsizetype>(agent.size())));
+}
+
+QString ClaudeRequestPresenter::waitingText() const {
+    return m_others >= 1 ? tr("+%1 waiting").arg(m_others) : QString();
+}
+
+QString ClaudeRequestPresenter::note() const {
+    return m_request && !isShownInFull() ? tr("Too long to show here · use Jump") : QString();
+}
+
+void ClaudeRequestPresenter::jump() {
+    const auto request = m_request;
+    if (m_isPending && request) {
+        m_agents->answer(request->id, ClaudeDecision::pass);
+        m_agents->jump(request->sessionId);
+    }
+}
+
+void ClaudeRequestPresenter::deny() {
+    if (isDenyEnabled()) {
+        m_agents->answer(m_requestId.toStdString(), ClaudeDecision::deny);
+    }
+}
+
+void ClaudeRequestPresenter::allow() {
+    if (isAllowEnabled()) {
+        m_agents->answer(m_requestId.toStdString(), ClaudeDecision::allow);
+    }
+}
+
+} // namespace veslora

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// One permission request as its alert shows it. It belongs to one request for its whole life: a new request gets a new
+// one, so that its keys are unarmed again and nothing that was begun on one request can end on another.
+#pragma once
+
+#include "VesloraCore/ClaudePermissionRequest.h"
+#include "VesloraUI/Claude/AgentsModel.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+#include <optional>
+
+namespace veslora {
+
+class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
+    Q_PROPERTY(QString requestId MEMBER m_requestId REQUIRED FINAL)
+    /// Seconds since 1970, from the view's timeline.
+    Q_PROPERTY(double date MEMBER m_date WRITE setDate REQUIRED FINAL)
+    /// Whether the text as laid out does not fit on screen whole. True until the view knows better.
+    Q_PROPERTY(bool isCut MEMBER m_isCut WRITE setCut FINAL)
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString sessionName READ sessionName NOTIFY changed FINAL)
+    Q_PROPERTY(QString waitingText READ waitingText NOTIFY changed FINAL)
+    Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
+    Q_PROPERTY(QString note READ note NOTIFY changed FINAL)
+    Q_PROPERTY(double progress READ progress NOTIFY progressChanged FINAL)
+    Q_PROPERTY(bool isDenyEnabled READ isDenyEnabled NOTIFY keysChanged FINAL)
+    Q_PROPERTY(bool isAllowEnabled READ isAllowEnabled NOTIFY keysChanged FINAL)
+
+  public:
+    using QObject::QObject;
+
+    void classBegin() override {}
+    void componentComplete() override;
+
+    void setDate(double date);
+    void setCut(bool isCut);
+
+    [[nodiscard]] QString title() const;
+    [[nodiscard]] QString sessionName() const { return m_sessionName; }
+    [[nodiscard]] QString waitingText() const;
+    /// The whole text where it can be shown, otherwise its beginning.
+    [[nodiscard]] QString text() const { return m_text; }
+    /// Why "Allow" stays dim for good; empty where it does not.
+    [[nodiscard]] QString note() const;
+    [[nodiscard]] double progress() const { return m_progress; }
+    [[nodiscard]] bool isDenyEnabled() const { return m_isArmed && m_isPending; }
+    [[nodiscard]] bool isAllowEnabled() const { return m_isArmed && m_isPending && isShownInFull(); }
+
+    Q_INVOKABLE void jump();
+    Q_INVOKABLE void deny();
+    Q_INVOKABLE void allow();
+
+  signals:
+    void changed();
+    void progressChanged();
+    void keysChanged();
+
+  private:
+    [[nodiscard]] bool isShownInFull() const { return m_isComplete && !m_isCut; }
+    void readAgents();
+
+    AgentsModel* m_agents = nullptr;
+    QString m_requestId;
+    double m_date = 0;
+    bool m_isCut = true;
+
+    std::optional<ClaudePermissionRequest> m_request;
+    Timestamp m_shownAt = 0;
+    QString m_sessionName;
+    QString m_text;
+    int m_others = 0;
+    bool m_isComplete = false;
+    bool m_isArmed = false;
+    bool m_isPending = false;
+    double m_progress = 1;
+};
+
+} // namespace veslora

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/NotchViewModel.h"
+
+namespace veslora {
+
+NotchViewModel::NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+                               const Defaults& settings, const TextMeasuring& measuring, Timestamp now)
+    : m_geometry(geometry), m_agents(agents), m_rack(rack), m_settings(settings), m_measuring(measuring),
+      m_clock(now) {
+    connect(&agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
+    connect(&rack, &RackModel::islandWidthChanged, this, &NotchViewModel::refresh);
+    connect(&rack, &RackModel::isEditingChanged, this, &NotchViewModel::refresh);
+    m_shown = judge();
+}
+
+void NotchViewModel::setExpanded(bool isExpanded) {
+    m_isExpanded = isExpanded;
+    refresh();
+}
+
+void NotchViewModel::setClock(Timestamp clock) {
+    m_clock = clock;
+    refresh();
+}
+
+NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasRequest) {
+    switch (state) {
+    case IslandState::claudeActivity:
+        return ClaudeFinished;
+    case IslandState::claudeWorkingActivity:
+        return ClaudeWorking;
+    case IslandState::claudeAlert:
+        return hasRequest ? ClaudeRequest : ClaudeNotice;
+    case IslandState::expanded:
+        return Rack;
+    default:
+        return Nothing;
+    }
+}
+
+NotchViewModel::Shown NotchViewModel::judge() const {
+    const auto activity = closedIslandActivity({&m_agents}, m_settings, m_measuring, m_clock);
+    const auto requests = m_agents.pendingRequests();
+    Shown shown;
+    shown.state = islandStateOf(m_isExpanded, activity.kind);
+    shown.content = contentOf(shown.state, !requests.empty());
+    shown.requestId = shown.content == ClaudeRequest ? QString::fromStdString(requests.front().id) : QString();
+    shown.wingWidth = activity.wingWidth.value_or(0);
+    shown.layout = islandLayout({.state = shown.state,
+                                 .notchSize = m_geometry.notch.size(),
+                                 .alertSize = m_geometry.alert.size(),
+                                 .expandedSize = m_geometry.expanded.size(),
+                                 .wingWidth = activity.wingWidth,
+                                 .hasPendingRequests = !requests.empty(),
+                                 .islandWidth = m_rack.islandWidth(),
+                                 .isEditing = m_rack.isEditing()});
+    return shown;
+}
+
+QString NotchViewModel::contentIdentity() const {
+    return QStringLiteral("%1/%2").arg(m_shown.content).arg(m_shown.requestId);
+}
+
+void NotchViewModel::refresh() {
+    const Shown before = std::exchange(m_shown, judge());
+    if (before.content != m_shown.content || before.requestId != m_shown.requestId) {
+        emit contentChanged();
+    }
+    if (before.layout != m_shown.layout || before.wingWidth != m_shown.wingWidth || before.state != m_shown.state) {
+        emit layoutChanged();
+    }
+}
+
+} // namespace veslora

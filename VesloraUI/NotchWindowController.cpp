@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/NotchWindowController.h"
+
+#include "VesloraCore/FullscreenDetector.h"
+#include "VesloraUI/Settings/Defaults.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace veslora {
+
+namespace {
+
+/// A place that lies outside every zone of every screen.
+constexpr Point nowhere{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
+
+bool containPoint(const std::vector<Rect>& zones, Point point) {
+    return std::ranges::any_of(zones, [point](const Rect& zone) { return zone.contains(point); });
+}
+
+} // namespace
+
+NotchWindowController::NotchWindowController(Platform& platform, Defaults& settings, AgentsModel& agents,
+                                             MakeContent makeContent)
+    : m_platform(platform), m_settings(settings), m_rack(settings, platform.haptics()), m_agents(agents),
+      m_makeContent(std::move(makeContent)) {}
+
+NotchWindowController::~NotchWindowController() {
+    m_platform.panel().setContent(nullptr);
+}
+
+void NotchWindowController::start() {
+    m_rack.onEditingChange = [this](bool isEditing) { editingChanged(isEditing); };
+    m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
+    m_agents.setOnChange([this] { presentationChanged(); });
+    m_agents.start();
+    layout();
+    m_platform.panel().orderFront();
+    Pointer& pointer = m_platform.pointer();
+    m_observers = {
+        connect(&m_settings, &Defaults::changed, this, &NotchWindowController::settingsChanged),
+        connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
+        connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
+        connect(&m_platform.screens(), &Screens::changed, this, &NotchWindowController::layout),
+    };
+    pointer.setTracking(true);
+}
+
+void NotchWindowController::stop() {
+    m_rack.exitEditing();
+    m_agents.stop();
+    m_agents.setOnChange(nullptr);
+    m_openDelayTask.cancel();
+    m_platform.pointer().setTracking(false);
+    for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {
+        disconnect(observer);
+    }
+    m_platform.panel().orderOut();
+}
+
+ClosedIslandActivity NotchWindowController::activity() const {
+    return closedIslandActivity({&m_agents}, m_settings, m_platform.textMeasuring(), now());
+}
+
+std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
+    const bool isRequest = activity.kind == LiveActivityKind::claudeAlert && !m_agents.pendingRequests().empty();
+    return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
+}
+
+bool NotchWindowController::isShowingAnAlert() const {
+    return isAlert(activity().kind);
+}
+
+DisplayChoice NotchWindowController::displayChoice() const {
+    return displayChoiceFrom(m_settings.stringValue(SettingsKeys::displayChoice));
+}
+
+std::optional<ScreenInfo> NotchWindowController::targetScreen(DisplayChoice choice) const {
+    const auto screens = m_platform.screens().list();
+    if (screens.empty()) {
+        return std::nullopt;
+    }
+    const auto builtIn = std::ranges::find_if(screens, &ScreenInfo::isBuiltIn);
+    return choice == DisplayChoice::builtIn && builtIn != screens.end() ? *builtIn : screens.front();
+}
+
+std::optional<Point> NotchWindowController::mouseLocation() const {
+    return m_screen ? m_platform.pointer().positionOn(*m_screen) : std::nullopt;
+}
+
+void NotchWindowController::layout() {
+    const DisplayChoice choice = displayChoice();
+    m_appliedDisplayChoice = choice;
+    const auto screen = targetScreen(choice);
+    if (!screen) {
+        return;
+    }
+    m_screen = screen;
+    const NotchGeometry geometry(screen->metrics);
+    HoverTracker tracker(geometry, m_settings.doubleValue(SettingsKeys::hoverDelay));
+    fillTracker(tracker);
+    m_tracker = tracker;
+    showContent(geometry);
+    updateClickThrough();
+}
+
+void NotchWindowController::fillTracker(HoverTracker& tracker) const {
+    const ClosedIslandActivity current = activity();
+    tracker.liveActivityWingWidth = current.wingWidth;
+    tracker.isShowingAlert = isAlert(current.kind);
+    tracker.alertSize = alertSize(current);
+    tracker.setPinnedOpen(m_rack.isEditing());
+    tracker.isEditing = m_rack.isEditing();
+    tracker.expandedWidth = m_rack.islandWidth();
+}
+
+void NotchWindowController::showContent(const NotchGeometry& geometry) {
+    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_settings, m_platform.textMeasuring(),
+                                                  now());
+    model->setExpanded(m_rack.isEditing());
+    IslandContent content = m_makeContent(*model);
+    Panel& panel = m_platform.panel();
+    panel.place(*m_screen, geometry.windowFrame());
+    panel.setContent(content.item.get());
+    panel.setOutline(content.outline);
+    // The former view goes before the model that it reads.
+    m_content = std::move(content);
+    m_model = std::move(model);
+}
+
+void NotchWindowController::presentationChanged() {
+    const ClosedIslandActivity current = activity();
+    if (m_tracker) {
+        m_tracker->liveActivityWingWidth = current.wingWidth;
+    }
+    if (m_model) {
+        m_model->setClock(now());
+    }
+    if (m_tracker) {
+        m_tracker->isShowingAlert = isAlert(current.kind);
+        m_tracker->alertSize = alertSize(current);
+    }
+    playApprovalSoundIfNew();
+    updateClickThrough();
+    applyVisibility();
+}
+
+void NotchWindowController::playApprovalSoundIfNew() {
+    std::set<std::string> keys;
+    for (const ClaudeSessionSummary& session : m_agents.waitingForApproval()) {
+        const auto& approval = std::get<ClaudeStatus::NeedsApproval>(session.status);
+        keys.insert(session.id + "@" + std::to_string(approval.since));
+    }
+    const bool haveNew = !std::ranges::includes(m_soundedApprovals, keys);
+    // Replaced whatever happens next: a wait that has begun in silence is not announced later.
+    m_soundedApprovals = std::move(keys);
+    if (haveNew && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
+        m_settings.boolValue(SettingsKeys::claudeApprovalAlerts)) {
+        m_platform.sounds().play("Glass");
+    }
+}
+
+void NotchWindowController::editingChanged(bool isEditing) {
+    if (m_tracker) {
+        m_tracker->setPinnedOpen(isEditing);
+        m_tracker->isEditing = isEditing;
+    }
+    m_platform.pointer().setWatchingPresses(isEditing);
+    if (!isEditing) {
+        mouseMoved();
+        return;
+    }
+    if (m_model) {
+        m_model->setExpanded(true);
+    }
+    updateClickThrough();
+}
+
+void NotchWindowController::islandWidthChanged(double width) {
+    if (m_tracker) {
+        m_tracker->expandedWidth = width;
+    }
+    updateClickThrough();
+}
+
+void NotchWindowController::settingsChanged() {
+    if (m_tracker) {
+        m_tracker->openDelay = m_settings.doubleValue(SettingsKeys::hoverDelay);
+    }
+    m_rack.settingsChanged();
+    if (m_appliedDisplayChoice != displayChoice()) {
+        layout();
+    }
+    // A toggle may have switched off what the island shows right now.
+    presentationChanged();
+}
+
+void NotchWindowController::applyVisibility() {
+    const bool isShown = FullscreenDetector::shouldShowIsland(
+        false, m_settings.boolValue(SettingsKeys::hideInFullscreen), isShowingAnAlert());
+    if (isShown != m_isHidden) {
+        return;
+    }
+    m_isHidden = !isShown;
+    if (isShown) {
+        m_platform.panel().orderFront();
+        return;
+    }
+    m_rack.exitEditing();
+    collapse();
+    m_platform.panel().orderOut();
+}
+
+void NotchWindowController::collapse() {
+    if (!m_tracker || !m_tracker->isExpanded()) {
+        return;
+    }
+    m_tracker->update(nowhere, now());
+    m_model->setExpanded(false);
+    updateClickThrough();
+}
+
+void NotchWindowController::mouseMoved() {
+    if (m_isHidden || !m_tracker) {
+        return;
+    }
+    const Point mouse = mouseLocation().value_or(nowhere);
+    if (m_tracker->update(mouse, now())) {
+        m_model->setExpanded(m_tracker->isExpanded());
+        if (m_tracker->isExpanded()) {
+            m_rack.didOpen();
+        }
+    }
+    updateClickThrough();
+    scheduleOpenDelayCheck(m_tracker->pendingOpenDeadline());
+}
+
+void NotchWindowController::scheduleOpenDelayCheck(std::optional<Timestamp> deadline) {
+    if (deadline == m_pendingDeadline) {
+        return;
+    }
+    m_pendingDeadline = deadline;
+    m_openDelayTask.cancel();
+    if (deadline) {
+        // Without this a pointer that rests on the notch would never open the island: no event follows.
+        m_openDelayTask = m_platform.scheduler().after(std::max(*deadline - now(), 0.0), [this] {
+            m_pendingDeadline.reset();
+            mouseMoved();
+        });
+    }
+}
+
+void NotchWindowController::updateClickThrough() {
+    if (!m_tracker) {
+        return;
+    }
+    PanelZones zones{m_tracker->clickZones(), {}};
+    if (const auto hotZone = m_tracker->hotZone()) {
+        zones.hover.push_back(*hotZone);
+    }
+    if (zones == m_zones) {
+        return;
+    }
+    // A press in progress is never cut off.
+    if (!m_zones.clicks.empty() && m_platform.pointer().isButtonDown() &&
+        containPoint(m_zones.clicks, mouseLocation().value_or(nowhere))) {
+        return;
+    }
+    m_zones = zones;
+    m_platform.panel().setZones(zones);
+}
+
+} // namespace veslora

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// Owns the island's panel and turns events into state: feeds the hover tracker, keeps the view model in step, decides
+// where the panel takes clicks and when it hides. Main thread only.
+#pragma once
+
+#include "VesloraCore/HoverTracker.h"
+#include "VesloraUI/NotchViewModel.h"
+#include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Widgets/RackModel.h"
+
+#include <QObject>
+#include <QPainterPath>
+#include <QQuickItem>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+/// What stands on the panel: its root item, and the island's outline as drawn right now.
+struct IslandContent {
+    std::unique_ptr<QQuickItem> item;
+    std::function<QPainterPath()> outline;
+};
+
+class NotchWindowController : public QObject {
+    Q_OBJECT
+
+  public:
+    using MakeContent = std::function<IslandContent(NotchViewModel&)>;
+
+    /// Nothing runs and nothing shows before `start`. `makeContent` builds the island's view for a model.
+    NotchWindowController(Platform& platform, Defaults& settings, AgentsModel& agents, MakeContent makeContent);
+    ~NotchWindowController() override;
+
+    /// Once, at launch.
+    void start();
+    /// Once, at the end: the monitors stop, the scripts are let go and the panel goes.
+    void stop();
+
+    [[nodiscard]] RackModel& rack() { return m_rack; }
+    /// Null before the first layout.
+    [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
+    /// Absent before the first layout.
+    [[nodiscard]] const std::optional<HoverTracker>& tracker() const { return m_tracker; }
+
+    /// Rebuilds all that depends on a screen. Without any screen everything stays as it was.
+    void layout();
+    /// Whatever a closed island shows may have changed.
+    void presentationChanged();
+
+  private:
+    void mouseMoved();
+    void settingsChanged();
+    void editingChanged(bool isEditing);
+    void islandWidthChanged(double width);
+    void applyVisibility();
+    void collapse();
+    void updateClickThrough();
+    void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
+    void playApprovalSoundIfNew();
+    void fillTracker(HoverTracker& tracker) const;
+    void showContent(const NotchGeometry& geometry);
+    [[nodiscard]] ClosedIslandActivity activity() const;
+    [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
+    [[nodiscard]] bool isShowingAnAlert() const;
+    [[nodiscard]] DisplayChoice displayChoice() const;
+    [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
+    [[nodiscard]] std::optional<Point> mouseLocation() const;
+    [[nodiscard]] Timestamp now() const { return m_platform.scheduler().now(); }
+
+    Platform& m_platform;
+    Defaults& m_settings;
+    RackModel m_rack;
+    AgentsModel& m_agents;
+    MakeContent m_makeContent;
+
+    std::set<std::string> m_soundedApprovals; ///< the waits that were announced already
+    std::unique_ptr<NotchViewModel> m_model;
+    IslandContent m_content;
+    std::optional<HoverTracker> m_tracker;
+    std::optional<ScreenInfo> m_screen;
+    PanelZones m_zones;
+    Task m_openDelayTask; ///< sleeps until the hover deadline
+    std::optional<Timestamp> m_pendingDeadline;
+    bool m_isHidden = false;
+    std::optional<DisplayChoice> m_appliedDisplayChoice;
+    std::vector<QMetaObject::Connection> m_observers;
+};
+
+} // namespace veslora

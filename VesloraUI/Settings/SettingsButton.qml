@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// A push button of the settings window; reachable by keyboard, as in any window.
+import QtQuick
+import QtQuick.Templates as T
+import Veslora
+
+T.Button {
+    id: button
+
+    Accessible.name: text
+    implicitHeight: 26
+    implicitWidth: Math.max(72, label.implicitWidth + 24)
+
+    background: Rectangle {
+        border.color: button.visualFocus ? VesloraStyle.accentColor : "transparent"
+        border.width: 1.5
+        color: button.down ? SettingsColors.controlPressed : SettingsColors.control
+        radius: 6
+    }
+    contentItem: Text {
+        id: label
+
+        color: SettingsColors.text
+        horizontalAlignment: Text.AlignHCenter
+        opacity: button.enabled ? 1 : 0.4
+        text: button.text
+        verticalAlignment: Text.AlignVCenter
+
+        font {
+            family: VesloraStyle.systemFont
+            pixelSize: 12
+            weight: Font.Medium
+        }
+    }
+}

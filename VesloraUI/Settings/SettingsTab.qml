@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// One tab of the settings window: a symbol over its name.
+import QtQuick
+import QtQuick.Templates as T
+import Veslora
+
+T.TabButton {
+    id: tab
+
+    property string symbol
+
+    Accessible.name: text
+    implicitHeight: 50
+    implicitWidth: 76
+
+    background: Rectangle {
+        border.color: tab.visualFocus ? VesloraStyle.accentColor : "transparent"
+        border.width: 1.5
+        color: tab.checked ? SettingsColors.group : "transparent"
+        radius: 8
+    }
+    contentItem: Item {
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            color: label.color
+            name: tab.symbol
+            size: 20
+            y: 1
+        }
+
+        Text {
+            id: label
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            color: tab.checked ? VesloraStyle.accentColor : SettingsColors.secondary
+            text: tab.text
+            y: 25
+
+            font {
+                family: VesloraStyle.systemFont
+                pixelSize: 11
+                weight: Font.Medium
+            }
+        }
+    }
+}

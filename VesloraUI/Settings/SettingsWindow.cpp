@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Settings/SettingsWindow.h"
+
+#include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/Views.h"
+
+#include <QQmlComponent>
+#include <QQuickWindow>
+
+#include <utility>
+
+namespace veslora {
+
+SettingsWindow::SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version)
+    : m_engine(engine), m_agents(agents), m_version(std::move(version)) {}
+
+SettingsWindow::~SettingsWindow() = default;
+
+void SettingsWindow::open() {
+    if (!m_window) {
+        auto made = createView(m_engine, QStringLiteral("Settings/SettingsView.qml"),
+                               {{QStringLiteral("agents"), QVariant::fromValue(&m_agents)},
+                                {QStringLiteral("version"), m_version}});
+        m_window.reset(qobject_cast<QQuickWindow*>(made.release()));
+        if (!m_window) {
+            return;
+        }
+        connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
+            if (!isVisible && m_window) {
+                m_window.release()->deleteLater();
+            }
+        });
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+}
+
+} // namespace veslora

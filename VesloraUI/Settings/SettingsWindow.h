@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Opens the settings window, and lets all of it go when the user closes it. Main thread only.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class QQmlEngine;
+class QQuickWindow;
+
+namespace veslora {
+
+class AgentsModel;
+
+class SettingsWindow : public QObject {
+    Q_OBJECT
+
+  public:
+    SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version);
+    ~SettingsWindow() override;
+
+    /// Shows the window, or brings it forward if it is there already, and gives it the focus.
+    void open();
+
+    /// Null while it is closed.
+    [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
+
+  private:
+    QQmlEngine& m_engine;
+    AgentsModel& m_agents;
+    QString m_version;
+    std::unique_ptr<QQuickWindow> m_window;
+};
+
+} // namespace veslora

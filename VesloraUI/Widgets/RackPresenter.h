@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// The page of the rack that shows, ready for display.
+#pragma once
+
+#include "VesloraUI/RowModel.h"
+#include "VesloraUI/Widgets/RackModel.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+namespace veslora {
+
+/// One place of the rack.
+struct RackEntry {
+    Q_GADGET
+    QML_VALUE_TYPE(rackEntry)
+    Q_PROPERTY(QString id MEMBER id FINAL)
+    Q_PROPERTY(QString title MEMBER title FINAL)
+    Q_PROPERTY(double width MEMBER width FINAL)
+    Q_PROPERTY(bool isWide MEMBER isWide FINAL)
+    Q_PROPERTY(bool isAgents MEMBER isAgents FINAL)
+
+  public:
+    QString id;
+    QString title;
+    double width = 0; ///< points
+    bool isWide = false;
+    bool isAgents = false; ///< the agents widget stands here
+
+    bool operator==(const RackEntry&) const = default;
+};
+
+class RackPresenter : public QObject, public QQmlParserStatus {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(veslora::RackModel* rack MEMBER m_rack REQUIRED FINAL)
+    /// Points that the modules may spread over.
+    Q_PROPERTY(double availableWidth MEMBER m_availableWidth WRITE setAvailableWidth REQUIRED FINAL)
+    Q_PROPERTY(QAbstractItemModel* modules READ modules CONSTANT FINAL)
+    Q_PROPERTY(double spacing READ spacing NOTIFY changed FINAL)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed FINAL)
+
+  public:
+    using QObject::QObject;
+
+    void classBegin() override {}
+    void componentComplete() override;
+
+    void setAvailableWidth(double width);
+
+    [[nodiscard]] QAbstractItemModel* modules() { return &m_modules; }
+    /// Points between two modules: the user's own, or what spreads them over the width, but at least 20.
+    [[nodiscard]] double spacing() const;
+    /// There is no widget at all, and nobody is about to add one.
+    [[nodiscard]] bool isEmpty() const;
+
+  signals:
+    void changed();
+
+  private:
+    void readRack();
+    [[nodiscard]] std::vector<WidgetEntry> page() const;
+
+    RackModel* m_rack = nullptr;
+    double m_availableWidth = 0;
+    RowModel<RackEntry> m_modules{"entry"};
+};
+
+} // namespace veslora
