@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/FakeDirectoryWatcher.h"
+
+#include <utility>
+
+namespace veslora {
+
+/// Owns its record; the watcher only looks at it.
+class FakeDirectoryWatcher::Watch final : public DirectoryWatch {
+  public:
+    explicit Watch(std::shared_ptr<Record> record) : m_record(std::move(record)) {}
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+    ~Watch() override {
+        m_record->isActive = false;
+        m_record->changed = nullptr;
+    }
+
+    [[nodiscard]] bool isActive() const override { return m_record->isActive; }
+
+  private:
+    std::shared_ptr<Record> m_record;
+};
+
+std::unique_ptr<DirectoryWatch> FakeDirectoryWatcher::watch(const std::string& directory,
+                                                            DirectoryChanges changes,
+                                                            std::function<void()> changed) {
+    if (refused.contains(directory)) {
+        return nullptr;
+    }
+    auto record = std::make_shared<Record>(Record{directory, changes, std::move(changed)});
+    m_records.push_back(record);
+    return std::make_unique<Watch>(std::move(record));
+}
+
+void FakeDirectoryWatcher::fire(const std::string& directory, DirectoryChanges kind) {
+    for (const auto& record : recordsOf(directory)) {
+        const bool isMeant = kind == DirectoryChanges::movedInto || record->changes == DirectoryChanges::any;
+        // A copy, since a callback may end its own watch; and an earlier one may have ended this.
+        if (const auto changed = record->changed; record->isActive && isMeant) {
+            changed();
+        }
+    }
+}
+
+void FakeDirectoryWatcher::end(const std::string& directory) {
+    for (const auto& record : recordsOf(directory)) {
+        if (const auto changed = record->changed; std::exchange(record->isActive, false)) {
+            changed();
+        }
+    }
+}
+
+std::size_t FakeDirectoryWatcher::count(const std::string& directory) const {
+    return recordsOf(directory).size();
+}
+
+std::vector<std::shared_ptr<FakeDirectoryWatcher::Record>>
+FakeDirectoryWatcher::recordsOf(const std::string& directory) const {
+    std::vector<std::shared_ptr<Record>> found;
+    for (const auto& weak : m_records) {
+        if (auto record = weak.lock(); record && record->isActive && record->directory == directory) {
+            found.push_back(std::move(record));
+        }
+    }
+    return found;
+}
+
+} // namespace veslora

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// A file system that lives in the test's memory and holds to the rules of the real one: parents must exist,
+// links lead elsewhere, a replaced file is a new one. Paths are absolute.
+#pragma once
+
+#include "VesloraUI/Platform/Files.h"
+
+#include <map>
+
+namespace veslora {
+
+class MemoryFiles final : public Files {
+  public:
+    /// What a file written now is stamped with.
+    Timestamp clock = 1'800'000'000;
+
+    MemoryFiles();
+
+    [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
+    [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
+    [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
+    [[nodiscard]] std::error_code write(const std::string& path, const std::string& bytes,
+                                        const WriteOptions& options) override;
+    std::error_code remove(const std::string& path) override;
+    std::error_code makeDirectory(const std::string& path, std::uint32_t mode) override;
+    std::error_code setMode(const std::string& path, std::uint32_t mode) override;
+    std::error_code makeLink(const std::string& target, const std::string& path) override;
+    [[nodiscard]] std::string resolve(const std::string& path) override;
+    [[nodiscard]] bool isExecutable(const std::string& path) override;
+
+    /// Makes or replaces a file, and the directories above it, as another program would.
+    void put(const std::string& path, const std::string& bytes, std::uint32_t mode = 0644);
+    /// Changes a file in place, as a program does that truncates it and writes: it stays the same file.
+    void rewrite(const std::string& path, const std::string& bytes);
+    /// Makes something that is neither file nor directory nor link, such as a pipe.
+    void putSpecial(const std::string& path);
+    /// Gives a file to another user.
+    void giveAway(const std::string& path);
+
+    /// What a file holds, links followed and whoever owns it; absent where there is none.
+    [[nodiscard]] std::optional<std::string> text(const std::string& path) const;
+    [[nodiscard]] bool exists(const std::string& path) const;
+    /// How many files and links were written or made through the seam, and by how many of them the disk was
+    /// made to hold them.
+    [[nodiscard]] int writes() const { return m_writes; }
+    [[nodiscard]] int syncedWrites() const { return m_syncedWrites; }
+
+  private:
+    enum class Kind { file, directory, link, special };
+    struct Node {
+        Kind kind = Kind::file;
+        std::string bytes; ///< of a file, or the target of a link
+        std::uint32_t mode = 0;
+        std::uint64_t inode = 0;
+        Timestamp modified = 0;
+        bool isOurs = true;
+    };
+
+    [[nodiscard]] std::optional<std::string> walk(const std::string& path, Links last, int rounds = 0) const;
+    [[nodiscard]] const Node* find(const std::string& path, Links last) const;
+    [[nodiscard]] Node* find(const std::string& path, Links last);
+    [[nodiscard]] std::error_code place(const std::string& path, Node node);
+    Node& make(const std::string& path, Kind kind, const std::string& bytes, std::uint32_t mode);
+
+    std::map<std::string, Node> m_nodes; ///< by their paths without any link in them
+    std::uint64_t m_lastInode = 0;
+    int m_writes = 0;
+    int m_syncedWrites = 0;
+};
+
+} // namespace veslora

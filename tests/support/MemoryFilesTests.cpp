@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/MemoryFiles.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace veslora;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class MemoryFilesTest : public testing::Test {
+  protected:
+    MemoryFiles files;
+
+    void SetUp() override { ASSERT_FALSE(files.makeDirectory("/home/user", 0755)); }
+
+    std::error_code readError(const std::string& path, const ReadOptions& options = {}) {
+        return files.read(path, options).error;
+    }
+};
+
+} // namespace
+
+TEST_F(MemoryFilesTest, WritesAndReadsAFile) {
+    EXPECT_FALSE(files.write("/home/user/note", "text", {}));
+    const ReadResult result = files.read("/home/user/note", {});
+    EXPECT_TRUE(result);
+    EXPECT_EQ(result.bytes, "text");
+    EXPECT_EQ(files.text("/home/user/note"), "text");
+}
+
+TEST_F(MemoryFilesTest, NewFileIsPrivateAndAReplacedOneKeepsItsMode) {
+    EXPECT_FALSE(files.write("/home/user/new", "", {}));
+    EXPECT_EQ(files.stat("/home/user/new", Links::refuse)->mode, 0600U);
+    files.put("/home/user/old", "", 0640);
+    EXPECT_FALSE(files.write("/home/user/old", "x", {}));
+    EXPECT_EQ(files.stat("/home/user/old", Links::refuse)->mode, 0640U);
+    EXPECT_FALSE(files.write("/home/user/old", "x", {.mode = 0755}));
+    EXPECT_EQ(files.stat("/home/user/old", Links::refuse)->mode, 0755U);
+}
+
+TEST_F(MemoryFilesTest, ReplacedFileIsANewOneAndARewrittenOneIsNot) {
+    files.put("/home/user/note", "one");
+    const auto before = files.stat("/home/user/note", Links::refuse);
+    files.clock += 5;
+    files.rewrite("/home/user/note", "two!");
+    const auto rewritten = files.stat("/home/user/note", Links::refuse);
+    EXPECT_EQ(rewritten->inode, before->inode);
+    EXPECT_EQ(rewritten->size, 4);
+    EXPECT_EQ(rewritten->modified, before->modified + 5);
+    EXPECT_FALSE(files.write("/home/user/note", "three", {}));
+    EXPECT_NE(files.stat("/home/user/note", Links::refuse)->inode, before->inode);
+}
+
+TEST_F(MemoryFilesTest, ParentMustBeADirectory) {
+    EXPECT_EQ(files.write("/home/nobody/note", "", {}), std::errc::no_such_file_or_directory);
+    files.put("/home/user/note", "");
+    EXPECT_EQ(files.write("/home/user/note/inner", "", {}), std::errc::not_a_directory);
+    EXPECT_EQ(files.write("/home/user", "", {}), std::errc::is_a_directory);
+}
+
+TEST_F(MemoryFilesTest, ReadRefusesWhatIsNoPlainFileOfOurs) {
+    EXPECT_EQ(readError("/home/user/nothing"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(readError("/home/user"), std::errc::is_a_directory);
+    files.putSpecial("/home/user/pipe");
+    EXPECT_EQ(readError("/home/user/pipe"), std::errc::not_supported);
+    files.put("/home/user/theirs", "secret");
+    files.giveAway("/home/user/theirs");
+    EXPECT_EQ(readError("/home/user/theirs"), std::errc::permission_denied);
+    EXPECT_FALSE(readError("/home/user/theirs", {.owners = Owners::anyone}));
+    files.put("/home/user/closed", "", 0200);
+    EXPECT_EQ(readError("/home/user/closed"), std::errc::permission_denied);
+}
+
+TEST_F(MemoryFilesTest, ReadRefusesLongerFilesThanItsCap) {
+    files.put("/home/user/note", "12345");
+    EXPECT_FALSE(readError("/home/user/note", {.cap = 5}));
+    EXPECT_EQ(readError("/home/user/note", {.cap = 4}), std::errc::file_too_large);
+}
+
+TEST_F(MemoryFilesTest, LinksAreFollowedOnlyOnDemand) {
+    files.put("/home/user/real", "text");
+    EXPECT_FALSE(files.makeLink("real", "/home/user/link"));
+    EXPECT_EQ(readError("/home/user/link"), std::errc::too_many_symbolic_link_levels);
+    EXPECT_EQ(files.read("/home/user/link", {.links = Links::follow}).bytes, "text");
+    EXPECT_TRUE(files.stat("/home/user/link", Links::refuse)->isLink);
+    EXPECT_TRUE(files.stat("/home/user/link", Links::follow)->isRegular);
+    EXPECT_EQ(files.resolve("/home/user/link"), "/home/user/real");
+}
+
+TEST_F(MemoryFilesTest, WriteReplacesALinkItself) {
+    files.put("/home/user/real", "old");
+    EXPECT_FALSE(files.makeLink("/home/user/real", "/home/user/link"));
+    EXPECT_FALSE(files.write("/home/user/link", "new", {}));
+    EXPECT_EQ(files.text("/home/user/real"), "old");
+    EXPECT_EQ(files.text("/home/user/link"), "new");
+}
+
+TEST_F(MemoryFilesTest, LinkedDirectoriesLeadTheirWay) {
+    EXPECT_FALSE(files.makeDirectory("/data/store", 0700));
+    EXPECT_FALSE(files.makeLink("../../data", "/home/user/data"));
+    EXPECT_FALSE(files.write("/home/user/data/store/note", "text", {}));
+    EXPECT_EQ(files.text("/data/store/note"), "text");
+    EXPECT_THAT(*files.list("/home/user/data"), UnorderedElementsAre("store"));
+}
+
+TEST_F(MemoryFilesTest, ResolvesWhatIsNotThereYetAndGivesUpOnCircles) {
+    EXPECT_FALSE(files.makeLink("later/file", "/home/user/link"));
+    EXPECT_EQ(files.resolve("/home/user/link"), "/home/user/later/file");
+    EXPECT_FALSE(files.makeLink("b", "/home/user/a"));
+    EXPECT_FALSE(files.makeLink("a", "/home/user/b"));
+    EXPECT_EQ(files.resolve("/home/user/a"), "/home/user/a");
+    EXPECT_EQ(files.stat("/home/user/a", Links::follow), std::nullopt);
+}
+
+TEST_F(MemoryFilesTest, ListsTheNamesInADirectory) {
+    files.put("/home/user/one", "");
+    files.put("/home/user/folder/two", "");
+    EXPECT_THAT(*files.list("/home/user"), UnorderedElementsAre("one", "folder"));
+    EXPECT_THAT(*files.list("/"), UnorderedElementsAre("home"));
+    EXPECT_EQ(files.list("/home/user/one"), std::nullopt);
+    EXPECT_EQ(files.list("/nowhere"), std::nullopt);
+}
+
+TEST_F(MemoryFilesTest, RemovesFilesAndLinksAlone) {
+    files.put("/home/user/real", "");
+    EXPECT_FALSE(files.makeLink("real", "/home/user/link"));
+    EXPECT_FALSE(files.remove("/home/user/link"));
+    EXPECT_TRUE(files.exists("/home/user/real"));
+    EXPECT_FALSE(files.remove("/home/user/real"));
+    EXPECT_EQ(files.remove("/home/user/real"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(files.remove("/home/user"), std::errc::is_a_directory);
+    EXPECT_THAT(*files.list("/home/user"), IsEmpty());
+}
+
+TEST_F(MemoryFilesTest, MakesMissingParentsAndLeavesTheRest) {
+    EXPECT_FALSE(files.makeDirectory("/home/user/a/b", 0700));
+    EXPECT_EQ(files.stat("/home/user/a", Links::refuse)->mode, 0700U);
+    EXPECT_FALSE(files.makeDirectory("/home/user", 0700));
+    EXPECT_EQ(files.stat("/home/user", Links::refuse)->mode, 0755U);
+    files.put("/home/user/note", "");
+    EXPECT_EQ(files.makeDirectory("/home/user/note/x", 0700), std::errc::not_a_directory);
+}
+
+TEST_F(MemoryFilesTest, ChangesModesAndKnowsWhatCanBeRun) {
+    files.put("/home/user/script", "", 0644);
+    EXPECT_FALSE(files.isExecutable("/home/user/script"));
+    EXPECT_FALSE(files.setMode("/home/user/script", 0755));
+    EXPECT_TRUE(files.isExecutable("/home/user/script"));
+    EXPECT_FALSE(files.isExecutable("/home/user")) << "A directory can't be run.";
+    EXPECT_EQ(files.setMode("/nowhere", 0755), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(MemoryFilesTest, CountsWhatGoesThroughTheSeam) {
+    files.put("/home/user/theirs", "");
+    EXPECT_EQ(files.writes(), 0);
+    EXPECT_FALSE(files.write("/home/user/note", "", {}));
+    EXPECT_FALSE(files.write("/home/user/note", "", {.sync = Sync::yes}));
+    EXPECT_TRUE(files.write("/nowhere/note", "", {}));
+    EXPECT_EQ(files.writes(), 2);
+    EXPECT_EQ(files.syncedWrites(), 1);
+}
