@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// An agent that does as a test says and remembers what was asked of it.
+#pragma once
+
+#include "VesloraUI/Claude/AgentMonitor.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veslora {
+
+class FakeMonitor final : public AgentMonitor {
+  public:
+    std::vector<std::string> log;
+    std::vector<std::pair<std::string, ClaudeDecision>> answered;
+
+    void start() override { log.emplace_back("start"); }
+    void stop() override { log.emplace_back("stop"); }
+    void answer(const std::string& requestId, ClaudeDecision decision) override {
+        answered.emplace_back(requestId, decision);
+        auto requests = pendingRequests();
+        std::erase_if(requests, [&](const auto& request) { return request.id == answered.back().first; });
+        publish(summaries(), std::move(requests));
+    }
+    void jump(const std::string& sessionId) override { log.push_back("jump " + sessionId); }
+    void dismissApproval(const std::string& sessionId) override { log.push_back("dismiss " + sessionId); }
+    void installHooks() override { setHooks(true, false); }
+    void removeHooks() override { setHooks(false, false); }
+
+    using AgentMonitor::publish;
+    using AgentMonitor::setHooks;
+
+    static ClaudeSessionSummary session(const std::string& id, ClaudeSessionStatus status,
+                                        AgentKind agent = AgentKind::claude) {
+        return {id, "name of " + id, 10, std::move(status), std::nullopt, agent};
+    }
+    static ClaudePermissionRequest request(const std::string& id, Timestamp receivedAt,
+                                           const std::string& text = "ls") {
+        return {id, "s1", "/home/me/folder", "Bash", text, receivedAt, AgentKind::claude, {}};
+    }
+};
+
+} // namespace veslora

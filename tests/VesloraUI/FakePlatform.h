@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+// A machine that obeys a test: every seam of the platform, held in memory.
+#pragma once
+
+#include "VesloraUI/Platform/Platform.h"
+#include "tests/support/FakeDirectoryWatcher.h"
+#include "tests/support/ManualScheduler.h"
+#include "tests/support/MemoryFiles.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+class FakeProcesses final : public Processes {
+  public:
+    std::set<std::int32_t> alive;
+
+    [[nodiscard]] std::int32_t ownId() const override { return 4711; }
+    [[nodiscard]] bool isAlive(std::int32_t pid) const override { return alive.contains(pid); }
+};
+
+class FakeHostApplications final : public HostApplications {
+  public:
+    std::map<std::int32_t, HostApp> apps; ///< by the process that asks
+    std::set<std::int32_t> frontmost;
+    std::vector<HostApp> activated;
+
+    [[nodiscard]] std::optional<HostApp> hostAppOf(std::int32_t pid) override {
+        const auto found = apps.find(pid);
+        return found == apps.end() ? std::nullopt : std::optional(found->second);
+    }
+    [[nodiscard]] bool isFrontmost(std::int32_t pid) override { return frontmost.contains(pid); }
+    void activate(const HostApp& app) override { activated.push_back(app); }
+};
+
+class FakeScreens final : public Screens {
+  public:
+    std::vector<ScreenInfo> screens;
+
+    [[nodiscard]] std::vector<ScreenInfo> list() const override { return screens; }
+
+    /// A screen of that size without a notch, with a bar of 28 points.
+    static ScreenInfo make(const std::string& name, double width, double height, bool isBuiltIn);
+};
+
+class FakePointer final : public Pointer {
+  public:
+    std::optional<Point> position;
+    bool isDown = false;
+    bool isTracking = false;
+    bool isWatchingPresses = false;
+
+    [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override { return position; }
+    [[nodiscard]] bool isButtonDown() const override { return isDown; }
+    void setTracking(bool tracking) override { isTracking = tracking; }
+    void setWatchingPresses(bool watching) override { isWatchingPresses = watching; }
+
+    /// Moves the pointer and says so.
+    void moveTo(std::optional<Point> point);
+};
+
+class FakePanel final : public Panel {
+  public:
+    Rect frame;
+    std::string screenName;
+    PanelZones zones;
+    bool isShown = false;
+    int placements = 0;
+
+    void place(const ScreenInfo& screen, const Rect& newFrame) override;
+    void setContent(QQuickItem* /*content*/) override {}
+    void setOutline(std::function<QPainterPath()> /*outline*/) override {}
+    void setZones(const PanelZones& newZones) override { zones = newZones; }
+    void orderFront() override { isShown = true; }
+    void orderOut() override { isShown = false; }
+    [[nodiscard]] QQuickWindow* window() const override { return nullptr; }
+
+    [[nodiscard]] bool takesClicksAt(Point point) const;
+};
+
+class RecordingSounds final : public SoundPlaying {
+  public:
+    std::vector<std::string> played;
+    void play(const std::string& name) override { played.push_back(name); }
+};
+
+class RecordingHaptics final : public HapticPerforming {
+  public:
+    std::vector<HapticPattern> performed;
+    void perform(HapticPattern pattern) override { performed.push_back(pattern); }
+};
+
+/// Seven points a byte.
+class FixedTextMeasuring final : public TextMeasuring {
+  public:
+    [[nodiscard]] double wingTextWidth(const std::string& text) const override {
+        return 7.0 * static_cast<double>(text.size());
+    }
+};
+
+class RecordingStatusMenu final : public StatusMenu {
+  public:
+    std::vector<StatusMenuRow> rows;
+    void show(const QString& /*title*/, const QString& /*symbol*/, std::vector<StatusMenuRow> newRows) override {
+        rows = std::move(newRows);
+    }
+};
+
+class FakePlatform final : public Platform {
+  public:
+    FakePlatform();
+
+    Directories paths;
+    ManualScheduler time;
+    MemoryFiles disk;
+    FakeDirectoryWatcher watches;
+    FakeProcesses tasks;
+    FakeHostApplications hosts;
+    FakeScreens displays;
+    FakePointer mouse;
+    FakePanel window;
+    RecordingSounds sound;
+    RecordingHaptics taps;
+    FixedTextMeasuring measuring;
+    RecordingStatusMenu menu;
+
+    /// Lets time pass, and the files' stamps with it.
+    void advance(double seconds);
+
+    [[nodiscard]] const Directories& directories() const override { return paths; }
+    [[nodiscard]] Scheduler& scheduler() override { return time; }
+    [[nodiscard]] Files& files() override { return disk; }
+    [[nodiscard]] DirectoryWatcher& directoryWatcher() override { return watches; }
+    [[nodiscard]] Processes& processes() override { return tasks; }
+    [[nodiscard]] HostApplications& hostApplications() override { return hosts; }
+    [[nodiscard]] Screens& screens() override { return displays; }
+    [[nodiscard]] Pointer& pointer() override { return mouse; }
+    [[nodiscard]] Panel& panel() override { return window; }
+    [[nodiscard]] SoundPlaying& sounds() override { return sound; }
+    [[nodiscard]] HapticPerforming& haptics() override { return taps; }
+    [[nodiscard]] TextMeasuring& textMeasuring() override { return measuring; }
+    [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
+};
+
+} // namespace veslora

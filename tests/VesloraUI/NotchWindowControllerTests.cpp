@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/NotchWindowController.h"
+
+#include "VesloraUI/Settings/Defaults.h"
+#include "tests/VesloraUI/FakeMonitor.h"
+#include "tests/VesloraUI/FakePlatform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veslora {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+// On a screen of 1440 by 900 with a bar of 28 points the notch spans x 620 to 820, y 872 to 900.
+constexpr Point onNotch{720, 890};
+constexpr Point inOpenIsland{720, 760};
+constexpr Point farAway{100, 100};
+
+class NotchWindowControllerTest : public testing::Test {
+  protected:
+    NotchWindowControllerTest() { SettingsKeys::registerDefaults(settings); }
+
+    void start() { controller.start(); }
+    void openByHover() {
+        platform.mouse.moveTo(onNotch);
+        platform.advance(0.1);
+    }
+    void letWait(double since, const std::string& id = "s1") {
+        claude.publish({FakeMonitor::session(id, ClaudeStatus::NeedsApproval{"", since})}, {});
+    }
+    [[nodiscard]] bool isExpanded() const { return controller.tracker()->isExpanded(); }
+    [[nodiscard]] IslandState state() const { return controller.model()->state(); }
+
+    FakePlatform platform;
+    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeMonitor claude;
+    AgentsModel agents{claude, nullptr};
+    NotchWindowController controller{platform, settings, agents, [](NotchViewModel&) { return IslandContent(); }};
+};
+
+TEST_F(NotchWindowControllerTest, NothingRunsBeforeStart) {
+    EXPECT_THAT(claude.log, IsEmpty());
+    EXPECT_FALSE(platform.window.isShown);
+    EXPECT_EQ(controller.model(), nullptr);
+}
+
+TEST_F(NotchWindowControllerTest, StartsMonitorsAndShowsThePanel) {
+    start();
+    EXPECT_THAT(claude.log, ElementsAre("start"));
+    EXPECT_TRUE(platform.window.isShown);
+    EXPECT_TRUE(platform.mouse.isTracking);
+    EXPECT_EQ(platform.window.frame, NotchGeometry(platform.displays.screens[0].metrics).windowFrame());
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, StopRunsEverythingDown) {
+    start();
+    openByHover();
+    controller.stop();
+    EXPECT_THAT(claude.log, ElementsAre("start", "stop"));
+    EXPECT_FALSE(platform.window.isShown);
+    EXPECT_FALSE(platform.mouse.isTracking);
+    EXPECT_EQ(platform.time.pending(), 0u);
+    settings.set(SettingsKeys::hoverDelay, 0.3);
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(isExpanded()) << "nobody listens any more";
+}
+
+TEST_F(NotchWindowControllerTest, APointerThatRestsOpensTheIsland) {
+    start();
+    platform.mouse.moveTo(onNotch);
+    EXPECT_FALSE(isExpanded());
+    platform.advance(0.09);
+    EXPECT_FALSE(isExpanded());
+    platform.advance(0.01);
+    EXPECT_TRUE(isExpanded());
+    EXPECT_EQ(state(), IslandState::expanded);
+}
+
+TEST_F(NotchWindowControllerTest, LeavingClosesAtOnceAndForgetsTheWait) {
+    start();
+    platform.mouse.moveTo(onNotch);
+    platform.advance(0.05);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(platform.time.pending(), 0u) << "no wake-up is left over";
+    openByHover();
+    platform.mouse.moveTo(inOpenIsland);
+    EXPECT_TRUE(isExpanded());
+    platform.mouse.moveTo(std::nullopt);
+    EXPECT_FALSE(isExpanded()) << "another screen is outside of everything";
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, TakesClicksOnlyWhereTheIslandIs) {
+    start();
+    EXPECT_FALSE(platform.window.takesClicksAt(onNotch));
+    EXPECT_THAT(platform.window.zones.hover, SizeIs(1));
+    openByHover();
+    EXPECT_TRUE(platform.window.takesClicksAt(onNotch));
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 900})) << "the topmost row is inside";
+    EXPECT_TRUE(platform.window.takesClicksAt(inOpenIsland));
+    EXPECT_FALSE(platform.window.takesClicksAt(farAway));
+    platform.mouse.moveTo(farAway);
+    EXPECT_FALSE(platform.window.takesClicksAt(onNotch));
+}
+
+TEST_F(NotchWindowControllerTest, AnAlertTakesClicksOnItsOwnSize) {
+    start();
+    letWait(1);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_EQ(controller.model()->islandWidth(), 360);
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
+    EXPECT_FALSE(platform.window.takesClicksAt({480, 860}));
+    claude.publish(claude.summaries(), {FakeMonitor::request("r", platform.time.now())});
+    EXPECT_EQ(controller.model()->islandWidth(), 520);
+    EXPECT_EQ(controller.model()->islandHeight(), 28 + 104);
+    EXPECT_TRUE(platform.window.takesClicksAt({480, 860}));
+    claude.publish({}, {});
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800}));
+}
+
+TEST_F(NotchWindowControllerTest, AnAlertKeepsHoverFromOpening) {
+    start();
+    letWait(1);
+    platform.mouse.moveTo(onNotch);
+    platform.advance(1);
+    EXPECT_FALSE(isExpanded());
+    claude.publish({}, {});
+    platform.mouse.moveTo(onNotch);
+    platform.advance(0.1);
+    EXPECT_TRUE(isExpanded());
+}
+
+TEST_F(NotchWindowControllerTest, APressInProgressIsNeverCutOff) {
+    start();
+    openByHover();
+    platform.mouse.moveTo(inOpenIsland);
+    platform.mouse.isDown = true;
+    platform.mouse.position = inOpenIsland;
+    controller.rack().onIslandWidthChange(600);
+    EXPECT_TRUE(platform.window.takesClicksAt({720 - 390, 760})) << "still the old zone";
+    platform.mouse.isDown = false;
+    platform.mouse.moveTo(inOpenIsland);
+    EXPECT_FALSE(platform.window.takesClicksAt({720 - 390, 760}));
+}
+
+TEST_F(NotchWindowControllerTest, APressThatBeganElsewhereDoesNotKeepTheIslandOut) {
+    start();
+    platform.mouse.isDown = true;
+    openByHover();
+    EXPECT_TRUE(platform.window.takesClicksAt(onNotch));
+}
+
+TEST_F(NotchWindowControllerTest, ANewWaitSoundsOnce) {
+    settings.set(SettingsKeys::claudeApprovalSound, true);
+    start();
+    letWait(1);
+    EXPECT_THAT(platform.sound.played, ElementsAre("Glass"));
+    letWait(1, "s1");
+    controller.presentationChanged();
+    EXPECT_THAT(platform.sound.played, SizeIs(1));
+    letWait(2);
+    EXPECT_THAT(platform.sound.played, SizeIs(2)) << "a new stamp is a new wait";
+}
+
+TEST_F(NotchWindowControllerTest, TurningTheSoundOnDoesNotAnnounceOldWaits) {
+    start();
+    letWait(1);
+    settings.set(SettingsKeys::claudeApprovalSound, true);
+    controller.presentationChanged();
+    EXPECT_THAT(platform.sound.played, IsEmpty());
+}
+
+TEST_F(NotchWindowControllerTest, NoSoundWithoutAlerts) {
+    settings.set(SettingsKeys::claudeApprovalSound, true);
+    settings.set(SettingsKeys::claudeApprovalAlerts, false);
+    start();
+    letWait(1);
+    EXPECT_THAT(platform.sound.played, IsEmpty());
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, AWaitThatEndsCountsAsNewWhenItComesBack) {
+    settings.set(SettingsKeys::claudeApprovalSound, true);
+    start();
+    letWait(1);
+    claude.publish({}, {});
+    letWait(1);
+    EXPECT_THAT(platform.sound.played, SizeIs(2));
+}
+
+TEST_F(NotchWindowControllerTest, HoverDelayActsWithoutANewLayout) {
+    start();
+    settings.set(SettingsKeys::hoverDelay, 0.5);
+    EXPECT_EQ(platform.window.placements, 1);
+    platform.mouse.moveTo(onNotch);
+    platform.advance(0.4);
+    EXPECT_FALSE(isExpanded());
+    platform.advance(0.1);
+    EXPECT_TRUE(isExpanded());
+}
+
+TEST_F(NotchWindowControllerTest, DisplayChoiceLaysOutAnewAndOnlyThen) {
+    platform.displays.screens = {FakeScreens::make("DP-1", 1920, 1080, false),
+                                 FakeScreens::make("eDP-1", 1440, 900, true)};
+    start();
+    EXPECT_EQ(platform.window.screenName, "eDP-1");
+    settings.set(SettingsKeys::accent, std::string("cyan"));
+    EXPECT_EQ(platform.window.placements, 1);
+    settings.set(SettingsKeys::displayChoice, std::string("main"));
+    EXPECT_EQ(platform.window.screenName, "DP-1");
+    EXPECT_EQ(platform.window.placements, 2);
+}
+
+TEST_F(NotchWindowControllerTest, WithoutABuiltInDisplayThePrimaryServes) {
+    platform.displays.screens = {FakeScreens::make("DP-1", 1920, 1080, false)};
+    start();
+    EXPECT_EQ(platform.window.screenName, "DP-1");
+}
+
+TEST_F(NotchWindowControllerTest, WithoutAnyScreenEverythingStays) {
+    start();
+    openByHover();
+    platform.displays.screens.clear();
+    emit platform.displays.changed();
+    EXPECT_TRUE(isExpanded());
+    EXPECT_EQ(platform.window.placements, 1);
+}
+
+TEST_F(NotchWindowControllerTest, ANewScreenClosesAnIslandOpenByHover) {
+    start();
+    openByHover();
+    emit platform.displays.changed();
+    EXPECT_FALSE(isExpanded());
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, EditingPinsTheIslandOpen) {
+    start();
+    controller.rack().enterEditing();
+    EXPECT_TRUE(isExpanded());
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(isExpanded());
+    EXPECT_TRUE(platform.mouse.isWatchingPresses);
+    emit platform.displays.changed();
+    EXPECT_TRUE(isExpanded()) << "edit mode survives a new layout";
+    emit platform.mouse.pressedOutside();
+    EXPECT_FALSE(isExpanded());
+    EXPECT_FALSE(platform.mouse.isWatchingPresses);
+}
+
+TEST_F(NotchWindowControllerTest, AnOpenIslandHidesAnAlertButKeepsItsClicks) {
+    start();
+    openByHover();
+    letWait(1);
+    EXPECT_EQ(state(), IslandState::expanded);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
+}
+
+} // namespace
+} // namespace veslora
