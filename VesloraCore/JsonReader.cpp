@@ -40,7 +40,12 @@ bool JsonReader::read(ondemand::value value, int depth, Json& out) {
         return depth < Json::depthLimit && readArray(value, depth + 1, out);
     if (type == ondemand::json_type::object)
         return depth < Json::depthLimit && readObject(value, depth + 1, out);
-    return readScalar(JsonText::withoutTrailingBlanks(value.raw_json_token()), out);
+    const std::string_view token = JsonText::withoutTrailingBlanks(value.raw_json_token());
+    // A string must be taken out: one that is passed over counts as a key where a colon follows it.
+    ondemand::raw_json_string taken;
+    if (type == ondemand::json_type::string && value.get_raw_json_string().get(taken))
+        return false;
+    return readScalar(token, out);
 }
 
 bool JsonReader::readArray(ondemand::value value, int depth, Json& out) {

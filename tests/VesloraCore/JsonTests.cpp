@@ -121,6 +121,14 @@ TEST(Json, RefusesBrokenStructure) {
         EXPECT_EQ(compact(text), "nothing") << text;
 }
 
+// A string value with a colon behind it was once passed over as if it were a key, and a brace too many with it.
+TEST(Json, RefusesAStringValueThatLooksLikeAKey) {
+    EXPECT_EQ(compact(R"({"a": "b":1},"c":2})"), "nothing");
+    EXPECT_EQ(compact(R"({"x":{"a":1},"a": "b":"c"},"d":{"e":1}})"), "nothing");
+    EXPECT_EQ(compact(R"([ "a":1],2])"), "nothing");
+    EXPECT_EQ(compact(R"("a":1)"), "nothing");
+}
+
 TEST(Json, RefusesEmptyText) {
     EXPECT_FALSE(Json::parse(""));
     EXPECT_FALSE(Json::parse(" \n\t\r"));

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// json-value PATH: prints the string, number or boolean at a dotted path of the JSON document on standard
+// input. Ends with status 1 and prints nothing where there is none. The status-line script starts it for
+// every value that it shows, so it does nothing else.
+#include "VesloraCore/JsonPath.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr std::size_t longestInput = std::size_t{1} << 20;
+
+/// All of standard input; nothing when it is longer than an agent's status ever is, or can't be read.
+std::optional<std::string> readInput() {
+    std::string input(longestInput + 1, '\0');
+    const std::size_t length = std::fread(input.data(), 1, input.size(), stdin);
+    if (length > longestInput || std::ferror(stdin))
+        return std::nullopt;
+    input.resize(length);
+    return input;
+}
+
+bool printValue(const std::string& path) {
+    const std::optional<std::string> input = readInput();
+    const std::optional<std::string> value = input ? veslora::JsonPath::valueAt(*input, path) : std::nullopt;
+    return value && std::fwrite(value->data(), 1, value->size(), stdout) == value->size() &&
+           std::fflush(stdout) == 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return argc == 2 && printValue(argv[1]) ? 0 : 1;
+}
