@@ -213,7 +213,7 @@ TEST_F(ClaudeMonitorTest, PassesARequestWhoseTerminalIsInFront) {
 }
 
 TEST_F(ClaudeMonitorTest, PassesEveryRequestWhenTheIslandMayNotAnswer) {
-    for (const char* key : {SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalAlerts}) {
+    for (const std::string_view key : {SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalAlerts}) {
         settings.set(key, false);
         putRequest("aaa");
         putRequest("bbb", "Bash", "unknown");

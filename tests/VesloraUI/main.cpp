@@ -1,13 +1,25 @@
 // SPDX-License-Identifier: MIT
-// Runs the tests of models and views. Views are drawn into memory: no display is asked for.
+// Runs the tests of models and views. Views are drawn into memory: no display is asked for. Whatever Qt or a view
+// complains of is a failure.
 #include <QGuiApplication>
 
 #include <gtest/gtest.h>
+
+namespace {
+
+void failOnComplaint(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
+        ADD_FAILURE() << (context.category ? context.category : "") << ": " << message.toStdString();
+    }
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
+    qInstallMessageHandler(failOnComplaint);
     const QGuiApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// The alert of a permission request, drawn and pressed.
+#include "tests/VesloraUI/Scene.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veslora {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+
+/// The room that the alert leaves its content.
+constexpr QSize room{472, 86};
+
+class ClaudeRequestAlertTest : public testing::Test {
+  protected:
+    void ask(const std::string& text, const std::string& id = "r1") {
+        scene.claude.publish(scene.claude.summaries(), {FakeMonitor::request(id, now(), text)});
+    }
+    void showAlert(const QString& id = "r1") {
+        scene.show("Claude/ClaudeRequestAlert.qml",
+                   {{"agents", QVariant::fromValue(&scene.agents)}, {"requestId", id}}, room);
+    }
+    [[nodiscard]] double now() const { return scene.platform.time.now(); }
+
+    Scene scene;
+};
+
+TEST_F(ClaudeRequestAlertTest, ShowsWhoAsksForWhat) {
+    scene.claude.publish({FakeMonitor::session("s1", ClaudeStatus::Working{1})}, {});
+    ask("npm run build");
+    showAlert();
+    EXPECT_THAT(scene.texts(), ElementsAre("Approve", "name of s1", "npm run build", "Jump", "Deny", "Allow"));
+}
+
+TEST_F(ClaudeRequestAlertTest, ASessionWithoutASummaryGoesByItsFolder) {
+    ask("ls");
+    showAlert();
+    EXPECT_THAT(scene.texts(), Contains("folder"));
+}
+
+TEST_F(ClaudeRequestAlertTest, NamesCodexAndCountsTheOthers) {
+    auto request = FakeMonitor::request("r1", now());
+    request.agent = AgentKind::codex;
+    scene.codex.publish({}, {request, FakeMonitor::request("r2", now() + 1), FakeMonitor::request("r3", now() + 2)});
+    showAlert();
+    EXPECT_THAT(scene.texts(), Contains("Approve · Codex"));
+    EXPECT_THAT(scene.texts(), Contains("+2 waiting"));
+}
+
+TEST_F(ClaudeRequestAlertTest, KeysAreDeadForTheFirstMomentButJumpIsNot) {
+    ask("ls");
+    showAlert();
+    scene.advance(0.5);
+    EXPECT_FALSE(scene.isEnabled("Deny"));
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+    scene.press("Deny");
+    scene.press("Allow");
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+    EXPECT_TRUE(scene.isEnabled("Jump"));
+    scene.press("Jump");
+    EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::pass)));
+    EXPECT_THAT(scene.claude.log, ElementsAre("jump s1"));
+}
+
+TEST_F(ClaudeRequestAlertTest, KeysAnswerOnceTheyAreArmed) {
+    for (const auto& [key, decision] : {std::pair("Allow", ClaudeDecision::allow), std::pair("Deny", ClaudeDecision::deny)}) {
+        ask("ls");
+        showAlert();
+        scene.advance(0.7);
+        scene.press(key);
+        EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", decision)));
+        scene.claude.answered.clear();
+    }
+}
+
+TEST_F(ClaudeRequestAlertTest, NoKeystrokeReachesAKey) {
+    ask("ls");
+    showAlert();
+    scene.advance(0.7);
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Y}) {
+        QTest::keyClick(&scene.window(), key);
+    }
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+}
+
+TEST_F(ClaudeRequestAlertTest, WhatIsTooLongCanBeDeniedButNotAllowed) {
+    ask(std::string(131, 'i'));
+    showAlert();
+    scene.advance(0.7);
+    EXPECT_THAT(scene.texts(), Contains("Too long to show here · use Jump"));
+    EXPECT_THAT(scene.texts(), Contains(QString(129, 'i') + "…"));
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+    EXPECT_TRUE(scene.isEnabled("Deny"));
+    scene.press("Allow");
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+}
+
+TEST_F(ClaudeRequestAlertTest, WideLettersThatDoNotFitCountAsTooLong) {
+    ask(std::string(130, 'W'));
+    showAlert();
+    scene.advance(0.7);
+    EXPECT_THAT(scene.texts(), Contains("Too long to show here · use Jump"));
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+    ask(std::string(130, 'i'));
+    showAlert();
+    scene.advance(0.7);
+    EXPECT_THAT(scene.texts(), Not(Contains("Too long to show here · use Jump")));
+    EXPECT_TRUE(scene.isEnabled("Allow"));
+}
+
+TEST_F(ClaudeRequestAlertTest, TextIsNeverReadAsMarkup) {
+    ask("<b>rm</b> -rf <img src='x'> &amp; done");
+    showAlert();
+    EXPECT_THAT(scene.texts(), Contains("<b>rm</b> -rf <img src='x'> &amp; done"));
+    EXPECT_EQ(scene.itemWith("text", "<b>rm</b> -rf <img src='x'> &amp; done")->property("textFormat").toInt(),
+              0 /* Text.PlainText */);
+}
+
+TEST_F(ClaudeRequestAlertTest, TheFuseBurnsForTwentySeconds) {
+    ask("ls");
+    showAlert();
+    const auto fraction = [this] {
+        const auto* fuse = scene.itemWith("implicitHeight", 2.0);
+        return fuse ? fuse->property("fraction").toDouble() : -1;
+    };
+    EXPECT_DOUBLE_EQ(fraction(), 1);
+    scene.advance(10);
+    EXPECT_NEAR(fraction(), 0.5, 0.001);
+    scene.advance(15);
+    EXPECT_DOUBLE_EQ(fraction(), 0);
+}
+
+TEST_F(ClaudeRequestAlertTest, AnAnswerIsPossibleForAsLongAsTheRequestPends) {
+    ask("ls");
+    showAlert();
+    scene.advance(25);
+    scene.press("Deny");
+    EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::deny)));
+}
+
+TEST_F(ClaudeRequestAlertTest, NothingCanBePressedOnceTheRequestIsGone) {
+    ask("ls");
+    showAlert();
+    scene.advance(0.7);
+    scene.claude.publish({}, {});
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+    scene.press("Deny");
+    scene.press("Jump");
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+    EXPECT_THAT(scene.texts(), Contains("ls")) << "it keeps what it showed on its way out";
+}
+
+} // namespace
+} // namespace veslora

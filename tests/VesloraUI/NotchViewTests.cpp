@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// The whole island, drawn and pressed: what shows in which state, and what happens between two.
+#include "VesloraUI/NotchOutline.h"
+#include "VesloraUI/QtTextMeasuring.h"
+#include "VesloraUI/Style/VesloraStyle.h"
+#include "tests/VesloraUI/Scene.h"
+
+#include <QRawFont>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veslora {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+
+class NotchViewTest : public testing::Test {
+  protected:
+    NotchViewTest() {
+        scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
+        scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
+        shape = scene.window().contentItem()->findChild<NotchOutline*>();
+    }
+    void ask(const std::string& id) {
+        scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});
+    }
+    /// Waits, with a deadline, until the island has its size and whatever left is gone.
+    [[nodiscard]] bool settles() {
+        return QTest::qWaitFor([this] {
+            return std::abs(shape->width() - model.islandWidth()) < 0.01 &&
+                   std::abs(shape->height() - model.islandHeight()) < 0.01 && !hasLeaving();
+        });
+    }
+    [[nodiscard]] bool hasLeaving() const {
+        const auto* leaving = scene.itemWith("isShown", false);
+        return leaving && leaving->opacity() > 0.01;
+    }
+
+    Scene scene;
+    QtTextMeasuring measuring;
+    NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
+                         scene.agents,
+                         scene.rack,
+                         scene.settings,
+                         measuring,
+                         scene.platform.time.now()};
+    NotchOutline* shape = nullptr;
+};
+
+TEST_F(NotchViewTest, ClosedItIsTheNotchAndNothingElse) {
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), IsEmpty());
+    EXPECT_EQ(shape->width(), 212);
+    EXPECT_EQ(shape->height(), 28);
+    EXPECT_EQ(shape->property("strokeOpacity").toDouble(), 0);
+}
+
+TEST_F(NotchViewTest, ARequestDropsDownAndGoesAgain) {
+    ask("r1");
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(shape->width(), 520);
+    EXPECT_EQ(shape->height(), 132);
+    EXPECT_THAT(scene.texts(), Contains("text of r1"));
+    scene.advance(1);
+    scene.press("Allow");
+    EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::allow)));
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), IsEmpty());
+}
+
+TEST_F(NotchViewTest, APressBegunOnOneRequestNeverEndsOnAnother) {
+    ask("r1");
+    ASSERT_TRUE(settles());
+    scene.advance(1);
+    const QPointF allow = scene.centerOf("Allow");
+    scene.pressDown("Allow");
+    ask("r2");
+    ASSERT_TRUE(settles());
+    scene.advance(1);
+    ASSERT_TRUE(scene.isEnabled("Allow"));
+    scene.release(allow);
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+}
+
+TEST_F(NotchViewTest, TheNextRequestIsUnarmedAgain) {
+    ask("r1");
+    ASSERT_TRUE(settles());
+    scene.advance(1);
+    ask("r2");
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), Contains("text of r2"));
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+    scene.advance(0.7);
+    EXPECT_TRUE(scene.isEnabled("Allow"));
+}
+
+TEST_F(NotchViewTest, ARequestGoesBeforeAWaitingSession) {
+    scene.claude.publish({FakeMonitor::session("s9", ClaudeStatus::NeedsApproval{"m", 1})},
+                         {FakeMonitor::request("r1", scene.platform.time.now()),
+                          FakeMonitor::request("r2", scene.platform.time.now())});
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), Contains("+1 waiting"));
+    EXPECT_THAT(scene.texts(), Not(Contains("Dismiss")));
+    scene.claude.publish(scene.claude.summaries(), {});
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), Contains("Dismiss"));
+    EXPECT_EQ(shape->width(), 360);
+}
+
+TEST_F(NotchViewTest, TheNoticeSaysWhatTheSessionWants) {
+    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::NeedsApproval{
+                                                        "Claude needs your permission to use Bash", 1}),
+                          FakeMonitor::session("b", ClaudeStatus::NeedsApproval{"", 2})},
+                         {});
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("name of a", "Wants to use Bash", "Approve", "+1", "Jump", "Dismiss"));
+    scene.press("Jump");
+    scene.press("Dismiss");
+    EXPECT_THAT(scene.claude.log, ElementsAre("jump a", "dismiss a"));
+}
+
+TEST_F(NotchViewTest, WorkingShowsASpinnerAndFinishedSaysDone) {
+    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Working{1})}, {});
+    ASSERT_TRUE(settles());
+    ASSERT_EQ(scene.texts().size(), 1);
+    const QString first = scene.texts()[0];
+    scene.advance(0.12);
+    EXPECT_NE(scene.texts()[0], first);
+    EXPECT_TRUE(scene.shows("Claude Code"));
+    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Finished{1})}, {});
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), ElementsAre("DONE"));
+}
+
+TEST_F(NotchViewTest, ATimelineRestsWhileNothingShowsIt) {
+    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Working{1})}, {});
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(scene.platform.time.pending(), 1u);
+    scene.claude.publish({}, {});
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(scene.platform.time.pending(), 0u);
+}
+
+TEST_F(NotchViewTest, OpenItShowsTheRack) {
+    model.setExpanded(true);
+    ASSERT_TRUE(settles());
+    EXPECT_EQ(shape->width(), 794);
+    EXPECT_EQ(shape->height(), 28 + 18 + 112 + 26);
+    EXPECT_THAT(scene.texts(), ElementsAre("Timer", "Music", "Metronome"));
+}
+
+TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
+    scene.settings.set("widgetLayout", std::string());
+    RackModel empty(scene.settings, scene.platform.taps);
+    scene.show("Widgets/RackView.qml",
+               {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}}, {296, 112});
+    EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
+}
+
+TEST_F(NotchViewTest, TheAccentFollowsTheSetting) {
+    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Finished{1})}, {});
+    ASSERT_TRUE(settles());
+    const auto* done = scene.itemWith("text", "DONE");
+    ASSERT_TRUE(done);
+    EXPECT_EQ(done->property("color").value<QColor>(), QColor(200, 255, 61));
+    scene.settings.set("accent", std::string("amber"));
+    EXPECT_EQ(done->property("color").value<QColor>(), QColor(255, 176, 32));
+}
+
+TEST(Fonts, EverySpinnerGlyphHasAPicture) {
+    const QRawFont font = QRawFont::fromFont(QFont(VesloraStyle::symbolFont()));
+    for (const char* glyph : {"·", "✢", "✳", "✶", "✻", "✽", "⠋", "⠙", "⠹", "⠸", "⠼", "⠴", "⠦", "⠧", "⠇", "⠏"}) {
+        EXPECT_TRUE(font.supportsCharacter(QString::fromUtf8(glyph).at(0))) << glyph;
+    }
+}
+
+} // namespace
+} // namespace veslora

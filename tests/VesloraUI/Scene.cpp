@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "tests/VesloraUI/Scene.h"
+
+#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Views.h"
+
+#include <QAccessible>
+#include <QQuickItem>
+#include <QTest>
+
+#include <functional>
+
+namespace veslora {
+
+namespace {
+
+void visit(QAccessibleInterface* node, const std::function<void(QAccessibleInterface*)>& each) {
+    if (!node || node->state().invisible) {
+        return;
+    }
+    each(node);
+    for (int i = 0; i < node->childCount(); ++i) {
+        visit(node->child(i), each);
+    }
+}
+
+void visit(QQuickItem* item, const std::function<void(QQuickItem*)>& each) {
+    if (!item->isVisible()) {
+        return;
+    }
+    each(item);
+    for (QQuickItem* child : item->childItems()) {
+        visit(child, each);
+    }
+}
+
+} // namespace
+
+Scene::Scene() {
+    QAccessible::setActive(true);
+    SettingsKeys::registerDefaults(settings);
+    prepareEngine(engine, environment);
+}
+
+Scene::~Scene() {
+    m_view.reset();
+    m_window.reset();
+}
+
+void Scene::show(const QString& file, const QVariantMap& properties, QSize size) {
+    m_window = std::make_unique<QQuickWindow>();
+    m_window->setColor(Qt::black);
+    m_window->resize(size);
+    m_view = createView(engine, file, properties);
+    auto* item = qobject_cast<QQuickItem*>(m_view.get());
+    Q_ASSERT(item);
+    item->setParentItem(m_window->contentItem());
+    if (item->width() <= 0) {
+        item->setSize(size);
+    }
+    m_window->show();
+    advance(0);
+}
+
+void Scene::showWindow(std::unique_ptr<QQuickWindow> shown) {
+    m_window = std::move(shown);
+    m_window->show();
+    advance(0);
+}
+
+void Scene::advance(double seconds) {
+    platform.advance(seconds);
+    QCoreApplication::processEvents();
+}
+
+QAccessibleInterface* Scene::find(const QString& name) const {
+    QAccessibleInterface* found = nullptr;
+    visit(QAccessible::queryAccessibleInterface(m_window.get()), [&](QAccessibleInterface* node) {
+        if (!found && node->text(QAccessible::Name) == name) {
+            found = node;
+        }
+    });
+    return found;
+}
+
+bool Scene::shows(const QString& name) const {
+    return find(name) != nullptr;
+}
+
+bool Scene::isEnabled(const QString& name) const {
+    const auto* node = find(name);
+    return node && !node->state().disabled;
+}
+
+QStringList Scene::names() const {
+    QStringList names;
+    visit(QAccessible::queryAccessibleInterface(m_window.get()),
+          [&](QAccessibleInterface* node) { names << node->text(QAccessible::Name); });
+    names.removeAll(QString());
+    return names;
+}
+
+QPointF Scene::centerOf(const QString& name) const {
+    const auto* node = find(name);
+    return node ? m_window->mapFromGlobal(QRectF(node->rect()).center()) : QPointF(-1, -1);
+}
+
+void Scene::press(const QString& name) {
+    QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centerOf(name).toPoint());
+}
+
+void Scene::pressDown(const QString& name) {
+    QTest::mousePress(m_window.get(), Qt::LeftButton, {}, centerOf(name).toPoint());
+}
+
+void Scene::release(QPointF point) {
+    QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, point.toPoint());
+}
+
+QStringList Scene::texts() const {
+    QStringList texts;
+    visit(m_window->contentItem(), [&](QQuickItem* item) {
+        const QVariant text = item->inherits("QQuickText") ? item->property("text") : QVariant();
+        if (!text.toString().isEmpty() && item->opacity() > 0) {
+            texts << text.toString();
+        }
+    });
+    return texts;
+}
+
+QQuickItem* Scene::itemWith(const char* property, const QVariant& value) const {
+    QQuickItem* found = nullptr;
+    visit(m_window->contentItem(), [&](QQuickItem* item) {
+        if (!found && item->property(property) == value) {
+            found = item;
+        }
+    });
+    return found;
+}
+
+QImage Scene::picture() const {
+    return m_window->grabWindow();
+}
+
+} // namespace veslora

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// Views drawn into memory, with their controls found and pressed as a user of a screen reader and a mouse would.
+#pragma once
+
+#include "VesloraUI/NotchViewModel.h"
+#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Widgets/RackModel.h"
+#include "tests/VesloraUI/FakeMonitor.h"
+#include "tests/VesloraUI/FakePlatform.h"
+
+#include <QPointF>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QStringList>
+
+#include <memory>
+
+class QAccessibleInterface;
+
+namespace veslora {
+
+class Scene {
+  public:
+    Scene();
+    ~Scene();
+
+    FakePlatform platform;
+    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeMonitor claude;
+    FakeMonitor codex;
+    AgentsModel agents{claude, &codex};
+    RackModel rack{settings, platform.taps};
+    ViewEnvironment environment{platform.time, settings};
+    QQmlEngine engine;
+
+    /// Shows the view of a file in a window of that size, with what it asks for.
+    void show(const QString& file, const QVariantMap& properties, QSize size = {520, 200});
+    /// Shows a window of its own.
+    void showWindow(std::unique_ptr<QQuickWindow> shown);
+
+    /// Whether something of that name can be seen.
+    [[nodiscard]] bool shows(const QString& name) const;
+    [[nodiscard]] bool isEnabled(const QString& name) const;
+    /// The names of all that can be seen, from the top left to the bottom right as views stack them.
+    [[nodiscard]] QStringList names() const;
+    /// The middle of a control, in the window's coordinates.
+    [[nodiscard]] QPointF centerOf(const QString& name) const;
+    /// A press and a release of the left button in the middle of a control.
+    void press(const QString& name);
+    void pressDown(const QString& name);
+    void release(QPointF point);
+    /// Lets that much time pass for the views' timelines.
+    void advance(double seconds);
+
+    /// The texts of all visible Text items, in the order of the tree.
+    [[nodiscard]] QStringList texts() const;
+    /// The first visible item that carries a property of that value, such as a text.
+    [[nodiscard]] QQuickItem* itemWith(const char* property, const QVariant& value) const;
+
+    [[nodiscard]] QQuickWindow& window() const { return *m_window; }
+    [[nodiscard]] QImage picture() const;
+
+  private:
+    [[nodiscard]] QAccessibleInterface* find(const QString& name) const;
+
+    std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<QObject> m_view;
+};
+
+} // namespace veslora
