@@ -9,8 +9,8 @@ Item {
     required property real notchWidth
     required property real notchHeight
     required property real wingWidth
-    property alias left: leftWing.data
-    property alias right: rightWing.data
+    property alias leading: leftWing.data
+    property alias trailing: rightWing.data
     readonly property real outerPadding: 12
     readonly property real innerPadding: 4
 

@@ -27,17 +27,17 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-std::error_code refusal(const struct stat& status, std::size_t cap) {
+std::error_code refusal(const struct stat& status, const ReadOptions& options) {
     if (S_ISDIR(status.st_mode)) {
         return std::make_error_code(std::errc::is_a_directory);
     }
     if (!S_ISREG(status.st_mode)) {
         return std::make_error_code(std::errc::not_supported);
     }
-    if (status.st_uid != geteuid()) {
+    if (options.owners == Owners::ours && status.st_uid != geteuid()) {
         return std::make_error_code(std::errc::permission_denied);
     }
-    if (static_cast<std::uint64_t>(status.st_size) > cap) {
+    if (static_cast<std::uint64_t>(status.st_size) > options.cap) {
         return std::make_error_code(std::errc::file_too_large);
     }
     return {};
@@ -130,7 +130,7 @@ ReadResult PosixFiles::read(const std::string& path, const ReadOptions& options)
     if (fstat(file.value(), &status) != 0) {
         return {{}, lastError()};
     }
-    if (const std::error_code error = refusal(status, options.cap)) {
+    if (const std::error_code error = refusal(status, options)) {
         return {{}, error};
     }
     return readAll(file.value(), static_cast<std::size_t>(status.st_size), options.cap);

@@ -3,9 +3,15 @@
 
 #include "VesloraLinux/System/ProcessTree.h"
 
+#include <unistd.h>
+
 #include <csignal>
 
 namespace veslora {
+
+std::int32_t ProcProcesses::ownId() const {
+    return getpid();
+}
 
 bool ProcProcesses::isAlive(std::int32_t pid) const {
     // Ids below 1 would ask about whole groups of processes.

@@ -8,6 +8,7 @@ namespace veslora {
 
 class ProcProcesses final : public Processes {
   public:
+    [[nodiscard]] std::int32_t ownId() const override;
     [[nodiscard]] bool isAlive(std::int32_t pid) const override;
 };
 

@@ -25,8 +25,10 @@ class NotchViewTest : public testing::Test {
     NotchViewTest() {
         scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
         scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
-        shape = scene.window().contentItem()->findChild<NotchOutline*>();
+        shape = scene.view().property("outline").value<NotchOutline*>();
     }
+    ~NotchViewTest() override { scene.close(); }
+
     void ask(const std::string& id) {
         scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});
     }
@@ -159,10 +161,12 @@ TEST_F(NotchViewTest, OpenItShowsTheRack) {
 
 TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     scene.settings.set("widgetLayout", std::string());
+    scene.close();
     RackModel empty(scene.settings, scene.platform.taps);
     scene.show("Widgets/RackView.qml",
                {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}}, {296, 112});
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
+    scene.close();
 }
 
 TEST_F(NotchViewTest, TheAccentFollowsTheSetting) {

@@ -43,6 +43,10 @@ Scene::Scene() {
 }
 
 Scene::~Scene() {
+    close();
+}
+
+void Scene::close() {
     m_view.reset();
     m_window.reset();
 }
@@ -88,8 +92,10 @@ bool Scene::shows(const QString& name) const {
 }
 
 bool Scene::isEnabled(const QString& name) const {
-    const auto* node = find(name);
-    return node && !node->state().disabled;
+    // Qt Quick does not tell accessibility that an item is disabled; the item itself knows.
+    auto* node = find(name);
+    const auto* item = node ? qobject_cast<QQuickItem*>(node->object()) : nullptr;
+    return item && item->isEnabled();
 }
 
 QStringList Scene::names() const {

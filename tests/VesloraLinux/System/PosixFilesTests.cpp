@@ -22,6 +22,8 @@ std::uint32_t modeOf(const std::string& path) {
     return lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
 }
 
+const ReadOptions following{.links = Links::follow, .owners = Owners::ours};
+
 class PosixFilesTests : public ::testing::Test {
   protected:
     TemporaryFolder folder;
@@ -47,8 +49,10 @@ TEST_F(PosixFilesTests, SaysThatAMissingFileIsMissing) {
 
 TEST_F(PosixFilesTests, ReadsAFileOfExactlyTheCapAndRefusesALongerOne) {
     const std::string path = folder.put("file", "12345");
-    EXPECT_EQ(files.read(path, {.links = Links::refuse, .cap = 5}).bytes, "12345");
-    const ReadResult refused = files.read(path, {.links = Links::refuse, .cap = 4});
+    EXPECT_EQ(files.read(path, ReadOptions{.links = Links::refuse, .owners = Owners::ours, .cap = 5}).bytes,
+              "12345");
+    const ReadResult refused =
+        files.read(path, ReadOptions{.links = Links::refuse, .owners = Owners::ours, .cap = 4});
     EXPECT_EQ(refused.error, std::errc::file_too_large);
     EXPECT_EQ(refused.bytes, "");
 }
@@ -58,8 +62,11 @@ TEST_F(PosixFilesTests, ReadsFilesThatDoNotTellTheirLength) {
     const ReadResult result = files.read("/proc/self/status", {});
     EXPECT_FALSE(result.error);
     EXPECT_THAT(result.bytes, ::testing::HasSubstr("Pid:"));
-    EXPECT_EQ(files.read("/proc/self/status", {.links = Links::refuse, .cap = 10}).error,
-              std::errc::file_too_large);
+    EXPECT_EQ(
+        files
+            .read("/proc/self/status", ReadOptions{.links = Links::refuse, .owners = Owners::ours, .cap = 10})
+            .error,
+        std::errc::file_too_large);
 }
 
 TEST_F(PosixFilesTests, ReadsAFileThatGrowsMeanwhileWithoutTearingOrHanging) {
@@ -100,13 +107,13 @@ TEST_F(PosixFilesTests, RefusesOrFollowsALinkAsAsked) {
     folder.put("file", "text");
     ASSERT_EQ(symlink("file", folder.path("link").c_str()), 0);
     EXPECT_EQ(files.read(folder.path("link"), {}).error, std::errc::too_many_symbolic_link_levels);
-    EXPECT_EQ(files.read(folder.path("link"), {.links = Links::follow}).bytes, "text");
+    EXPECT_EQ(files.read(folder.path("link"), following).bytes, "text");
 }
 
 TEST_F(PosixFilesTests, RefusesALinkToAPipeEvenWhenItFollows) {
     ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
     ASSERT_EQ(symlink("pipe", folder.path("link").c_str()), 0);
-    EXPECT_EQ(files.read(folder.path("link"), {.links = Links::follow}).error, std::errc::not_supported);
+    EXPECT_EQ(files.read(folder.path("link"), following).error, std::errc::not_supported);
 }
 
 /// A file that everybody may read but that belongs to somebody else.
@@ -118,10 +125,11 @@ std::string filesOfAnotherUser(const TemporaryFolder& folder) {
     return chown(path.c_str(), 65534, 65534) == 0 ? path : std::string();
 }
 
-TEST_F(PosixFilesTests, RefusesAnotherUsersFile) {
+TEST_F(PosixFilesTests, RefusesAnotherUsersFileUnlessAnyoneMayOwnIt) {
     const std::string path = filesOfAnotherUser(folder);
     ASSERT_EQ(access(path.c_str(), R_OK), 0);
     EXPECT_EQ(files.read(path, {}).error, std::errc::permission_denied);
+    EXPECT_NE(files.read(path, {.links = Links::refuse, .owners = Owners::anyone}).bytes, "");
     EXPECT_FALSE(files.stat(path, Links::follow)->isOurs);
 }
 
@@ -188,8 +196,7 @@ TEST_F(PosixFilesTests, GivesThePathBackWhenItsLinksGoRoundInACircle) {
     ASSERT_EQ(symlink("one", folder.path("two").c_str()), 0);
     EXPECT_EQ(files.resolve(folder.path("one")), folder.path("one"));
     EXPECT_EQ(files.resolve(folder.path("one/file")), folder.path("one/file"));
-    EXPECT_EQ(files.read(folder.path("one"), {.links = Links::follow}).error,
-              std::errc::too_many_symbolic_link_levels);
+    EXPECT_EQ(files.read(folder.path("one"), following).error, std::errc::too_many_symbolic_link_levels);
 }
 
 TEST_F(PosixFilesTests, CallsOnlyARegularFileExecutable) {

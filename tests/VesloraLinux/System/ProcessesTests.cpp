@@ -51,7 +51,8 @@ TEST(ProcProcessesTests, CallsARunningProcessAliveAndAnEndedOneNot) {
     const ProcProcesses processes;
     Child child;
     const pid_t pid = child.pid();
-    EXPECT_TRUE(processes.isAlive(getpid()));
+    EXPECT_EQ(processes.ownId(), getpid());
+    EXPECT_TRUE(processes.isAlive(processes.ownId()));
     EXPECT_TRUE(processes.isAlive(pid));
     child.end();
     EXPECT_EQ(kill(pid, 0), 0);

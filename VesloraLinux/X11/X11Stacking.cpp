@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/X11/X11Stacking.h"
+
+#include <algorithm>
+
+namespace veslora {
+namespace {
+
+// Two programs that both want to be on top would raise themselves against each other for ever: so many raises
+// in so many seconds, and then a pause that doubles each time.
+constexpr std::size_t mostRaises = 5;
+constexpr double raisesWithin = 2;
+constexpr double shortestPause = 4;
+constexpr double longestPause = 256;
+
+} // namespace
+
+X11Stacking::X11Stacking(X11Connection& connection, Scheduler& scheduler, const X11Screens& screens,
+                         xcb_window_t window)
+    : m_connection(connection), m_scheduler(scheduler), m_screens(screens), m_window(window),
+      m_pause(shortestPause) {
+    m_connection.selectRootEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    connect(&m_connection, &X11Connection::eventArrived, this,
+            [this](const xcb_generic_event_t* event) { eventArrived(*event); });
+    connect(&m_connection, &X11Connection::batchEnded, this, [this] {
+        if (std::exchange(m_isDirty, false)) {
+            check();
+        }
+    });
+}
+
+void X11Stacking::setShown(bool isShown) {
+    m_isShown = isShown;
+    m_retry.cancel();
+    if (isShown) {
+        constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        m_connection.flush();
+    }
+}
+
+void X11Stacking::eventArrived(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+    case XCB_MAP_NOTIFY:
+    case XCB_CONFIGURE_NOTIFY:
+    case XCB_CIRCULATE_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+        m_isDirty = true;
+        break;
+    default:
+        break;
+    }
+}
+
+void X11Stacking::check() {
+    if (!m_isShown) {
+        return;
+    }
+    // From the bottom of the stack to its top.
+    auto stack = childrenOf(m_connection.root());
+    const auto own = std::ranges::find(stack, m_window);
+    if (own == stack.end() || own + 1 == stack.end()) {
+        return;
+    }
+    auto neighbours = describe({own, stack.end()});
+    const QRect frame = neighbours.front().frame;
+    neighbours.erase(neighbours.begin());
+    const auto sibling = highestToPass(neighbours, frame);
+    if (!sibling) {
+        return;
+    }
+    if (mayRaise()) {
+        putAbove(*sibling);
+    } else if (!m_retry.isActive()) {
+        m_retry = m_scheduler.after(m_pause, [this] { check(); });
+        m_pause = std::min(m_pause * 2, longestPause);
+    }
+}
+
+std::vector<xcb_window_t> X11Stacking::childrenOf(xcb_window_t window) {
+    const auto cookie = xcb_query_tree(m_connection.xcb(), window);
+    const X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection.xcb(), cookie, nullptr));
+    m_connection.takeQueuedEvents();
+    if (!tree) {
+        return {};
+    }
+    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
+    return {first, first + tree->children_len};
+}
+
+std::vector<X11Stacking::Neighbour> X11Stacking::describe(const std::vector<xcb_window_t>& windows) {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> cookies;
+    for (const xcb_window_t window : windows) {
+        cookies.emplace_back(xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window));
+    }
+    std::vector<Neighbour> result;
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(xcb, cookies[index].first, nullptr));
+        const X11Reply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(xcb, cookies[index].second, nullptr));
+        Neighbour& neighbour = result.emplace_back();
+        neighbour.window = windows[index];
+        if (attributes && geometry) {
+            const int border = 2 * geometry->border_width;
+            neighbour.frame = {geometry->x, geometry->y, geometry->width + border, geometry->height + border};
+            neighbour.isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+            neighbour.isOverrideRedirect = attributes->override_redirect != 0;
+        }
+    }
+    m_connection.takeQueuedEvents();
+    return result;
+}
+
+std::optional<xcb_window_t> X11Stacking::highestToPass(const std::vector<Neighbour>& above,
+                                                       const QRect& frame) {
+    std::optional<xcb_window_t> highest;
+    for (const Neighbour& neighbour : above) {
+        if (!neighbour.isViewable || !neighbour.frame.intersects(frame)) {
+            continue;
+        }
+        if (hidesWholeScreen(neighbour)) {
+            break;
+        }
+        highest = neighbour.window;
+    }
+    return highest;
+}
+
+/// A screen locker, above which nothing may be seen or pressed, let alone a prompt of an agent's. It keeps
+/// itself out of the window manager's hands as we do, and unlike the frame around a fullscreen window it
+/// holds no managed one.
+bool X11Stacking::hidesWholeScreen(const Neighbour& window) {
+    return window.isOverrideRedirect &&
+           std::ranges::any_of(m_screens.nativeFrames(),
+                               [&window](const QRect& screen) { return window.frame.contains(screen); }) &&
+           !isManaged(window.window);
+}
+
+bool X11Stacking::isManaged(xcb_window_t window) {
+    // A frame holds its client as a child or a grandchild.
+    constexpr int deepest = 3;
+    std::vector<xcb_window_t> level{window};
+    for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
+        const auto states = m_connection.values(level, "WM_STATE");
+        if (!std::ranges::all_of(states, [](const auto& state) { return state.empty(); })) {
+            return true;
+        }
+        std::vector<xcb_window_t> next;
+        for (const xcb_window_t parent : level) {
+            const auto children = childrenOf(parent);
+            next.insert(next.end(), children.begin(), children.end());
+        }
+        level = std::move(next);
+    }
+    return false;
+}
+
+bool X11Stacking::mayRaise() {
+    const Timestamp now = m_scheduler.now();
+    std::erase_if(m_recentRaises, [now](Timestamp time) { return time < now - raisesWithin || time > now; });
+    if (m_recentRaises.empty() && !m_retry.isActive()) {
+        m_pause = shortestPause;
+    }
+    return m_recentRaises.size() < mostRaises && !m_retry.isActive();
+}
+
+void X11Stacking::putAbove(xcb_window_t sibling) {
+    const std::uint32_t values[] = {sibling, XCB_STACK_MODE_ABOVE};
+    xcb_configure_window(m_connection.xcb(), m_window,
+                         XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+    m_connection.flush();
+    m_recentRaises.push_back(m_scheduler.now());
+    ++m_raises;
+}
+
+} // namespace veslora

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// A private X desktop for one test: server, window manager, compositor, and an application object on it.
+#pragma once
+
+#include "VesloraLinux/System/LinuxScheduler.h"
+#include "VesloraLinux/X11/X11Connection.h"
+#include "tests/VesloraLinux/Support/Program.h"
+#include "tests/VesloraLinux/Support/TemporaryFolder.h"
+
+#include <QColor>
+#include <QGuiApplication>
+#include <QRect>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veslora::testing {
+
+struct DesktopOptions {
+    std::string scale = "1"; ///< native pixels of a point, as QT_SCALE_FACTOR takes it
+    bool hasWindowManager = true;
+    /// Monitors as xrandr names and places them: "eDP-1 800/200x900/225+0+0". None for a single one of 1600
+    /// by 900.
+    std::vector<std::string> monitors;
+};
+
+class Desktop {
+  public:
+    explicit Desktop(const DesktopOptions& options = {});
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    ~Desktop();
+
+    [[nodiscard]] LinuxScheduler& scheduler() { return *m_scheduler; }
+    /// The connection that the code under test works with.
+    [[nodiscard]] X11Connection& connection() { return *m_connection; }
+
+    void startCompositor();
+    /// Ends it without giving it the time to say goodbye.
+    void killCompositor();
+
+    /// Runs xrandr with these arguments and waits for its end.
+    void xrandr(const std::vector<std::string>& arguments);
+
+    /// What is on screen at a native place.
+    [[nodiscard]] QColor pixelAt(int x, int y);
+
+    void movePointerBy(int x, int y);
+    void movePointerTo(int x, int y);
+    void press(int button = 1);
+    void release(int button = 1);
+    void click(int button = 1);
+
+    /// The values of a root window's property.
+    [[nodiscard]] std::vector<std::uint32_t> rootValues(const std::string& property);
+
+  private:
+    void fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y);
+    void waitForCompositor(bool isThere);
+
+    TemporaryFolder m_home;
+    std::unique_ptr<Program> m_server;
+    std::unique_ptr<Program> m_windowManager;
+    std::unique_ptr<Program> m_compositor;
+    int m_count = 1;
+    char m_name[8] = "veslora";
+    char* m_arguments[2] = {m_name, nullptr};
+    std::unique_ptr<QGuiApplication> m_application;
+    std::unique_ptr<LinuxScheduler> m_scheduler;
+    std::unique_ptr<X11Connection> m_connection;
+    std::unique_ptr<X11Connection> m_own; ///< the test's eyes and hands
+};
+
+} // namespace veslora::testing
