@@ -35,13 +35,12 @@ class NotchViewTest : public testing::Test {
     /// Waits, with a deadline, until the island has its size and whatever left is gone.
     [[nodiscard]] bool settles() {
         return QTest::qWaitFor([this] {
-            return std::abs(shape->width() - model.islandWidth()) < 0.01 &&
-                   std::abs(shape->height() - model.islandHeight()) < 0.01 && !hasLeaving();
+            return shape->width() == model.islandWidth() &&
+                   shape->height() == model.islandHeight() && !hasLeaving();
         });
     }
     [[nodiscard]] bool hasLeaving() const {
-        const auto* leaving = scene.itemWith("isShown", false);
-        return leaving && leaving->opacity() > 0.01;
+        return scene.itemWith("isLeaving", true) != nullptr;
     }
 
     Scene scene;

@@ -38,7 +38,6 @@ void visit(QQuickItem* item, const std::function<void(QQuickItem*)>& each) {
 
 Scene::Scene() {
     QAccessible::setActive(true);
-    SettingsKeys::registerDefaults(settings);
     prepareEngine(engine, environment);
 }
 

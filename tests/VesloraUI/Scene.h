@@ -27,7 +27,7 @@ class Scene {
     ~Scene();
 
     FakePlatform platform;
-    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeDefaults settings{platform};
     FakeMonitor claude;
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};

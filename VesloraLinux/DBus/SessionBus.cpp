@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/DBus/SessionBus.h"
+
+#include <sys/stat.h>
+
+namespace veslora::SessionBus {
+
+bool isNamed(const LinuxDirectories::Environment& environment) {
+    const auto address = environment("DBUS_SESSION_BUS_ADDRESS");
+    if (address && !address->empty()) {
+        return !address->starts_with("disabled:");
+    }
+    const auto runtime = environment("XDG_RUNTIME_DIR");
+    struct stat status {};
+    return runtime && stat((*runtime + "/bus").c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+std::optional<QDBusConnection> connection() {
+    if (!isNamed(LinuxDirectories::processEnvironment)) {
+        return std::nullopt;
+    }
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    return bus.isConnected() ? std::optional(bus) : std::nullopt;
+}
+
+} // namespace veslora::SessionBus

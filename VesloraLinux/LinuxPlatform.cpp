@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/LinuxPlatform.h"
+
+#include "VesloraLinux/DBus/DBusStatusMenu.h"
+#include "VesloraLinux/DBus/SessionBus.h"
+#include "VesloraLinux/System/InotifyDirectoryWatcher.h"
+#include "VesloraLinux/System/LinuxDirectories.h"
+#include "VesloraLinux/System/LinuxScheduler.h"
+#include "VesloraLinux/System/NoHaptics.h"
+#include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/SilentSound.h"
+#include "VesloraLinux/X11/X11WindowSystem.h"
+#include "VesloraUI/QtTextMeasuring.h"
+
+namespace veslora {
+namespace {
+
+void setUnlessSet(const char* variable, const char* value) {
+    if (!qEnvironmentVariableIsSet(variable)) {
+        qputenv(variable, value);
+    }
+}
+
+/// Asks each window system in turn whether it is the one that runs.
+std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
+    if (X11WindowSystem::applies()) {
+        return X11WindowSystem::make(scheduler, X11WindowSystem::formOfSession());
+    }
+    return nullptr;
+}
+
+} // namespace
+
+struct LinuxPlatform::Parts {
+    Directories directories = LinuxDirectories::find(LinuxDirectories::processEnvironment);
+    LinuxScheduler scheduler;
+    PosixFiles files;
+    InotifyDirectoryWatcher directoryWatcher;
+    ProcProcesses processes;
+    SilentSound sounds;
+    NoHaptics haptics;
+    QtTextMeasuring textMeasuring;
+    DBusStatusMenu statusMenu{SessionBus::connection()};
+    std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
+};
+
+void LinuxPlatform::prepareEnvironment() {
+    // Wayland desktops are served through their X server.
+    setUnlessSet("QT_QPA_PLATFORM", "xcb");
+    // Half the memory of the other renderer, and no graphics processor wakes up.
+    setUnlessSet("QT_QUICK_BACKEND", "software");
+    // Else the first part of Qt that looks for a bus would start one and wait for it.
+    if (!SessionBus::isNamed(LinuxDirectories::processEnvironment)) {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
+}
+
+std::unique_ptr<LinuxPlatform> LinuxPlatform::make() {
+    auto parts = std::make_unique<Parts>();
+    return parts->windowSystem ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)))
+                               : nullptr;
+}
+
+LinuxPlatform::LinuxPlatform(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+LinuxPlatform::~LinuxPlatform() = default;
+
+const Directories& LinuxPlatform::directories() const {
+    return m_parts->directories;
+}
+Scheduler& LinuxPlatform::scheduler() {
+    return m_parts->scheduler;
+}
+Files& LinuxPlatform::files() {
+    return m_parts->files;
+}
+DirectoryWatcher& LinuxPlatform::directoryWatcher() {
+    return m_parts->directoryWatcher;
+}
+Processes& LinuxPlatform::processes() {
+    return m_parts->processes;
+}
+HostApplications& LinuxPlatform::hostApplications() {
+    return m_parts->windowSystem->hostApplications();
+}
+Screens& LinuxPlatform::screens() {
+    return m_parts->windowSystem->screens();
+}
+Pointer& LinuxPlatform::pointer() {
+    return m_parts->windowSystem->pointer();
+}
+Panel& LinuxPlatform::panel() {
+    return m_parts->windowSystem->panel();
+}
+SoundPlaying& LinuxPlatform::sounds() {
+    return m_parts->sounds;
+}
+HapticPerforming& LinuxPlatform::haptics() {
+    return m_parts->haptics;
+}
+TextMeasuring& LinuxPlatform::textMeasuring() {
+    return m_parts->textMeasuring;
+}
+StatusMenu& LinuxPlatform::statusMenu() {
+    return m_parts->statusMenu;
+}
+
+} // namespace veslora

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Every seam's form on Linux, made in the order in which they need each other. Main thread only.
+#pragma once
+
+#include "VesloraLinux/WindowSystem.h"
+#include "VesloraUI/Platform/Platform.h"
+
+#include <memory>
+
+namespace veslora {
+
+class LinuxPlatform final : public Platform {
+  public:
+    /// Sets what Qt reads from the environment, unless the user set it: to be called before the application
+    /// object is made.
+    static void prepareEnvironment();
+
+    /// Needs the application object. Null when no window system that the program knows is running.
+    [[nodiscard]] static std::unique_ptr<LinuxPlatform> make();
+    ~LinuxPlatform() override;
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+    [[nodiscard]] const Directories& directories() const override;
+    [[nodiscard]] Scheduler& scheduler() override;
+    [[nodiscard]] Files& files() override;
+    [[nodiscard]] DirectoryWatcher& directoryWatcher() override;
+    [[nodiscard]] Processes& processes() override;
+    [[nodiscard]] HostApplications& hostApplications() override;
+    [[nodiscard]] Screens& screens() override;
+    [[nodiscard]] Pointer& pointer() override;
+    [[nodiscard]] Panel& panel() override;
+    [[nodiscard]] SoundPlaying& sounds() override;
+    [[nodiscard]] HapticPerforming& haptics() override;
+    [[nodiscard]] TextMeasuring& textMeasuring() override;
+    [[nodiscard]] StatusMenu& statusMenu() override;
+
+  private:
+    struct Parts;
+
+    explicit LinuxPlatform(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace veslora

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/X11/X11WindowSystem.h"
+
+#include "VesloraLinux/X11/PanelPointer.h"
+#include "VesloraLinux/X11/X11Pointer.h"
+
+#include <QGuiApplication>
+
+namespace veslora {
+
+bool X11WindowSystem::applies() {
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+PanelForm X11WindowSystem::formOfSession() {
+    const bool isWayland =
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+    return isWayland ? PanelForm::shrinking : PanelForm::shaped;
+}
+
+std::unique_ptr<X11WindowSystem> X11WindowSystem::make(Scheduler& scheduler, PanelForm form) {
+    auto connection = X11Connection::open(scheduler);
+    return connection
+               ? std::unique_ptr<X11WindowSystem>(new X11WindowSystem(scheduler, std::move(connection), form))
+               : nullptr;
+}
+
+X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connection> connection,
+                                 PanelForm form)
+    : m_connection(std::move(connection)), m_screens(*m_connection),
+      m_panel(*m_connection, scheduler, m_screens, form), m_hostApplications(*m_connection) {
+    if (form == PanelForm::shaped) {
+        m_pointer =
+            std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });
+    } else {
+        m_pointer = std::make_unique<PanelPointer>(m_panel, scheduler);
+    }
+}
+
+} // namespace veslora

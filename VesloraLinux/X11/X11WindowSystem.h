@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// An X server, be it the desktop's own or the one that a Wayland compositor keeps for X programs. Main thread
+// only.
+#pragma once
+
+#include "VesloraLinux/WindowSystem.h"
+#include "VesloraLinux/X11/X11HostApplications.h"
+#include "VesloraLinux/X11/X11Panel.h"
+#include "VesloraLinux/X11/X11Screens.h"
+
+#include <memory>
+
+namespace veslora {
+
+class X11WindowSystem final : public WindowSystem {
+  public:
+    /// Whether the application object runs on X.
+    [[nodiscard]] static bool applies();
+    /// The form that fits the session: shrinking when the desktop itself is a Wayland compositor's.
+    [[nodiscard]] static PanelForm formOfSession();
+
+    /// Null when no second connection to the server can be had.
+    [[nodiscard]] static std::unique_ptr<X11WindowSystem> make(Scheduler& scheduler, PanelForm form);
+
+    [[nodiscard]] Screens& screens() override { return m_screens; }
+    [[nodiscard]] Pointer& pointer() override { return *m_pointer; }
+    [[nodiscard]] Panel& panel() override { return m_panel; }
+    [[nodiscard]] HostApplications& hostApplications() override { return m_hostApplications; }
+
+  private:
+    X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connection> connection, PanelForm form);
+
+    std::unique_ptr<X11Connection> m_connection;
+    X11Screens m_screens;
+    X11Panel m_panel;
+    std::unique_ptr<Pointer> m_pointer;
+    X11HostApplications m_hostApplications;
+};
+
+} // namespace veslora
