@@ -32,8 +32,9 @@ bool holdsOneOf(const Json* groups, const Wanted& commands) {
 // A list of groups without those that run one of the commands; a value that is no list counts as an empty
 // one.
 Json groupsWithout(const Json* groups, const Wanted& commands) {
+    static const Json none;
     Json kept = Json::makeArray();
-    for (const Json& group : groups ? groups->items() : Json::Array()) {
+    for (const Json& group : (groups ? groups : &none)->items()) {
         if (!runsOneOf(group, commands))
             kept.append(group);
     }

@@ -124,8 +124,9 @@ TEST(ClaudeHooksInstaller, IsInstalledOnlyWhenEveryEventHasOurs) {
     const std::string whole = installed(R"({"a":1})");
     EXPECT_TRUE(isIn(whole));
     EXPECT_FALSE(isPartlyIn(whole));
-    for (const Json::Member& event : parsed(whole).objectAt("hooks")->members()) {
-        Json damaged = parsed(whole);
+    const Json root = parsed(whole);
+    for (const Json::Member& event : root.objectAt("hooks")->members()) {
+        Json damaged = root;
         damaged.find("hooks")->remove(event.key);
         const std::string text = damaged.print(Json::Layout::compact);
         EXPECT_FALSE(isIn(text)) << event.key;

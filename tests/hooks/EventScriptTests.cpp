@@ -2,6 +2,7 @@
 // The scripts that file an event of their agent, under every shell.
 #include "VesloraCore/HookScripts.h"
 #include "tests/VesloraCore/TestData.h"
+#include "tests/VesloraCore/TestText.h"
 #include "tests/hooks/HookRoom.h"
 
 #include <gmock/gmock.h>
@@ -57,13 +58,6 @@ class SmallDisk {
     std::string m_path;
     bool m_isMounted;
 };
-
-std::string repeated(std::string_view text, int times) {
-    std::string made;
-    for (int i = 0; i < times; ++i)
-        made += text;
-    return made;
-}
 
 } // namespace
 
