@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The two wings of a live activity, either side of the notch; each holds one item in the middle of its free part.
 import QtQuick
-import Veslora
 
 Item {
     id: wings
