@@ -289,7 +289,13 @@ std::unique_ptr<Running> HookRoom::start(const std::string& script, std::string_
 }
 
 Result HookRoom::run(const std::string& script, std::string_view input, const Options& options) {
-    return start(script, input, options)->result();
+    // Root is kept out by becoming somebody else, everybody else by the mode.
+    const fs::perms mode = fs::status(m_support).permissions();
+    if (options.user == User::stranger)
+        fs::permissions(m_support, fs::perms(0555));
+    const Result result = start(script, input, options)->result();
+    fs::permissions(m_support, mode);
+    return result;
 }
 
 } // namespace veslora::test
