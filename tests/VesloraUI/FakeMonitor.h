@@ -2,6 +2,7 @@
 // An agent that does as a test says and remembers what was asked of it.
 #pragma once
 
+#include "VesloraCore/InstallError.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 
 #include <string>
@@ -13,6 +14,7 @@ namespace veslora {
 class FakeMonitor final : public AgentMonitor {
   public:
     std::vector<std::string> log;
+    bool failInstalls = false;
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
 
     void start() override { log.emplace_back("start"); }
@@ -25,7 +27,12 @@ class FakeMonitor final : public AgentMonitor {
     }
     void jump(const std::string& sessionId) override { log.push_back("jump " + sessionId); }
     void dismissApproval(const std::string& sessionId) override { log.push_back("dismiss " + sessionId); }
-    void installHooks() override { setHooks(true, false); }
+    void installHooks() override {
+        if (failInstalls) {
+            throw ClaudeHooksInstaller::InstallError(ClaudeHooksInstaller::InstallError::Reason::notAnObject);
+        }
+        setHooks(true, false);
+    }
     void removeHooks() override { setHooks(false, false); }
 
     using AgentMonitor::publish;

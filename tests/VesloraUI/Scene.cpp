@@ -74,6 +74,8 @@ void Scene::showWindow(std::unique_ptr<QQuickWindow> shown) {
 void Scene::advance(double seconds) {
     platform.advance(seconds);
     QCoreApplication::processEvents();
+    // Lists make their rows when a frame is drawn.
+    m_window->grabWindow();
 }
 
 QAccessibleInterface* Scene::find(const QString& name) const {
@@ -92,9 +94,13 @@ bool Scene::shows(const QString& name) const {
 
 bool Scene::isEnabled(const QString& name) const {
     // Qt Quick does not tell accessibility that an item is disabled; the item itself knows.
-    auto* node = find(name);
-    const auto* item = node ? qobject_cast<QQuickItem*>(node->object()) : nullptr;
+    const auto* item = itemNamed(name);
     return item && item->isEnabled();
+}
+
+QQuickItem* Scene::itemNamed(const QString& name) const {
+    auto* node = find(name);
+    return node ? qobject_cast<QQuickItem*>(node->object()) : nullptr;
 }
 
 QStringList Scene::names() const {

@@ -62,6 +62,9 @@ class Scene {
     /// The first visible item that carries a property of that value, such as a text.
     [[nodiscard]] QQuickItem* itemWith(const char* property, const QVariant& value) const;
 
+    /// The item that goes by that name; null when none can be seen.
+    [[nodiscard]] QQuickItem* itemNamed(const QString& name) const;
+
     [[nodiscard]] QQuickWindow& window() const { return *m_window; }
     /// What `show` made.
     [[nodiscard]] QObject& view() const { return *m_view; }

@@ -8,6 +8,9 @@
 namespace {
 
 void failOnComplaint(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.contains(QLatin1String("does not support raise"))) {
+        return; // there is nothing above a window in memory
+    }
     if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
         ADD_FAILURE() << (context.category ? context.category : "") << ": " << message.toStdString();
     }

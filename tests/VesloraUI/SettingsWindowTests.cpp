@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// The settings window, drawn and pressed.
+#include "VesloraUI/Settings/SettingsWindow.h"
+
+#include "VesloraCore/ClaudeHooksInstaller.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Views.h"
+#include "tests/VesloraUI/Scene.h"
+
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace veslora {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class SettingsWindowTest : public testing::Test {
+  protected:
+    void open() {
+        auto view = createView(scene.engine, "Settings/SettingsView.qml",
+                               {{"agents", QVariant::fromValue(&scene.agents)}, {"version", "1.2.3"}});
+        scene.showWindow(std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow*>(view.release())));
+    }
+    void openAgents() {
+        open();
+        scene.press("Agents");
+    }
+
+    Scene scene;
+};
+
+TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
+    open();
+    EXPECT_EQ(scene.window().width(), 460);
+    EXPECT_THAT(scene.texts(), ElementsAre("General", "Agents", "Version 1.2.3"));
+}
+
+TEST_F(SettingsWindowTest, InstallsUpdatesAndRemovesTheHooks) {
+    openAgents();
+    EXPECT_THAT(scene.texts(), Contains("Not installed"));
+    scene.press("Install");
+    EXPECT_TRUE(scene.claude.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Contains("Installed"));
+    scene.claude.setHooks(false, true);
+    EXPECT_THAT(scene.texts(), Contains("Needs update"));
+    scene.press("Update");
+    EXPECT_TRUE(scene.claude.hooksInstalled());
+    scene.press("Remove");
+    EXPECT_FALSE(scene.claude.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Contains("Not installed"));
+}
+
+TEST_F(SettingsWindowTest, SaysWhenNothingWasChanged) {
+    openAgents();
+    const QString failure = "Couldn't read ~/.claude/settings.json; nothing was changed.";
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+    scene.claude.failInstalls = true;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Contains(failure));
+    scene.claude.failInstalls = false;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+}
+
+TEST_F(SettingsWindowTest, EveryToggleIsBoundToItsSetting) {
+    openAgents();
+    const std::vector<std::pair<QString, std::string_view>> toggles{
+        {"Approval alerts", SettingsKeys::claudeApprovalAlerts},
+        {"Answer approvals from the island", SettingsKeys::claudeAnswerFromIsland},
+        {"Sound for approvals", SettingsKeys::claudeApprovalSound},
+        {"Finished turns", SettingsKeys::claudeFinishedActivity},
+        {"Working live activity", SettingsKeys::claudeWorkingActivity},
+    };
+    for (const auto& [title, key] : toggles) {
+        const bool before = scene.settings.boolValue(key);
+        scene.press(title);
+        EXPECT_EQ(scene.settings.boolValue(key), !before) << title.toStdString();
+        scene.settings.set(key, before);
+        const auto* toggle = scene.itemNamed(title);
+        ASSERT_TRUE(toggle) << title.toStdString();
+        EXPECT_EQ(toggle->property("checked").toBool(), before) << title.toStdString();
+    }
+}
+
+TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {
+    SettingsWindow settings(scene.engine, scene.agents, "1.2.3");
+    settings.open();
+    auto* first = settings.window();
+    ASSERT_TRUE(first);
+    settings.open();
+    EXPECT_EQ(settings.window(), first);
+    first->close();
+    EXPECT_EQ(settings.window(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    settings.open();
+    EXPECT_TRUE(settings.window());
+}
+
+} // namespace
+} // namespace veslora
