@@ -50,9 +50,9 @@ auto find(std::vector<WidgetEntry>& entries, WidgetID id) {
 }
 
 std::vector<int> unitsOf(const std::vector<WidgetEntry>& entries) {
-    std::vector<int> result;
-    for (const WidgetEntry& entry : entries)
-        result.push_back(entry.units());
+    std::vector<int> result(entries.size());
+    std::transform(entries.begin(), entries.end(), result.begin(),
+                   [](const WidgetEntry& entry) { return entry.units(); });
     return result;
 }
 
@@ -116,9 +116,9 @@ std::string WidgetLayout::storedValue() const {
 }
 
 std::vector<WidgetID> WidgetLayout::ids() const {
-    std::vector<WidgetID> result;
-    for (const WidgetEntry& entry : entries)
-        result.push_back(entry.id);
+    std::vector<WidgetID> result(entries.size());
+    std::transform(entries.begin(), entries.end(), result.begin(),
+                   [](const WidgetEntry& entry) { return entry.id; });
     return result;
 }
 

@@ -6,7 +6,7 @@ import Veslora
 ContentFrame {
     id: frame
 
-    default property alias content: room.data
+    default property alias inside: room.data
 
     Item {
         id: room

@@ -4,7 +4,7 @@ import QtQuick
 import Veslora
 
 Fader {
-    id: content
+    id: island
 
     required property NotchViewModel model
 
@@ -31,10 +31,10 @@ Fader {
         id: finished
 
         ClaudeLiveActivityView {
-            agents: content.model.agents
-            notchHeight: content.model.notchHeight
-            notchWidth: content.model.notchWidth
-            wingWidth: content.model.wingWidth
+            agents: island.model.agents
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            wingWidth: island.model.wingWidth
         }
     }
 
@@ -42,10 +42,10 @@ Fader {
         id: working
 
         ClaudeWorkingActivityView {
-            agents: content.model.agents
-            notchHeight: content.model.notchHeight
-            notchWidth: content.model.notchWidth
-            wingWidth: content.model.wingWidth
+            agents: island.model.agents
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            wingWidth: island.model.wingWidth
         }
     }
 
@@ -53,12 +53,12 @@ Fader {
         id: request
 
         AlertFrame {
-            model: content.model
+            model: island.model
 
             ClaudeRequestAlert {
-                agents: content.model.agents
+                agents: island.model.agents
                 anchors.fill: parent
-                requestId: content.model.requestId
+                requestId: island.model.requestId
             }
         }
     }
@@ -67,10 +67,10 @@ Fader {
         id: notice
 
         AlertFrame {
-            model: content.model
+            model: island.model
 
             ClaudeNotice {
-                agents: content.model.agents
+                agents: island.model.agents
                 anchors.fill: parent
             }
         }
@@ -80,15 +80,15 @@ Fader {
         id: rack
 
         ContentFrame {
-            model: content.model
+            model: island.model
 
             RackView {
-                agents: content.model.agents
+                agents: island.model.agents
                 height: 112
-                rack: content.model.rack
+                rack: island.model.rack
                 width: parent.width - 64
                 x: 32
-                y: content.model.notchHeight + 18
+                y: island.model.notchHeight + 18
             }
         }
     }

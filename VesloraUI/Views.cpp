@@ -28,11 +28,11 @@ void prepareEngine(QQmlEngine& engine, ViewEnvironment& environment) {
 
 std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file, const QVariantMap& properties) {
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Veslora/") + file));
-    std::unique_ptr<QObject> view(component.createWithInitialProperties(properties));
-    if (!view) {
+    if (!component.isReady()) {
         qCCritical(log) << component.errorString();
+        return nullptr;
     }
-    return view;
+    return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
 }
 
 IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model) {

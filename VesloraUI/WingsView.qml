@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The two wings of a live activity, either side of the notch; each holds one item in the middle of its free part.
 import QtQuick
-import Veslora
 
 Item {
     id: wings
@@ -9,8 +8,8 @@ Item {
     required property real notchWidth
     required property real notchHeight
     required property real wingWidth
-    property alias left: leftWing.data
-    property alias right: rightWing.data
+    property alias leading: leftWing.data
+    property alias trailing: rightWing.data
     readonly property real outerPadding: 12
     readonly property real innerPadding: 4
 

@@ -31,7 +31,7 @@ struct AgentSpool::Entry {
     }
 };
 
-AgentSpool::AgentSpool(Files& files, SupportDirectory& support, const std::string& name)
+AgentSpool::AgentSpool(Files& files, SupportDirectory& support, std::string_view name)
     : m_files(files), m_support(support), m_name(name), m_path(support.pathOf(name)) {}
 
 void AgentSpool::create() {
@@ -81,8 +81,8 @@ void AgentSpool::sweepLeftovers(const std::vector<std::string>& names, Timestamp
     }
 }
 
-AgentAnswers::AgentAnswers(Files& files, SupportDirectory& support, std::string name)
-    : m_files(files), m_support(support), m_name(std::move(name)) {}
+AgentAnswers::AgentAnswers(Files& files, SupportDirectory& support, std::string_view name)
+    : m_files(files), m_support(support), m_name(name) {}
 
 bool AgentAnswers::isId(const std::string& id) {
     constexpr std::size_t longest = 64;

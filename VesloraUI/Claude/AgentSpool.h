@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace veslora {
 
@@ -29,7 +30,7 @@ class AgentSpool {
     /// No real payload comes near this; one that does is not read.
     static constexpr std::size_t payloadCap = std::size_t{16} << 20;
 
-    AgentSpool(Files& files, SupportDirectory& support, const std::string& name);
+    AgentSpool(Files& files, SupportDirectory& support, std::string_view name);
 
     [[nodiscard]] const std::string& path() const { return m_path; }
     void create();
@@ -57,7 +58,7 @@ class AgentAnswers {
     /// Seconds after which no script can come for an answer any more.
     static constexpr double lifetime = 60;
 
-    AgentAnswers(Files& files, SupportDirectory& support, std::string name);
+    AgentAnswers(Files& files, SupportDirectory& support, std::string_view name);
 
     /// Ids that a script can have made: ASCII letters, digits and "-". Nothing else ever names a file.
     [[nodiscard]] static bool isId(const std::string& id);

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeHooks.h"
 
-#include "VesloraCore/ClaudeHooksInstaller.h"
 #include "VesloraCore/ClaudeStatusLineInstaller.h"
 #include "VesloraCore/HookScripts.h"
-#include "VesloraCore/Json.h"
 #include "VesloraCore/ShellQuote.h"
+#include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <algorithm>
@@ -14,38 +13,41 @@
 
 namespace veslora {
 
+using ClaudeHooksInstaller::HookSet;
+
 namespace {
 
-constexpr auto hookName = "claude-hook.sh";
-constexpr auto permissionName = "claude-permission.sh";
-constexpr auto statusLineName = "claude-statusline.sh";
-constexpr std::array scriptNames{hookName, permissionName, statusLineName};
-constexpr auto originalName = "statusline-original.json";
-constexpr auto wrappedName = "statusline-wrapped";
-constexpr auto helperName = "json-value";
+constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudePermission,
+                                 SupportNames::claudeStatusLine};
 
 } // namespace
 
 ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile, std::string helpers)
     : m_files(files), m_support(support), m_settingsFile(std::move(settingsFile)), m_helpers(std::move(helpers)) {}
 
-std::string ClaudeHooks::scriptCommand(const std::string& name) const {
+std::string ClaudeHooks::scriptCommand(std::string_view name) const {
     return shellQuoted(m_support.pathOf(name));
 }
 
+ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
+    // Earlier versions registered the event script's bare path.
+    return {.event = scriptCommand(SupportNames::claudeHook),
+            .permission = scriptCommand(SupportNames::claudePermission),
+            .legacy = {m_support.pathOf(SupportNames::claudeHook)}};
+}
+
 bool ClaudeHooks::scriptsAreReady() const {
-    return std::ranges::all_of(scriptNames,
-                               [this](const char* name) { return m_files.isExecutable(m_support.pathOf(name)); });
+    return std::ranges::all_of(
+        scriptNames, [this](std::string_view name) { return m_files.isExecutable(m_support.pathOf(name)); });
 }
 
 void ClaudeHooks::readSettings() {
     const ReadResult read = m_files.read(m_settingsFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
-    const std::string text = read ? read.bytes : std::string();
-    const std::string command = scriptCommand(hookName);
-    const std::string permissionCommand = scriptCommand(permissionName);
-    m_lineInstalled = ClaudeStatusLineInstaller::isInstalled(text, scriptCommand(statusLineName));
-    m_hooksIn = ClaudeHooksInstaller::isInstalled(text, command, permissionCommand, HookSet::claude());
-    m_hooksPartlyIn = ClaudeHooksInstaller::isPartlyInstalled(text, command, permissionCommand, HookSet::claude());
+    const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
+    m_lineInstalled =
+        ClaudeStatusLineInstaller::isInstalled(text, scriptCommand(SupportNames::claudeStatusLine));
+    m_hooksIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::claude());
+    m_hooksPartlyIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::claude());
 }
 
 ClaudeHooks::State ClaudeHooks::state() {
@@ -58,37 +60,24 @@ ClaudeHooks::State ClaudeHooks::state() {
     return {areInstalled, !areInstalled && (m_lineInstalled || m_hooksIn || m_hooksPartlyIn)};
 }
 
-std::string ClaudeHooks::installedText(const std::optional<std::string>& old, std::optional<std::string>& previous,
-                                       bool& wasOurs) const {
-    // Earlier versions registered the script's bare path.
-    const std::vector<std::string> legacyCommands{m_support.pathOf(hookName)};
-    const std::string text =
-        ClaudeHooksInstaller::installing(old, scriptCommand(hookName), scriptCommand(permissionName), legacyCommands,
-                                         HookSet::claude());
-    const std::string command = scriptCommand(statusLineName);
-    wasOurs = ClaudeStatusLineInstaller::isInstalled(text, command);
-    auto installed = ClaudeStatusLineInstaller::installing(text, command);
-    previous = std::move(installed.previous);
-    return installed.text;
-}
-
 void ClaudeHooks::install() {
-    const ConfigurationFile settings(m_files, m_settingsFile);
+    ConfigurationFile settings(m_files, m_settingsFile);
     const auto old = settings.read();
-    std::optional<std::string> previous;
-    bool wasOurs = false;
-    const std::string text = installedText(old, previous, wasOurs);
+    const std::string withHooks = ClaudeHooksInstaller::installing(old, commands(), HookSet::claude());
+    const std::string lineCommand = scriptCommand(SupportNames::claudeStatusLine);
+    const bool wasOurs = ClaudeStatusLineInstaller::isInstalled(withHooks, lineCommand);
+    const auto installed = ClaudeStatusLineInstaller::installing(withHooks, lineCommand);
     throwIfFailed(m_support.create(), m_support.path());
-    saveStatusLine(previous, wasOurs);
+    saveStatusLine(installed.previous, wasOurs);
     writeScripts();
     writeHelper();
-    settings.write(text, old);
+    settings.write(installed.text, old);
     m_settingsStat.reset();
 }
 
 void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const {
-    const std::string original = m_support.pathOf(originalName);
-    const std::string wrapped = m_support.pathOf(wrappedName);
+    const std::string original = m_support.pathOf(SupportNames::statusLineOriginal);
+    const std::string wrapped = m_support.pathOf(SupportNames::statusLineWrapped);
     if (!previous) {
         if (!wasOurs) {
             m_files.remove(original);
@@ -98,9 +87,7 @@ void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, boo
     }
     const WriteOptions options{.mode = SupportDirectory::fileMode, .sync = Sync::yes};
     throwIfFailed(m_files.write(original, *previous, options), original);
-    const auto value = Json::parse(*previous);
-    const std::string* command = value ? value->stringAt("command") : nullptr;
-    if (command) {
+    if (const auto command = ClaudeStatusLineInstaller::commandOf(*previous)) {
         throwIfFailed(m_files.write(wrapped, *command, options), wrapped);
     } else {
         // What an earlier status line had left must not go on running in the place of this one.
@@ -109,7 +96,7 @@ void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, boo
 }
 
 void ClaudeHooks::writeScripts() const {
-    for (const char* name : scriptNames) {
+    for (const std::string_view name : scriptNames) {
         const std::string path = m_support.pathOf(name);
         throwIfFailed(m_files.write(path, std::string(HookScripts::text(name)), {.mode = SupportDirectory::scriptMode}),
                       path);
@@ -120,21 +107,21 @@ void ClaudeHooks::writeScripts() const {
 void ClaudeHooks::writeHelper() const {
     constexpr std::size_t largest = std::size_t{64} << 20;
     const ReadResult helper = m_files.read(
-        m_helpers + "/" + helperName, {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
+        m_helpers + "/" + std::string(SupportNames::jsonValue), {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
     // Without it the status line says less, but the hooks work; so an installation without it is not refused.
     if (helper) {
-        std::ignore = m_files.write(m_support.pathOf(helperName), helper.bytes, {.mode = SupportDirectory::scriptMode});
+        std::ignore = m_files.write(m_support.pathOf(SupportNames::jsonValue), helper.bytes, {.mode = SupportDirectory::scriptMode});
     }
 }
 
 void ClaudeHooks::updateScripts() {
-    const bool isCurrent = std::ranges::all_of(scriptNames, [this](const char* name) {
+    const bool isCurrent = std::ranges::all_of(scriptNames, [this](std::string_view name) {
         const ReadResult found = m_files.read(m_support.pathOf(name), {});
         return found.error == std::errc::no_such_file_or_directory ||
                (found && found.bytes == HookScripts::text(name));
     });
     if (!isCurrent) {
-        for (const char* name : scriptNames) {
+        for (const std::string_view name : scriptNames) {
             std::ignore = m_files.write(m_support.pathOf(name), std::string(HookScripts::text(name)),
                                         {.mode = SupportDirectory::scriptMode});
         }
@@ -142,21 +129,22 @@ void ClaudeHooks::updateScripts() {
     }
 }
 
-void ClaudeHooks::remove() {
-    const ConfigurationFile settings(m_files, m_settingsFile);
+bool ClaudeHooks::remove() {
+    ConfigurationFile settings(m_files, m_settingsFile);
     const auto old = settings.read();
     if (!old) {
-        return;
+        return false;
     }
-    const std::vector<std::string> legacyCommands{m_support.pathOf(hookName)};
-    const std::string withoutHooks = ClaudeHooksInstaller::removing(*old, scriptCommand(hookName),
-                                                                    scriptCommand(permissionName), legacyCommands);
-    const ReadResult original = m_files.read(m_support.pathOf(originalName), {});
-    const auto previous = original ? std::optional(original.bytes) : std::nullopt;
-    settings.write(ClaudeStatusLineInstaller::removing(withoutHooks, scriptCommand(statusLineName), previous), old);
-    m_files.remove(m_support.pathOf(originalName));
-    m_files.remove(m_support.pathOf(wrappedName));
+    const std::string withoutHooks = ClaudeHooksInstaller::removing(*old, commands());
+    const ReadResult original = m_files.read(m_support.pathOf(SupportNames::statusLineOriginal), {});
+    const auto previous = original ? std::optional<std::string_view>(original.bytes) : std::nullopt;
+    settings.write(ClaudeStatusLineInstaller::removing(
+                       withoutHooks, scriptCommand(SupportNames::claudeStatusLine), previous),
+                   old);
+    m_files.remove(m_support.pathOf(SupportNames::statusLineOriginal));
+    m_files.remove(m_support.pathOf(SupportNames::statusLineWrapped));
     m_settingsStat.reset();
+    return true;
 }
 
 } // namespace veslora

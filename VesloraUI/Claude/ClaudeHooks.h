@@ -3,6 +3,7 @@
 // Main thread only.
 #pragma once
 
+#include "VesloraCore/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
 
 #include <optional>
@@ -27,15 +28,15 @@ class ClaudeHooks {
 
     /// Throws `InstallError` or `std::system_error`.
     void install();
-    void remove();
+    /// False when there was no configuration to take anything out of.
+    bool remove();
 
     /// Writes the scripts anew where an older version of the program has left others. Does nothing where none are.
     void updateScripts();
 
   private:
-    [[nodiscard]] std::string scriptCommand(const std::string& name) const;
-    [[nodiscard]] std::string installedText(const std::optional<std::string>& old, std::optional<std::string>& previous,
-                                            bool& wasOurs) const;
+    [[nodiscard]] std::string scriptCommand(std::string_view name) const;
+    [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
     void saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const;
     void writeScripts() const;
     void writeHelper() const;

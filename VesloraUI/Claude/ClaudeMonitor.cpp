@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 
+#include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 
@@ -25,8 +26,8 @@ std::optional<std::string> requestIdOf(const std::string& fileName) {
 } // namespace
 
 ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : m_seams(seams), m_support(support), m_settings(settings), m_spool(seams.files, support, "claude-spool"),
-      m_answers(seams.files, support, "answers"),
+    : m_seams(seams), m_support(support), m_settings(settings), m_spool(seams.files, support, SupportNames::claudeSpool),
+      m_answers(seams.files, support, SupportNames::claudeAnswers),
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
       m_hooks(seams.files, support, seams.directories.claude + "/settings.json", seams.directories.executables) {}
 
@@ -215,8 +216,9 @@ void ClaudeMonitor::installHooks() {
 }
 
 void ClaudeMonitor::removeHooks() {
-    m_hooks.remove();
-    refresh();
+    if (m_hooks.remove()) {
+        refresh();
+    }
 }
 
 } // namespace veslora

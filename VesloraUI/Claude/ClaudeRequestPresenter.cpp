@@ -50,9 +50,7 @@ void ClaudeRequestPresenter::setDate(double date) {
 }
 
 void ClaudeRequestPresenter::setCut(bool isCut) {
-    if (assign(this, m_isCut, isCut, &ClaudeRequestPresenter::keysChanged)) {
-        emit changed();
-    }
+    assign(this, m_isCut, isCut, &ClaudeRequestPresenter::keysChanged);
 }
 
 QString ClaudeRequestPresenter::title() const {

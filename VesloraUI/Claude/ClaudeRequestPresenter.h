@@ -28,7 +28,7 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString sessionName READ sessionName NOTIFY changed FINAL)
     Q_PROPERTY(QString waitingText READ waitingText NOTIFY changed FINAL)
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
-    Q_PROPERTY(QString note READ note NOTIFY changed FINAL)
+    Q_PROPERTY(QString note READ note NOTIFY keysChanged FINAL)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged FINAL)
     Q_PROPERTY(bool isDenyEnabled READ isDenyEnabled NOTIFY keysChanged FINAL)
     Q_PROPERTY(bool isAllowEnabled READ isAllowEnabled NOTIFY keysChanged FINAL)

@@ -22,7 +22,7 @@ bool isWorking(const ClaudeSessionSummary& session) {
 } // namespace
 
 void ClaudeWidgetPresenter::componentComplete() {
-    m_style = qmlEngine(this)->singletonInstance<VesloraStyle*>("Veslora", "VesloraStyle");
+    m_style = VesloraStyle::of(*qmlEngine(this));
     connect(m_agents, &AgentsModel::changed, this, &ClaudeWidgetPresenter::readAgents);
     connect(m_agents, &AgentsModel::hooksChanged, this, &ClaudeWidgetPresenter::changed);
     connect(m_style, &VesloraStyle::accentChanged, this, &ClaudeWidgetPresenter::readRows);

@@ -8,11 +8,11 @@ WingsView {
 
     required property AgentsModel agents
 
-    left: AgentMarkView {
+    leading: AgentMarkView {
         agent: presenter.agent
         anchors.centerIn: parent
     }
-    right: Text {
+    trailing: Text {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: presenter.spinnerOffset
         color: presenter.spinnerColor

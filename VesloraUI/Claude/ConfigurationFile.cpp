@@ -12,7 +12,8 @@ void throwIfFailed(const std::error_code& error, const std::string& path) {
 ConfigurationFile::ConfigurationFile(Files& files, const std::string& path)
     : m_files(files), m_target(files.resolve(path)) {}
 
-std::optional<std::string> ConfigurationFile::read() const {
+std::optional<std::string> ConfigurationFile::read() {
+    m_asRead = m_files.stat(m_target, Links::follow);
     ReadResult result = m_files.read(m_target, {.links = Links::follow, .cap = cap});
     if (result.error == std::errc::no_such_file_or_directory) {
         return std::nullopt;
@@ -23,6 +24,9 @@ std::optional<std::string> ConfigurationFile::read() const {
 
 void ConfigurationFile::write(const std::string& text, const std::optional<std::string>& old) const {
     const auto found = m_files.stat(m_target, Links::follow);
+    if (found != m_asRead) {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again), m_target);
+    }
     const auto mode = found ? std::optional(found->mode) : std::nullopt;
     if (old) {
         const std::string backup = m_target + ".veslora-backup";

@@ -20,11 +20,11 @@ class ConfigurationFile {
 
     /// The file's text; absent when there is no file. Throws `std::system_error` when it can't be read. Whether the
     /// text is JSON, or even UTF-8, is for the reader of the text to find out.
-    [[nodiscard]] std::optional<std::string> read() const;
+    [[nodiscard]] std::optional<std::string> read();
 
     /// Replaces the file by `text`, after keeping `old` as `<name>.veslora-backup` beside it. The file keeps its
     /// mode, its owner and the link that leads to it. Throws `std::system_error`; without a backup nothing is
-    /// written.
+    /// written, and neither when somebody else has changed the file since it was read.
     void write(const std::string& text, const std::optional<std::string>& old) const;
 
     /// Deletes the file itself. Throws `std::system_error`.
@@ -33,6 +33,7 @@ class ConfigurationFile {
   private:
     Files& m_files;
     std::string m_target;
+    std::optional<FileStat> m_asRead;
 };
 
 /// Throws `std::system_error` with `path` in its message if there is an error.

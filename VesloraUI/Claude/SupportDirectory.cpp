@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/SupportDirectory.h"
 
+#include "VesloraCore/SupportNames.h"
+
 #include <utility>
 
 namespace veslora {
-
-namespace {
-constexpr auto heartbeatName = "heartbeat";
-constexpr auto processName = "pid";
-} // namespace
 
 SupportDirectory::SupportDirectory(Files& files, std::string path, std::string runtime)
     : m_files(files), m_path(std::move(path)), m_runtime(std::move(runtime)) {}
@@ -22,7 +19,7 @@ std::error_code SupportDirectory::create() {
     return found && found->mode != directoryMode ? m_files.setMode(m_path, directoryMode) : std::error_code();
 }
 
-std::error_code SupportDirectory::createFolder(const std::string& name) {
+std::error_code SupportDirectory::createFolder(std::string_view name) {
     if (const auto error = create()) {
         return error;
     }
@@ -34,31 +31,31 @@ void SupportDirectory::writeHeartbeat(Timestamp now) {
     const WriteOptions options{.mode = fileMode};
     if (!hasRuntime()) {
         create();
-        std::ignore = m_files.write(pathOf(heartbeatName), beat, options);
+        std::ignore = m_files.write(pathOf(SupportNames::heartbeat), beat, options);
         return;
     }
     m_files.makeDirectory(m_runtime, directoryMode);
-    const std::string target = m_runtime + "/" + heartbeatName;
+    const std::string target = m_runtime + "/" + std::string(SupportNames::heartbeat);
     if (m_files.write(target, beat, options)) {
         return;
     }
-    const auto link = m_files.stat(pathOf(heartbeatName), Links::refuse);
-    if (!link || !link->isLink || m_files.resolve(pathOf(heartbeatName)) != m_files.resolve(target)) {
+    const auto link = m_files.stat(pathOf(SupportNames::heartbeat), Links::refuse);
+    if (!link || !link->isLink || m_files.resolve(pathOf(SupportNames::heartbeat)) != m_files.resolve(target)) {
         create();
-        m_files.makeLink(target, pathOf(heartbeatName));
+        m_files.makeLink(target, pathOf(SupportNames::heartbeat));
     }
 }
 
 void SupportDirectory::writeProcess(std::int32_t pid) {
-    std::ignore = m_files.write(pathOf(processName), std::to_string(pid) + "\n", {.mode = fileMode});
+    std::ignore = m_files.write(pathOf(SupportNames::processId), std::to_string(pid) + "\n", {.mode = fileMode});
 }
 
 void SupportDirectory::removeSigns() {
     if (hasRuntime()) {
-        m_files.remove(m_runtime + "/" + heartbeatName);
+        m_files.remove(m_runtime + "/" + std::string(SupportNames::heartbeat));
     }
-    m_files.remove(pathOf(heartbeatName));
-    m_files.remove(pathOf(processName));
+    m_files.remove(pathOf(SupportNames::heartbeat));
+    m_files.remove(pathOf(SupportNames::processId));
 }
 
 } // namespace veslora

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace veslora {
 
@@ -21,12 +22,12 @@ class SupportDirectory {
     SupportDirectory(Files& files, std::string path, std::string runtime);
 
     [[nodiscard]] const std::string& path() const { return m_path; }
-    [[nodiscard]] std::string pathOf(const std::string& name) const { return m_path + "/" + name; }
+    [[nodiscard]] std::string pathOf(std::string_view name) const { return m_path + "/" + std::string(name); }
 
     /// Makes the folder, for our user alone. A failure is the caller's to show or to try again.
     std::error_code create();
     /// Makes a folder in it, for our user alone.
-    std::error_code createFolder(const std::string& name);
+    std::error_code createFolder(std::string_view name);
 
     /// Writes the clock, in whole seconds, into "heartbeat". The file lies in the runtime folder and a link points
     /// to it, so that a beat every two seconds never reaches the disk. A failure is ignored: the scripts then leave

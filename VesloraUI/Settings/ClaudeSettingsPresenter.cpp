@@ -39,7 +39,7 @@ void ClaudeSettingsPresenter::press() {
             m_agents->claude().installHooks();
         }
         m_errorText.clear();
-    } catch (const InstallError&) {
+    } catch (const ClaudeHooksInstaller::InstallError&) {
         m_errorText = failure;
     } catch (const std::system_error&) {
         m_errorText = failure;

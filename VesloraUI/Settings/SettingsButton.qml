@@ -9,7 +9,7 @@ T.Button {
 
     Accessible.name: text
     implicitHeight: 26
-    implicitWidth: Math.max(72, label.implicitWidth + 24)
+    implicitWidth: Math.max(72, implicitContentWidth + 24)
 
     background: Rectangle {
         border.color: button.visualFocus ? VesloraStyle.accentColor : "transparent"
@@ -18,8 +18,6 @@ T.Button {
         radius: 6
     }
     contentItem: Text {
-        id: label
-
         color: SettingsColors.text
         horizontalAlignment: Text.AlignHCenter
         opacity: button.enabled ? 1 : 0.4

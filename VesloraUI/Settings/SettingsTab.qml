@@ -8,6 +8,7 @@ T.TabButton {
     id: tab
 
     property string symbol
+    readonly property color tint: checked ? VesloraStyle.accentColor : SettingsColors.secondary
 
     Accessible.name: text
     implicitHeight: 50
@@ -22,17 +23,15 @@ T.TabButton {
     contentItem: Item {
         Symbol {
             anchors.horizontalCenter: parent.horizontalCenter
-            color: label.color
+            color: tab.tint
             name: tab.symbol
             size: 20
             y: 1
         }
 
         Text {
-            id: label
-
             anchors.horizontalCenter: parent.horizontalCenter
-            color: tab.checked ? VesloraStyle.accentColor : SettingsColors.secondary
+            color: tab.tint
             text: tab.text
             y: 25
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The settings window: the one conventional window of the program.
 import QtQuick
-import QtQuick.Templates as T
 import Veslora
 
 Window {
@@ -24,12 +23,6 @@ Window {
         anchors.horizontalCenter: parent.horizontalCenter
         spacing: 4
         y: 8
-
-        T.ButtonGroup {
-            id: choice
-
-            buttons: tabs.children
-        }
 
         SettingsTab {
             id: general

@@ -8,6 +8,7 @@ Item {
 
     property real travel: 0
     property bool isShown: false
+    readonly property bool isLeaving: !isShown && visible
 
     function arrive(component: Component) {
         loader.sourceComponent = null;

@@ -18,7 +18,7 @@ Item {
     implicitHeight: 26
     implicitWidth: Math.max(34, label.implicitWidth - label.font.letterSpacing + 2 * padding)
     Accessible.name: text
-    Accessible.description: helpText
+    Accessible.description: enabled ? helpText : qsTr("Not available now")
     Accessible.role: Accessible.Button
     Accessible.onPressAction: if (key.enabled)
         key.clicked()

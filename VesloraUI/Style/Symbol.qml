@@ -10,6 +10,7 @@ Image {
 
     height: size
     source: name === "" ? "" : "image://veslora/symbol/" + name + "/" + color.toString().slice(1)
-    sourceSize: Qt.size(size * Screen.devicePixelRatio, size * Screen.devicePixelRatio)
+    sourceSize.height: size * Screen.devicePixelRatio
+    sourceSize.width: size * Screen.devicePixelRatio
     width: size
 }

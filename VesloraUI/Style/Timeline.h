@@ -3,13 +3,12 @@
 #pragma once
 
 #include "VesloraCore/Timestamp.h"
+#include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <QPointer>
 #include <QQuickItem>
 
 namespace veslora {
-
-class TimelineTicker;
 
 /// An item without a face. Put it into the view whose time it is: it rests while that view is invisible, and shows
 /// the current date at once when the view comes back. Equal periods tick together.

@@ -6,6 +6,9 @@ import Veslora
 Text {
     id: label
 
+    Accessible.ignored: text === ""
+    Accessible.name: text
+    Accessible.role: Accessible.StaticText
     height: 12
     color: VesloraStyle.textSecondary
     elide: Text.ElideRight

@@ -38,6 +38,10 @@ VesloraStyle* VesloraStyle::create(QQmlEngine* engine, QJSEngine* /*scriptEngine
     return new VesloraStyle(ViewEnvironment::of(engine));
 }
 
+VesloraStyle* VesloraStyle::of(QQmlEngine& engine) {
+    return engine.singletonInstance<VesloraStyle*>(qmlTypeId("Veslora", 1, 0, "VesloraStyle"));
+}
+
 void VesloraStyle::readAccent() {
     const auto stored = m_environment.settings().stringValue(SettingsKeys::accent);
     assign(this, m_accent, AccentColors::fromStored(stored), &VesloraStyle::accentChanged);

@@ -37,6 +37,9 @@ class VesloraStyle : public QObject {
     /// Called by the engine for the singleton. The engine must have been given its `ViewEnvironment`.
     static VesloraStyle* create(QQmlEngine* engine, QJSEngine* scriptEngine);
 
+    /// The singleton of an engine.
+    static VesloraStyle* of(QQmlEngine& engine);
+
     [[nodiscard]] Accent accent() const { return m_accent; }
     [[nodiscard]] QColor accentColor() const { return AccentColors::color(m_accent); }
     [[nodiscard]] QColor urgentColor() const { return AccentColors::urgentColor(m_accent); }

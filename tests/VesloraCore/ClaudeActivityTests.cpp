@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/ClaudeActivity.h"
+#include "tests/VesloraCore/TestText.h"
 
 #include <gtest/gtest.h>
 
 using namespace veslora;
+using test::repeated;
 
 namespace {
 
@@ -11,13 +13,6 @@ std::string described(std::string_view tool, std::string_view input) {
     const auto value = Json::parse(input);
     EXPECT_TRUE(value) << input;
     return ClaudeActivity::describe(tool, value.value_or(Json()));
-}
-
-std::string repeated(const std::string& text, int times) {
-    std::string made;
-    for (int i = 0; i < times; ++i)
-        made += text;
-    return made;
 }
 
 } // namespace

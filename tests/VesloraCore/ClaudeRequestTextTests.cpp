@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/ClaudeRequestText.h"
 #include "VesloraCore/GraphemeClusters.h"
+#include "tests/VesloraCore/TestText.h"
 
 #include <gtest/gtest.h>
 
 using namespace veslora;
+using test::repeated;
 using namespace std::string_literals;
 
 namespace {
@@ -17,13 +19,6 @@ std::string described(std::string_view tool, std::string_view input, std::string
 
 std::string shown(std::string_view text) {
     return ClaudeRequestText::display(text).text;
-}
-
-std::string repeated(const std::string& text, int times) {
-    std::string made;
-    for (int i = 0; i < times; ++i)
-        made += text;
-    return made;
 }
 
 } // namespace

@@ -1,24 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/GraphemeClusters.h"
+#include "tests/VesloraCore/TestText.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
 using namespace veslora;
+using test::repeated;
 
 namespace {
 
 const std::string family = "👨‍👩‍👧"; // three people and two joiners
 const std::string accented = "e\xCC\x81";
 const std::string flags = "🇩🇪🇫🇷";
-
-std::string repeated(const std::string& text, int times) {
-    std::string made;
-    for (int i = 0; i < times; ++i)
-        made += text;
-    return made;
-}
 
 } // namespace
 

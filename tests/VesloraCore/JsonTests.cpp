@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Json.h"
 #include "tests/VesloraCore/TestData.h"
+#include "tests/VesloraCore/TestJson.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <random>
 
 using namespace veslora;
 using namespace std::string_literals;
@@ -24,50 +23,6 @@ std::string nested(int depth) {
     return std::string(static_cast<std::size_t>(depth), '[') +
            std::string(static_cast<std::size_t>(depth), ']');
 }
-
-// Values of every type, with texts and numbers of the awkward kind, from a fixed seed.
-class Generator {
-  public:
-    Json value(int depth) {
-        const int kind = pick(depth > 0 ? 6 : 4);
-        if (kind == 0)
-            return Json();
-        if (kind == 1)
-            return Json::makeBoolean(pick(2) == 1);
-        if (kind == 2)
-            return *Json::parse(numbers[static_cast<std::size_t>(pick(static_cast<int>(numbers.size())))]);
-        if (kind == 3)
-            return Json::makeString(text());
-        Json made = kind == 4 ? Json::makeArray() : Json::makeObject();
-        for (int count = pick(5); count > 0; --count)
-            kind == 4 ? made.append(value(depth - 1)) : made.set(text(), value(depth - 1));
-        return made;
-    }
-
-  private:
-    std::string text() {
-        std::string made;
-        for (int count = pick(6); count > 0; --count)
-            made += texts[static_cast<std::size_t>(pick(static_cast<int>(texts.size())))];
-        return made;
-    }
-    int pick(int count) { return std::uniform_int_distribution(0, count - 1)(m_random); }
-
-    const std::vector<std::string> numbers = {"0",
-                                              "-0",
-                                              "1.0",
-                                              "1e400",
-                                              "-1E-400",
-                                              "41.7",
-                                              "9223372036854775807",
-                                              "123456789012345678901234567890",
-                                              "-12",
-                                              "1.50e+3"};
-    const std::vector<std::string> texts = {"a",       "key", "\"",   "\\", "/", "\n",
-                                            "\x01",    "\0"s, "\x7f", "é",  "😀", "\xE2\x80\xAE",
-                                            "\\u0041", " ",   "{",    "]",  ",", ":"};
-    std::mt19937 m_random{20240229};
-};
 
 } // namespace
 
@@ -121,7 +76,8 @@ TEST(Json, RefusesBrokenStructure) {
         EXPECT_EQ(compact(text), "nothing") << text;
 }
 
-// A string value with a colon behind it was once passed over as if it were a key, and a brace too many with it.
+// A string value with a colon behind it was once passed over as if it were a key, and a brace too many with
+// it.
 TEST(Json, RefusesAStringValueThatLooksLikeAKey) {
     EXPECT_EQ(compact(R"({"a": "b":1},"c":2})"), "nothing");
     EXPECT_EQ(compact(R"({"x":{"a":1},"a": "b":"c"},"d":{"e":1}})"), "nothing");
@@ -233,7 +189,7 @@ TEST(Json, SurvivesDamageAtEveryByte) {
 }
 
 TEST(Json, PrintsWhatItReads) {
-    Generator generator;
+    test::JsonGenerator generator;
     for (int round = 0; round < 2000; ++round) {
         const Json value = generator.value(5);
         ASSERT_EQ(Json::parse(value.print(Layout::compact), Reading::lossless), value);

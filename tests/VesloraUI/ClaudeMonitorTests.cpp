@@ -23,7 +23,6 @@ constexpr auto sessions = "/home/me/.claude/sessions";
 class ClaudeMonitorTest : public testing::Test {
   protected:
     ClaudeMonitorTest() {
-        SettingsKeys::registerDefaults(settings);
         platform.tasks.alive = {10, 11};
         monitor.onChange = [this] { ++changes; };
     }
@@ -58,7 +57,7 @@ class ClaudeMonitorTest : public testing::Test {
     [[nodiscard]] double now() const { return platform.time.now(); }
 
     FakePlatform platform;
-    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeDefaults settings{platform};
     SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
     ClaudeMonitor monitor{{platform.paths, platform.time, platform.disk, platform.watches, platform.tasks,
                            platform.hosts},

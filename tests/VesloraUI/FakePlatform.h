@@ -3,6 +3,8 @@
 #pragma once
 
 #include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
@@ -143,6 +145,15 @@ class FakePlatform final : public Platform {
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
     [[nodiscard]] TextMeasuring& textMeasuring() override { return measuring; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
+};
+
+/// The settings of a user who never touched any.
+class FakeDefaults final : public Defaults {
+  public:
+    explicit FakeDefaults(FakePlatform& platform)
+        : Defaults(platform.disk, platform.watches, platform.paths.configuration) {
+        SettingsKeys::registerDefaults(*this);
+    }
 };
 
 } // namespace veslora

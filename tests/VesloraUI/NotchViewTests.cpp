@@ -25,21 +25,22 @@ class NotchViewTest : public testing::Test {
     NotchViewTest() {
         scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
         scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
-        shape = scene.window().contentItem()->findChild<NotchOutline*>();
+        shape = scene.view().property("outline").value<NotchOutline*>();
     }
+    ~NotchViewTest() override { scene.close(); }
+
     void ask(const std::string& id) {
         scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});
     }
     /// Waits, with a deadline, until the island has its size and whatever left is gone.
     [[nodiscard]] bool settles() {
         return QTest::qWaitFor([this] {
-            return std::abs(shape->width() - model.islandWidth()) < 0.01 &&
-                   std::abs(shape->height() - model.islandHeight()) < 0.01 && !hasLeaving();
+            return shape->width() == model.islandWidth() &&
+                   shape->height() == model.islandHeight() && !hasLeaving();
         });
     }
     [[nodiscard]] bool hasLeaving() const {
-        const auto* leaving = scene.itemWith("isShown", false);
-        return leaving && leaving->opacity() > 0.01;
+        return scene.itemWith("isLeaving", true) != nullptr;
     }
 
     Scene scene;
@@ -159,10 +160,12 @@ TEST_F(NotchViewTest, OpenItShowsTheRack) {
 
 TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     scene.settings.set("widgetLayout", std::string());
+    scene.close();
     RackModel empty(scene.settings, scene.platform.taps);
     scene.show("Widgets/RackView.qml",
                {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}}, {296, 112});
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
+    scene.close();
 }
 
 TEST_F(NotchViewTest, TheAccentFollowsTheSetting) {

@@ -22,8 +22,6 @@ constexpr Point farAway{100, 100};
 
 class NotchWindowControllerTest : public testing::Test {
   protected:
-    NotchWindowControllerTest() { SettingsKeys::registerDefaults(settings); }
-
     void start() { controller.start(); }
     void openByHover() {
         platform.mouse.moveTo(onNotch);
@@ -36,7 +34,7 @@ class NotchWindowControllerTest : public testing::Test {
     [[nodiscard]] IslandState state() const { return controller.model()->state(); }
 
     FakePlatform platform;
-    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeDefaults settings{platform};
     FakeMonitor claude;
     AgentsModel agents{claude, nullptr};
     NotchWindowController controller{platform, settings, agents, [](NotchViewModel&) { return IslandContent(); }};

@@ -38,11 +38,14 @@ void visit(QQuickItem* item, const std::function<void(QQuickItem*)>& each) {
 
 Scene::Scene() {
     QAccessible::setActive(true);
-    SettingsKeys::registerDefaults(settings);
     prepareEngine(engine, environment);
 }
 
 Scene::~Scene() {
+    close();
+}
+
+void Scene::close() {
     m_view.reset();
     m_window.reset();
 }
@@ -88,8 +91,10 @@ bool Scene::shows(const QString& name) const {
 }
 
 bool Scene::isEnabled(const QString& name) const {
-    const auto* node = find(name);
-    return node && !node->state().disabled;
+    // Qt Quick does not tell accessibility that an item is disabled; the item itself knows.
+    auto* node = find(name);
+    const auto* item = node ? qobject_cast<QQuickItem*>(node->object()) : nullptr;
+    return item && item->isEnabled();
 }
 
 QStringList Scene::names() const {

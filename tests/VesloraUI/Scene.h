@@ -11,6 +11,7 @@
 
 #include <QPointF>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QStringList>
 
@@ -26,7 +27,7 @@ class Scene {
     ~Scene();
 
     FakePlatform platform;
-    Defaults settings{platform.disk, platform.watches, platform.paths.configuration};
+    FakeDefaults settings{platform};
     FakeMonitor claude;
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};
@@ -38,6 +39,9 @@ class Scene {
     void show(const QString& file, const QVariantMap& properties, QSize size = {520, 200});
     /// Shows a window of its own.
     void showWindow(std::unique_ptr<QQuickWindow> shown);
+
+    /// Takes the view away, before what it shows goes.
+    void close();
 
     /// Whether something of that name can be seen.
     [[nodiscard]] bool shows(const QString& name) const;
@@ -59,6 +63,8 @@ class Scene {
     [[nodiscard]] QQuickItem* itemWith(const char* property, const QVariant& value) const;
 
     [[nodiscard]] QQuickWindow& window() const { return *m_window; }
+    /// What `show` made.
+    [[nodiscard]] QObject& view() const { return *m_view; }
     [[nodiscard]] QImage picture() const;
 
   private:

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+// The only place where the key of a setting is spelled, with what each may hold and its default.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace veslora {
+
+class Defaults;
+
+/// The screen that the island is on.
+enum class DisplayChoice : std::uint8_t { builtIn, main };
+
+[[nodiscard]] std::string_view rawValue(DisplayChoice choice);
+/// What people call it, untranslated.
+[[nodiscard]] std::string_view displayName(DisplayChoice choice);
+/// The built-in display for an absent text and for any that is no raw value.
+[[nodiscard]] DisplayChoice displayChoiceFrom(std::optional<std::string_view> rawValue);
+
+/// A range that holds both its ends.
+struct ClosedRange {
+    double lower = 0;
+    double upper = 0;
+
+    [[nodiscard]] constexpr double clamped(double value) const { return std::clamp(value, lower, upper); }
+    bool operator==(const ClosedRange&) const = default;
+};
+
+/// Words with "claude" in them serve every agent; the spelling stands for the sake of existing files.
+namespace SettingsKeys {
+
+inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";
+inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds
+inline constexpr std::string_view displayChoice = "displayChoice"; ///< of a `DisplayChoice`
+inline constexpr std::string_view accent = "accent";               ///< of an `Accent`
+inline constexpr std::string_view timerSound = "timerSound";       ///< one of `timerSounds`
+inline constexpr std::string_view timerNotifications = "timerNotifications";
+inline constexpr std::string_view widgetLayout = "widgetLayout"; ///< of a `WidgetLayout`
+inline constexpr std::string_view widgetSpacingAutomatic = "widgetSpacingAutomatic";
+inline constexpr std::string_view widgetSpacing = "widgetSpacing"; ///< points, in `widgetSpacingRange`
+inline constexpr std::string_view liveActivityPriority = "liveActivityPriority"; ///< "music" or "timer"
+inline constexpr std::string_view musicShowOtherApps = "musicShowOtherApps";
+inline constexpr std::string_view musicLiveActivity = "musicLiveActivity";
+inline constexpr std::string_view metronomeBPM = "metronomeBPM";
+inline constexpr std::string_view metronomeSignature = "metronomeSignature"; ///< of a `TimeSignature`
+inline constexpr std::string_view metronomeSound = "metronomeSound";
+inline constexpr std::string_view metronomeVolume = "metronomeVolume"; ///< 0 to 1
+inline constexpr std::string_view metronomeAccent = "metronomeAccent";
+inline constexpr std::string_view claudeApprovalAlerts = "claudeApprovalAlerts";
+inline constexpr std::string_view claudeApprovalSound = "claudeApprovalSound";
+inline constexpr std::string_view claudeFinishedActivity = "claudeFinishedActivity";
+inline constexpr std::string_view claudeWorkingActivity = "claudeWorkingActivity";
+inline constexpr std::string_view claudeAnswerFromIsland = "claudeAnswerFromIsland";
+inline constexpr std::string_view keepAwakeDisplay = "keepAwakeDisplay";
+inline constexpr std::string_view keepAwakeWhileClaude = "keepAwakeWhileClaude";
+inline constexpr std::string_view keepAwakeLiveActivity = "keepAwakeLiveActivity";
+
+/// The sounds that may end a timer. The last plays nothing.
+inline constexpr std::array<std::string_view, 5> timerSounds{"Glass", "Ping", "Hero", "Submarine", "None"};
+
+/// Every reader of `widgetSpacing` holds it to this; the store keeps what was written.
+inline constexpr ClosedRange widgetSpacingRange{8, 80};
+
+/// Registers the default of every key. To be called once on each store before anything reads it.
+void registerDefaults(Defaults& settings);
+
+} // namespace SettingsKeys
+
+} // namespace veslora

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Widgets/RackModel.h"
+
+#include "VesloraCore/NotchGeometry.h"
+#include "VesloraUI/Platform/Observable.h"
+#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+namespace {
+
+constexpr double spacingStep = 4;
+constexpr double emptyWidth = 360; ///< room for what an empty rack says
+
+int lastPage(const WidgetLayout& layout) {
+    return std::max(static_cast<int>(layout.pages().size()) - 1, 0);
+}
+
+std::vector<WidgetEntry> pageOf(const WidgetLayout& layout, int page) {
+    const auto pages = layout.pages();
+    if (pages.empty()) {
+        return {};
+    }
+    return pages[std::min(static_cast<std::size_t>(std::max(page, 0)), pages.size() - 1)];
+}
+
+double widthOf(const std::vector<WidgetEntry>& entries, double spacing) {
+    double width = 2 * RackModel::sidePadding;
+    for (const WidgetEntry& entry : entries) {
+        width += entry.width();
+    }
+    return entries.empty() ? width : width + spacing * static_cast<double>(entries.size() - 1);
+}
+
+} // namespace
+
+RackModel::RackModel(Defaults& settings, HapticPerforming& haptics)
+    : m_settings(settings), m_haptics(haptics),
+      m_layout(WidgetLayout::fromStoredValue(settings.stringValue(SettingsKeys::widgetLayout))),
+      m_customSpacing(readCustomSpacing()), m_reportedIslandWidth(islandWidth()) {
+    for (const auto signal :
+         {&RackModel::layoutChanged, &RackModel::pageChanged, &RackModel::isEditingChanged,
+          &RackModel::isShowingLibraryChanged, &RackModel::spacingChanged, &RackModel::islandWidthChanged}) {
+        connect(this, signal, this, &RackModel::changed);
+    }
+}
+
+WidgetLayout RackModel::previewLayout() const {
+    WidgetLayout layout = m_layout;
+    if (m_draggingID && m_previewIndex) {
+        layout.move(*m_draggingID, *m_previewIndex);
+    }
+    return layout;
+}
+
+int RackModel::pageCount() const {
+    return static_cast<int>(m_layout.pages().size());
+}
+
+double RackModel::spacingValue() const {
+    return SettingsKeys::widgetSpacingRange.clamped(m_settings.doubleValue(SettingsKeys::widgetSpacing));
+}
+
+double RackModel::islandWidth() const {
+    const auto page = pageOf(previewLayout(), m_page);
+    const double wanted = std::max(widthOf(page, spacing()), leastWidth(page.empty()));
+    return std::min(wanted, NotchGeometry::maxExpandedWidth);
+}
+
+/// A gap of the user's own hugs the page; editing, the library and modules that spread need more room.
+double RackModel::leastWidth(bool isPageEmpty) const {
+    if (isAutomatic() || m_isEditing || m_isShowingLibrary) {
+        return NotchGeometry::minExpandedWidth;
+    }
+    return isPageEmpty ? emptyWidth : 0;
+}
+
+void RackModel::setPage(int page) {
+    assign(this, m_page, std::clamp(page, 0, lastPage(m_layout)), &RackModel::pageChanged);
+    reportIslandWidth();
+}
+
+void RackModel::setShowingLibrary(bool isShowingLibrary) {
+    assign(this, m_isShowingLibrary, isShowingLibrary, &RackModel::isShowingLibraryChanged);
+    reportIslandWidth();
+}
+
+void RackModel::enterEditing() {
+    if (!assign(this, m_isEditing, true, &RackModel::isEditingChanged)) {
+        return;
+    }
+    reportIslandWidth();
+    m_haptics.perform(HapticPattern::alignment);
+    if (onEditingChange) {
+        onEditingChange(true);
+    }
+}
+
+void RackModel::exitEditing() {
+    if (!assign(this, m_isEditing, false, &RackModel::isEditingChanged)) {
+        return;
+    }
+    setPreview(std::nullopt, std::nullopt);
+    setShowingLibrary(false);
+    if (onEditingChange) {
+        onEditingChange(false);
+    }
+}
+
+void RackModel::flipPage(int step) {
+    const long long page = static_cast<long long>(m_page) + step;
+    const int last = lastPage(previewLayout());
+    assign(this, m_page, static_cast<int>(std::clamp(page, 0LL, static_cast<long long>(last))),
+           &RackModel::pageChanged);
+    reportIslandWidth();
+}
+
+void RackModel::setAutomaticSpacing(bool isAutomatic) {
+    m_settings.set(SettingsKeys::widgetSpacingAutomatic, isAutomatic);
+    settingsChanged();
+}
+
+void RackModel::stepSpacing(int steps) {
+    const double wanted = spacingValue() + spacingStep * steps;
+    m_settings.set(SettingsKeys::widgetSpacing, SettingsKeys::widgetSpacingRange.clamped(wanted));
+    m_settings.set(SettingsKeys::widgetSpacingAutomatic, false);
+    settingsChanged();
+}
+
+void RackModel::didOpen() {
+    setPage(m_page);
+}
+
+std::optional<double> RackModel::readCustomSpacing() const {
+    return m_settings.boolValue(SettingsKeys::widgetSpacingAutomatic) ? std::nullopt
+                                                                      : std::optional(spacingValue());
+}
+
+void RackModel::settingsChanged() {
+    assign(this, m_customSpacing, readCustomSpacing(), &RackModel::spacingChanged);
+    reportIslandWidth();
+}
+
+/// Keeps the arrangement in the settings first, so that it survives whatever its observers do.
+void RackModel::setLayout(WidgetLayout layout) {
+    if (m_layout == layout) {
+        return;
+    }
+    m_layout = std::move(layout);
+    m_settings.set(SettingsKeys::widgetLayout, m_layout.storedValue());
+    setPage(m_page);
+    emit layoutChanged();
+}
+
+void RackModel::add(WidgetID id, std::optional<WidgetSize> size) {
+    WidgetLayout layout = m_layout;
+    layout.add(id, size);
+    setLayout(std::move(layout));
+}
+
+void RackModel::remove(WidgetID id) {
+    WidgetLayout layout = m_layout;
+    layout.remove(id);
+    setLayout(std::move(layout));
+}
+
+void RackModel::setSize(WidgetID id, WidgetSize size) {
+    WidgetLayout layout = m_layout;
+    layout.setSize(id, size);
+    setLayout(std::move(layout));
+    const auto pages = m_layout.pages();
+    const auto found = std::find_if(pages.begin(), pages.end(), [id](const std::vector<WidgetEntry>& page) {
+        return std::any_of(page.begin(), page.end(),
+                           [id](const WidgetEntry& entry) { return entry.id == id; });
+    });
+    if (found != pages.end()) {
+        setPage(static_cast<int>(found - pages.begin()));
+    }
+}
+
+void RackModel::setPreview(std::optional<WidgetID> draggingID, std::optional<int> previewIndex) {
+    if (m_draggingID != draggingID || m_previewIndex != previewIndex) {
+        m_draggingID = draggingID;
+        m_previewIndex = previewIndex;
+        emit layoutChanged();
+    }
+    reportIslandWidth();
+}
+
+void RackModel::beginDrag(WidgetID id) {
+    setPreview(id, std::nullopt);
+}
+
+void RackModel::drag(WidgetID id, int toIndex) {
+    if (m_draggingID != id) {
+        beginDrag(id);
+    }
+    const auto ids = m_layout.ids();
+    const auto others = std::count_if(ids.begin(), ids.end(), [id](WidgetID other) { return other != id; });
+    const int limited = std::clamp(toIndex, 0, static_cast<int>(others));
+    setPreview(id, m_layout.clampedIndex(limited, id, m_page));
+}
+
+void RackModel::endDrag() {
+    WidgetLayout layout = previewLayout();
+    const bool wasDragging = m_draggingID.has_value();
+    // Ended before the move, or the preview would move the widget once more.
+    m_draggingID.reset();
+    m_previewIndex.reset();
+    setLayout(std::move(layout));
+    if (wasDragging) {
+        emit layoutChanged();
+    }
+    reportIslandWidth();
+}
+
+void RackModel::reportIslandWidth() {
+    const double width = islandWidth();
+    if (assign(this, m_reportedIslandWidth, width, &RackModel::islandWidthChanged) && onIslandWidthChange) {
+        onIslandWidthChange(width);
+    }
+}
+
+} // namespace veslora

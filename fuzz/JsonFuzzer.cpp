@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Whatever can be read can be printed and read again as the same value.
+// Seeds: agents/claude/hooks/*.json agents/claude/sessions/*.json agents/claude/statusline/*.json
+#include "VesloraCore/Json.h"
+#include "fuzz/Fuzzing.h"
+
+using namespace veslora;
+using fuzz::require;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text = fuzz::textOf(data, size);
+    const auto lossless = Json::parse(text, Json::Reading::lossless);
+    const auto value = Json::parse(text);
+    require(!lossless || lossless == value);
+    if (!value) {
+        return 0;
+    }
+    for (const auto layout : {Json::Layout::compact, Json::Layout::pretty}) {
+        const std::string printed = value->print(layout);
+        const auto again = Json::parse(printed, Json::Reading::lossless);
+        require(again == value);
+        require(again->print(layout) == printed);
+    }
+    static_cast<void>(value->number());
+    static_cast<void>(value->integer());
+    static_cast<void>(value->integer32());
+    return 0;
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// The small reader of one value agrees with the reader of whole documents. The first line of the input is the
+// path. Seeds: agents/claude/statusline/*.json
+#include "VesloraCore/Json.h"
+#include "VesloraCore/JsonPath.h"
+#include "fuzz/Fuzzing.h"
+
+#include <algorithm>
+
+using namespace veslora;
+
+namespace {
+
+const Json* find(const Json& document, std::string_view path) {
+    const Json* value = &document;
+    while (value != nullptr) {
+        const std::size_t dot = path.find('.');
+        value = value->find(path.substr(0, dot));
+        if (dot == std::string_view::npos) {
+            break;
+        }
+        path.remove_prefix(dot + 1);
+    }
+    return value;
+}
+
+std::optional<std::string> textOf(const Json* value) {
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    if (const std::string* text = value->string()) {
+        return *text;
+    }
+    if (const std::string* number = value->numberText()) {
+        return *number;
+    }
+    if (const auto truth = value->boolean()) {
+        return *truth ? "true" : "false";
+    }
+    return std::nullopt;
+}
+
+/// A path names its keys by the dots between them, so a key that is empty or holds a dot can be meant in two
+/// ways.
+bool isPlain(std::string_view key) {
+    return !key.empty() && key.find('.') == std::string_view::npos;
+}
+
+bool hasPlainKeys(const Json& value) {
+    const auto& items = value.items();
+    const auto& members = value.members();
+    return std::all_of(items.begin(), items.end(), hasPlainKeys) &&
+           std::all_of(members.begin(), members.end(), [](const Json::Member& member) {
+               return isPlain(member.key) && hasPlainKeys(member.value);
+           });
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::string_view document = fuzz::textOf(data, size);
+    const std::string_view path = fuzz::takeLine(document);
+    const auto found = JsonPath::valueAt(document, path);
+    const auto whole = Json::parse(document);
+    if (whole && !path.empty() && hasPlainKeys(*whole)) {
+        fuzz::require(found == textOf(find(*whole, path)));
+    }
+    return 0;
+}
