@@ -9,6 +9,7 @@ namespace veslora {
 namespace {
 
 constexpr std::size_t valuesOfArea = 4;
+constexpr std::size_t top = 2; // of a strut, after left and right
 
 /// A bar takes a small part of its screen; anything else is a layout that this reading does not understand.
 int plausible(std::int64_t inset, const QRect& screen) {
@@ -18,7 +19,6 @@ int plausible(std::int64_t inset, const QRect& screen) {
 } // namespace
 
 int topInsetOfStrut(const std::vector<std::uint32_t>& strut, const QRect& screen) {
-    constexpr std::size_t top = 2;
     constexpr std::size_t topStart = 8;
     constexpr std::size_t topEnd = 9;
     constexpr std::size_t valuesOfPartial = 12;
@@ -72,12 +72,14 @@ void TopInsets::readStruts(X11Connection& connection) {
     }
 }
 
-int TopInsets::of(const QRect& screen, bool spansDesktop) const {
+int TopInsets::of(const QRect& screen, bool isFirst) const {
     int inset = topInsetOfAreas(m_screenAreas, screen);
+    bool isTold = !m_screenAreas.empty();
     for (const auto& strut : m_struts) {
         inset = std::max(inset, topInsetOfStrut(strut, screen));
+        isTold = isTold || (strut.size() >= valuesOfArea && strut[top] > 0);
     }
-    return spansDesktop ? std::max(inset, topInsetOfAreas(m_desktopArea, screen)) : inset;
+    return isFirst && !isTold ? topInsetOfAreas(m_desktopArea, screen) : inset;
 }
 
 } // namespace veslora

@@ -26,9 +26,9 @@ class TopInsets {
   public:
     explicit TopInsets(X11Connection& connection);
 
-    /// `spansDesktop` tells that the screen is the only one, or the first of several: the area that a window
-    /// manager gives for the whole desktop says nothing about the others.
-    [[nodiscard]] int of(const QRect& screen, bool spansDesktop) const;
+    /// `isFirst` tells the screen on which a desktop that gives one area for all of its screens is taken to
+    /// have its bar, unless windows tell where it is.
+    [[nodiscard]] int of(const QRect& screen, bool isFirst) const;
 
     /// The windows that reserve something, so that their changes can be heard.
     [[nodiscard]] const std::vector<xcb_window_t>& reservingWindows() const { return m_reservingWindows; }

@@ -33,9 +33,21 @@ void X11Stacking::setShown(bool isShown) {
     m_isShown = isShown;
     m_retry.cancel();
     if (isShown) {
+        raise();
+    }
+}
+
+/// Goes above all others but a screen locker.
+void X11Stacking::raise() {
+    const auto stack = describe(childrenOf(m_connection.root()));
+    const auto locker = std::ranges::find_if(
+        stack, [this](const Neighbour& neighbour) { return neighbour.isViewable && hidesWholeScreen(neighbour); });
+    if (locker == stack.end()) {
         constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
         m_connection.flush();
+    } else {
+        putBeside(locker->window, XCB_STACK_MODE_BELOW);
     }
 }
 
@@ -70,7 +82,9 @@ void X11Stacking::check() {
         return;
     }
     if (mayRaise()) {
-        putAbove(*sibling);
+        putBeside(*sibling, XCB_STACK_MODE_ABOVE);
+        m_recentRaises.push_back(m_scheduler.now());
+        ++m_raises;
     } else if (!m_retry.isActive()) {
         m_retry = m_scheduler.after(m_pause, [this] { check(); });
         m_pause = std::min(m_pause * 2, longestPause);
@@ -166,13 +180,11 @@ bool X11Stacking::mayRaise() {
     return m_recentRaises.size() < mostRaises && !m_retry.isActive();
 }
 
-void X11Stacking::putAbove(xcb_window_t sibling) {
-    const std::uint32_t values[] = {sibling, XCB_STACK_MODE_ABOVE};
-    xcb_configure_window(m_connection.xcb(), m_window,
-                         XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+void X11Stacking::putBeside(xcb_window_t sibling, std::uint32_t mode) {
+    const std::uint32_t values[] = {sibling, mode};
+    xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+                         values);
     m_connection.flush();
-    m_recentRaises.push_back(m_scheduler.now());
-    ++m_raises;
 }
 
 } // namespace veslora

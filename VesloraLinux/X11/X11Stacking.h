@@ -33,6 +33,7 @@ class X11Stacking final : public QObject {
     };
 
     void eventArrived(const xcb_generic_event_t& event);
+    void raise();
     void check();
     [[nodiscard]] std::vector<Neighbour> describe(const std::vector<xcb_window_t>& windows);
     [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window);
@@ -41,7 +42,7 @@ class X11Stacking final : public QObject {
     [[nodiscard]] bool hidesWholeScreen(const Neighbour& window);
     [[nodiscard]] bool isManaged(xcb_window_t window);
     [[nodiscard]] bool mayRaise();
-    void putAbove(xcb_window_t sibling);
+    void putBeside(xcb_window_t sibling, std::uint32_t mode);
 
     X11Connection& m_connection;
     Scheduler& m_scheduler;

@@ -3,8 +3,10 @@
 
 #include "tests/VesloraLinux/Support/Waiting.h"
 
+#include <sys/resource.h>
 #include <xcb/xcbext.h>
 
+#include <chrono>
 #include <cstring>
 #include <stdexcept>
 
@@ -53,6 +55,18 @@ static_assert(sizeof(FakeInputRequest) == 36);
 
 xcb_extension_t testExtension{"XTEST", 0};
 
+void sendFakeInput(xcb_connection_t* connection, std::uint8_t type, std::uint8_t detail, int x, int y) {
+    FakeInputRequest request;
+    request.type = type;
+    request.detail = detail;
+    request.x = static_cast<std::int16_t>(x);
+    request.y = static_cast<std::int16_t>(y);
+    const xcb_protocol_request_t protocol{2, &testExtension, 2, 1};
+    iovec parts[4] = {{}, {}, {&request, sizeof request}, {nullptr, 0}};
+    xcb_send_request(connection, 0, parts + 2, &protocol);
+    xcb_flush(connection);
+}
+
 } // namespace
 
 Desktop::Desktop(const DesktopOptions& options) {
@@ -76,8 +90,10 @@ Desktop::Desktop(const DesktopOptions& options) {
     if (options.hasWindowManager) {
         m_windowManager = std::make_unique<Program>(
             std::vector<std::string>{"openbox", "--sm-disable", "--config-file", "/etc/xdg/openbox/rc.xml"});
-        require(waitUntil([this] { return !rootValues("_NET_SUPPORTING_WM_CHECK").empty(); }),
-                "no window manager");
+        require(waitUntil([this] { return managesWindows(); }), "no window manager");
+    }
+    if (options.hasCompositor) {
+        startCompositor();
     }
 }
 
@@ -88,6 +104,24 @@ Desktop::~Desktop() {
     m_application.reset();
     m_compositor.reset();
     m_windowManager.reset();
+}
+
+/// Shows a window for trial: a window manager that is still starting forgets those that come too early.
+bool Desktop::managesWindows() {
+    constexpr int trialMilliseconds = 100;
+    xcb_connection_t* const xcb = m_own->xcb();
+    const xcb_window_t window = xcb_generate_id(xcb);
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, m_own->root(), 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(xcb, window);
+    m_own->flush();
+    const auto isManaged = [&] {
+        return rootValues("_NET_CLIENT_LIST") == std::vector<std::uint32_t>{window};
+    };
+    const bool result = waitUntil(isManaged, trialMilliseconds);
+    xcb_destroy_window(xcb, window);
+    m_own->flush();
+    return result && waitUntil([&] { return rootValues("_NET_CLIENT_LIST").empty(); });
 }
 
 void Desktop::startCompositor() {
@@ -129,16 +163,21 @@ QColor Desktop::pixelAt(int x, int y) {
     return QColor::fromRgb(pixel | 0xff000000U);
 }
 
-void Desktop::fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y) {
-    FakeInputRequest request;
-    request.type = type;
-    request.detail = detail;
-    request.x = static_cast<std::int16_t>(x);
-    request.y = static_cast<std::int16_t>(y);
-    const xcb_protocol_request_t protocol{2, &testExtension, 2, 1};
-    iovec parts[4] = {{}, {}, {&request, sizeof request}, {nullptr, 0}};
-    xcb_send_request(m_own->xcb(), 0, parts + 2, &protocol);
-    m_own->flush();
+/// The server takes the connections in no fixed order, so what was asked of it has to be done before more
+/// happens.
+void Desktop::settle() const {
+    xcb_connection_t* const ofQt =
+        m_application->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    for (xcb_connection_t* const xcb : {ofQt, m_connection->xcb()}) {
+        const X11Reply<xcb_get_input_focus_reply_t> done(
+            xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    }
+    m_connection->takeQueuedEvents();
+}
+
+void Desktop::fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y) const {
+    settle();
+    sendFakeInput(m_own->xcb(), type, detail, x, y);
 }
 
 void Desktop::movePointerBy(int x, int y) {
@@ -166,6 +205,38 @@ void Desktop::click(int button) {
 
 std::vector<std::uint32_t> Desktop::rootValues(const std::string& property) {
     return m_own->values(m_own->root(), property);
+}
+
+RestlessMouse::RestlessMouse(int eventsPerSecond)
+    : m_thread([this, eventsPerSecond] { run(eventsPerSecond); }) {}
+
+void RestlessMouse::stop() {
+    m_stops = true;
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
+}
+
+void RestlessMouse::run(int eventsPerSecond) {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    auto next = std::chrono::steady_clock::now();
+    while (!m_stops) {
+        sendFakeInput(connection, XCB_MOTION_NOTIFY, 1, m_events % 2 == 0 ? 3 : -3, 0);
+        ++m_events;
+        next += std::chrono::microseconds(1000000 / eventsPerSecond);
+        std::this_thread::sleep_until(next);
+    }
+    xcb_disconnect(connection);
+    m_processorSeconds = testing::processorSeconds(RUSAGE_THREAD);
+}
+
+double processorSeconds(int who) {
+    rusage usage{};
+    getrusage(who, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
 } // namespace veslora::testing

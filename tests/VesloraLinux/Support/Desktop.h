@@ -11,8 +11,10 @@
 #include <QGuiApplication>
 #include <QRect>
 
+#include <atomic>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace veslora::testing {
@@ -20,6 +22,7 @@ namespace veslora::testing {
 struct DesktopOptions {
     std::string scale = "1"; ///< native pixels of a point, as QT_SCALE_FACTOR takes it
     bool hasWindowManager = true;
+    bool hasCompositor = false;
     /// Monitors as xrandr names and places them: "eDP-1 800/200x900/225+0+0". None for a single one of 1600
     /// by 900.
     std::vector<std::string> monitors;
@@ -55,9 +58,13 @@ class Desktop {
     /// The values of a root window's property.
     [[nodiscard]] std::vector<std::uint32_t> rootValues(const std::string& property);
 
+    /// Waits until the server has done all that it was asked to.
+    void settle() const;
+
   private:
-    void fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y);
+    void fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y) const;
     void waitForCompositor(bool isThere);
+    [[nodiscard]] bool managesWindows();
 
     TemporaryFolder m_home;
     std::unique_ptr<Program> m_server;
@@ -71,5 +78,30 @@ class Desktop {
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<X11Connection> m_own; ///< the test's eyes and hands
 };
+
+/// A mouse that never rests, moved by a thread on a connection of its own.
+class RestlessMouse {
+  public:
+    explicit RestlessMouse(int eventsPerSecond);
+    RestlessMouse(const RestlessMouse&) = delete;
+    RestlessMouse& operator=(const RestlessMouse&) = delete;
+    ~RestlessMouse() { stop(); }
+
+    void stop();
+    [[nodiscard]] int events() const { return m_events; }
+    /// The processor time that the mouse itself took, in seconds; known once it has stopped.
+    [[nodiscard]] double processorSeconds() const { return m_processorSeconds; }
+
+  private:
+    void run(int eventsPerSecond);
+
+    std::atomic<bool> m_stops = false;
+    std::atomic<int> m_events = 0;
+    double m_processorSeconds = 0;
+    std::thread m_thread;
+};
+
+/// The processor time of all of this process, or of the calling thread alone, in seconds.
+[[nodiscard]] double processorSeconds(int who);
 
 } // namespace veslora::testing

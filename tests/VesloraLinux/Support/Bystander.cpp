@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "tests/VesloraLinux/Support/Bystander.h"
+
+#include "VesloraLinux/X11/X11Reply.h"
+#include "tests/VesloraLinux/Support/Waiting.h"
+
+#include <stdexcept>
+
+namespace veslora::testing {
+
+Bystander::Bystander(const BystanderOptions& options) : m_connection(xcb_connect(nullptr, nullptr)) {
+    const auto* const screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+    m_root = screen->root;
+    m_window = xcb_generate_id(m_connection);
+    const std::uint32_t values[] = {options.color.rgb() & 0xffffffU, options.isOverrideRedirect ? 1U : 0U,
+                                    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE |
+                                        XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                        XCB_EVENT_MASK_VISIBILITY_CHANGE};
+    xcb_create_window(
+        m_connection, XCB_COPY_FROM_PARENT, m_window, m_root, static_cast<std::int16_t>(options.frame.x()),
+        static_cast<std::int16_t>(options.frame.y()), static_cast<std::uint16_t>(options.frame.width()),
+        static_cast<std::uint16_t>(options.frame.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+        XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    show(options);
+}
+
+Bystander::~Bystander() {
+    xcb_disconnect(m_connection);
+}
+
+void Bystander::show(const BystanderOptions& options) {
+    if (options.isFullscreen) {
+        setValues("_NET_WM_STATE", XCB_ATOM_ATOM, {atom("_NET_WM_STATE_FULLSCREEN")});
+    }
+    if (options.pid != 0) {
+        setValues("_NET_WM_PID", XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(options.pid)});
+    }
+    if (!options.type.empty()) {
+        setValues("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {atom(options.type)});
+    }
+    if (!options.strut.empty()) {
+        setStrut(options.strut);
+    }
+    if (!options.machine.empty()) {
+        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_CLIENT_MACHINE,
+                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(options.machine.size()),
+                            options.machine.data());
+    }
+    // The place is the user's wish: else the window manager would choose one.
+    setValues("WM_NORMAL_HINTS", XCB_ATOM_WM_SIZE_HINTS,
+              {1, static_cast<std::uint32_t>(options.frame.x()),
+               static_cast<std::uint32_t>(options.frame.y()), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    xcb_map_window(m_connection, m_window);
+    xcb_flush(m_connection);
+    if (!waitUntil([this] { return isViewable(); })) {
+        throw std::runtime_error("a window did not appear");
+    }
+}
+
+void Bystander::pump() {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        switch (event->response_type & 0x7f) {
+        case XCB_BUTTON_PRESS:
+            ++m_presses;
+            break;
+        case XCB_MOTION_NOTIFY:
+            ++m_motions;
+            break;
+        case XCB_FOCUS_OUT:
+            ++m_focusLosses;
+            break;
+        case XCB_VISIBILITY_NOTIFY:
+            if (m_fights && reinterpret_cast<xcb_visibility_notify_event_t*>(event.get())->state !=
+                                XCB_VISIBILITY_UNOBSCURED) {
+                raise();
+            }
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+int Bystander::presses() {
+    pump();
+    return m_presses;
+}
+
+int Bystander::motions() {
+    pump();
+    return m_motions;
+}
+
+int Bystander::focusLosses() {
+    pump();
+    return m_focusLosses;
+}
+
+bool Bystander::hasFocus() {
+    const X11Reply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    return focus && focus->focus == m_window;
+}
+
+bool Bystander::isViewable() {
+    const X11Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        m_connection, xcb_get_window_attributes(m_connection, m_window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+void Bystander::raise() {
+    constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(m_connection);
+}
+
+void Bystander::iconify() {
+    constexpr std::uint32_t iconic = 3;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = m_window;
+    message.type = atom("WM_CHANGE_STATE");
+    message.data.data32[0] = iconic;
+    xcb_send_event(m_connection, 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(m_connection);
+}
+
+void Bystander::setStrut(const std::vector<std::uint32_t>& strut) {
+    setValues("_NET_WM_STRUT_PARTIAL", XCB_ATOM_CARDINAL, strut);
+}
+
+xcb_atom_t Bystander::atom(const std::string& name) {
+    const auto cookie =
+        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    return X11Reply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(m_connection, cookie, nullptr))->atom;
+}
+
+void Bystander::setValues(const std::string& property, xcb_atom_t type,
+                          const std::vector<std::uint32_t>& values) {
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, atom(property), type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.data());
+    xcb_flush(m_connection);
+}
+
+std::vector<xcb_window_t> stackOf(xcb_connection_t* connection, xcb_window_t root) {
+    const X11Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, root), nullptr));
+    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
+    return {first, first + tree->children_len};
+}
+
+} // namespace veslora::testing
