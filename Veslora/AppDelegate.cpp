@@ -10,7 +10,7 @@ namespace veslora {
 namespace {
 
 AgentMonitorSeams seamsOf(Platform& platform) {
-    return {platform.directories(), platform.scheduler(), platform.files(),
+    return {platform.directories(),      platform.scheduler(), platform.files(),
             platform.directoryWatcher(), platform.processes(), platform.hostApplications()};
 }
 
@@ -20,7 +20,7 @@ AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
     : m_platform(platform), m_environment(platform.scheduler(), settings),
       m_support(platform.files(), platform.directories().support, platform.directories().runtime),
       m_claude(seamsOf(platform), m_support, settings), m_agents(m_claude, nullptr),
-      m_notch(platform, settings, m_agents,
+      m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {
     prepareEngine(m_engine, m_environment);
@@ -37,17 +37,18 @@ void AppDelegate::applicationWillTerminate() {
 
 void AppDelegate::showStatusMenu() {
     const auto text = [](const char* source) { return QCoreApplication::translate("StatusMenu", source); };
-    m_platform.statusMenu().show(
-        QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
-        {
-            {.text = text("Settings…"), .shortcut = QStringLiteral("Ctrl+,"), .activate = [this] { openSettings(); }},
-            // Stays visible while nothing can check: there is no updater yet.
-            {.text = text("Check for Updates…"), .isEnabled = false},
-            {},
-            {.text = text("Quit Veslora"),
-             .shortcut = QStringLiteral("Ctrl+Q"),
-             .activate = [] { QCoreApplication::quit(); }},
-        });
+    m_platform.statusMenu().show(QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
+                                 {
+                                     {.text = text("Settings…"),
+                                      .shortcut = QStringLiteral("Ctrl+,"),
+                                      .activate = [this] { openSettings(); }},
+                                     // Stays visible while nothing can check: there is no updater yet.
+                                     {.text = text("Check for Updates…"), .isEnabled = false},
+                                     {},
+                                     {.text = text("Quit Veslora"),
+                                      .shortcut = QStringLiteral("Ctrl+Q"),
+                                      .activate = [] { QCoreApplication::quit(); }},
+                                 });
 }
 
 } // namespace veslora

@@ -6,6 +6,7 @@
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/NotchWindowController.h"
+#include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
@@ -30,6 +31,7 @@ class AppDelegate {
     Platform& m_platform;
     ViewEnvironment m_environment;
     QQmlEngine m_engine;
+    QtTextMeasuring m_measuring;
     SupportDirectory m_support;
     ClaudeMonitor m_claude;
     AgentsModel m_agents;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Points, sizes and rectangles of the logic. Screen rectangles have their origin at the bottom left and y grows
-// upwards; view rectangles have theirs at the top left. All lengths are points (logical pixels).
+// Points, sizes and rectangles of the logic. Screen rectangles have their origin at the bottom left and y
+// grows upwards; view rectangles have theirs at the top left. All lengths are points (logical pixels).
 #pragma once
 
 namespace veslora {
@@ -17,8 +17,8 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
-/// A rectangle given by its corner of least coordinates. `width` and `height` are never negative in values that
-/// this project makes.
+/// A rectangle given by its corner of least coordinates. `width` and `height` are never negative in values
+/// that this project makes.
 struct Rect {
     double x = 0;
     double y = 0;
@@ -43,11 +43,13 @@ struct Rect {
     }
     /// Whether `other` lies wholly inside, borders included.
     [[nodiscard]] bool contains(const Rect& other) const {
-        return minX() <= other.minX() && other.maxX() <= maxX() && minY() <= other.minY() && other.maxY() <= maxY();
+        return minX() <= other.minX() && other.maxX() <= maxX() && minY() <= other.minY() &&
+               other.maxY() <= maxY();
     }
     /// Whether the two share an area; a shared border alone is none.
     [[nodiscard]] bool intersects(const Rect& other) const {
-        return minX() < other.maxX() && other.minX() < maxX() && minY() < other.maxY() && other.minY() < maxY();
+        return minX() < other.maxX() && other.minX() < maxX() && minY() < other.maxY() &&
+               other.minY() < maxY();
     }
     bool operator==(const Rect&) const = default;
 };

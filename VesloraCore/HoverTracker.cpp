@@ -30,8 +30,8 @@ bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
     }
     if (!m_armedAt)
         m_armedAt = at;
-    // Compared as the deadline is told: a sum and a difference of such large numbers need not agree, and whoever wakes
-    // at the deadline must find it met.
+    // Compared as the deadline is told: a sum and a difference of such large numbers need not agree, and
+    // whoever wakes at the deadline must find it met.
     if (*m_armedAt + openDelay <= at) {
         m_isExpanded = true;
         m_armedAt.reset();

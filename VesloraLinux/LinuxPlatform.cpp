@@ -11,7 +11,6 @@
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/SilentSound.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
-#include "VesloraUI/QtTextMeasuring.h"
 
 namespace veslora {
 namespace {
@@ -40,7 +39,6 @@ struct LinuxPlatform::Parts {
     ProcProcesses processes;
     SilentSound sounds;
     NoHaptics haptics;
-    QtTextMeasuring textMeasuring;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
 };
@@ -97,9 +95,6 @@ SoundPlaying& LinuxPlatform::sounds() {
 }
 HapticPerforming& LinuxPlatform::haptics() {
     return m_parts->haptics;
-}
-TextMeasuring& LinuxPlatform::textMeasuring() {
-    return m_parts->textMeasuring;
 }
 StatusMenu& LinuxPlatform::statusMenu() {
     return m_parts->statusMenu;

@@ -32,7 +32,6 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] Panel& panel() override;
     [[nodiscard]] SoundPlaying& sounds() override;
     [[nodiscard]] HapticPerforming& haptics() override;
-    [[nodiscard]] TextMeasuring& textMeasuring() override;
     [[nodiscard]] StatusMenu& statusMenu() override;
 
   private:

@@ -24,7 +24,8 @@ ClosedIslandInputs gather(const IslandModels& models) {
 ClosedIslandSettings gather(const Defaults& settings) {
     ClosedIslandSettings result;
     result.musicLiveActivity = settings.boolValue(SettingsKeys::musicLiveActivity);
-    result.liveActivityPriority = liveActivityPriorityFrom(settings.stringValue(SettingsKeys::liveActivityPriority));
+    result.liveActivityPriority =
+        liveActivityPriorityFrom(settings.stringValue(SettingsKeys::liveActivityPriority));
     result.claudeApprovalAlerts = settings.boolValue(SettingsKeys::claudeApprovalAlerts);
     result.claudeFinishedActivity = settings.boolValue(SettingsKeys::claudeFinishedActivity);
     result.claudeWorkingActivity = settings.boolValue(SettingsKeys::claudeWorkingActivity);

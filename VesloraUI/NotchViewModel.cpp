@@ -44,7 +44,8 @@ NotchViewModel::Shown NotchViewModel::judge() const {
     Shown shown;
     shown.state = islandStateOf(m_isExpanded, activity.kind);
     shown.content = contentOf(shown.state, !requests.empty());
-    shown.requestId = shown.content == ClaudeRequest ? QString::fromStdString(requests.front().id) : QString();
+    shown.requestId =
+        shown.content == ClaudeRequest ? QString::fromStdString(requests.front().id) : QString();
     shown.wingWidth = activity.wingWidth.value_or(0);
     shown.layout = islandLayout({.state = shown.state,
                                  .notchSize = m_geometry.notch.size(),
@@ -66,7 +67,8 @@ void NotchViewModel::refresh() {
     if (before.content != m_shown.content || before.requestId != m_shown.requestId) {
         emit contentChanged();
     }
-    if (before.layout != m_shown.layout || before.wingWidth != m_shown.wingWidth || before.state != m_shown.state) {
+    if (before.layout != m_shown.layout || before.wingWidth != m_shown.wingWidth ||
+        before.state != m_shown.state) {
         emit layoutChanged();
     }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the island shows and how large it is: the one model that its root view reads. A new one is made with each
-// layout. Main thread only.
+// What the island shows and how large it is: the one model that its root view reads. A new one is made with
+// each layout. Main thread only.
 #pragma once
 
 #include "VesloraCore/IslandState.h"
@@ -42,8 +42,8 @@ class NotchViewModel : public QObject {
     enum Content { Nothing, ClaudeFinished, ClaudeWorking, ClaudeRequest, ClaudeNotice, Rack };
     Q_ENUM(Content)
 
-    NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack, const Defaults& settings,
-                   const TextMeasuring& measuring, Timestamp now);
+    NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+                   const Defaults& settings, const TextMeasuring& measuring, Timestamp now);
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
     void setExpanded(bool isExpanded);

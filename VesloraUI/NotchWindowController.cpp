@@ -20,10 +20,10 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 
 } // namespace
 
-NotchWindowController::NotchWindowController(Platform& platform, Defaults& settings, AgentsModel& agents,
-                                             MakeContent makeContent)
-    : m_platform(platform), m_settings(settings), m_rack(settings, platform.haptics()), m_agents(agents),
-      m_makeContent(std::move(makeContent)) {}
+NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
+                                             Defaults& settings, AgentsModel& agents, MakeContent makeContent)
+    : m_platform(platform), m_measuring(measuring), m_settings(settings),
+      m_rack(settings, platform.haptics()), m_agents(agents), m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel().setContent(nullptr);
@@ -59,11 +59,12 @@ void NotchWindowController::stop() {
 }
 
 ClosedIslandActivity NotchWindowController::activity() const {
-    return closedIslandActivity({&m_agents}, m_settings, m_platform.textMeasuring(), now());
+    return closedIslandActivity({&m_agents}, m_settings, m_measuring, now());
 }
 
 std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
-    const bool isRequest = activity.kind == LiveActivityKind::claudeAlert && !m_agents.pendingRequests().empty();
+    const bool isRequest =
+        activity.kind == LiveActivityKind::claudeAlert && !m_agents.pendingRequests().empty();
     return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
 }
 
@@ -115,8 +116,7 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) const {
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
-    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_settings, m_platform.textMeasuring(),
-                                                  now());
+    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_settings, m_measuring, now());
     model->setExpanded(m_rack.isEditing());
     IslandContent content = m_makeContent(*model);
     Panel& panel = m_platform.panel();

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Owns the island's panel and turns events into state: feeds the hover tracker, keeps the view model in step, decides
-// where the panel takes clicks and when it hides. Main thread only.
+// Owns the island's panel and turns events into state: feeds the hover tracker, keeps the view model in step,
+// decides where the panel takes clicks and when it hides. Main thread only.
 #pragma once
 
 #include "VesloraCore/HoverTracker.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
@@ -35,7 +36,8 @@ class NotchWindowController : public QObject {
     using MakeContent = std::function<IslandContent(NotchViewModel&)>;
 
     /// Nothing runs and nothing shows before `start`. `makeContent` builds the island's view for a model.
-    NotchWindowController(Platform& platform, Defaults& settings, AgentsModel& agents, MakeContent makeContent);
+    NotchWindowController(Platform& platform, const TextMeasuring& measuring, Defaults& settings,
+                          AgentsModel& agents, MakeContent makeContent);
     ~NotchWindowController() override;
 
     /// Once, at launch.
@@ -75,6 +77,7 @@ class NotchWindowController : public QObject {
     [[nodiscard]] Timestamp now() const { return m_platform.scheduler().now(); }
 
     Platform& m_platform;
+    const TextMeasuring& m_measuring;
     Defaults& m_settings;
     RackModel m_rack;
     AgentsModel& m_agents;

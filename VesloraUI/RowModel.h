@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A list for views that takes a whole new list at a time and signals the difference by id, so that a row that stays
-// keeps its place on screen, its hover and its press. Main thread only.
+// A list for views that takes a whole new list at a time and signals the difference by id, so that a row that
+// stays keeps its place on screen, its hover and its press. Main thread only.
 #pragma once
 
 #include <QAbstractListModel>

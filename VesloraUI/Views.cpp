@@ -40,7 +40,8 @@ IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model) {
                            {{QStringLiteral("model"), QVariant::fromValue(&model)}});
     IslandContent content;
     content.item.reset(qobject_cast<QQuickItem*>(view.release()));
-    const QPointer outline = content.item ? content.item->property("outline").value<NotchOutline*>() : nullptr;
+    const QPointer outline =
+        content.item ? content.item->property("outline").value<NotchOutline*>() : nullptr;
     content.outline = [outline] {
         return outline ? outline->path().translated(outline->mapToScene({})) : QPainterPath();
     };

@@ -19,8 +19,8 @@ struct IslandContent;
 /// Gives an engine our views, pictures and environment. The environment must outlive it.
 void prepareEngine(QQmlEngine& engine, ViewEnvironment& environment);
 
-/// Makes the object of a view's file, named by its path below the folder of all views. Null, with a word in the log,
-/// if the file does not load: that is an error of ours.
+/// Makes the object of a view's file, named by its path below the folder of all views. Null, with a word in
+/// the log, if the file does not load: that is an error of ours.
 [[nodiscard]] std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file,
                                                   const QVariantMap& properties);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the rest of the program sees of one agent: its sessions, the requests that can be answered, and the hooks.
-// The monitors of Claude Code and of Codex both serve it. Main thread only.
+// What the rest of the program sees of one agent: its sessions, the requests that can be answered, and the
+// hooks. The monitors of Claude Code and of Codex both serve it. Main thread only.
 #pragma once
 
 #include "VesloraCore/ClaudeDecision.h"
@@ -22,7 +22,9 @@ class AgentMonitor : public QObject {
     /// Every live session, in the order in which they are shown.
     [[nodiscard]] const std::vector<ClaudeSessionSummary>& summaries() const { return m_summaries; }
     /// The requests that the island may answer, oldest first.
-    [[nodiscard]] const std::vector<ClaudePermissionRequest>& pendingRequests() const { return m_pendingRequests; }
+    [[nodiscard]] const std::vector<ClaudePermissionRequest>& pendingRequests() const {
+        return m_pendingRequests;
+    }
     /// Everything of ours is in the agent's configuration and ready to run.
     [[nodiscard]] bool hooksInstalled() const { return m_hooksInstalled; }
     /// Something of ours is there, but not all of it.
@@ -31,15 +33,15 @@ class AgentMonitor : public QObject {
     virtual void start() = 0;
     virtual void stop() = 0;
 
-    /// Tells the script that waits under that id what the user decided. An unknown id is answered too: nobody reads
-    /// it, and the answer is cleared away after a while.
+    /// Tells the script that waits under that id what the user decided. An unknown id is answered too: nobody
+    /// reads it, and the answer is cleared away after a while.
     virtual void answer(const std::string& requestId, ClaudeDecision decision) = 0;
     /// Brings the session's terminal forward, and counts what the session had to say as seen.
     virtual void jump(const std::string& sessionId) = 0;
     virtual void dismissApproval(const std::string& sessionId) = 0;
 
-    /// Writes the scripts and enters them in the agent's configuration, after a backup of it. Throws `InstallError`
-    /// or `std::system_error`; the configuration is then as it was.
+    /// Writes the scripts and enters them in the agent's configuration, after a backup of it. Throws
+    /// `InstallError` or `std::system_error`; the configuration is then as it was.
     virtual void installHooks() = 0;
     /// Takes out of the configuration what is ours. Throws as `installHooks` does.
     virtual void removeHooks() = 0;
@@ -54,7 +56,8 @@ class AgentMonitor : public QObject {
 
   protected:
     /// Assigns what differs, and calls `onChange` if anything did.
-    void publish(std::vector<ClaudeSessionSummary> summaries, std::vector<ClaudePermissionRequest> pendingRequests);
+    void publish(std::vector<ClaudeSessionSummary> summaries,
+                 std::vector<ClaudePermissionRequest> pendingRequests);
     void setHooks(bool areInstalled, bool areOutdated);
 
   private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The folder into which an agent's hook scripts drop one file for each event and request, and the one in which they
-// look for answers. Main thread only.
+// The folder into which an agent's hook scripts drop one file for each event and request, and the one in
+// which they look for answers. Main thread only.
 #pragma once
 
 #include "VesloraCore/ClaudeDecision.h"
@@ -35,8 +35,8 @@ class AgentSpool {
     [[nodiscard]] const std::string& path() const { return m_path; }
     void create();
 
-    /// Hands every complete file to `each`, oldest first and those of one moment by name, and deletes it then,
-    /// whatever `each` made of it.
+    /// Hands every complete file to `each`, oldest first and those of one moment by name, and deletes it
+    /// then, whatever `each` made of it.
     void take(Timestamp now, const std::function<void(const SpoolFile&)>& each);
 
   private:

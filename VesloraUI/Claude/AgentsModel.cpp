@@ -15,12 +15,13 @@ std::optional<ClaudeSessionSummary> firstWith(const std::vector<ClaudeSessionSum
 }
 
 bool knowsSession(const AgentMonitor* monitor, const std::string& id) {
-    return monitor && std::ranges::any_of(monitor->summaries(), [&](const auto& summary) { return summary.id == id; });
+    return monitor &&
+           std::ranges::any_of(monitor->summaries(), [&](const auto& summary) { return summary.id == id; });
 }
 
 bool knowsRequest(const AgentMonitor* monitor, const std::string& id) {
-    return monitor &&
-           std::ranges::any_of(monitor->pendingRequests(), [&](const auto& request) { return request.id == id; });
+    return monitor && std::ranges::any_of(monitor->pendingRequests(),
+                                          [&](const auto& request) { return request.id == id; });
 }
 
 } // namespace

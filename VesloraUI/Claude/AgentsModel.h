@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The one face of all agents: views and the island ask it for sessions and requests without caring which agent stands
-// behind them. It holds nothing of its own; everything is worked out from the monitors at each call. Main thread only.
+// The one face of all agents: views and the island ask it for sessions and requests without caring which
+// agent stands behind them. It holds nothing of its own; everything is worked out from the monitors at each
+// call. Main thread only.
 #pragma once
 
 #include "VesloraCore/AgentKind.h"

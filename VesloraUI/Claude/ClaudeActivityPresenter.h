@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The agent of a closed island's activity: the one that has just finished, or the one that has worked the longest.
-// What was shown last stays when there is none.
+// The agent of a closed island's activity: the one that has just finished, or the one that has worked the
+// longest. What was shown last stays when there is none.
 #pragma once
 
 #include "VesloraUI/Claude/AgentsModel.h"

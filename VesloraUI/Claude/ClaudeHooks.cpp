@@ -22,8 +22,10 @@ constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudeP
 
 } // namespace
 
-ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile, std::string helpers)
-    : m_files(files), m_support(support), m_settingsFile(std::move(settingsFile)), m_helpers(std::move(helpers)) {}
+ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile,
+                         std::string helpers)
+    : m_files(files), m_support(support), m_settingsFile(std::move(settingsFile)),
+      m_helpers(std::move(helpers)) {}
 
 std::string ClaudeHooks::scriptCommand(std::string_view name) const {
     return shellQuoted(m_support.pathOf(name));
@@ -42,7 +44,8 @@ bool ClaudeHooks::scriptsAreReady() const {
 }
 
 void ClaudeHooks::readSettings() {
-    const ReadResult read = m_files.read(m_settingsFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
+    const ReadResult read =
+        m_files.read(m_settingsFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
     const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
     m_lineInstalled =
         ClaudeStatusLineInstaller::isInstalled(text, scriptCommand(SupportNames::claudeStatusLine));
@@ -98,19 +101,22 @@ void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, boo
 void ClaudeHooks::writeScripts() const {
     for (const std::string_view name : scriptNames) {
         const std::string path = m_support.pathOf(name);
-        throwIfFailed(m_files.write(path, std::string(HookScripts::text(name)), {.mode = SupportDirectory::scriptMode}),
-                      path);
+        throwIfFailed(
+            m_files.write(path, std::string(HookScripts::text(name)), {.mode = SupportDirectory::scriptMode}),
+            path);
         throwIfFailed(m_files.setMode(path, SupportDirectory::scriptMode), path);
     }
 }
 
 void ClaudeHooks::writeHelper() const {
     constexpr std::size_t largest = std::size_t{64} << 20;
-    const ReadResult helper = m_files.read(
-        m_helpers + "/" + std::string(SupportNames::jsonValue), {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
+    const ReadResult helper =
+        m_files.read(m_helpers + "/" + std::string(SupportNames::jsonValue),
+                     {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
     // Without it the status line says less, but the hooks work; so an installation without it is not refused.
     if (helper) {
-        std::ignore = m_files.write(m_support.pathOf(SupportNames::jsonValue), helper.bytes, {.mode = SupportDirectory::scriptMode});
+        std::ignore = m_files.write(m_support.pathOf(SupportNames::jsonValue), helper.bytes,
+                                    {.mode = SupportDirectory::scriptMode});
     }
 }
 

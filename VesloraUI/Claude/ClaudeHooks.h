@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Our hooks and status line in Claude Code's configuration: whether they are there, putting them in, taking them out.
-// Main thread only.
+// Our hooks and status line in Claude Code's configuration: whether they are there, putting them in, taking
+// them out. Main thread only.
 #pragma once
 
 #include "VesloraCore/ClaudeHooksInstaller.h"
@@ -31,7 +31,8 @@ class ClaudeHooks {
     /// False when there was no configuration to take anything out of.
     bool remove();
 
-    /// Writes the scripts anew where an older version of the program has left others. Does nothing where none are.
+    /// Writes the scripts anew where an older version of the program has left others. Does nothing where none
+    /// are.
     void updateScripts();
 
   private:

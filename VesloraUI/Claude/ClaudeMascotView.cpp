@@ -25,7 +25,8 @@ void ClaudeMascotView::paint(QPainter* painter) {
     for (std::size_t r = 0; r < ClaudeMascot::rows.size(); ++r) {
         for (std::size_t c = 0; c < ClaudeMascot::rows[r].size(); ++c) {
             if (ClaudeMascot::rows[r][c] == '#') {
-                path.addRect(static_cast<double>(c) * m_cell, static_cast<double>(r) * 2 * m_cell, m_cell, 2 * m_cell);
+                path.addRect(static_cast<double>(c) * m_cell, static_cast<double>(r) * 2 * m_cell, m_cell,
+                             2 * m_cell);
             }
         }
     }

@@ -26,10 +26,12 @@ std::optional<std::string> requestIdOf(const std::string& fileName) {
 } // namespace
 
 ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : m_seams(seams), m_support(support), m_settings(settings), m_spool(seams.files, support, SupportNames::claudeSpool),
+    : m_seams(seams), m_support(support), m_settings(settings),
+      m_spool(seams.files, support, SupportNames::claudeSpool),
       m_answers(seams.files, support, SupportNames::claudeAnswers),
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
-      m_hooks(seams.files, support, seams.directories.claude + "/settings.json", seams.directories.executables) {}
+      m_hooks(seams.files, support, seams.directories.claude + "/settings.json",
+              seams.directories.executables) {}
 
 void ClaudeMonitor::start() {
     m_spool.create();
@@ -56,7 +58,8 @@ void ClaudeMonitor::tick() {
 
 /// A folder that is not there yet, or that somebody replaced, is watched once it can be.
 void ClaudeMonitor::ensureWatches() {
-    const auto ensure = [this](std::unique_ptr<DirectoryWatch>& watch, const std::string& path, DirectoryChanges changes) {
+    const auto ensure = [this](std::unique_ptr<DirectoryWatch>& watch, const std::string& path,
+                               DirectoryChanges changes) {
         if (!watch || !watch->isActive()) {
             watch = m_seams.watcher.watch(path, changes, [this] { refresh(); });
         }
@@ -83,7 +86,8 @@ ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
     m_spool.take(now, [&](const SpoolFile& file) {
         if (const auto id = requestIdOf(file.name)) {
             auto request = file.content && AgentAnswers::isId(*id)
-                               ? ClaudePermissionRequest::parse(file.content.bytes, *id, file.time, m_seams.directories.home)
+                               ? ClaudePermissionRequest::parse(file.content.bytes, *id, file.time,
+                                                                m_seams.directories.home)
                                : std::nullopt;
             if (request) {
                 batch.requests.push_back(std::move(*request));
@@ -93,7 +97,8 @@ ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
             return;
         }
         const bool isRecent = file.time >= now - AgentSpool::eventLifetime;
-        auto event = file.content && isRecent ? ClaudeHookEvent::parse(file.content.bytes, file.time) : std::nullopt;
+        auto event =
+            file.content && isRecent ? ClaudeHookEvent::parse(file.content.bytes, file.time) : std::nullopt;
         if (event) {
             m_state.apply(*event);
             batch.events.push_back(std::move(*event));
@@ -128,24 +133,29 @@ void ClaudeMonitor::handle(const std::vector<ClaudePermissionRequest>& requests)
     }
 }
 
-/// Not when the user wants no alerts, already looks at the session's terminal, or could not answer it from outside.
+/// Not when the user wants no alerts, already looks at the session's terminal, or could not answer it from
+/// outside.
 bool ClaudeMonitor::canAnswer(const ClaudePermissionRequest& request,
                               const std::vector<ClaudeSessionSummary>& sessions) const {
     if (!m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) ||
-        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) || !ClaudePermissions::canBeAnsweredOutside(request.tool)) {
+        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) ||
+        !ClaudePermissions::canBeAnsweredOutside(request.tool)) {
         return false;
     }
     const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
     return session == sessions.end() || !m_seams.hostApplications.isFrontmost(session->pid);
 }
 
-/// The user answered in the terminal while the island still asked. No answer is written: the agent would ignore it.
+/// The user answered in the terminal while the island still asked. No answer is written: the agent would
+/// ignore it.
 void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events) {
     for (const ClaudePermissionRequest& request : m_permissions.pending(m_seams.scheduler.now())) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
-        const bool byEvent = std::ranges::any_of(
-            events, [&](const auto& event) { return ClaudePermissions::isAnsweredElsewhere(request, event); });
-        if (byEvent || (file && ClaudePermissions::isAnsweredElsewhere(request, m_state.lastWaitOf(request.sessionId), *file))) {
+        const bool byEvent = std::ranges::any_of(events, [&](const auto& event) {
+            return ClaudePermissions::isAnsweredElsewhere(request, event);
+        });
+        if (byEvent || (file && ClaudePermissions::isAnsweredElsewhere(
+                                    request, m_state.lastWaitOf(request.sessionId), *file))) {
             m_permissions.remove(request.id);
         }
     }
@@ -183,8 +193,8 @@ void ClaudeMonitor::answer(const std::string& requestId, ClaudeDecision decision
     m_answers.write(decision, requestId);
     const auto request = std::ranges::find(pendingRequests(), requestId, &ClaudePermissionRequest::id);
     if (decision != ClaudeDecision::pass && request != pendingRequests().end()) {
-        // The session's file still says that it waits until the script has come for the answer. Without this the
-        // notice of that wait would flash up behind the request.
+        // The session's file still says that it waits until the script has come for the answer. Without this
+        // the notice of that wait would flash up behind the request.
         m_state.dismissApproval(request->sessionId);
     }
     // A copy, as publishing replaces the list that the caller's text may lie in.

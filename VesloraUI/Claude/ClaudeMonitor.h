@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The live shell round the state of Claude Code's sessions: watches its files and the spool of its hooks, decides
-// what happens to each permission request, and carries out the user's answers. Main thread only.
+// The live shell round the state of Claude Code's sessions: watches its files and the spool of its hooks,
+// decides what happens to each permission request, and carries out the user's answers. Main thread only.
 #pragma once
 
 #include "VesloraCore/ClaudePermissions.h"
@@ -53,9 +53,11 @@ class ClaudeMonitor : public AgentMonitor {
     /// Reads everything anew and publishes what differs.
     void refresh();
 
-    /// The sessions that had a file at the last refresh; absent while Claude Code's folder does not exist, when
-    /// nothing can be said of any session.
-    [[nodiscard]] const std::optional<std::set<std::string>>& liveSessionIds() const { return m_liveSessionIds; }
+    /// The sessions that had a file at the last refresh; absent while Claude Code's folder does not exist,
+    /// when nothing can be said of any session.
+    [[nodiscard]] const std::optional<std::set<std::string>>& liveSessionIds() const {
+        return m_liveSessionIds;
+    }
 
   private:
     struct Batch {

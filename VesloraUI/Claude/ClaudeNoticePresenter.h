@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The first session that waits in its terminal, as its notice shows it. What was shown last stays when nothing waits.
+// The first session that waits in its terminal, as its notice shows it. What was shown last stays when
+// nothing waits.
 #pragma once
 
 #include "VesloraUI/Claude/AgentsModel.h"
@@ -28,7 +29,9 @@ class ClaudeNoticePresenter : public QObject, public QQmlParserStatus {
     [[nodiscard]] QString name() const { return m_name; }
     [[nodiscard]] QString message() const { return m_message; }
     /// How many more sessions wait, as in "+2"; empty where none does.
-    [[nodiscard]] QString moreText() const { return m_more >= 1 ? QStringLiteral("+%1").arg(m_more) : QString(); }
+    [[nodiscard]] QString moreText() const {
+        return m_more >= 1 ? QStringLiteral("+%1").arg(m_more) : QString();
+    }
 
     Q_INVOKABLE void jump();
     Q_INVOKABLE void dismiss();

@@ -30,7 +30,8 @@ void ClaudeRequestPresenter::readAgents() {
     m_others = static_cast<int>(requests.size()) - 1;
     const auto sessions = m_agents->summaries();
     const auto session = std::ranges::find(sessions, m_request->sessionId, &ClaudeSessionSummary::id);
-    const std::string name = session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
+    const std::string name =
+        session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
     m_sessionName = QString::fromStdString(name);
     const auto display = ClaudeRequestText::display(m_request->text);
     m_isComplete = display.isComplete;

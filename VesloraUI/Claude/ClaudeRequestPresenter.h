@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One permission request as its alert shows it. It belongs to one request for its whole life: a new request gets a new
-// one, so that its keys are unarmed again and nothing that was begun on one request can end on another.
+// One permission request as its alert shows it. It belongs to one request for its whole life: a new request
+// gets a new one, so that its keys are unarmed again and nothing that was begun on one request can end on
+// another.
 #pragma once
 
 #include "VesloraCore/ClaudePermissionRequest.h"

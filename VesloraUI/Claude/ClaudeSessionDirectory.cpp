@@ -6,7 +6,8 @@
 namespace veslora {
 
 namespace {
-/// Two writes within one tick of the file system's clock carry the same stamp; this is far longer than a tick.
+/// Two writes within one tick of the file system's clock carry the same stamp; this is far longer than a
+/// tick.
 constexpr double settlingTime = 1.0;
 } // namespace
 
@@ -42,7 +43,8 @@ std::vector<ClaudeSessionFile> ClaudeSessionDirectory::read(Timestamp now) {
     return sessions;
 }
 
-void ClaudeSessionDirectory::look(Known& known, const std::string& path, const FileStat& stat, Timestamp now) {
+void ClaudeSessionDirectory::look(Known& known, const std::string& path, const FileStat& stat,
+                                  Timestamp now) {
     known.stat = stat;
     known.isSettled = now - stat.modified > settlingTime;
     const ReadResult read = m_files.read(path, {.links = Links::refuse, .cap = cap});

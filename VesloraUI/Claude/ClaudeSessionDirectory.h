@@ -21,15 +21,16 @@ class ClaudeSessionDirectory {
     [[nodiscard]] const std::string& path() const { return m_path; }
     [[nodiscard]] bool exists() const;
 
-    /// Every session that has a file, in the order of the files' names. Claude Code rewrites its files in place, so
-    /// one that can't be understood right now counts as what was last read from it; one that is gone, or is no plain
-    /// file of our own user any more, counts for nothing.
+    /// Every session that has a file, in the order of the files' names. Claude Code rewrites its files in
+    /// place, so one that can't be understood right now counts as what was last read from it; one that is
+    /// gone, or is no plain file of our own user any more, counts for nothing.
     [[nodiscard]] std::vector<ClaudeSessionFile> read(Timestamp now);
 
   private:
     struct Known {
         FileStat stat;
-        bool isSettled = false; ///< the file had rested long enough for its stamp to tell the next write apart
+        bool isSettled =
+            false; ///< the file had rested long enough for its stamp to tell the next write apart
         std::optional<ClaudeSessionFile> session; ///< the last good record
     };
     void look(Known& known, const std::string& path, const FileStat& stat, Timestamp now);

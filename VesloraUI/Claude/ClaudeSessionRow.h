@@ -27,7 +27,7 @@ struct ClaudeSessionRow {
     QString id;
     QString name;
     QString helpText;
-    QString mark; ///< empty where marks are not shown
+    QString mark;              ///< empty where marks are not shown
     bool markIsSymbol = false; ///< the mark is a glyph of the symbol font
     QColor markColor;
     QColor lightColor;

@@ -43,8 +43,8 @@ void ClaudeWidgetPresenter::readAgents() {
 }
 
 void ClaudeWidgetPresenter::readRows() {
-    const bool showsMarks =
-        std::ranges::any_of(m_sessions, [](const auto& session) { return session.agent != AgentKind::claude; });
+    const bool showsMarks = std::ranges::any_of(
+        m_sessions, [](const auto& session) { return session.agent != AgentKind::claude; });
     std::vector<ClaudeSessionRow> rows;
     for (const ClaudeSessionSummary& session : m_sessions) {
         ClaudeSessionRow row = rowOf(session, showsMarks);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A configuration file of an agent's, which belongs to the user: read whole, backed up, and replaced in one step.
-// Main thread only.
+// A configuration file of an agent's, which belongs to the user: read whole, backed up, and replaced in one
+// step. Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -18,13 +18,13 @@ class ConfigurationFile {
     /// `path` may be a link; what it points to is the file.
     ConfigurationFile(Files& files, const std::string& path);
 
-    /// The file's text; absent when there is no file. Throws `std::system_error` when it can't be read. Whether the
-    /// text is JSON, or even UTF-8, is for the reader of the text to find out.
+    /// The file's text; absent when there is no file. Throws `std::system_error` when it can't be read.
+    /// Whether the text is JSON, or even UTF-8, is for the reader of the text to find out.
     [[nodiscard]] std::optional<std::string> read();
 
-    /// Replaces the file by `text`, after keeping `old` as `<name>.veslora-backup` beside it. The file keeps its
-    /// mode, its owner and the link that leads to it. Throws `std::system_error`; without a backup nothing is
-    /// written, and neither when somebody else has changed the file since it was read.
+    /// Replaces the file by `text`, after keeping `old` as `<name>.veslora-backup` beside it. The file keeps
+    /// its mode, its owner and the link that leads to it. Throws `std::system_error`; without a backup
+    /// nothing is written, and neither when somebody else has changed the file since it was read.
     void write(const std::string& text, const std::optional<std::string>& old) const;
 
     /// Deletes the file itself. Throws `std::system_error`.

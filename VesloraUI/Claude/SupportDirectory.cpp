@@ -40,14 +40,16 @@ void SupportDirectory::writeHeartbeat(Timestamp now) {
         return;
     }
     const auto link = m_files.stat(pathOf(SupportNames::heartbeat), Links::refuse);
-    if (!link || !link->isLink || m_files.resolve(pathOf(SupportNames::heartbeat)) != m_files.resolve(target)) {
+    if (!link || !link->isLink ||
+        m_files.resolve(pathOf(SupportNames::heartbeat)) != m_files.resolve(target)) {
         create();
         m_files.makeLink(target, pathOf(SupportNames::heartbeat));
     }
 }
 
 void SupportDirectory::writeProcess(std::int32_t pid) {
-    std::ignore = m_files.write(pathOf(SupportNames::processId), std::to_string(pid) + "\n", {.mode = fileMode});
+    std::ignore =
+        m_files.write(pathOf(SupportNames::processId), std::to_string(pid) + "\n", {.mode = fileMode});
 }
 
 void SupportDirectory::removeSigns() {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The folder in which the program and the hook scripts meet, and the signs by which the scripts know that the program
-// is there to answer. Main thread only.
+// The folder in which the program and the hook scripts meet, and the signs by which the scripts know that the
+// program is there to answer. Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -17,8 +17,8 @@ class SupportDirectory {
     static constexpr std::uint32_t fileMode = 0600;
     static constexpr std::uint32_t scriptMode = 0755;
 
-    /// `runtime` is a folder that costs no disk write and ends with the login session; equal to `path` where there
-    /// is none.
+    /// `runtime` is a folder that costs no disk write and ends with the login session; equal to `path` where
+    /// there is none.
     SupportDirectory(Files& files, std::string path, std::string runtime);
 
     [[nodiscard]] const std::string& path() const { return m_path; }
@@ -29,12 +29,13 @@ class SupportDirectory {
     /// Makes a folder in it, for our user alone.
     std::error_code createFolder(std::string_view name);
 
-    /// Writes the clock, in whole seconds, into "heartbeat". The file lies in the runtime folder and a link points
-    /// to it, so that a beat every two seconds never reaches the disk. A failure is ignored: the scripts then leave
-    /// the agent alone.
+    /// Writes the clock, in whole seconds, into "heartbeat". The file lies in the runtime folder and a link
+    /// points to it, so that a beat every two seconds never reaches the disk. A failure is ignored: the
+    /// scripts then leave the agent alone.
     void writeHeartbeat(Timestamp now);
 
-    /// Writes the program's process id into "pid", by which a waiting script sees that the program was killed.
+    /// Writes the program's process id into "pid", by which a waiting script sees that the program was
+    /// killed.
     void writeProcess(std::int32_t pid);
 
     /// Removes both. Scripts that wait go on at once.

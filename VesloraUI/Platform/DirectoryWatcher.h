@@ -27,11 +27,11 @@ class DirectoryWatcher {
   public:
     virtual ~DirectoryWatcher() = default;
 
-    /// Watches `directory` itself, not what lies deeper. Everything that has happened by the time the program gets
-    /// round to it makes one call of `changed`; an overflow of the system's queue does too. Null when the directory
-    /// can't be watched, because it does not exist or no watch is left.
-    [[nodiscard]] virtual std::unique_ptr<DirectoryWatch> watch(const std::string& directory, DirectoryChanges changes,
-                                                                std::function<void()> changed) = 0;
+    /// Watches `directory` itself, not what lies deeper. Everything that has happened by the time the program
+    /// gets round to it makes one call of `changed`; an overflow of the system's queue does too. Null when
+    /// the directory can't be watched, because it does not exist or no watch is left.
+    [[nodiscard]] virtual std::unique_ptr<DirectoryWatch>
+    watch(const std::string& directory, DirectoryChanges changes, std::function<void()> changed) = 0;
 };
 
 } // namespace veslora

@@ -24,7 +24,8 @@ struct FileStat {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
     std::int64_t size = 0;
-    Timestamp modified = 0; ///< for comparing with the clock; a double cannot tell neighbouring nanoseconds apart
+    Timestamp modified =
+        0; ///< for comparing with the clock; a double cannot tell neighbouring nanoseconds apart
     std::int64_t modifiedNanoseconds = 0; ///< the same moment, exact, since 1970
     std::uint32_t mode = 0;               ///< permission bits alone, as in 0644
     bool isRegular = false;
@@ -63,8 +64,9 @@ class Files {
   public:
     virtual ~Files() = default;
 
-    /// Reads a regular file, whole. Never blocks on a pipe or a device, and refuses those and, unless `options` say
-    /// otherwise, links and other users' files. `no_such_file_or_directory` when there is nothing.
+    /// Reads a regular file, whole. Never blocks on a pipe or a device, and refuses those and, unless
+    /// `options` say otherwise, links and other users' files. `no_such_file_or_directory` when there is
+    /// nothing.
     [[nodiscard]] virtual ReadResult read(const std::string& path, const ReadOptions& options) = 0;
 
     /// Absent when nothing is there or it can't be asked.
@@ -73,17 +75,17 @@ class Files {
     /// The names in a directory, without "." and "..", in no order. Absent when it can't be listed.
     [[nodiscard]] virtual std::optional<std::vector<std::string>> list(const std::string& directory) = 0;
 
-    /// Replaces or makes the file in one step: a new file beside it, then a rename. A link at `path` is replaced
-    /// itself, so resolve configuration files first. On failure the old file is untouched and nothing is left over.
-    /// Owner and group of a file that is replaced are kept where the user may do that.
+    /// Replaces or makes the file in one step: a new file beside it, then a rename. A link at `path` is
+    /// replaced itself, so resolve configuration files first. On failure the old file is untouched and
+    /// nothing is left over. Owner and group of a file that is replaced are kept where the user may do that.
     [[nodiscard]] virtual std::error_code write(const std::string& path, const std::string& bytes,
                                                 const WriteOptions& options) = 0;
 
     /// Removes a file or a link; a directory is refused. An absent one is `no_such_file_or_directory`.
     virtual std::error_code remove(const std::string& path) = 0;
 
-    /// Makes a directory and its missing parents; the new ones get `mode`. One that is there already is no error
-    /// and keeps its mode.
+    /// Makes a directory and its missing parents; the new ones get `mode`. One that is there already is no
+    /// error and keeps its mode.
     virtual std::error_code makeDirectory(const std::string& path, std::uint32_t mode) = 0;
 
     virtual std::error_code setMode(const std::string& path, std::uint32_t mode) = 0;

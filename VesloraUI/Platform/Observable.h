@@ -6,7 +6,8 @@
 
 namespace veslora {
 
-/// Stores `value` in `field` and emits `changed` of `owner`, but only when the value really differs. True when it did.
+/// Stores `value` in `field` and emits `changed` of `owner`, but only when the value really differs. True
+/// when it did.
 template <class Owner, class Base, class Field, class Value>
 bool assign(Owner* owner, Field& field, Value&& value, void (Base::*changed)()) {
     if (field == value) {

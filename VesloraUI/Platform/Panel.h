@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The seam for the island's window: borderless, above everything, never focused, and open to clicks only where the
-// island says. Main thread only.
+// The seam for the island's window: borderless, above everything, never focused, and open to clicks only
+// where the island says. Main thread only.
 #pragma once
 
 #include "VesloraCore/Geometry.h"
 #include "VesloraUI/Platform/Screens.h"
 
 #include <QPainterPath>
+
 #include <functional>
 #include <vector>
 
@@ -18,7 +19,8 @@ namespace veslora {
 /// Which parts of the panel's screen react to the pointer, in the screen's own space.
 struct PanelZones {
     std::vector<Rect> clicks; ///< the island takes presses here and nowhere else; empty while it is closed
-    std::vector<Rect> hover;  ///< a pointer here matters to the island although its clicks are not the island's
+    std::vector<Rect>
+        hover; ///< a pointer here matters to the island although its clicks are not the island's
     bool operator==(const PanelZones&) const = default;
 };
 
@@ -32,8 +34,8 @@ class Panel {
     /// Shows `content`, which fills the panel, in place of whatever was there. The caller keeps it alive.
     virtual void setContent(QQuickItem* content) = 0;
 
-    /// The island as drawn right now, in the panel's top-left coordinates. Where no compositor blends windows the
-    /// panel is cut to it, at every frame; nothing outside is then drawn.
+    /// The island as drawn right now, in the panel's top-left coordinates. Where no compositor blends windows
+    /// the panel is cut to it, at every frame; nothing outside is then drawn.
     virtual void setOutline(std::function<QPainterPath()> outline) = 0;
 
     virtual void setZones(const PanelZones& zones) = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The one factory of everything that touches the machine. The entry makes a single one and hands it down; whatever it
-// returns by reference lives as long as it does.
+// The one factory of everything that touches the machine. The entry makes a single one and hands it down;
+// whatever it returns by reference lives as long as it does.
 #pragma once
 
 #include "VesloraUI/Platform/DirectoryWatcher.h"
@@ -14,7 +14,6 @@
 #include "VesloraUI/Platform/Screens.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
-#include "VesloraUI/Platform/TextMeasuring.h"
 
 #include <memory>
 #include <string>
@@ -24,8 +23,8 @@ namespace veslora {
 /// Where the program and the agents keep their files. Absolute paths without a slash at their end.
 struct Directories {
     std::string home;
-    std::string support;       ///< the program's own data: scripts, spools, answers
-    std::string runtime;       ///< for what need not outlive the session; equal to `support` where there is none
+    std::string support; ///< the program's own data: scripts, spools, answers
+    std::string runtime; ///< for what need not outlive the session; equal to `support` where there is none
     std::string configuration; ///< the settings file's
     std::string claude;        ///< Claude Code's configuration
     std::string codex;         ///< Codex's configuration
@@ -48,7 +47,6 @@ class Platform {
     [[nodiscard]] virtual Panel& panel() = 0;
     [[nodiscard]] virtual SoundPlaying& sounds() = 0;
     [[nodiscard]] virtual HapticPerforming& haptics() = 0;
-    [[nodiscard]] virtual TextMeasuring& textMeasuring() = 0;
     [[nodiscard]] virtual StatusMenu& statusMenu() = 0;
 };
 

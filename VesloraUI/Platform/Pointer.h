@@ -15,8 +15,8 @@ class Pointer : public QObject {
     Q_OBJECT
 
   public:
-    /// Where the pointer is in the space of `screen`. Absent when it is on another screen or can't be told, which
-    /// counts as outside everything.
+    /// Where the pointer is in the space of `screen`. Absent when it is on another screen or can't be told,
+    /// which counts as outside everything.
     [[nodiscard]] virtual std::optional<Point> positionOn(const ScreenInfo& screen) const = 0;
 
     [[nodiscard]] virtual bool isButtonDown() const = 0;

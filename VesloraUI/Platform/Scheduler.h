@@ -22,16 +22,16 @@ class Scheduler {
     /// The wall clock.
     [[nodiscard]] virtual Timestamp now() const = 0;
 
-    /// Calls `run` once, `seconds` from now. The wait counts time during which the machine slept. A wait of zero or
-    /// less ends at the next turn of the event loop, never within this call.
+    /// Calls `run` once, `seconds` from now. The wait counts time during which the machine slept. A wait of
+    /// zero or less ends at the next turn of the event loop, never within this call.
     [[nodiscard]] virtual Task after(double seconds, std::function<void()> run) = 0;
 
-    /// Calls `run` every `seconds`, first after one such period. Exact repetitions fall on multiples of the period
-    /// since 1970, so that equal periods tick together. Missed ones are not made up for.
+    /// Calls `run` every `seconds`, first after one such period. Exact repetitions fall on multiples of the
+    /// period since 1970, so that equal periods tick together. Missed ones are not made up for.
     [[nodiscard]] virtual Task every(double seconds, Precision precision, std::function<void()> run) = 0;
 
-    /// Does `work` on another thread at low priority, then `then` on the main thread. Cancelling does not interrupt
-    /// `work`; it only drops `then`. `work` must not touch anything that the main thread does.
+    /// Does `work` on another thread at low priority, then `then` on the main thread. Cancelling does not
+    /// interrupt `work`; it only drops `then`. `work` must not touch anything that the main thread does.
     [[nodiscard]] virtual Task background(std::function<void()> work, std::function<void()> then) = 0;
 };
 

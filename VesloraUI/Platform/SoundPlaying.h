@@ -10,8 +10,8 @@ class SoundPlaying {
   public:
     virtual ~SoundPlaying() = default;
 
-    /// Plays one of the named sounds, such as "Glass", once, beside whatever plays already. An unknown name, or a
-    /// machine without sound, plays nothing.
+    /// Plays one of the named sounds, such as "Glass", once, beside whatever plays already. An unknown name,
+    /// or a machine without sound, plays nothing.
     virtual void play(const std::string& name) = 0;
 };
 

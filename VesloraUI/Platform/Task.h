@@ -8,14 +8,15 @@
 
 namespace veslora {
 
-/// What a handle and its scheduler share. A scheduler keeps one beside each deadline and asks it at that time.
+/// What a handle and its scheduler share. A scheduler keeps one beside each deadline and asks it at that
+/// time.
 struct TaskState {
     /// What is to be done; empty once the task was cancelled or has ended.
     std::function<void()> run;
 };
 
-/// Move-only. Destroying, replacing or cancelling it means that its callback is never called again; replacing it
-/// from within its own callback is safe. A default one stands for nothing.
+/// Move-only. Destroying, replacing or cancelling it means that its callback is never called again; replacing
+/// it from within its own callback is safe. A default one stands for nothing.
 class Task {
   public:
     Task() = default;

@@ -10,7 +10,8 @@ class TextMeasuring {
   public:
     virtual ~TextMeasuring() = default;
 
-    /// Width in points of `text` in the monospaced font at size 12, semibold: the font of the closed island's wings.
+    /// Width in points of `text` in the monospaced font at size 12, semibold: the font of the closed island's
+    /// wings.
     [[nodiscard]] virtual double wingTextWidth(const std::string& text) const = 0;
 };
 

@@ -20,7 +20,8 @@ std::string rawValue(Accent accent) {
 }
 
 Accent fromStored(const std::optional<std::string>& text) {
-    const auto found = std::ranges::find_if(allCases, [&](Accent accent) { return text == rawValue(accent); });
+    const auto found =
+        std::ranges::find_if(allCases, [&](Accent accent) { return text == rawValue(accent); });
     return found == allCases.end() ? Accent::lime : *found;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The colour that the user chose for what is alive on the island, and the one beside it that calls for attention.
+// The colour that the user chose for what is alive on the island, and the one beside it that calls for
+// attention.
 #pragma once
 
 #include <QColor>

@@ -11,15 +11,15 @@
 
 namespace veslora {
 
-/// The motion alone, free of any clock: displacement and velocity of a damped harmonic oscillator, advanced by its
-/// closed solution, so that the result does not depend on how a span of time is cut into steps.
+/// The motion alone, free of any clock: displacement and velocity of a damped harmonic oscillator, advanced
+/// by its closed solution, so that the result does not depend on how a span of time is cut into steps.
 struct SpringMotion {
     double value = 0;
     double velocity = 0; ///< per second
     double target = 0;
 
-    /// Moves on by `seconds`. `response` is the period of the undamped spring, `damping` the share of critical
-    /// damping, below 1.
+    /// Moves on by `seconds`. `response` is the period of the undamped spring, `damping` the share of
+    /// critical damping, below 1.
     void advance(double seconds, double response, double damping);
 
     /// Whether what is left could not be seen: less than a hundredth of a point, and slow.

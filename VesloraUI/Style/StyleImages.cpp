@@ -25,7 +25,8 @@ std::vector<double> gaussian(double sigma) {
     return weights;
 }
 
-/// One pass of a separable blur over rows; the result is turned by a quarter, so that two passes blur both ways.
+/// One pass of a separable blur over rows; the result is turned by a quarter, so that two passes blur both
+/// ways.
 QImage blurredAndTurned(const QImage& source, const std::vector<double>& weights) {
     QImage result(source.height(), source.width(), QImage::Format_Alpha8);
     const int reach = static_cast<int>(weights.size() / 2);
@@ -35,7 +36,9 @@ QImage blurredAndTurned(const QImage& source, const std::vector<double>& weights
             double sum = 0;
             for (int i = -reach; i <= reach; ++i) {
                 const int at = x + i;
-                sum += at < 0 || at >= source.width() ? 0 : row[at] * weights[static_cast<std::size_t>(i + reach)];
+                sum += at < 0 || at >= source.width()
+                           ? 0
+                           : row[at] * weights[static_cast<std::size_t>(i + reach)];
             }
             result.scanLine(x)[y] = static_cast<uchar>(std::lround(sum));
         }
@@ -66,15 +69,16 @@ QImage symbol(const QString& name, const QColor& color, const QSize& size) {
 QImage shadow() {
     constexpr double sigma = 10;
     constexpr int body = 2 * (StyleImages::shadowBorder - StyleImages::shadowMargin) + 8;
-    return StyleImages::softRectangle(body, body, 16, sigma, StyleImages::shadowMargin, 1, QColor(0, 0, 0, 128));
+    return StyleImages::softRectangle(body, body, 16, sigma, StyleImages::shadowMargin, 1,
+                                      QColor(0, 0, 0, 128));
 }
 
 } // namespace
 
 StyleImages::StyleImages() : QQuickImageProvider(QQuickImageProvider::Image) {}
 
-QImage StyleImages::softRectangle(double width, double height, double radius, double sigma, int margin, double scale,
-                                  const QColor& color) {
+QImage StyleImages::softRectangle(double width, double height, double radius, double sigma, int margin,
+                                  double scale, const QColor& color) {
     // A working border of three deviations keeps the blur from seeing an edge that is not there.
     const double border = std::max<double>(margin, 3 * sigma) * scale;
     QImage sharp(static_cast<int>(std::ceil(width * scale + 2 * border)),
@@ -84,7 +88,8 @@ QImage StyleImages::softRectangle(double width, double height, double radius, do
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::black);
     painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(QRectF(border, border, width * scale, height * scale), radius * scale, radius * scale);
+    painter.drawRoundedRect(QRectF(border, border, width * scale, height * scale), radius * scale,
+                            radius * scale);
     painter.end();
     const auto weights = gaussian(sigma * scale);
     const QImage soft = tinted(blurredAndTurned(blurredAndTurned(sharp, weights), weights), color);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The pictures that the views draw with and that no file holds: the island's shadow, a lamp's glow, tinted symbols.
-// Called on Qt Quick's image thread; keeps no state.
+// The pictures that the views draw with and that no file holds: the island's shadow, a lamp's glow, tinted
+// symbols. Called on Qt Quick's image thread; keeps no state.
 #pragma once
 
 #include <QQuickImageProvider>
@@ -9,7 +9,8 @@ namespace veslora {
 
 /// Serves "image://veslora/…":
 /// - "shadow": the island's shadow as a nine-patch, sigma 10, at half opacity; see `shadowMargin`.
-/// - "glow/<size>/<rrggbb>": the glow of a lamp of that many points, sigma 3, at 0.6; 9 points wider on each side.
+/// - "glow/<size>/<rrggbb>": the glow of a lamp of that many points, sigma 3, at 0.6; 9 points wider on each
+/// side.
 /// - "symbol/<name>/<rrggbb>": one of our symbols in one colour, as large as it is asked for.
 class StyleImages : public QQuickImageProvider {
   public:
@@ -17,15 +18,16 @@ class StyleImages : public QQuickImageProvider {
 
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 
-    /// How far the shadow's picture reaches beyond the shape that casts it: four points lower than twice its sigma.
+    /// How far the shadow's picture reaches beyond the shape that casts it: four points lower than twice its
+    /// sigma.
     static constexpr int shadowMargin = 20;
     /// From the picture's edge to the middle that may be stretched.
     static constexpr int shadowBorder = 48;
 
-    /// A soft copy of a filled rounded rectangle: `margin` wider on each side than `width` by `height`, in one
-    /// colour whose alpha it keeps. A Gaussian of deviation `sigma`, cut at the picture's edge.
-    static QImage softRectangle(double width, double height, double radius, double sigma, int margin, double scale,
-                                const QColor& color);
+    /// A soft copy of a filled rounded rectangle: `margin` wider on each side than `width` by `height`, in
+    /// one colour whose alpha it keeps. A Gaussian of deviation `sigma`, cut at the picture's edge.
+    static QImage softRectangle(double width, double height, double radius, double sigma, int margin,
+                                double scale, const QColor& color);
 };
 
 } // namespace veslora

@@ -49,12 +49,15 @@ void VesloraStyle::readAccent() {
 
 QColor VesloraStyle::levelColor(double fraction) {
     const double place = std::clamp(fraction, 0.0, 1.0);
-    return place < 0.5 ? blend(levelLow(), levelMid(), 2 * place) : blend(levelMid(), levelHigh(), 2 * (place - 0.5));
+    return place < 0.5 ? blend(levelLow(), levelMid(), 2 * place)
+                       : blend(levelMid(), levelHigh(), 2 * (place - 0.5));
 }
 
 int VesloraStyle::litSegments(double fraction, int segments) {
     const double lit = std::ceil(fraction * segments);
-    return std::isnan(lit) ? 0 : static_cast<int>(std::clamp(lit, 0.0, static_cast<double>(std::max(segments, 0))));
+    return std::isnan(lit)
+               ? 0
+               : static_cast<int>(std::clamp(lit, 0.0, static_cast<double>(std::max(segments, 0))));
 }
 
 QColor VesloraStyle::segmentColor(int index, int segments, bool isReversed) {

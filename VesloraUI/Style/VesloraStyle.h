@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The colours, fonts and times that every view of the island draws with: the one style singleton of the views.
+// The colours, fonts and times that every view of the island draws with: the one style singleton of the
+// views.
 #pragma once
 
 #include "VesloraUI/Style/Accent.h"
@@ -62,7 +63,8 @@ class VesloraStyle : public QObject {
     /// How many of `segments` ticks a fraction lights: its share, rounded up, within 0 and `segments`.
     Q_INVOKABLE [[nodiscard]] static int litSegments(double fraction, int segments);
 
-    /// Colour of the lit tick `index` of a meter that is coloured by place: by its place alone, not by the reading.
+    /// Colour of the lit tick `index` of a meter that is coloured by place: by its place alone, not by the
+    /// reading.
     Q_INVOKABLE [[nodiscard]] static QColor segmentColor(int index, int segments, bool isReversed);
 
     /// Families that are there: Inter and JetBrains Mono, else the desktop's own.

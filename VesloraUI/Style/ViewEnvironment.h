@@ -38,7 +38,8 @@ class ViewEnvironment : public QObject {
     Q_OBJECT
 
   public:
-    ViewEnvironment(Scheduler& scheduler, Defaults& settings) : m_scheduler(scheduler), m_settings(settings) {}
+    ViewEnvironment(Scheduler& scheduler, Defaults& settings)
+        : m_scheduler(scheduler), m_settings(settings) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);

@@ -32,7 +32,8 @@ void RackPresenter::setAvailableWidth(double width) {
 std::vector<WidgetEntry> RackPresenter::page() const {
     const auto pages = m_rack->previewLayout().pages();
     const int last = static_cast<int>(pages.size()) - 1;
-    return pages.empty() ? std::vector<WidgetEntry>() : pages[static_cast<std::size_t>(std::min(m_rack->page(), last))];
+    return pages.empty() ? std::vector<WidgetEntry>()
+                         : pages[static_cast<std::size_t>(std::min(m_rack->page(), last))];
 }
 
 void RackPresenter::readRack() {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/AgentsModel.h"
-
 #include "tests/VesloraUI/FakeMonitor.h"
 
 #include <gmock/gmock.h>
@@ -44,9 +43,11 @@ TEST_F(AgentsModelTest, WithoutSessionsThereIsNothing) {
 }
 
 TEST_F(AgentsModelTest, PicksTheNewestFinishAndTheLongestWork) {
-    claude.publish({FakeMonitor::session("a", ClaudeStatus::Finished{5}), FakeMonitor::session("b", ClaudeStatus::Working{9})},
+    claude.publish({FakeMonitor::session("a", ClaudeStatus::Finished{5}),
+                    FakeMonitor::session("b", ClaudeStatus::Working{9})},
                    {});
-    codex.publish({FakeMonitor::session("c", ClaudeStatus::Finished{6}), FakeMonitor::session("d", ClaudeStatus::Working{8})},
+    codex.publish({FakeMonitor::session("c", ClaudeStatus::Finished{6}),
+                   FakeMonitor::session("d", ClaudeStatus::Working{8})},
                   {});
     EXPECT_EQ(agents.latestFinished()->id, "c");
     EXPECT_EQ(agents.longestWorking()->id, "d");

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Putting our hooks and status line into Claude Code's settings, and taking them out again, on files in memory.
-#include "VesloraUI/Claude/ClaudeHooks.h"
-
+// Putting our hooks and status line into Claude Code's settings, and taking them out again, on files in
+// memory.
 #include "VesloraCore/HookScripts.h"
 #include "VesloraCore/Json.h"
 #include "VesloraCore/SupportNames.h"
+#include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
@@ -23,7 +23,12 @@ constexpr auto backupPath = "/home/me/.claude/settings.json.veslora-backup";
 
 class ClaudeHooksTest : public testing::Test {
   protected:
-    ClaudeHooksTest() { platform.disk.put("/opt/veslora/json-value", "\x7f" "ELF", 0755); }
+    ClaudeHooksTest() {
+        platform.disk.put("/opt/veslora/json-value",
+                          "\x7f"
+                          "ELF",
+                          0755);
+    }
 
     [[nodiscard]] std::string supportPath(std::string_view name) const { return support.pathOf(name); }
     [[nodiscard]] std::optional<std::string> text(std::string_view name) const {
@@ -48,7 +53,8 @@ TEST_F(ClaudeHooksTest, InstallsWhereThereIsNothingYet) {
         EXPECT_EQ(text(name), HookScripts::text(name)) << name;
         EXPECT_EQ(platform.disk.stat(supportPath(name), Links::refuse)->mode, 0755u) << name;
     }
-    EXPECT_EQ(text(SupportNames::jsonValue), "\x7f" "ELF");
+    EXPECT_EQ(text(SupportNames::jsonValue), "\x7f"
+                                             "ELF");
     EXPECT_TRUE(platform.disk.isExecutable(supportPath(SupportNames::jsonValue)));
 }
 
@@ -61,7 +67,8 @@ TEST_F(ClaudeHooksTest, KeepsEverythingElseAndABackup) {
     EXPECT_EQ(platform.disk.stat(backupPath, Links::refuse)->mode, 0600u);
     EXPECT_EQ(platform.disk.stat(settingsPath, Links::refuse)->mode, 0600u);
     const std::string after = *platform.disk.text(settingsPath);
-    for (const char* kept : {R"("model" : "opus")", "123456789012345678901234567890", R"("n" : 1.0)", "1e400", "mine"}) {
+    for (const char* kept :
+         {R"("model" : "opus")", "123456789012345678901234567890", R"("n" : 1.0)", "1e400", "mine"}) {
         EXPECT_THAT(after, HasSubstr(kept));
     }
     hooks.remove();
@@ -114,13 +121,15 @@ TEST_F(ClaudeHooksTest, AnEmptyFileCountsAsAbsentButIsBackedUp) {
 }
 
 TEST_F(ClaudeHooksTest, SavesTheUsersStatusLineAndPutsItBack) {
-    const std::string before = R"({"statusLine":{"type":"command","command":"~/line.sh 'x'","padding":2,"own":1.0}})";
+    const std::string before =
+        R"({"statusLine":{"type":"command","command":"~/line.sh 'x'","padding":2,"own":1.0}})";
     platform.disk.put(settingsPath, before);
     hooks.install();
     EXPECT_EQ(text(SupportNames::statusLineWrapped), "~/line.sh 'x'");
     EXPECT_EQ(platform.disk.stat(supportPath(SupportNames::statusLineWrapped), Links::refuse)->mode, 0600u);
     hooks.install();
-    EXPECT_EQ(text(SupportNames::statusLineWrapped), "~/line.sh 'x'") << "a second install keeps what the first saved";
+    EXPECT_EQ(text(SupportNames::statusLineWrapped), "~/line.sh 'x'")
+        << "a second install keeps what the first saved";
     hooks.remove();
     EXPECT_EQ(settings(), Json::parse(before));
     EXPECT_FALSE(text(SupportNames::statusLineWrapped));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeMonitor.h"
-
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "tests/VesloraUI/FakePlatform.h"
@@ -28,8 +27,8 @@ class ClaudeMonitorTest : public testing::Test {
     }
 
     /// A session's file. An empty `status` leaves the key out.
-    void putSession(const std::string& id, const std::string& status, double since, const std::string& more = {},
-                    int pid = 10) {
+    void putSession(const std::string& id, const std::string& status, double since,
+                    const std::string& more = {}, int pid = 10) {
         platform.disk.put(std::string(sessions) + "/" + std::to_string(pid) + ".json",
                           R"({"sessionId":")" + id + R"(","pid":)" + std::to_string(pid) +
                               R"(,"cwd":"/home/me/proj","status":")" + status + R"(","statusUpdatedAt":)" +
@@ -38,11 +37,14 @@ class ClaudeMonitorTest : public testing::Test {
     void putEvent(const std::string& name, const std::string& event, const std::string& more = {},
                   const std::string& session = "s1") {
         platform.disk.put(std::string(spool) + "/" + name, R"({"session_id":")" + session +
-                                                               R"(","hook_event_name":")" + event + "\"" + more + "}");
+                                                               R"(","hook_event_name":")" + event + "\"" +
+                                                               more + "}");
     }
-    void putRequest(const std::string& id, const std::string& tool = "Bash", const std::string& session = "s1") {
+    void putRequest(const std::string& id, const std::string& tool = "Bash",
+                    const std::string& session = "s1") {
         putEvent("perm-" + id + ".json", "PermissionRequest",
-                 R"(,"cwd":"/home/me/proj","tool_name":")" + tool + R"(","tool_input":{"command":"ls"})", session);
+                 R"(,"cwd":"/home/me/proj","tool_name":")" + tool + R"(","tool_input":{"command":"ls"})",
+                 session);
     }
     [[nodiscard]] std::optional<std::string> answerOf(const std::string& id) const {
         return platform.disk.text(std::string(answers) + "/" + id);
@@ -59,10 +61,10 @@ class ClaudeMonitorTest : public testing::Test {
     FakePlatform platform;
     FakeDefaults settings{platform};
     SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
-    ClaudeMonitor monitor{{platform.paths, platform.time, platform.disk, platform.watches, platform.tasks,
-                           platform.hosts},
-                          supportDirectory,
-                          settings};
+    ClaudeMonitor monitor{
+        {platform.paths, platform.time, platform.disk, platform.watches, platform.tasks, platform.hosts},
+        supportDirectory,
+        settings};
     int changes = 0;
 };
 
@@ -212,7 +214,8 @@ TEST_F(ClaudeMonitorTest, PassesARequestWhoseTerminalIsInFront) {
 }
 
 TEST_F(ClaudeMonitorTest, PassesEveryRequestWhenTheIslandMayNotAnswer) {
-    for (const std::string_view key : {SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalAlerts}) {
+    for (const std::string_view key :
+         {SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalAlerts}) {
         settings.set(key, false);
         putRequest("aaa");
         putRequest("bbb", "Bash", "unknown");

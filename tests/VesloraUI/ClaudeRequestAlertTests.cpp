@@ -37,7 +37,8 @@ TEST_F(ClaudeRequestAlertTest, ShowsWhoAsksForWhat) {
     scene.claude.publish({FakeMonitor::session("s1", ClaudeStatus::Working{1})}, {});
     ask("npm run build");
     showAlert();
-    EXPECT_THAT(scene.texts(), ElementsAre("Approve", "name of s1", "npm run build", "Jump", "Deny", "Allow"));
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("Approve", "name of s1", "npm run build", "Jump", "Deny", "Allow"));
 }
 
 TEST_F(ClaudeRequestAlertTest, ASessionWithoutASummaryGoesByItsFolder) {
@@ -49,7 +50,8 @@ TEST_F(ClaudeRequestAlertTest, ASessionWithoutASummaryGoesByItsFolder) {
 TEST_F(ClaudeRequestAlertTest, NamesCodexAndCountsTheOthers) {
     auto request = FakeMonitor::request("r1", now());
     request.agent = AgentKind::codex;
-    scene.codex.publish({}, {request, FakeMonitor::request("r2", now() + 1), FakeMonitor::request("r3", now() + 2)});
+    scene.codex.publish(
+        {}, {request, FakeMonitor::request("r2", now() + 1), FakeMonitor::request("r3", now() + 2)});
     showAlert();
     EXPECT_THAT(scene.texts(), Contains("Approve · Codex"));
     EXPECT_THAT(scene.texts(), Contains("+2 waiting"));
@@ -71,7 +73,8 @@ TEST_F(ClaudeRequestAlertTest, KeysAreDeadForTheFirstMomentButJumpIsNot) {
 }
 
 TEST_F(ClaudeRequestAlertTest, KeysAnswerOnceTheyAreArmed) {
-    for (const auto& [key, decision] : {std::pair("Allow", ClaudeDecision::allow), std::pair("Deny", ClaudeDecision::deny)}) {
+    for (const auto& [key, decision] :
+         {std::pair("Allow", ClaudeDecision::allow), std::pair("Deny", ClaudeDecision::deny)}) {
         ask("ls");
         showAlert();
         scene.advance(0.7);
@@ -120,8 +123,9 @@ TEST_F(ClaudeRequestAlertTest, TextIsNeverReadAsMarkup) {
     ask("<b>rm</b> -rf <img src='x'> &amp; done");
     showAlert();
     EXPECT_THAT(scene.texts(), Contains("<b>rm</b> -rf <img src='x'> &amp; done"));
-    EXPECT_EQ(scene.itemWith("text", "<b>rm</b> -rf <img src='x'> &amp; done")->property("textFormat").toInt(),
-              0 /* Text.PlainText */);
+    EXPECT_EQ(
+        scene.itemWith("text", "<b>rm</b> -rf <img src='x'> &amp; done")->property("textFormat").toInt(),
+        0 /* Text.PlainText */);
 }
 
 TEST_F(ClaudeRequestAlertTest, TheFuseBurnsForTwentySeconds) {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The agents widget, drawn and pressed.
-#include "tests/VesloraUI/Scene.h"
-
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "tests/VesloraUI/Scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,10 +18,12 @@ class ClaudeWidgetTest : public testing::Test {
   protected:
     void showWidget(bool isWide) {
         scene.show("Claude/ClaudeWidget.qml",
-                   {{"agents", QVariant::fromValue(&scene.agents)}, {"isWide", isWide}}, {isWide ? 230 : 150, 112});
+                   {{"agents", QVariant::fromValue(&scene.agents)}, {"isWide", isWide}},
+                   {isWide ? 230 : 150, 112});
     }
     [[nodiscard]] ClaudeSessionSummary working(const std::string& id, double minutes) const {
-        auto session = FakeMonitor::session(id, ClaudeStatus::Working{scene.platform.time.now() - 60 * minutes});
+        auto session =
+            FakeMonitor::session(id, ClaudeStatus::Working{scene.platform.time.now() - 60 * minutes});
         session.activity = "Bash: ctest";
         return session;
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "tests/support/FakeDirectoryWatcher.h"
@@ -55,7 +56,9 @@ class FakePointer final : public Pointer {
     bool isTracking = false;
     bool isWatchingPresses = false;
 
-    [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override { return position; }
+    [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override {
+        return position;
+    }
     [[nodiscard]] bool isButtonDown() const override { return isDown; }
     void setTracking(bool tracking) override { isTracking = tracking; }
     void setWatchingPresses(bool watching) override { isWatchingPresses = watching; }
@@ -106,7 +109,8 @@ class FixedTextMeasuring final : public TextMeasuring {
 class RecordingStatusMenu final : public StatusMenu {
   public:
     std::vector<StatusMenuRow> rows;
-    void show(const QString& /*title*/, const QString& /*symbol*/, std::vector<StatusMenuRow> newRows) override {
+    void show(const QString& /*title*/, const QString& /*symbol*/,
+              std::vector<StatusMenuRow> newRows) override {
         rows = std::move(newRows);
     }
 };
@@ -143,7 +147,6 @@ class FakePlatform final : public Platform {
     [[nodiscard]] Panel& panel() override { return window; }
     [[nodiscard]] SoundPlaying& sounds() override { return sound; }
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
-    [[nodiscard]] TextMeasuring& textMeasuring() override { return measuring; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
 };
 

@@ -35,13 +35,11 @@ class NotchViewTest : public testing::Test {
     /// Waits, with a deadline, until the island has its size and whatever left is gone.
     [[nodiscard]] bool settles() {
         return QTest::qWaitFor([this] {
-            return shape->width() == model.islandWidth() &&
-                   shape->height() == model.islandHeight() && !hasLeaving();
+            return shape->width() == model.islandWidth() && shape->height() == model.islandHeight() &&
+                   !hasLeaving();
         });
     }
-    [[nodiscard]] bool hasLeaving() const {
-        return scene.itemWith("isLeaving", true) != nullptr;
-    }
+    [[nodiscard]] bool hasLeaving() const { return scene.itemWith("isLeaving", true) != nullptr; }
 
     Scene scene;
     QtTextMeasuring measuring;
@@ -116,10 +114,11 @@ TEST_F(NotchViewTest, ARequestGoesBeforeAWaitingSession) {
 }
 
 TEST_F(NotchViewTest, TheNoticeSaysWhatTheSessionWants) {
-    scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::NeedsApproval{
-                                                        "Claude needs your permission to use Bash", 1}),
-                          FakeMonitor::session("b", ClaudeStatus::NeedsApproval{"", 2})},
-                         {});
+    scene.claude.publish(
+        {FakeMonitor::session("a",
+                              ClaudeStatus::NeedsApproval{"Claude needs your permission to use Bash", 1}),
+         FakeMonitor::session("b", ClaudeStatus::NeedsApproval{"", 2})},
+        {});
     ASSERT_TRUE(settles());
     EXPECT_THAT(scene.texts(),
                 ElementsAre("name of a", "Wants to use Bash", "Approve", "+1", "Jump", "Dismiss"));
@@ -163,7 +162,8 @@ TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     scene.close();
     RackModel empty(scene.settings, scene.platform.taps);
     scene.show("Widgets/RackView.qml",
-               {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}}, {296, 112});
+               {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}},
+               {296, 112});
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
     scene.close();
 }
@@ -180,7 +180,8 @@ TEST_F(NotchViewTest, TheAccentFollowsTheSetting) {
 
 TEST(Fonts, EverySpinnerGlyphHasAPicture) {
     const QRawFont font = QRawFont::fromFont(QFont(VesloraStyle::symbolFont()));
-    for (const char* glyph : {"·", "✢", "✳", "✶", "✻", "✽", "⠋", "⠙", "⠹", "⠸", "⠼", "⠴", "⠦", "⠧", "⠇", "⠏"}) {
+    for (const char* glyph :
+         {"·", "✢", "✳", "✶", "✻", "✽", "⠋", "⠙", "⠹", "⠸", "⠼", "⠴", "⠦", "⠧", "⠇", "⠏"}) {
         EXPECT_TRUE(font.supportsCharacter(QString::fromUtf8(glyph).at(0))) << glyph;
     }
 }

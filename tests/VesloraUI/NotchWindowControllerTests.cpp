@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/NotchWindowController.h"
-
 #include "VesloraUI/Settings/Defaults.h"
 #include "tests/VesloraUI/FakeMonitor.h"
 #include "tests/VesloraUI/FakePlatform.h"
@@ -37,7 +36,8 @@ class NotchWindowControllerTest : public testing::Test {
     FakeDefaults settings{platform};
     FakeMonitor claude;
     AgentsModel agents{claude, nullptr};
-    NotchWindowController controller{platform, settings, agents, [](NotchViewModel&) { return IslandContent(); }};
+    NotchWindowController controller{platform, platform.measuring, settings, agents,
+                                     [](NotchViewModel&) { return IslandContent(); }};
 };
 
 TEST_F(NotchWindowControllerTest, NothingRunsBeforeStart) {

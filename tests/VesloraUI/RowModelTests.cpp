@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/RowModel.h"
-
 #include "VesloraUI/Claude/ClaudeSessionRow.h"
+#include "VesloraUI/RowModel.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Views drawn into memory, with their controls found and pressed as a user of a screen reader and a mouse would.
+// Views drawn into memory, with their controls found and pressed as a user of a screen reader and a mouse
+// would.
 #pragma once
 
 #include "VesloraUI/NotchViewModel.h"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The settings window, drawn and pressed.
-#include "VesloraUI/Settings/SettingsWindow.h"
-
 #include "VesloraCore/ClaudeHooksInstaller.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Views.h"
 #include "tests/VesloraUI/Scene.h"
 

@@ -62,14 +62,15 @@ TEST(StyleImages, TheShadowIsHalfOpaqueInTheMiddleAndGoneAtItsEdge) {
     const QPoint middle(shadow.width() / 2, shadow.height() / 2);
     EXPECT_NEAR(qAlpha(shadow.pixel(middle)), 128, 2);
     EXPECT_LE(qAlpha(shadow.pixel(middle.x(), 0)), 4);
-    EXPECT_NEAR(qAlpha(shadow.pixel(middle.x(), StyleImages::shadowMargin)), 64, 6) << "half of it at the shape's edge";
+    EXPECT_NEAR(qAlpha(shadow.pixel(middle.x(), StyleImages::shadowMargin)), 64, 6)
+        << "half of it at the shape's edge";
 }
 
 TEST(StyleImages, EverySymbolOfTheSetCanBeDrawnInAnyColor) {
     StyleImages images;
     for (const char* name : {"gearshape", "sparkle", "rectangle.topthird.inset.filled"}) {
-        const QImage image =
-            images.requestImage(QStringLiteral("symbol/%1/ff0000").arg(QLatin1String(name)), nullptr, {48, 48});
+        const QImage image = images.requestImage(QStringLiteral("symbol/%1/ff0000").arg(QLatin1String(name)),
+                                                 nullptr, {48, 48});
         int red = 0;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {

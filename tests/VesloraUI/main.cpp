@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the tests of models and views. Views are drawn into memory: no display is asked for. Whatever Qt or a view
-// complains of is a failure.
+// Runs the tests of models and views. Views are drawn into memory: no display is asked for. Whatever Qt or a
+// view complains of is a failure.
 #include <QGuiApplication>
 
 #include <gtest/gtest.h>
