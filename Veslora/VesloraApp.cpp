@@ -6,6 +6,7 @@
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/LinuxPlatform.h"
 #include "VesloraLinux/System/Signals.h"
+#include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 
@@ -42,7 +43,7 @@ int run(int argc, char** argv) {
     // Closing the settings window is no reason to go.
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    const auto platform = LinuxPlatform::make();
+    const auto platform = LinuxPlatform::make(std::make_unique<QtTextMeasuring>());
     if (!platform) {
         std::fputs("Veslora needs an X server, or a Wayland desktop with XWayland.\n", stderr);
         return 1;

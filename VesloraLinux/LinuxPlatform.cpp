@@ -11,7 +11,6 @@
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/SilentSound.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
-#include "VesloraUI/QtTextMeasuring.h"
 
 namespace veslora {
 namespace {
@@ -33,6 +32,7 @@ std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
 } // namespace
 
 struct LinuxPlatform::Parts {
+    std::unique_ptr<TextMeasuring> textMeasuring;
     Directories directories = LinuxDirectories::find(LinuxDirectories::processEnvironment);
     LinuxScheduler scheduler;
     PosixFiles files;
@@ -40,7 +40,6 @@ struct LinuxPlatform::Parts {
     ProcProcesses processes;
     SilentSound sounds;
     NoHaptics haptics;
-    QtTextMeasuring textMeasuring;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
 };
@@ -56,8 +55,9 @@ void LinuxPlatform::prepareEnvironment() {
     }
 }
 
-std::unique_ptr<LinuxPlatform> LinuxPlatform::make() {
+std::unique_ptr<LinuxPlatform> LinuxPlatform::make(std::unique_ptr<TextMeasuring> textMeasuring) {
     auto parts = std::make_unique<Parts>();
+    parts->textMeasuring = std::move(textMeasuring);
     return parts->windowSystem ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)))
                                : nullptr;
 }
@@ -99,7 +99,7 @@ HapticPerforming& LinuxPlatform::haptics() {
     return m_parts->haptics;
 }
 TextMeasuring& LinuxPlatform::textMeasuring() {
-    return m_parts->textMeasuring;
+    return *m_parts->textMeasuring;
 }
 StatusMenu& LinuxPlatform::statusMenu() {
     return m_parts->statusMenu;

@@ -149,7 +149,9 @@ void X11Panel::updateInput() {
 }
 
 void X11Panel::updateBounding() {
-    if (m_compositor.isComposited() || !m_outline || !m_screen) {
+    // A Wayland compositor always blends, whatever it says to X programs.
+    const bool isBlended = m_form == PanelForm::shrinking || m_compositor.isComposited();
+    if (isBlended || !m_outline || !m_screen) {
         if (std::exchange(m_bounding, std::nullopt)) {
             X11Shape::resetBounding(connectionOfQt(), nativeWindow());
         }

@@ -40,8 +40,9 @@ void X11Stacking::setShown(bool isShown) {
 /// Goes above all others but a screen locker.
 void X11Stacking::raise() {
     const auto stack = describe(childrenOf(m_connection.root()));
-    const auto locker = std::ranges::find_if(
-        stack, [this](const Neighbour& neighbour) { return neighbour.isViewable && hidesWholeScreen(neighbour); });
+    const auto locker = std::ranges::find_if(stack, [this](const Neighbour& neighbour) {
+        return neighbour.isViewable && hidesWholeScreen(neighbour);
+    });
     if (locker == stack.end()) {
         constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
@@ -182,8 +183,8 @@ bool X11Stacking::mayRaise() {
 
 void X11Stacking::putBeside(xcb_window_t sibling, std::uint32_t mode) {
     const std::uint32_t values[] = {sibling, mode};
-    xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
-                         values);
+    xcb_configure_window(m_connection.xcb(), m_window,
+                         XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
     m_connection.flush();
 }
 
