@@ -15,8 +15,7 @@ class LinuxPlatform final : public Platform {
     /// object is made.
     static void prepareEnvironment();
 
-    /// Needs the application object. Text is measured in the views' own fonts, by whoever knows them. Null
-    /// when no window system that the program knows is running.
+    /// Needs the application object. Null when no window system that the program knows is running.
     [[nodiscard]] static std::unique_ptr<LinuxPlatform> make();
     ~LinuxPlatform() override;
     LinuxPlatform(const LinuxPlatform&) = delete;
