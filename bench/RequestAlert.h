@@ -24,10 +24,11 @@ inline constexpr Place allowKey{left + width - 24 - 20, height - 12 - 3};
 /// Below the closed island and in the middle of the alert.
 inline constexpr Place middle{Stage::width / 2, height / 2};
 
-/// Whether any of the text's pixels is lit to a quarter of full brightness. Neither the desktop nor the island has any
+/// Whether any of the text's pixels is lit to a tenth of full brightness, as far as a text fades in that can be told
+/// from black at a glance. Neither the desktop nor the island has any
 /// red in it.
 [[nodiscard]] inline bool showsText(const Display& display) {
-    constexpr int noticeable = 64;
+    constexpr int noticeable = 26;
     return std::ranges::any_of(display.pixels(text), [](Pixel pixel) { return pixel.red() >= noticeable; });
 }
 
