@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the program costs while it shows nothing but the closed island, with two sessions at rest. Before and after,
-// the instruments are tried: a write to the home must count as one, and a drawn frame as a frame.
+// What the program costs while it shows nothing but the closed island, with two sessions at rest. Before and
+// after, the instruments are tried: a write to the home must count as one, and a drawn frame as a frame.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"

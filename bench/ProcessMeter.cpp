@@ -31,8 +31,8 @@ std::uint64_t numberIn(const std::string& text, const std::string& key) {
     return std::stoull(text.substr(at + key.size() + 1));
 }
 
-/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line that ends
-/// with its file, and lines of counts.
+/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line
+/// that ends with its file, and lines of counts.
 double toolkitShares(const std::string& mappings) {
     std::istringstream lines(mappings);
     std::string line;
@@ -71,7 +71,8 @@ double ProcessMeter::processorTime() const {
 
 std::uint64_t ProcessMeter::wakeUps() const {
     std::uint64_t total = 0;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
         total += numberIn(textOf(thread.path() / "status"), "voluntary_ctxt_switches");
     }
     return total;

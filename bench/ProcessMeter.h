@@ -11,12 +11,12 @@ namespace veslora::bench {
 
 /// In MB of 1024 * 1024 bytes.
 struct Memory {
-    /// Shared pages count by their share, but those of the toolkit count whole: whether another program of the same
-    /// toolkit happens to run must not change the figure.
+    /// Shared pages count by their share, but those of the toolkit count whole: whether another program of
+    /// the same toolkit happens to run must not change the figure.
     double pss = 0;
     double rss = 0; ///< shared pages count whole
-    /// What nobody else maps and no file holds, and what is shared with the display. Unlike `pss` it does not depend
-    /// on which other programs use the same libraries at this moment.
+    /// What nobody else maps and no file holds, and what is shared with the display. Unlike `pss` it does not
+    /// depend on which other programs use the same libraries at this moment.
     double own = 0;
 };
 
