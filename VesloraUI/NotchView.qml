@@ -74,16 +74,9 @@ Item {
             topRadius: topRadiusSpring.value
         }
 
-        Item {
+        NotchContent {
             anchors.fill: parent
-            clip: true
-
-            NotchContent {
-                anchors.horizontalCenter: parent.horizontalCenter
-                height: parent.height
-                model: root.model
-                width: parent.width
-            }
+            model: root.model
         }
     }
 }

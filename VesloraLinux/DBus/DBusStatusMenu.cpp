@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 
-#include "dbusmenuadaptor.h"
-#include "statusnotifieritemadaptor.h"
-
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+
+#include <dbusmenuadaptor.h>
+#include <statusnotifieritemadaptor.h>
 
 namespace veslora {
 namespace {

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/SingleInstance.h"
 
-#include "singleinstanceadaptor.h"
-
 #include <QDBusMessage>
 
 #include <fcntl.h>
+#include <singleinstanceadaptor.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/LinuxDirectories.h"
 
+#include <QByteArray>
+
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <climits>
-#include <cstdlib>
 
 namespace veslora::LinuxDirectories {
 namespace {
@@ -26,8 +27,11 @@ std::string below(const std::string& directory, const char* name) {
 }
 
 std::string homeOfUser() {
-    const passwd* const user = getpwuid(geteuid());
-    return user != nullptr ? absolute(std::string(user->pw_dir)).value_or("/") : "/";
+    passwd user{};
+    passwd* found = nullptr;
+    char texts[16384];
+    getpwuid_r(geteuid(), &user, texts, sizeof texts, &found);
+    return found != nullptr ? absolute(std::string(user.pw_dir)).value_or("/") : "/";
 }
 
 bool isOwnDirectory(const std::string& path) {
@@ -62,8 +66,8 @@ Directories find(const Environment& environment) {
 }
 
 std::optional<std::string> processEnvironment(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+    return qEnvironmentVariableIsSet(name.c_str()) ? std::optional(qgetenv(name.c_str()).toStdString())
+                                                   : std::nullopt;
 }
 
 } // namespace veslora::LinuxDirectories

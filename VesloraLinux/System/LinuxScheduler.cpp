@@ -3,6 +3,9 @@
 
 #include "VesloraLinux/System/Deadlines.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -15,11 +18,38 @@ void makeThisThreadNice() {
     setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), nice);
 }
 
+/// Brings the end of background work to the main thread.
+class WorkEnd final : public QEvent {
+  public:
+    explicit WorkEnd(std::shared_ptr<TaskState> state) : QEvent(QEvent::User), m_state(std::move(state)) {}
+
+    void run() const {
+        if (const auto then = std::exchange(m_state->run, nullptr)) {
+            then();
+        }
+    }
+
+  private:
+    std::shared_ptr<TaskState> m_state;
+};
+
+class MainThread final : public QObject {
+  public:
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::User) {
+            return QObject::event(event);
+        }
+        static_cast<const WorkEnd*>(event)->run();
+        return true;
+    }
+};
+
 } // namespace
 
 LinuxScheduler::LinuxScheduler(std::function<Timestamp()> wallClock)
     : m_deadlines(std::make_shared<Deadlines>(wallClock ? std::move(wallClock)
-                                                        : [] { return readClock(CLOCK_REALTIME); })) {
+                                                        : [] { return readClock(CLOCK_REALTIME); })),
+      m_mainThread(std::make_unique<MainThread>()) {
     m_pool.setMaxThreadCount(2);
 }
 
@@ -47,12 +77,7 @@ Task LinuxScheduler::background(std::function<void()> work, std::function<void()
     m_pool.start([this, state, work = std::move(work)] {
         makeThisThreadNice();
         work();
-        const auto finish = [state] {
-            if (const auto run = std::exchange(state->run, nullptr)) {
-                run();
-            }
-        };
-        QMetaObject::invokeMethod(&m_mainThread, finish, Qt::QueuedConnection);
+        QCoreApplication::postEvent(m_mainThread.get(), new WorkEnd(state));
     });
     return Task(std::move(state));
 }

@@ -39,7 +39,7 @@ class LinuxScheduler final : public Scheduler {
 
   private:
     std::shared_ptr<Deadlines> m_deadlines;
-    QObject m_mainThread;
+    std::unique_ptr<QObject> m_mainThread;
     QThreadPool m_pool;
 };
 

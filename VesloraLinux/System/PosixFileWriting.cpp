@@ -201,14 +201,16 @@ std::error_code PosixFiles::remove(const std::string& path) {
 }
 
 std::error_code PosixFiles::makeDirectory(const std::string& path, std::uint32_t mode) {
-    std::error_code error;
-    for (std::size_t end = path.find('/', 1); !error; end = path.find('/', end + 1)) {
-        error = makeOneDirectory(path.substr(0, end), mode);
-        if (end == std::string::npos) {
-            break;
-        }
+    std::error_code error = makeOneDirectory(path, mode);
+    if (error != std::errc::no_such_file_or_directory) {
+        return error;
     }
-    return error;
+    error.clear();
+    for (std::size_t end = path.find('/', 1); !error && end != std::string::npos;
+         end = path.find('/', end + 1)) {
+        error = makeOneDirectory(path.substr(0, end), mode);
+    }
+    return error ? error : makeOneDirectory(path, mode);
 }
 
 std::error_code PosixFiles::setMode(const std::string& path, std::uint32_t mode) {

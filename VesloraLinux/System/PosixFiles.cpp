@@ -4,24 +4,19 @@
 
 #include "VesloraLinux/System/FileDescriptor.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
-#include <memory>
 
 namespace veslora {
 namespace {
 
 constexpr int safeOpen = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-struct CloseDirectory {
-    void operator()(DIR* stream) const { closedir(stream); }
-};
 
 std::error_code lastError() {
     return {errno, std::generic_category()};
@@ -157,26 +152,14 @@ std::optional<FileStat> PosixFiles::stat(const std::string& path, Links links) {
 }
 
 std::optional<std::vector<std::string>> PosixFiles::list(const std::string& directory) {
-    FileDescriptor opened(openat(AT_FDCWD, directory.c_str(), safeOpen | O_RDONLY | O_DIRECTORY));
-    const std::unique_ptr<DIR, CloseDirectory> stream(opened ? fdopendir(opened.value()) : nullptr);
-    if (!stream) {
-        return std::nullopt;
-    }
-    opened.release();
+    std::error_code error;
     std::vector<std::string> names;
-    while (true) {
-        errno = 0;
-        const dirent* entry = readdir(stream.get());
-        if (entry == nullptr) {
-            break;
-        }
-        const std::string name = entry->d_name;
-        if (name != "." && name != "..") {
-            names.push_back(name);
-        }
+    for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
+         entry.increment(error)) {
+        names.push_back(entry->path().filename().string());
     }
     // Half a list would look as if the rest had been removed.
-    return errno == 0 ? std::optional(std::move(names)) : std::nullopt;
+    return error ? std::nullopt : std::optional(std::move(names));
 }
 
 std::string PosixFiles::resolve(const std::string& path) {

@@ -87,11 +87,13 @@ X11Connection::properties(const std::vector<xcb_window_t>& windows, const std::s
     constexpr std::uint32_t mostUnits = 16384;
     const xcb_atom_t name = atom(property);
     std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         cookies.push_back(
             xcb_get_property(m_connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, mostUnits));
     }
     std::vector<X11Reply<xcb_get_property_reply_t>> replies;
+    replies.reserve(windows.size());
     for (const xcb_get_property_cookie_t cookie : cookies) {
         replies.emplace_back(xcb_get_property_reply(m_connection, cookie, nullptr));
     }

@@ -32,6 +32,7 @@ class X11Connection : public QObject {
     [[nodiscard]] xcb_connection_t* xcb() const { return m_connection; }
     [[nodiscard]] xcb_window_t root() const { return m_root; }
     [[nodiscard]] int screenNumber() const { return m_screenNumber; }
+    [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
 
     /// The server's number for a name, asked for once.
     [[nodiscard]] xcb_atom_t atom(const std::string& name);

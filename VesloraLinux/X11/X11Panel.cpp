@@ -40,9 +40,9 @@ QScreen* screenNamed(const std::string& name) {
 
 } // namespace
 
-X11Panel::X11Panel(X11Connection& connection, Scheduler& scheduler, const X11Screens& screens, PanelForm form)
-    : m_connection(connection), m_scheduler(scheduler), m_form(form), m_compositor(connection),
-      m_window(makeWindow()), m_stacking(connection, scheduler, screens, nativeWindow()) {
+X11Panel::X11Panel(X11Connection& connection, const X11Screens& screens, PanelForm form)
+    : m_connection(connection), m_form(form), m_compositor(connection), m_window(makeWindow()),
+      m_stacking(connection, screens, nativeWindow()) {
     describeWindow();
     X11Shape::setInput(connectionOfQt(), nativeWindow(), {});
     connect(&m_compositor, &CompositorWatch::changed, this, [this] {
@@ -149,7 +149,9 @@ void X11Panel::updateInput() {
 }
 
 void X11Panel::updateBounding() {
-    if (m_compositor.isComposited() || !m_outline || !m_screen) {
+    // A Wayland compositor always blends, whatever it says to X programs.
+    const bool isBlended = m_form == PanelForm::shrinking || m_compositor.isComposited();
+    if (isBlended || !m_outline || !m_screen) {
         if (std::exchange(m_bounding, std::nullopt)) {
             X11Shape::resetBounding(connectionOfQt(), nativeWindow());
         }
@@ -179,8 +181,8 @@ void X11Panel::fitWindow() {
         return;
     }
     constexpr double rest = 0.1;
-    m_fitting =
-        m_scheduler.after(m_place.contains(needed) ? rest : 0, [this] { updateWindow(neededArea()); });
+    m_fitting = m_connection.scheduler().after(m_place.contains(needed) ? rest : 0,
+                                               [this] { updateWindow(neededArea()); });
 }
 
 /// What a shrinking window has to hold: everything that reacts, everything drawn, and the shadow of an open

@@ -27,7 +27,7 @@ class X11Panel final : public QObject, public Panel {
 
   public:
     /// Makes the window, hidden.
-    X11Panel(X11Connection& connection, Scheduler& scheduler, const X11Screens& screens, PanelForm form);
+    X11Panel(X11Connection& connection, const X11Screens& screens, PanelForm form);
     ~X11Panel() override;
     X11Panel(const X11Panel&) = delete;
     X11Panel& operator=(const X11Panel&) = delete;
@@ -58,7 +58,6 @@ class X11Panel final : public QObject, public Panel {
     void fitWindow();
 
     X11Connection& m_connection;
-    Scheduler& m_scheduler;
     PanelForm m_form;
     CompositorWatch m_compositor;
     std::unique_ptr<QQuickWindow> m_window;

@@ -67,7 +67,7 @@ std::vector<QRect> X11Screens::nativeFrames() const {
     return result;
 }
 
-void X11Screens::watch(QScreen* screen) {
+void X11Screens::watch(QScreen* screen) const {
     connect(screen, &QScreen::geometryChanged, this, &X11Screens::lookAgain);
     connect(screen, &QScreen::physicalDotsPerInchChanged, this, &X11Screens::lookAgain);
     // Qt tells of a new scale only by the dots of its logical inch.
@@ -89,13 +89,12 @@ void X11Screens::eventArrived(const xcb_generic_event_t& event) {
 
 /// Several signals tell of one change; they are answered once, when all of them have been given.
 void X11Screens::lookAgain() {
-    if (!std::exchange(m_isLookingAgain, true)) {
-        QMetaObject::invokeMethod(this, &X11Screens::update, Qt::QueuedConnection);
+    if (!m_lookingAgain.isActive()) {
+        m_lookingAgain = m_connection.scheduler().after(0, [this] { update(); });
     }
 }
 
 void X11Screens::update() {
-    m_isLookingAgain = false;
     auto entries = read();
     if (entries != m_entries) {
         m_entries = std::move(entries);

@@ -35,7 +35,7 @@ class X11Screens final : public Screens {
         bool operator==(const Entry&) const = default;
     };
 
-    void watch(QScreen* screen);
+    void watch(QScreen* screen) const;
     void eventArrived(const xcb_generic_event_t& event);
     void lookAgain();
     void update();
@@ -46,7 +46,7 @@ class X11Screens final : public Screens {
     X11Connection& m_connection;
     std::vector<Entry> m_entries;
     std::set<xcb_window_t> m_heardWindows;
-    bool m_isLookingAgain = false;
+    Task m_lookingAgain;
 };
 
 } // namespace veslora

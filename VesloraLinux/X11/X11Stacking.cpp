@@ -15,10 +15,8 @@ constexpr double longestPause = 256;
 
 } // namespace
 
-X11Stacking::X11Stacking(X11Connection& connection, Scheduler& scheduler, const X11Screens& screens,
-                         xcb_window_t window)
-    : m_connection(connection), m_scheduler(scheduler), m_screens(screens), m_window(window),
-      m_pause(shortestPause) {
+X11Stacking::X11Stacking(X11Connection& connection, const X11Screens& screens, xcb_window_t window)
+    : m_connection(connection), m_screens(screens), m_window(window), m_pause(shortestPause) {
     m_connection.selectRootEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     connect(&m_connection, &X11Connection::eventArrived, this,
             [this](const xcb_generic_event_t* event) { eventArrived(*event); });
@@ -84,10 +82,10 @@ void X11Stacking::check() {
     }
     if (mayRaise()) {
         putBeside(*sibling, XCB_STACK_MODE_ABOVE);
-        m_recentRaises.push_back(m_scheduler.now());
+        m_recentRaises.push_back(m_connection.scheduler().now());
         ++m_raises;
     } else if (!m_retry.isActive()) {
-        m_retry = m_scheduler.after(m_pause, [this] { check(); });
+        m_retry = m_connection.scheduler().after(m_pause, [this] { check(); });
         m_pause = std::min(m_pause * 2, longestPause);
     }
 }
@@ -106,6 +104,7 @@ std::vector<xcb_window_t> X11Stacking::childrenOf(xcb_window_t window) {
 std::vector<X11Stacking::Neighbour> X11Stacking::describe(const std::vector<xcb_window_t>& windows) {
     xcb_connection_t* const xcb = m_connection.xcb();
     std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> cookies;
+    cookies.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         cookies.emplace_back(xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window));
     }
@@ -173,7 +172,7 @@ bool X11Stacking::isManaged(xcb_window_t window) {
 }
 
 bool X11Stacking::mayRaise() {
-    const Timestamp now = m_scheduler.now();
+    const Timestamp now = m_connection.scheduler().now();
     std::erase_if(m_recentRaises, [now](Timestamp time) { return time < now - raisesWithin || time > now; });
     if (m_recentRaises.empty() && !m_retry.isActive()) {
         m_pause = shortestPause;

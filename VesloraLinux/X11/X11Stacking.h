@@ -15,8 +15,7 @@ class X11Stacking final : public QObject {
     Q_OBJECT
 
   public:
-    X11Stacking(X11Connection& connection, Scheduler& scheduler, const X11Screens& screens,
-                xcb_window_t window);
+    X11Stacking(X11Connection& connection, const X11Screens& screens, xcb_window_t window);
 
     /// Raises the window, if it is shown, and watches over it from then on.
     void setShown(bool isShown);
@@ -45,7 +44,6 @@ class X11Stacking final : public QObject {
     void putBeside(xcb_window_t sibling, std::uint32_t mode);
 
     X11Connection& m_connection;
-    Scheduler& m_scheduler;
     const X11Screens& m_screens;
     xcb_window_t m_window;
     bool m_isShown = false;

@@ -11,6 +11,7 @@ namespace {
 constexpr double restDistance = 0.01;
 constexpr double restVelocity = 0.1;
 constexpr double longestFrame = 0.1;
+constexpr double firstStep = 1.0 / 60;
 } // namespace
 
 void SpringMotion::advance(double seconds, double response, double damping) {
@@ -57,6 +58,8 @@ void Spring::setTarget(double target) {
         emit valueChanged();
     } else if (!isRunning()) {
         m_drive.start();
+        // The first frame shows the first of the movement already; it would be a frame like the one before it.
+        advance(firstStep);
     }
 }
 

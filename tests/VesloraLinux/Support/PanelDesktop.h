@@ -48,7 +48,7 @@ class TestIsland : public QQuickPaintedItem {
 class PanelDesktop {
   public:
     explicit PanelDesktop(const DesktopOptions& options = {}, PanelForm form = PanelForm::shaped)
-        : desktop(options), panel(desktop.connection(), desktop.scheduler(), screens, form) {
+        : desktop(options), panel(desktop.connection(), screens, form) {
         panel.setContent(&island);
         panel.setOutline([this] { return island.outline(); });
         placeOn(screens.list().front());

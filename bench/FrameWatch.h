@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// Counts the frames that another program draws into one of its windows, by what the server says was damaged.
+#pragma once
+
+#include <xcb/damage.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace veslora::bench {
+
+class FrameWatch {
+  public:
+    /// Counts from now on. Throws where the server has no damage extension.
+    explicit FrameWatch(xcb_window_t window);
+
+    /// The server's times, in seconds, at which a frame began to arrive, since the watch began.
+    [[nodiscard]] const std::vector<double>& frames();
+    [[nodiscard]] std::size_t count() { return frames().size(); }
+
+    /// Waits until no frame has come for `seconds`; at most as long as `waitUntil` does.
+    void waitForRest(double seconds = 0.1);
+
+  private:
+    struct Close {
+        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    };
+    void take(std::uint32_t milliseconds);
+
+    std::unique_ptr<xcb_connection_t, Close> m_connection;
+    std::uint8_t m_event = 0;
+    std::uint32_t m_last = 0; ///< when the latest damage came
+    std::vector<double> m_frames;
+};
+
+} // namespace veslora::bench

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "bench/Stage.h"
+
+#include "bench/Clock.h"
+
+#include <cstdlib>
+#include <map>
+
+namespace veslora::bench {
+
+namespace {
+
+constexpr int reportDescriptor = 3;
+constexpr Place corner{Stage::width - 1, Stage::height - 1};
+
+std::map<std::string, std::string> keptVariables() {
+    std::map<std::string, std::string> kept;
+    for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
+        if (const char* value = std::getenv(name)) {
+            kept[name] = value;
+        }
+    }
+    return kept;
+}
+
+} // namespace
+
+/// Whatever the caller's session says about Qt, its scale, its bus or its folders is none of the program's business.
+Stage::Environment::Environment(const std::string& home) {
+    auto variables = keptVariables();
+    variables["HOME"] = home;
+    variables["LANG"] = "C.UTF-8";
+    // On a real disk, so that a write to it counts as one.
+    variables["TMPDIR"] = "/var/tmp";
+    clearenv();
+    for (const auto& [name, value] : variables) {
+        setenv(name.c_str(), value.c_str(), 1);
+    }
+}
+
+Stage::Stage() : m_environment(m_home.path()) {
+    const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
+    m_server = std::make_unique<Program>(
+        std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(reportDescriptor), "-screen", "0", size,
+                                 "-nolisten", "tcp"},
+        reportDescriptor);
+    setenv("DISPLAY", (":" + m_server->firstLine()).c_str(), 1);
+    m_bus = std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                                               "--print-address=" + std::to_string(reportDescriptor)},
+                                      reportDescriptor);
+    setenv("DBUS_SESSION_BUS_ADDRESS", m_bus->firstLine().c_str(), 1);
+    m_display = std::make_unique<Display>();
+    m_windowManager = std::make_unique<Program>(std::vector<std::string>{"openbox", "--sm-disable"});
+    Program({"hsetroot", "-solid", "#0000ff"}).wait();
+    m_compositor = std::make_unique<Program>(
+        std::vector<std::string>{"picom", "--config", "/dev/null", "--backend", "xrender"});
+    waitUntil("the compositor", [this] { return m_display->hasCompositor(); });
+    m_display->moveTo({width / 2, height - 100});
+    waitUntil("the desktop", [this] { return isDesktop(m_display->pixel(corner)); });
+}
+
+} // namespace veslora::bench

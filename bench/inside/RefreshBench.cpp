@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "bench/inside/RefreshBench.h"
+
+#include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraUI/Claude/ClaudeMonitor.h"
+#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
+#include "bench/Clock.h"
+#include "bench/Home.h"
+#include "bench/Report.h"
+#include "tests/support/FakeDirectoryWatcher.h"
+#include "tests/support/ManualScheduler.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+namespace veslora::bench {
+
+namespace {
+
+constexpr int sessionCount = 1000;
+constexpr int spoolCount = 4096;
+/// Of the spool's files, one in so many is a request.
+constexpr int requestShare = 64;
+
+class NoApplications final : public HostApplications {
+  public:
+    std::optional<HostApp> hostAppOf(std::int32_t) override { return std::nullopt; }
+    bool isFrontmost(std::int32_t) override { return false; }
+    void activate(const HostApp&) override {}
+};
+
+/// A monitor without a program round it.
+struct Machine {
+    explicit Machine(const Home& home, const std::string& executables)
+        : directories{home.path(),
+                      home.support(),
+                      home.support(),
+                      home.path() + "/.config/Veslora",
+                      home.path() + "/.claude",
+                      home.path() + "/.codex",
+                      executables} {
+        SettingsKeys::registerDefaults(settings);
+    }
+
+    Directories directories;
+    ManualScheduler scheduler{static_cast<Timestamp>(time(nullptr))};
+    PosixFiles files;
+    FakeDirectoryWatcher watcher;
+    ProcProcesses processes;
+    NoApplications applications;
+    SupportDirectory support{files, directories.support, directories.runtime};
+    Defaults settings{files, watcher, directories.configuration};
+    ClaudeMonitor monitor{{directories, scheduler, files, watcher, processes, applications}, support, settings};
+};
+
+std::string sessionName(int index) {
+    return "00000000-0000-4000-8000-" + std::to_string(100000000000 + index);
+}
+
+/// As old as the files of sessions that have been at rest for a while. Each names a process that lives: this one.
+void writeSessions(const std::string& folder) {
+    const double since = static_cast<double>(time(nullptr)) - 600;
+    for (int index = 0; index < sessionCount; ++index) {
+        const std::string path = folder + "/" + std::to_string(100000 + index) + ".json";
+        std::ofstream(path) << sessionFile(sessionName(index), getpid(), "idle", since);
+        const timespec stamp{static_cast<time_t>(since), 0};
+        const std::array<timespec, 2> stamps{stamp, stamp};
+        utimensat(AT_FDCWD, path.c_str(), stamps.data(), 0);
+    }
+}
+
+void fillSpool(const Home& home, int round) {
+    static constexpr std::array<const char*, 2> events{"PreToolUse", "PostToolUse"};
+    for (int index = 0; index < spoolCount; ++index) {
+        const std::string id = std::to_string(round) + "-" + std::to_string(index);
+        const std::string command = "make part-" + id;
+        const bool isRequest = index % requestShare == 0;
+        const std::string event = isRequest ? "PermissionRequest" : events[static_cast<std::size_t>(index) % 2];
+        home.file((isRequest ? "perm-" : "") + id + ".json",
+                  hookPayload(event, sessionName(index % sessionCount), command));
+    }
+}
+
+double timeOfRefresh(ClaudeMonitor& monitor) {
+    const double start = monotonicNow();
+    monitor.refresh();
+    return (monotonicNow() - start) * 1000;
+}
+
+void requireThatAllWasTaken(const Machine& machine) {
+    if (machine.monitor.summaries().size() != static_cast<std::size_t>(sessionCount) ||
+        machine.monitor.pendingRequests().size() != static_cast<std::size_t>(spoolCount / requestShare)) {
+        throw std::runtime_error("the refresh did not take what was there");
+    }
+}
+
+} // namespace
+
+void measureRefresh(Report& report, const std::string& executables, int rounds) {
+    const Home home(executables);
+    const std::string sessions = home.path() + "/.claude/sessions";
+    std::filesystem::remove_all(sessions);
+    std::filesystem::create_directory(sessions);
+    writeSessions(sessions);
+    std::vector<double> first;
+    std::vector<double> second;
+    for (int round = 0; round < rounds; ++round) {
+        fillSpool(home, round);
+        Machine machine(home, executables);
+        first.push_back(timeOfRefresh(machine.monitor));
+        requireThatAllWasTaken(machine);
+        for (int again = 0; again < 5; ++again) {
+            second.push_back(timeOfRefresh(machine.monitor));
+        }
+    }
+    report.add({"refresh_large", median(first), "ms", 400, {1, 60000}});
+    report.add({"refresh_unchanged", median(second), "ms", 10, {0.01, 60000}});
+}
+
+} // namespace veslora::bench

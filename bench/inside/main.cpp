@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh. A program
+// of its own, since the harness must not map the toolkit's libraries: the measured program would then share them, and
+// seem smaller than it is.
+#include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraUI/Claude/ClaudeHooks.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
+#include "bench/Report.h"
+#include "bench/inside/RefreshBench.h"
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+using namespace veslora;
+
+std::string executables() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+}
+
+int installHooks(const std::string& home, const std::string& runtime) {
+    PosixFiles files;
+    SupportDirectory support(files, home + "/.local/share/Veslora", runtime + "/veslora");
+    ClaudeHooks hooks(files, support, home + "/.claude/settings.json", executables());
+    hooks.install();
+    return hooks.state().areInstalled ? 0 : 1;
+}
+
+int measure(bool isShort) {
+    bench::Report report(!isShort);
+    bench::measureRefresh(report, executables(), isShort ? 1 : 7);
+    return report.isGood() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    try {
+        if (arguments.size() == 3 && arguments[0] == "hooks") {
+            return installHooks(arguments[1], arguments[2]);
+        }
+        if (!arguments.empty() && arguments[0] == "refresh") {
+            return measure(arguments.size() == 2 && arguments[1] == "--smoke");
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench: %s\n", error.what());
+        return 1;
+    }
+    std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | refresh [--smoke]\n", stderr);
+    return 2;
+}
