@@ -20,7 +20,8 @@ void require(bool holds, const char* what) {
 }
 
 /// Nothing of the machine's own session may reach a test, or the other way round.
-void cleanEnvironment(const TemporaryFolder& home, const std::string& display, const std::string& scale) {
+void cleanEnvironment(const TemporaryFolder& home, const std::string& display,
+                      const DesktopOptions& options) {
     for (const char* const name : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XAUTHORITY", "SESSION_MANAGER",
                                    "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"}) {
         unsetenv(name);
@@ -31,7 +32,8 @@ void cleanEnvironment(const TemporaryFolder& home, const std::string& display, c
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("QT_QPA_PLATFORM", "xcb", 1);
     setenv("QT_QUICK_BACKEND", "software", 1);
-    setenv("QT_SCALE_FACTOR", scale.c_str(), 1);
+    setenv("QT_SCALE_FACTOR", options.scale.c_str(), 1);
+    setenv("QT_SCREEN_SCALE_FACTORS", options.screenScales.c_str(), 1);
 }
 
 /// The server's test extension, of which only one request is needed here: FakeInput, as its protocol 2.2 has
@@ -74,12 +76,16 @@ Desktop::Desktop(const DesktopOptions& options) {
         std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd", "3", "-screen", "0",
                                                            "1600x900x24", "-noreset", "-nolisten", "tcp"},
                                   3);
-    cleanEnvironment(m_home, ":" + m_server->firstLine(), options.scale);
+    cleanEnvironment(m_home, ":" + m_server->firstLine(), options);
     for (std::size_t index = 0; index < options.monitors.size(); ++index) {
         const std::string& monitor = options.monitors[index];
         const std::size_t space = monitor.find(' ');
         xrandr({"--setmonitor", monitor.substr(0, space), monitor.substr(space + 1),
                 index == 0 ? "screen" : "none"});
+    }
+    if (!options.resources.empty()) {
+        require(Program({"xrdb", "-nocpp", m_home.put("resources", options.resources + "\n")}).wait() == 0,
+                "xrdb failed");
     }
     m_application = std::make_unique<QGuiApplication>(m_count, m_arguments);
     m_application->setQuitOnLastWindowClosed(false);

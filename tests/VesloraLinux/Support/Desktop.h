@@ -23,6 +23,8 @@ struct DesktopOptions {
     std::string scale = "1"; ///< native pixels of a point, as QT_SCALE_FACTOR takes it
     bool hasWindowManager = true;
     bool hasCompositor = false;
+    std::string screenScales; ///< scales of single monitors, as QT_SCREEN_SCALE_FACTORS takes them
+    std::string resources;    ///< lines for the X resources, such as "Xft.dpi: 144"
     /// Monitors as xrandr names and places them: "eDP-1 800/200x900/225+0+0". None for a single one of 1600
     /// by 900.
     std::vector<std::string> monitors;

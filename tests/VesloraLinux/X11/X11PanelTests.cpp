@@ -127,6 +127,30 @@ TEST(X11PanelTests, MovesToAnotherScreen) {
     EXPECT_NEAR(x.island.lastPress.x(), 300, 0.7);
 }
 
+TEST(X11PanelTests, LiesRightOnScreensOfDifferentScale) {
+    testing::DesktopOptions options;
+    options.hasWindowManager = false;
+    options.monitors = twoMonitors;
+    options.screenScales = "HDMI-1=1;eDP-1=1.5";
+    PanelDesktop x(options);
+    x.show();
+    for (const auto& [index, left] : {std::pair(0U, 300), std::pair(1U, 1050)}) {
+        const ScreenInfo screen = x.screens.list()[index];
+        const int width = static_cast<int>(200 * screen.scale);
+        const int height = static_cast<int>(32 * screen.scale);
+        x.placeOn(screen);
+        x.panel.setZones({.clicks = {x.islandZone()}, .hover = {}});
+        const auto shape = x.shape(XCB_SHAPE_SK_INPUT);
+        ASSERT_EQ(shape.size(), 1U);
+        EXPECT_EQ(shape.front().translated(x.nativeFrame().topLeft()), QRect(left, 0, width, height));
+        const int leftEdge = left;
+        EXPECT_TRUE(
+            waitUntil([&] { return x.desktop.pixelAt(leftEdge + 2, height - 2) == QColor(Qt::red); }));
+        EXPECT_NE(x.desktop.pixelAt(left - 2, 5), QColor(Qt::red));
+        EXPECT_NE(x.desktop.pixelAt(left + 5, height + 1), QColor(Qt::red));
+    }
+}
+
 TEST(X11PanelTests, StaysOnAScreenThatChangesItsSize) {
     PanelDesktop x({.scale = "1", .hasWindowManager = false, .hasCompositor = false, .monitors = {}});
     x.show();

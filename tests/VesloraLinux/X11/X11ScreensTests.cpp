@@ -60,6 +60,16 @@ TEST(X11ScreensTests, CountsInPointsWithoutRoundingThem) {
     }
 }
 
+TEST(X11ScreensTests, TakesTheScaleFromTheDesktopsDotsPerInch) {
+    testing::DesktopOptions options;
+    options.hasWindowManager = false;
+    options.resources = "Xft.dpi: 144";
+    Desktop desktop(options);
+    const X11Screens screens(desktop.connection());
+    EXPECT_EQ(screens.list().front().scale, 1.5);
+    EXPECT_EQ(screens.list().front().metrics.frame, (Rect{0, 0, 1600 / 1.5, 600}));
+}
+
 TEST(X11ScreensTests, FindsTheBarOnTheScreenThatHasIt) {
     Desktop desktop(
         {.scale = "2", .hasWindowManager = true, .hasCompositor = false, .monitors = twoMonitors});
