@@ -39,7 +39,7 @@ void measureIdle(const Bench& bench) {
     const Home home(bench.executables);
     requireThatWritesCount(home);
     const double settling = bench.choose(4.0, 0.3);
-    const double seconds = bench.choose(60.0, 3.0);
+    const double seconds = bench.choose(60.0, 2.5);
     const double bare = barePss(bench, home, settling);
 
     Island island(bench.stage, home, bench.program());
@@ -47,11 +47,9 @@ void measureIdle(const Bench& bench) {
     const ProcessMeter& meter = island.meter();
     const std::size_t frames = island.frames().count();
     const auto written = meter.bytesWritten();
-    const auto wakeUps = meter.wakeUps();
     const double time = meter.processorTime();
-    sleepFor(seconds);
+    const auto wokeUp = static_cast<double>(meter.wakeUpsIn(seconds));
     const double timeUsed = meter.processorTime() - time;
-    const auto wokeUp = static_cast<double>(meter.wakeUps() - wakeUps);
     const auto wrote = static_cast<double>(meter.bytesWritten() - written);
     const auto drew = static_cast<double>(island.frames().count() - frames);
     const Memory memory = meter.memory();

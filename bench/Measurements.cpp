@@ -46,7 +46,7 @@ std::span<const Measurement> measurements() {
         {"answers", {"release_to_answer_p50", "release_to_answer_p95"}, measureAnswers},
         {"event_script", {"event_script_ms", "event_script_ratio"}, measureEventScript},
         {"refresh", {"refresh_large", "refresh_unchanged"}, measureRefresh},
-        {"mouse_far", {"mouse_far", "mouse_far_wakeups"}, measureFarMouse},
+        {"mouse_far", {"mouse_far"}, measureFarMouse},
         {"opening", {"opening_spring_fps", "opening_spring_cpu"}, measureOpening},
         {"activities", {"open_ticking_cpu", "working_cpu", "working_fps", "alert_cpu", "alert_fps"}, measureActivities},
         {"growth_prompts", {"growth_prompts"}, measurePromptGrowth},

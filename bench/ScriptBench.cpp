@@ -66,7 +66,7 @@ void measureEventScript(const Bench& bench) {
     std::vector<double> times;
     std::vector<double> ratios;
     const int warmUp = 3;
-    const int rounds = warmUp + bench.choose(300, 20);
+    const int rounds = warmUp + bench.choose(1000, 20);
     for (int round = 0; round < rounds; ++round) {
         const bool isScriptFirst = round % 2 == 0;
         const double first = timeOf(isScriptFirst ? script : least, other, input);
