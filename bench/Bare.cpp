@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The least that the toolkit can do: a black rectangle in a panel of the island's kind. What it takes is what no
-// program on this toolkit can do without.
+// The least that the toolkit can do: a black rectangle in a panel of the island's kind. What it takes is what
+// no program on this toolkit can do without.
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>

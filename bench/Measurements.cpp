@@ -37,7 +37,8 @@ std::span<const Measurement> measurements() {
     static const std::vector<Measurement> all{
         {"start", {"start_to_first_frame", "start_bare"}, measureStart},
         {"idle",
-         {"idle_pss", "idle_rss", "idle_bare_pss", "idle_cpu", "idle_wakeups", "idle_disk_writes", "idle_frames"},
+         {"idle_pss", "idle_rss", "idle_bare_pss", "idle_cpu", "idle_wakeups", "idle_disk_writes",
+          "idle_frames"},
          measureIdle},
         {"prompts",
          {"prompt_filed_to_first_frame_p50", "prompt_filed_to_first_frame_p95", "prompt_filed_to_frame_p50",
@@ -48,7 +49,9 @@ std::span<const Measurement> measurements() {
         {"refresh", {"refresh_large", "refresh_unchanged"}, measureRefresh},
         {"mouse_far", {"mouse_far"}, measureFarMouse},
         {"opening", {"opening_spring_fps", "opening_spring_cpu"}, measureOpening},
-        {"activities", {"open_ticking_cpu", "working_cpu", "working_fps", "alert_cpu", "alert_fps"}, measureActivities},
+        {"activities",
+         {"open_ticking_cpu", "working_cpu", "working_fps", "alert_cpu", "alert_fps"},
+         measureActivities},
         {"growth_prompts", {"growth_prompts"}, measurePromptGrowth},
         {"growth_opens", {"growth_opens"}, measureOpenGrowth},
     };

@@ -35,8 +35,8 @@ std::uint64_t numberIn(const std::string& text, const std::string& key) {
     return std::stoull(text.substr(at + key.size() + 1));
 }
 
-/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line that ends
-/// with its file, and lines of counts.
+/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line
+/// that ends with its file, and lines of counts.
 double toolkitShares(const std::string& mappings) {
     std::istringstream lines(mappings);
     std::string line;
@@ -75,7 +75,8 @@ double ProcessMeter::processorTime() const {
 
 std::map<pid_t, std::uint64_t> ProcessMeter::sleeps() const {
     std::map<pid_t, std::uint64_t> result;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
         std::ifstream status(thread.path() / "status");
         const std::string text{std::istreambuf_iterator<char>(status), {}};
         // One that has just ended has nothing to tell.

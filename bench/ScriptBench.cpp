@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The installed event script, which runs at each step of an agent, against the least that a shell needs to file what
-// it is given: a copy and a rename. The two take turns, and each pair gives one ratio.
+// The installed event script, which runs at each step of an agent, against the least that a shell needs to
+// file what it is given: a copy and a rename. The two take turns, and each pair gives one ratio.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Measurements.h"
@@ -18,7 +18,8 @@ namespace veslora::bench {
 
 namespace {
 
-/// Milliseconds that a command takes from its start to its end, in `folder` and with `input` as its standard input.
+/// Milliseconds that a command takes from its start to its end, in `folder` and with `input` as its standard
+/// input.
 double timeOf(std::vector<std::string> command, const std::string& folder, const std::string& input) {
     std::vector<char*> arguments;
     for (std::string& argument : command) {
@@ -44,7 +45,8 @@ double timeOf(std::vector<std::string> command, const std::string& folder, const
     return time * 1000;
 }
 
-/// Empties a folder, so that no round finds what an earlier one left: replacing a file takes longer than making one.
+/// Empties a folder, so that no round finds what an earlier one left: replacing a file takes longer than
+/// making one.
 std::size_t takeFiled(const std::string& spool) {
     std::size_t count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(spool)) {

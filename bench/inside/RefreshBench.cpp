@@ -65,14 +65,16 @@ struct Machine {
     NoApplications applications;
     SupportDirectory support{files, directories.support, directories.runtime};
     Defaults settings{files, watcher, directories.configuration};
-    ClaudeMonitor monitor{{directories, scheduler, files, watcher, processes, applications}, support, settings};
+    ClaudeMonitor monitor{
+        {directories, scheduler, files, watcher, processes, applications}, support, settings};
 };
 
 std::string sessionName(int index) {
     return "00000000-0000-4000-8000-" + std::to_string(100000000000 + index);
 }
 
-/// As old as the files of sessions that have been at rest for a while. Each names a process that lives: this one.
+/// As old as the files of sessions that have been at rest for a while. Each names a process that lives: this
+/// one.
 void writeSessions(const std::string& folder, int count) {
     const double since = static_cast<double>(time(nullptr)) - 600;
     for (int index = 0; index < count; ++index) {
@@ -90,7 +92,8 @@ void fillSpool(const Home& home, const Load& load, int round) {
         const std::string id = std::to_string(round) + "-" + std::to_string(index);
         const std::string command = "make part-" + id;
         const bool isRequest = index % requestShare == 0;
-        const std::string event = isRequest ? "PermissionRequest" : events[static_cast<std::size_t>(index) % 2];
+        const std::string event =
+            isRequest ? "PermissionRequest" : events[static_cast<std::size_t>(index) % 2];
         home.file((isRequest ? "perm-" : "") + id + ".json",
                   hookPayload(event, sessionName(index % load.sessions), command));
     }

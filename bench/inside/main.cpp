@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh. A program
-// of its own, since the harness must not map the toolkit's libraries: the measured program would then share them, and
-// seem smaller than it is.
+// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh.
+// A program of its own, since the harness must not map the toolkit's libraries: the measured program would
+// then share them, and seem smaller than it is.
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
