@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "bench/Measurements.h"
 
+#include "bench/Arguments.h"
+
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,11 +19,7 @@ void measureRefresh(const Bench& bench) {
     if (bench.isShort) {
         words.emplace_back("--smoke");
     }
-    std::vector<char*> arguments;
-    for (std::string& word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
+    const auto arguments = argumentsOf(words);
     pid_t process = -1;
     int status = -1;
     if (posix_spawn(&process, arguments.front(), nullptr, nullptr, arguments.data(), environ) != 0 ||
