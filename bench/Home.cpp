@@ -4,11 +4,11 @@
 #include "VesloraCore/Json.h"
 #include "bench/Clock.h"
 
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <stdexcept>

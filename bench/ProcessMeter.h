@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <ctime>
+#include <map>
 
 namespace veslora::bench {
 
@@ -26,8 +27,12 @@ class ProcessMeter {
 
     /// Seconds of processor time of all threads, those that ended included.
     [[nodiscard]] double processorTime() const;
-    /// How often any of its threads went to sleep by itself, which it has to wake up from.
-    [[nodiscard]] std::uint64_t wakeUps() const;
+    /// How often each of its threads has gone to sleep by itself, which it has to wake up from, by the
+    /// thread's id.
+    [[nodiscard]] std::map<pid_t, std::uint64_t> sleeps() const;
+    /// Lets so many seconds pass and tells how often any thread woke up in them. Looks every second, so that
+    /// a thread that ends meanwhile takes no more along than that.
+    [[nodiscard]] std::uint64_t wakeUpsIn(double seconds) const;
     /// What it caused to be written to a disk; files in memory don't count.
     [[nodiscard]] std::uint64_t bytesWritten() const;
     [[nodiscard]] Memory memory() const;

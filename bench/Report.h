@@ -18,7 +18,7 @@ struct Range {
 };
 
 /// On which side of its limit a figure must lie; on the limit is good either way.
-enum class Bound { atMost, atLeast };
+enum class Bound { upper, lower };
 
 struct Figure {
     std::string name;
@@ -27,7 +27,7 @@ struct Figure {
     std::optional<double> limit; ///< absent for a figure that is only told
     Range sensible; ///< what a working measurement can give at all on any machine; outside it the instrument
                     ///< is broken
-    Bound bound = Bound::atMost;
+    Bound bound = Bound::upper;
 };
 
 class Report {

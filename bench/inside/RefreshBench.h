@@ -10,7 +10,7 @@ namespace veslora::bench {
 class Report;
 
 /// Throws when the refresh did not take everything. `executables` is the folder of the program and its
-/// helper.
-void measureRefresh(Report& report, const std::string& executables, int rounds);
+/// helper. A short one takes fewer files, once.
+void measureRefresh(Report& report, const std::string& executables, bool isShort);
 
 } // namespace veslora::bench

@@ -31,7 +31,7 @@ int installHooks(const std::string& home, const std::string& runtime) {
 
 int measure(bool isShort) {
     bench::Report report(!isShort);
-    bench::measureRefresh(report, executables(), isShort ? 1 : 7);
+    bench::measureRefresh(report, executables(), isShort);
     return report.isGood() ? 0 : 1;
 }
 

@@ -265,20 +265,22 @@ TEST_F(LinuxSchedulerTests, WorksInTheBackgroundAndEndsOnTheMainThread) {
 }
 
 TEST_F(LinuxSchedulerTests, DropsTheEndOfBackgroundWorkThatWasCancelled) {
-    std::atomic<bool> isWorking = false;
-    std::atomic<bool> mayEnd = false;
+    // Shared with the work, which must come to its end also when this test gives up.
+    const auto isWorking = std::make_shared<std::atomic<bool>>(false);
+    const auto mayEnd = std::make_shared<std::atomic<bool>>(false);
+    const auto letItEnd = qScopeGuard([&] { *mayEnd = true; });
     bool isDone = false;
     Task task = scheduler.background(
-        [&] {
-            isWorking = true;
-            while (!mayEnd) {
+        [isWorking, mayEnd] {
+            *isWorking = true;
+            while (!*mayEnd) {
                 std::this_thread::yield();
             }
         },
         [&] { isDone = true; });
-    ASSERT_TRUE(waitUntil([&] { return isWorking.load(); }));
+    ASSERT_TRUE(waitUntil([&] { return isWorking->load(); }));
     task.cancel();
-    mayEnd = true;
+    *mayEnd = true;
     bool isNextDone = false;
     const Task next = scheduler.background([] {}, [&] { isNextDone = true; });
     ASSERT_TRUE(waitUntil([&] { return isNextDone; }));
