@@ -2,12 +2,16 @@
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 
+#include <QScopeGuard>
+
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cmath>
 #include <fstream>
+#include <memory>
 #include <thread>
 
 namespace veslora {
