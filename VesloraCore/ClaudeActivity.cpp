@@ -21,7 +21,7 @@ std::string_view firstLine(std::string_view text) {
 }
 
 std::string bash(const Json& input) {
-    const std::string description = input.textAt("description");
+    std::string description = input.textAt("description");
     if (!description.empty())
         return description;
     return "Bash: " + std::string(firstLine(input.textAt("command")));

@@ -74,9 +74,14 @@ Item {
             topRadius: topRadiusSpring.value
         }
 
-        NotchContent {
+        Item {
             anchors.fill: parent
-            model: root.model
+            clip: true
+
+            NotchContent {
+                anchors.fill: parent
+                model: root.model
+            }
         }
     }
 }

@@ -31,6 +31,7 @@ struct IslandContent {
 
 class NotchWindowController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(NotchWindowController)
 
   public:
     using MakeContent = std::function<IslandContent(NotchViewModel&)>;

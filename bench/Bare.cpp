@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The least that the toolkit can do: a black rectangle in a panel of the island's kind. What it takes is what no
-// program on this toolkit can do without.
+// The least that the toolkit can do: a black rectangle in a panel of the island's kind. What it takes is what
+// no program on this toolkit can do without.
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -12,7 +12,7 @@
 
 int main(int argc, char** argv) {
     qputenv("QT_QUICK_BACKEND", "software");
-    QGuiApplication application(argc, argv);
+    const QGuiApplication application(argc, argv);
     QQmlEngine engine;
     QQmlComponent component(&engine);
     component.setData("import QtQuick\nRectangle { color: \"black\"; width: 200; height: 24 }", QUrl());
@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     QQuickWindow window;
     window.setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     item->setParentItem(window.contentItem());
-    window.setGeometry((application.primaryScreen()->size().width() - 200) / 2, 0, 200, 24);
+    window.setGeometry((QGuiApplication::primaryScreen()->size().width() - 200) / 2, 0, 200, 24);
     window.show();
     return QGuiApplication::exec();
 }

@@ -27,7 +27,8 @@ void sleepFor(double seconds) {
     }
 }
 
-double waitUntil(const std::string& what, const std::function<bool()>& condition, double pause, double start) {
+double waitUntil(const std::string& what, const std::function<bool()>& condition, double pause,
+                 double start) {
     const double deadline = monotonicNow() + patience;
     while (!condition()) {
         if (monotonicNow() > deadline) {

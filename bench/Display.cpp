@@ -23,9 +23,9 @@ Display::Display() : m_connection(xcb_connect(nullptr, nullptr)) {
 
 std::vector<Pixel> Display::pixels(const Area& area) const {
     const auto cookie =
-        xcb_get_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_screen->root, static_cast<std::int16_t>(area.x),
-                      static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
-                      static_cast<std::uint16_t>(area.height), ~0U);
+        xcb_get_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_screen->root,
+                      static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                      static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), ~0U);
     const X11Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(m_connection.get(), cookie, nullptr));
     std::vector<Pixel> result(static_cast<std::size_t>(area.width) * static_cast<std::size_t>(area.height));
     const std::size_t bytes = result.size() * sizeof(Pixel);
@@ -49,7 +49,8 @@ void Display::moveBy(int x, int y) const {
 
 Place Display::pointer() const {
     const auto cookie = xcb_query_pointer(m_connection.get(), m_screen->root);
-    const X11Reply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(m_connection.get(), cookie, nullptr));
+    const X11Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(m_connection.get(), cookie, nullptr));
     if (!reply) {
         throw std::runtime_error("no pointer");
     }
@@ -83,7 +84,8 @@ xcb_atom_t Display::atom(const char* name) const {
 pid_t Display::processOf(xcb_window_t window) const {
     const auto cookie =
         xcb_get_property(m_connection.get(), 0, window, atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 0, 1);
-    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+    const X11Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(m_connection.get(), cookie, nullptr));
     std::uint32_t process = 0;
     if (reply && xcb_get_property_value_length(reply.get()) == sizeof process) {
         std::memcpy(&process, xcb_get_property_value(reply.get()), sizeof process);
@@ -118,8 +120,9 @@ std::optional<Area> Display::inputOf(xcb_window_t window) const {
     if (!shape || !place) {
         throw std::runtime_error("the panel has gone");
     }
-    const auto rectangles = std::span(xcb_shape_get_rectangles_rectangles(shape.get()),
-                                      static_cast<std::size_t>(xcb_shape_get_rectangles_rectangles_length(shape.get())));
+    const auto rectangles =
+        std::span(xcb_shape_get_rectangles_rectangles(shape.get()),
+                  static_cast<std::size_t>(xcb_shape_get_rectangles_rectangles_length(shape.get())));
     if (rectangles.empty()) {
         return std::nullopt;
     }

@@ -59,7 +59,8 @@ class Display {
 
     /// The shown top-level window of a process that no window manager has framed; absent while there is none.
     [[nodiscard]] std::optional<xcb_window_t> panelOf(pid_t process) const;
-    /// The smallest area that holds all of a window's input region, on the display; absent while it takes no input.
+    /// The smallest area that holds all of a window's input region, on the display; absent while it takes no
+    /// input.
     [[nodiscard]] std::optional<Area> inputOf(xcb_window_t window) const;
     [[nodiscard]] bool hasCompositor() const;
 

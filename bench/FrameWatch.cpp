@@ -22,8 +22,8 @@ FrameWatch::FrameWatch(xcb_window_t window) : m_connection(xcb_connect(nullptr, 
     m_event = static_cast<std::uint8_t>(extension->first_event + XCB_DAMAGE_NOTIFY);
     const X11Reply<xcb_damage_query_version_reply_t> version(
         xcb_damage_query_version_reply(connection, xcb_damage_query_version(connection, 1, 1), nullptr));
-    const xcb_void_cookie_t created = xcb_damage_create_checked(connection, xcb_generate_id(connection), window,
-                                                                XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+    const xcb_void_cookie_t created = xcb_damage_create_checked(
+        connection, xcb_generate_id(connection), window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
     const X11Reply<xcb_generic_error_t> error(xcb_request_check(connection, created));
     if (error) {
         throw std::runtime_error("the panel's frames can't be watched");
@@ -31,7 +31,8 @@ FrameWatch::FrameWatch(xcb_window_t window) : m_connection(xcb_connect(nullptr, 
 }
 
 const std::vector<double>& FrameWatch::frames() {
-    // What fills the socket waits in the server until it is read; only a reply proves that nothing is left there.
+    // What fills the socket waits in the server until it is read; only a reply proves that nothing is left
+    // there.
     const X11Reply<xcb_get_input_focus_reply_t> last(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {

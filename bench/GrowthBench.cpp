@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How much the program's memory grows while it shows thousands of prompts, or opens and closes as often. The pages of
-// libraries are left out: their share depends on which other programs use them at that moment.
+// How much the program's memory grows while it shows thousands of prompts, or opens and closes as often. The
+// pages of libraries are left out: their share depends on which other programs use them at that moment.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"
@@ -43,13 +43,14 @@ double growthOver(Island& island, const Work& work) {
 
 void waitForFrame(Island& island) {
     const std::size_t before = island.frames().count();
-    waitUntil("a frame", [&] { return island.frames().count() > before; }, pollPause);
+    waitUntil(
+        "a frame", [&] { return island.frames().count() > before; }, pollPause);
 }
 
 } // namespace
 
-/// Requests come ten at a time. Each is shown for at least one frame before its tool has run, which makes room for the
-/// next; after the tenth the island closes.
+/// Requests come ten at a time. Each is shown for at least one frame before its tool has run, which makes
+/// room for the next; after the tenth the island closes.
 void measurePromptGrowth(const Bench& bench) {
     constexpr int batch = 10;
     const Home home(bench.executables);
@@ -59,21 +60,24 @@ void measurePromptGrowth(const Bench& bench) {
         for (int next = number; number % batch == 0 && next < number + batch; ++next) {
             home.fileRequest("r" + std::to_string(next), command(next));
         }
-        waitUntil("the alert", [&] { return island.area().has_value(); }, pollPause);
+        waitUntil(
+            "the alert", [&] { return island.area().has_value(); }, pollPause);
         waitForFrame(island);
         const std::string id = "e" + std::to_string(number);
         home.fileToolDone(id, command(number));
-        waitUntil("the event to be taken", [&] { return home.isTaken(id + ".json"); }, pollPause);
+        waitUntil(
+            "the event to be taken", [&] { return home.isTaken(id + ".json"); }, pollPause);
         if (number % batch == batch - 1) {
-            waitUntil("the alert to close", [&] { return !island.area(); }, pollPause);
+            waitUntil(
+                "the alert to close", [&] { return !island.area(); }, pollPause);
         }
     };
     const Work work{bench.choose(1000, batch), bench.choose(10000, 2 * batch), bench.choose(2.0, 0.1), act};
     bench.report.add({"growth_prompts", growthOver(island, work), "MB", 1, megabytes});
 }
 
-/// Most openings turn round in flight after a frame or two, as under a restless hand; one in a hundred, and its
-/// closing, are let run to their ends.
+/// Most openings turn round in flight after a frame or two, as under a restless hand; one in a hundred, and
+/// its closing, are let run to their ends.
 void measureOpenGrowth(const Bench& bench) {
     const Home home(bench.executables, R"({"hoverDelay": 0, "widgetLayout": "claude:2,meters,keepAwake"})");
     Island island(bench.stage, home, bench.program());
@@ -84,7 +88,7 @@ void measureOpenGrowth(const Bench& bench) {
         island.close();
         isWhole ? island.frames().waitForRest() : waitForFrame(island);
     };
-    const Work work{bench.choose(1000, 2), bench.choose(10000, 20), bench.choose(2.0, 0.1), act};
+    const Work work{bench.choose(1000, 2), bench.choose(10000, 6), bench.choose(2.0, 0.1), act};
     bench.report.add({"growth_opens", growthOver(island, work), "MB", 1, megabytes});
 }
 

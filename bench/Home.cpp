@@ -4,11 +4,11 @@
 #include "VesloraCore/Json.h"
 #include "bench/Clock.h"
 
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <stdexcept>
@@ -56,9 +56,12 @@ std::string hookPayload(const std::string& event, const std::string& sessionId, 
     return payload.print(Json::Layout::compact) + "\n";
 }
 
-std::string sessionFile(const std::string& sessionId, int process, const std::string& status, double statusSince) {
+std::string sessionFile(const std::string& sessionId, int process, const std::string& status,
+                        double statusSince) {
     Json file = Json::makeObject();
-    const auto text = [&file](const char* key, const std::string& value) { file.set(key, Json::makeString(value)); };
+    const auto text = [&file](const char* key, const std::string& value) {
+        file.set(key, Json::makeString(value));
+    };
     const auto stamp = static_cast<std::int64_t>(statusSince * 1000);
     file.set("pid", Json::makeInteger(process));
     file.set("startedAt", Json::makeInteger(stamp));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A user's home for one run of the program: hooks installed, settings, sessions of an agent beside real processes, and
-// the spool into which the hook scripts file.
+// A user's home for one run of the program: hooks installed, settings, sessions of an agent beside real
+// processes, and the spool into which the hook scripts file.
 #pragma once
 
 #include "tests/VesloraLinux/Support/Program.h"
@@ -17,8 +17,8 @@ class Home {
   public:
     static constexpr std::size_t sessionCount = 2;
 
-    /// Makes it the home of whatever is started from now on. The sessions are idle. `executables` is where the
-    /// program and its helper lie; `settings` is what its settings file holds.
+    /// Makes it the home of whatever is started from now on. The sessions are idle. `executables` is where
+    /// the program and its helper lie; `settings` is what its settings file holds.
     explicit Home(const std::string& executables, const std::string& settings = "{}");
     ~Home();
     Home(const Home&) = delete;
@@ -33,8 +33,8 @@ class Home {
     void setSession(std::size_t index, const std::string& status) const;
     [[nodiscard]] static std::string sessionId(std::size_t index);
 
-    /// Files a payload as a hook script does: whole, then moved to its name. Tells when the move began, on the
-    /// harness's clock.
+    /// Files a payload as a hook script does: whole, then moved to its name. Tells when the move began, on
+    /// the harness's clock.
     double file(const std::string& name, const std::string& payload) const;
     /// Files a request of the first session to run `command`.
     double fileRequest(const std::string& id, const std::string& command) const;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What the program costs while it shows nothing but the closed island, with two sessions at rest. Before and after,
-// the instruments are tried: a write to the home must count as one, and a drawn frame as a frame.
+// What the program costs while it shows nothing but the closed island, with two sessions at rest. Before and
+// after, the instruments are tried: a write to the home must count as one, and a drawn frame as a frame.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"
 #include "bench/Measurements.h"
+#include "bench/RequestAlert.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -33,43 +34,71 @@ double barePss(const Bench& bench, const Home& home, double settling) {
     return bare.meter().memory().pss;
 }
 
+/// What a user of little has done with it: it was open once, and has shown one prompt.
+void use(const Bench& bench, const Home& home, Island& island) {
+    island.open();
+    island.frames().waitForRest();
+    island.close();
+    island.waitForClosed();
+    home.fileRequest("used", "make check");
+    waitUntil("the request's text", [&] { return RequestAlert::showsText(bench.stage.display()); });
+    home.filePrompt("said");
+    island.waitForClosed();
+}
+
+struct Rest {
+    double processor = 0; ///< in percent of a core
+    double wakeUps = 0;   ///< a second
+    double written = 0;   ///< bytes
+    double frames = 0;
+    Memory memory;
+};
+
+Rest restFor(Island& island, double seconds) {
+    const ProcessMeter& meter = island.meter();
+    const std::size_t frames = island.frames().count();
+    const auto written = meter.bytesWritten();
+    const double time = meter.processorTime();
+    const auto wakeUps = static_cast<double>(meter.wakeUpsIn(seconds));
+    Rest rest;
+    rest.processor = 100 * (meter.processorTime() - time) / seconds;
+    rest.wakeUps = wakeUps / seconds;
+    rest.written = static_cast<double>(meter.bytesWritten() - written);
+    rest.frames = static_cast<double>(island.frames().count() - frames);
+    rest.memory = meter.memory();
+    return rest;
+}
+
+void requireThatFramesCount(Island& island) {
+    const std::size_t before = island.frames().count();
+    island.open();
+    waitUntil("a frame", [&] { return island.frames().count() > before; });
+    island.close();
+}
+
 } // namespace
 
 void measureIdle(const Bench& bench) {
     const Home home(bench.executables);
     requireThatWritesCount(home);
     const double settling = bench.choose(4.0, 0.3);
-    const double seconds = bench.choose(60.0, 3.0);
     const double bare = barePss(bench, home, settling);
 
     Island island(bench.stage, home, bench.program());
+    use(bench, home, island);
     sleepFor(settling);
-    const ProcessMeter& meter = island.meter();
-    const std::size_t frames = island.frames().count();
-    const auto written = meter.bytesWritten();
-    const auto wakeUps = meter.wakeUps();
-    const double time = meter.processorTime();
-    sleepFor(seconds);
-    const double timeUsed = meter.processorTime() - time;
-    const auto wokeUp = static_cast<double>(meter.wakeUps() - wakeUps);
-    const auto wrote = static_cast<double>(meter.bytesWritten() - written);
-    const auto drew = static_cast<double>(island.frames().count() - frames);
-    const Memory memory = meter.memory();
-
-    const std::size_t beforeOpening = island.frames().count();
-    island.open();
-    waitUntil("a frame", [&] { return island.frames().count() > beforeOpening; });
-    island.close();
+    const Rest rest = restFor(island, bench.choose(60.0, 2.5));
+    requireThatFramesCount(island);
 
     const Range megabytes{5, 4096};
-    bench.report.add({"idle_pss", memory.pss, "MB", 45, megabytes});
-    bench.report.add({"idle_rss", memory.rss, "MB", {}, megabytes});
+    bench.report.add({"idle_pss", rest.memory.pss, "MB", 45, megabytes});
+    bench.report.add({"idle_rss", rest.memory.rss, "MB", {}, megabytes});
     bench.report.add({"idle_bare_pss", bare, "MB", {}, megabytes});
     // It gives a sign of life every two seconds, and so can't use nothing.
-    bench.report.add({"idle_cpu", 100 * timeUsed / seconds, "% of a core", 0.1, {1e-4, 100}});
-    bench.report.add({"idle_wakeups", wokeUp / seconds, "1/s", 1, {0.1, 10000}});
-    bench.report.add({"idle_disk_writes", wrote, "bytes", 0, {0, 1e12}});
-    bench.report.add({"idle_frames", drew, "frames", 0, {0, 1e6}});
+    bench.report.add({"idle_cpu", rest.processor, "% of a core", 0.1, {1e-4, 100}});
+    bench.report.add({"idle_wakeups", rest.wakeUps, "1/s", 1, {0.1, 10000}});
+    bench.report.add({"idle_disk_writes", rest.written, "bytes", 0, {0, 1e12}});
+    bench.report.add({"idle_frames", rest.frames, "frames", 0, {0, 1e6}});
 }
 
 } // namespace veslora::bench

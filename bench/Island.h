@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program as it runs on the stage, seen from outside: started and ended, its panel found, the island's state told
-// from where it takes clicks.
+// The program as it runs on the stage, seen from outside: started and ended, its panel found, the island's
+// state told from where it takes clicks.
 #pragma once
 
 #include "bench/FrameWatch.h"

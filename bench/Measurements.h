@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Everything that is measured: each function makes one measurement and reports its figures. It throws when it comes to
-// none.
+// Everything that is measured: each function makes one measurement and reports its figures. It throws when it
+// comes to none.
 #pragma once
 
 #include "bench/Report.h"
@@ -16,7 +16,7 @@ namespace veslora::bench {
 struct Bench {
     const Stage& stage;
     Report& report;
-    bool isShort = false; ///< only to see that it measures; the figures mean little
+    bool isShort = false;    ///< only to see that it measures; the figures mean little
     std::string executables; ///< the folder of the program, its helper and the harness
 
     [[nodiscard]] std::string program() const { return executables + "/veslora"; }

@@ -2,8 +2,12 @@
 // The fields are those of proc(5).
 #include "bench/ProcessMeter.h"
 
+#include "bench/Clock.h"
+
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -31,8 +35,8 @@ std::uint64_t numberIn(const std::string& text, const std::string& key) {
     return std::stoull(text.substr(at + key.size() + 1));
 }
 
-/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line that ends
-/// with its file, and lines of counts.
+/// How many KB of the toolkit's libraries, plugins and tables are put down to others. Each mapping is a line
+/// that ends with its file, and lines of counts.
 double toolkitShares(const std::string& mappings) {
     std::istringstream lines(mappings);
     std::string line;
@@ -69,10 +73,31 @@ double ProcessMeter::processorTime() const {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-std::uint64_t ProcessMeter::wakeUps() const {
+std::map<pid_t, std::uint64_t> ProcessMeter::sleeps() const {
+    std::map<pid_t, std::uint64_t> result;
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
+        std::ifstream status(thread.path() / "status");
+        const std::string text{std::istreambuf_iterator<char>(status), {}};
+        // One that has just ended has nothing to tell.
+        if (!text.empty()) {
+            result[std::stoi(thread.path().filename())] = numberIn(text, "voluntary_ctxt_switches");
+        }
+    }
+    return result;
+}
+
+std::uint64_t ProcessMeter::wakeUpsIn(double seconds) const {
     std::uint64_t total = 0;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(m_process) + "/task")) {
-        total += numberIn(textOf(thread.path() / "status"), "voluntary_ctxt_switches");
+    auto before = sleeps();
+    const double end = monotonicNow() + seconds;
+    while (monotonicNow() < end) {
+        sleepFor(std::min(1.0, end - monotonicNow()));
+        auto after = sleeps();
+        for (const auto& [thread, count] : after) {
+            total += count - before[thread];
+        }
+        before = std::move(after);
     }
     return total;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// From a request's arrival in the spool to the first frame that it causes, in which the island begins to grow, and to
-// the first one on screen that holds its text; and from the release of the button on "Allow" to the answer's arrival.
+// From a request's arrival in the spool to the first frame that it causes, in which the island begins to
+// grow, and to the first one on screen that holds its text; and from the release of the button on "Allow" to
+// the answer's arrival.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"
@@ -79,10 +80,11 @@ void measurePrompts(const Bench& bench) {
         const std::string id = "prompt" + std::to_string(round);
         const double start = home.fileRequest(id, "make install-" + std::to_string(round));
         const std::size_t frames = island.frames().count();
-        const double firstFrame =
-            waitUntil("a frame", [&] { return island.frames().count() > frames; }, pollPause, start);
+        const double firstFrame = waitUntil(
+            "a frame", [&] { return island.frames().count() > frames; }, pollPause, start);
         const double text = waitUntil(
-            "the request's text", [&] { return RequestAlert::showsText(bench.stage.display()); }, pollPause, start);
+            "the request's text", [&] { return RequestAlert::showsText(bench.stage.display()); }, pollPause,
+            start);
         if (round >= warmUp) {
             firstFrames.push_back(firstFrame * 1000);
             texts.push_back(text * 1000);

@@ -41,7 +41,7 @@ bool Report::isGood(const Figure& figure) const {
     if (!m_hasLimits || !figure.limit) {
         return true;
     }
-    return figure.bound == Bound::atMost ? figure.value <= *figure.limit : figure.value >= *figure.limit;
+    return figure.bound == Bound::upper ? figure.value <= *figure.limit : figure.value >= *figure.limit;
 }
 
 void Report::add(const Figure& figure) {

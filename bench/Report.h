@@ -18,20 +18,22 @@ struct Range {
 };
 
 /// On which side of its limit a figure must lie; on the limit is good either way.
-enum class Bound { atMost, atLeast };
+enum class Bound { upper, lower };
 
 struct Figure {
     std::string name;
     double value = 0;
     std::string unit;
     std::optional<double> limit; ///< absent for a figure that is only told
-    Range sensible; ///< what a working measurement can give at all on any machine; outside it the instrument is broken
-    Bound bound = Bound::atMost;
+    Range sensible; ///< what a working measurement can give at all on any machine; outside it the instrument
+                    ///< is broken
+    Bound bound = Bound::upper;
 };
 
 class Report {
   public:
-    /// Without `hasLimits` a figure is good when it is sensible: a short run proves that each is measured, no more.
+    /// Without `hasLimits` a figure is good when it is sensible: a short run proves that each is measured, no
+    /// more.
     explicit Report(bool hasLimits) : m_hasLimits(hasLimits) {}
 
     /// Prints it at once.

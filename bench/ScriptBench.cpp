@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The installed event script, which runs at each step of an agent, against the least that a shell needs to file what
-// it is given: a copy and a rename. The two take turns, and each pair gives one ratio.
+// The installed event script, which runs at each step of an agent, against the least that a shell needs to
+// file what it is given: a copy and a rename. The two take turns, and each pair gives one ratio.
+#include "bench/Arguments.h"
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Measurements.h"
@@ -18,13 +19,10 @@ namespace veslora::bench {
 
 namespace {
 
-/// Milliseconds that a command takes from its start to its end, in `folder` and with `input` as its standard input.
+/// Milliseconds that a command takes from its start to its end, in `folder` and with `input` as its standard
+/// input.
 double timeOf(std::vector<std::string> command, const std::string& folder, const std::string& input) {
-    std::vector<char*> arguments;
-    for (std::string& argument : command) {
-        arguments.push_back(argument.data());
-    }
-    arguments.push_back(nullptr);
+    const auto arguments = argumentsOf(command);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, input.c_str(), O_RDONLY, 0);
@@ -44,7 +42,8 @@ double timeOf(std::vector<std::string> command, const std::string& folder, const
     return time * 1000;
 }
 
-/// Empties a folder, so that no round finds what an earlier one left: replacing a file takes longer than making one.
+/// Empties a folder, so that no round finds what an earlier one left: replacing a file takes longer than
+/// making one.
 std::size_t takeFiled(const std::string& spool) {
     std::size_t count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(spool)) {
@@ -66,7 +65,7 @@ void measureEventScript(const Bench& bench) {
     std::vector<double> times;
     std::vector<double> ratios;
     const int warmUp = 3;
-    const int rounds = warmUp + bench.choose(300, 20);
+    const int rounds = warmUp + bench.choose(1000, 20);
     for (int round = 0; round < rounds; ++round) {
         const bool isScriptFirst = round % 2 == 0;
         const double first = timeOf(isScriptFirst ? script : least, other, input);

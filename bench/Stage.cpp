@@ -25,7 +25,8 @@ std::map<std::string, std::string> keptVariables() {
 
 } // namespace
 
-/// Whatever the caller's session says about Qt, its scale, its bus or its folders is none of the program's business.
+/// Whatever the caller's session says about Qt, its scale, its bus or its folders is none of the program's
+/// business.
 Stage::Environment::Environment(const std::string& home) {
     auto variables = keptVariables();
     variables["HOME"] = home;
@@ -40,14 +41,15 @@ Stage::Environment::Environment(const std::string& home) {
 
 Stage::Stage() : m_environment(m_home.path()) {
     const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    m_server = std::make_unique<Program>(
-        std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(reportDescriptor), "-screen", "0", size,
-                                 "-nolisten", "tcp"},
-        reportDescriptor);
+    m_server = std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd",
+                                                                  std::to_string(reportDescriptor), "-screen",
+                                                                  "0", size, "-nolisten", "tcp"},
+                                         reportDescriptor);
     setenv("DISPLAY", (":" + m_server->firstLine()).c_str(), 1);
-    m_bus = std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                                               "--print-address=" + std::to_string(reportDescriptor)},
-                                      reportDescriptor);
+    m_bus = std::make_unique<Program>(
+        std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                 "--print-address=" + std::to_string(reportDescriptor)},
+        reportDescriptor);
     setenv("DBUS_SESSION_BUS_ADDRESS", m_bus->firstLine().c_str(), 1);
     m_display = std::make_unique<Display>();
     m_windowManager = std::make_unique<Program>(std::vector<std::string>{"openbox", "--sm-disable"});

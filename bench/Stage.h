@@ -16,8 +16,8 @@ class Stage {
     static constexpr int width = 1440;
     static constexpr int height = 900;
 
-    /// Replaces this process's environment by that of the stage. The desktop is plain blue, so that neither the
-    /// island's black nor its text, which is lit in red, can be mistaken for it.
+    /// Replaces this process's environment by that of the stage. The desktop is plain blue, so that neither
+    /// the island's black nor its text, which is lit in red, can be mistaken for it.
     Stage();
 
     [[nodiscard]] const Display& display() const { return *m_display; }

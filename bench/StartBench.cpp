@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// From the start of the program to the island's black on screen, and the same for a program that is nothing but the
-// toolkit and a black rectangle, in turns, so that the load of the machine weighs on both alike.
+// From the start of the program to the island's black on screen, and the same for a program that is nothing
+// but the toolkit and a black rectangle, in turns, so that the load of the machine weighs on both alike.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Measures the program that lies beside this one, on a display, a bus and in a home of its own, and prints one figure
-// a line.
+// Measures the program that lies beside this one, on a display, a bus and in a home of its own, and prints
+// one figure a line.
 #include "bench/Measurements.h"
 
 #include <algorithm>

@@ -17,10 +17,11 @@ StatusIcon iconOf(QSvgRenderer& drawing, int size) {
     drawing.render(&painter);
     painter.end();
     const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
-    StatusIcon icon{size, size, QByteArray(size * size * 4, '\0')};
+    const qsizetype rowLength = qsizetype{size} * 4;
+    StatusIcon icon{size, size, QByteArray(rowLength * size, '\0')};
     for (int row = 0; row < size; ++row) {
         // The bus wants the bytes in one order on every machine.
-        qToBigEndian<quint32>(plain.constScanLine(row), size, icon.bytes.data() + row * size * 4);
+        qToBigEndian<quint32>(plain.constScanLine(row), size, icon.bytes.data() + row * rowLength);
     }
     return icon;
 }

@@ -198,13 +198,14 @@ void ClaudeMonitor::answer(const std::string& requestId, ClaudeDecision decision
         m_state.dismissApproval(request->sessionId);
     }
     // A copy, as publishing replaces the list that the caller's text may lie in.
-    const std::string id = requestId;
+    const std::string id = requestId; // NOLINT(performance-unnecessary-copy-initialization)
     m_permissions.remove(id);
     publishState();
 }
 
 void ClaudeMonitor::jump(const std::string& sessionId) {
-    const std::string id = sessionId;
+    // A copy, for the same reason.
+    const std::string id = sessionId; // NOLINT(performance-unnecessary-copy-initialization)
     const ClaudeSessionSummary* summary = summaryOf(id);
     const auto app = summary ? m_seams.hostApplications.hostAppOf(summary->pid) : std::nullopt;
     if (app) {

@@ -19,18 +19,16 @@ Item {
         spacing: 3
         width: keys.x - 12
 
-        Text {
+        SystemText {
             color: VesloraStyle.textPrimary
             elide: Text.ElideRight
             height: 16
             maximumLineCount: 1
             text: presenter.name
-            textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
             width: parent.width
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 13
                 weight: Font.DemiBold
             }

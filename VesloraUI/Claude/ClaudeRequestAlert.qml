@@ -51,7 +51,7 @@ Item {
         text: presenter.waitingText
     }
 
-    Text {
+    SystemText {
         id: body
 
         Accessible.name: text
@@ -62,13 +62,11 @@ Item {
         lineHeightMode: Text.FixedHeight
         maximumLineCount: 2
         text: presenter.text
-        textFormat: Text.PlainText
         width: parent.width
         wrapMode: Text.Wrap
         y: 17
 
         font {
-            family: VesloraStyle.systemFont
             pixelSize: 11
             // What will run is shown letter by letter, without ligatures that stand for two of them.
             preferShaping: false

@@ -3,6 +3,7 @@
 
 #include "VesloraCore/SupportNames.h"
 
+#include <tuple>
 #include <utility>
 
 namespace veslora {

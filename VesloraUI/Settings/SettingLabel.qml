@@ -11,32 +11,28 @@ Column {
 
     spacing: 2
 
-    Text {
+    SystemText {
         color: SettingsColors.text
         text: label.title
-        textFormat: Text.PlainText
         width: parent.width
         wrapMode: Text.Wrap
 
         font {
-            family: VesloraStyle.systemFont
             pixelSize: 13
             weight: Font.Medium
         }
     }
 
-    Text {
+    SystemText {
         color: SettingsColors.secondary
         lineHeight: 15
         lineHeightMode: Text.FixedHeight
         text: label.detail
-        textFormat: Text.PlainText
         visible: text !== ""
         width: parent.width
         wrapMode: Text.Wrap
 
         font {
-            family: VesloraStyle.systemFont
             pixelSize: 11
         }
     }

@@ -16,6 +16,7 @@ class AgentsModel;
 
 class SettingsWindow : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SettingsWindow)
 
   public:
     SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version);

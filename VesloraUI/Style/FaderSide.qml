@@ -20,9 +20,6 @@ Item {
         isShown = false;
     }
 
-    // What comes may be ahead of the island that grows round it, faint as it still is; what goes is cut by the one that
-    // shrinks.
-    clip: isLeaving
     enabled: isShown
     opacity: presence.value
     visible: opacity > 0.001

@@ -58,7 +58,8 @@ void Spring::setTarget(double target) {
         emit valueChanged();
     } else if (!isRunning()) {
         m_drive.start();
-        // The first frame shows the first of the movement already; it would be a frame like the one before it.
+        // The first frame shows the first of the movement already; it would be a frame like the one before
+        // it.
         advance(firstStep);
     }
 }

@@ -15,6 +15,7 @@ namespace veslora {
 class Timeline : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
+    Q_DISABLE_COPY_MOVE(Timeline)
     /// Seconds between two ticks; above 0.
     Q_PROPERTY(double period READ period WRITE setPeriod NOTIFY periodChanged FINAL)
     /// Seconds since 1970.

@@ -49,19 +49,17 @@ Item {
         width: label.width + 16
         z: 100
 
-        Text {
+        SystemText {
             id: label
 
             color: VesloraStyle.textPrimary
             height: 12
             text: tip.text
-            textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
             x: 8
             y: 4
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 10
             }
         }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh. A program
-// of its own, since the harness must not map the toolkit's libraries: the measured program would then share them, and
-// seem smaller than it is.
+// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh.
+// A program of its own, since the harness must not map the toolkit's libraries: the measured program would
+// then share them, and seem smaller than it is.
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
@@ -31,7 +31,7 @@ int installHooks(const std::string& home, const std::string& runtime) {
 
 int measure(bool isShort) {
     bench::Report report(!isShort);
-    bench::measureRefresh(report, executables(), isShort ? 1 : 7);
+    bench::measureRefresh(report, executables(), isShort);
     return report.isGood() ? 0 : 1;
 }
 

@@ -51,6 +51,15 @@ TEST_F(HoverTrackerTest, OpensOnceThePointerHasRestedForTheDelay) {
     EXPECT_EQ(tracker.hotZone(), std::nullopt);
 }
 
+TEST_F(HoverTrackerTest, OpensAtTheVeryDeadlineThatItNames) {
+    for (int step = 0; step < 1000; ++step) {
+        HoverTracker fresh(geometry, 0.1);
+        const Timestamp start = 1'800'000'000 + step * 0.0137;
+        ASSERT_FALSE(fresh.update(onNotch, start));
+        ASSERT_TRUE(fresh.update(onNotch, *fresh.pendingOpenDeadline())) << step;
+    }
+}
+
 TEST_F(HoverTrackerTest, DelayOfZeroOpensAtOnce) {
     tracker.openDelay = 0;
     EXPECT_TRUE(tracker.update(onNotch, 10));

@@ -6,8 +6,12 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <fstream>
+#include <limits>
+#include <memory>
 #include <thread>
 
 namespace veslora {
