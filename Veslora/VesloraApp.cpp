@@ -31,10 +31,18 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
     return status;
 }
 
+int refuseWithoutDisplay() {
+    std::fputs("Veslora needs an X server, or a Wayland desktop with XWayland.\n", stderr);
+    return 1;
+}
+
 } // namespace
 
 int run(int argc, char** argv) {
     LinuxPlatform::prepareEnvironment();
+    if (!LinuxPlatform::hasDisplay()) {
+        return refuseWithoutDisplay();
+    }
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Veslora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VESLORA_VERSION));
@@ -44,8 +52,7 @@ int run(int argc, char** argv) {
 
     const auto platform = LinuxPlatform::make();
     if (!platform) {
-        std::fputs("Veslora needs an X server, or a Wayland desktop with XWayland.\n", stderr);
-        return 1;
+        return refuseWithoutDisplay();
     }
     SingleInstance instance(platform->files(), platform->directories().support, SessionBus::connection());
     return runDelegate(*platform, instance);

@@ -54,6 +54,10 @@ void LinuxPlatform::prepareEnvironment() {
     }
 }
 
+bool LinuxPlatform::hasDisplay() {
+    return qgetenv("QT_QPA_PLATFORM") != "xcb" || X11WindowSystem::hasServer();
+}
+
 std::unique_ptr<LinuxPlatform> LinuxPlatform::make() {
     auto parts = std::make_unique<Parts>();
     return parts->windowSystem ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)))

@@ -15,6 +15,10 @@ class LinuxPlatform final : public Platform {
     /// object is made.
     static void prepareEnvironment();
 
+    /// Whether the X server that Qt is about to connect to answers: without one Qt would end the program by
+    /// force. To be asked after `prepareEnvironment`; true where the user chose another platform of Qt's.
+    [[nodiscard]] static bool hasDisplay();
+
     /// Needs the application object. Null when no window system that the program knows is running.
     [[nodiscard]] static std::unique_ptr<LinuxPlatform> make();
     ~LinuxPlatform() override;

@@ -8,6 +8,13 @@
 
 namespace veslora {
 
+bool X11WindowSystem::hasServer() {
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool isThere = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return isThere;
+}
+
 bool X11WindowSystem::applies() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }

@@ -14,6 +14,8 @@ namespace veslora {
 
 class X11WindowSystem final : public WindowSystem {
   public:
+    /// Whether an X server answers at the address in DISPLAY.
+    [[nodiscard]] static bool hasServer();
     /// Whether the application object runs on X.
     [[nodiscard]] static bool applies();
     /// The form that fits the session: shrinking when the desktop itself is a Wayland compositor's.

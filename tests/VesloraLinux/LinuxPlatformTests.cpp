@@ -41,6 +41,21 @@ TEST(LinuxPlatformTests, FindsNoWindowSystemWhereThereIsNone) {
     EXPECT_EQ(LinuxPlatform::make(), nullptr);
 }
 
+TEST(LinuxPlatformTests, KnowsBeforehandWhetherThereIsADisplay) {
+    {
+        const testing::Desktop desktop;
+        EXPECT_TRUE(LinuxPlatform::hasDisplay());
+    }
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("DISPLAY", ":4711");
+    EXPECT_FALSE(LinuxPlatform::hasDisplay());
+    qunsetenv("DISPLAY");
+    EXPECT_FALSE(LinuxPlatform::hasDisplay());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    EXPECT_TRUE(LinuxPlatform::hasDisplay());
+    qunsetenv("QT_QPA_PLATFORM");
+}
+
 TEST(LinuxPlatformTests, ShrinksThePanelOnAWaylandDesktopOnly) {
     const auto formWith = [](const char* display, const char* type) {
         qputenv("WAYLAND_DISPLAY", display);
