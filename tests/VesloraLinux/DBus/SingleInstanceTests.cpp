@@ -21,7 +21,6 @@
 namespace veslora {
 namespace {
 
-using testing::handleEventsFor;
 using testing::waitUntil;
 
 const std::function<void()> never = [] { ADD_FAILURE(); };

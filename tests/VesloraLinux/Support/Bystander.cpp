@@ -8,10 +8,10 @@
 
 namespace veslora::testing {
 
-Bystander::Bystander(const BystanderOptions& options) : m_connection(xcb_connect(nullptr, nullptr)) {
-    const auto* const screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
-    m_root = screen->root;
-    m_window = xcb_generate_id(m_connection);
+Bystander::Bystander(const BystanderOptions& options)
+    : m_connection(xcb_connect(nullptr, nullptr)),
+      m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root),
+      m_window(xcb_generate_id(m_connection)) {
     const std::uint32_t values[] = {options.color.rgb() & 0xffffffU, options.isOverrideRedirect ? 1U : 0U,
                                     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE |
                                         XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_STRUCTURE_NOTIFY |

@@ -13,7 +13,6 @@ namespace {
 
 using testing::Bystander;
 using testing::Desktop;
-using testing::DesktopOptions;
 using testing::handleEventsFor;
 using testing::waitUntil;
 
