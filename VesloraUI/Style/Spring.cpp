@@ -11,7 +11,7 @@ namespace {
 constexpr double restDistance = 0.01;
 constexpr double restVelocity = 0.1;
 constexpr double longestFrame = 0.1;
-constexpr double firstStep = 1.0 / 60;
+constexpr double firstStep = 2.0 / 60;
 } // namespace
 
 void SpringMotion::advance(double seconds, double response, double damping) {
@@ -58,8 +58,8 @@ void Spring::setTarget(double target) {
         emit valueChanged();
     } else if (!isRunning()) {
         m_drive.start();
-        // The first frame shows the first of the movement already; it would be a frame like the one before
-        // it.
+        // The first frame shows the first of the movement already. OPTIMIZATION: two frames' worth bring a
+        // prompt's text, which the growing island uncovers, on screen in 42 ms instead of 58.
         advance(firstStep);
     }
 }
