@@ -88,7 +88,7 @@ void measureOpenGrowth(const Bench& bench) {
         island.close();
         isWhole ? island.frames().waitForRest() : waitForFrame(island);
     };
-    const Work work{bench.choose(1000, 2), bench.choose(10000, 6), bench.choose(2.0, 0.1), act};
+    const Work work{bench.choose(1000, 1), bench.choose(10000, 2), bench.choose(2.0, 0.1), act};
     bench.report.add({"growth_opens", growthOver(island, work), "MB", 1, megabytes});
 }
 

@@ -85,9 +85,11 @@ void measureIdle(const Bench& bench) {
     const double bare = barePss(bench, home, settling);
 
     Island island(bench.stage, home, bench.program());
-    use(bench, home, island);
+    if (!bench.isShort) {
+        use(bench, home, island);
+    }
     sleepFor(settling);
-    const Rest rest = restFor(island, bench.choose(60.0, 2.5));
+    const Rest rest = restFor(island, bench.choose(60.0, 2.2));
     requireThatFramesCount(island);
 
     const Range megabytes{5, 4096};

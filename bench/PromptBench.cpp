@@ -74,7 +74,7 @@ void measurePrompts(const Bench& bench) {
     std::vector<double> firstFrames;
     std::vector<double> texts;
     const int warmUp = bench.choose(5, 0);
-    const int rounds = warmUp + bench.choose(200, 2);
+    const int rounds = warmUp + bench.choose(200, 1);
     for (int round = 0; round < rounds; ++round) {
         waitForDesktop(bench, island);
         const std::string id = "prompt" + std::to_string(round);
