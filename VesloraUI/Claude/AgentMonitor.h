@@ -6,6 +6,7 @@
 #include "VesloraCore/ClaudeDecision.h"
 #include "VesloraCore/ClaudePermissionRequest.h"
 #include "VesloraCore/ClaudeSessions.h"
+#include "VesloraUI/Claude/AgentUsageMonitor.h"
 
 #include <QObject>
 
@@ -29,6 +30,9 @@ class AgentMonitor : public QObject {
     [[nodiscard]] bool hooksInstalled() const { return m_hooksInstalled; }
     /// Something of ours is there, but not all of it.
     [[nodiscard]] bool hooksOutdated() const { return m_hooksOutdated; }
+
+    /// What follows the agent's use of tokens; null where nothing does.
+    [[nodiscard]] virtual AgentUsageMonitor* usage() { return nullptr; }
 
     virtual void start() = 0;
     virtual void stop() = 0;

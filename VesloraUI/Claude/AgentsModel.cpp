@@ -37,6 +37,19 @@ void AgentsModel::connectTo(AgentMonitor& monitor) {
     connect(&monitor, &AgentMonitor::summariesChanged, this, &AgentsModel::changed);
     connect(&monitor, &AgentMonitor::pendingRequestsChanged, this, &AgentsModel::changed);
     connect(&monitor, &AgentMonitor::hooksChanged, this, &AgentsModel::hooksChanged);
+    if (const AgentUsageMonitor* usage = monitor.usage()) {
+        connect(usage, &AgentUsageMonitor::changed, this, &AgentsModel::usageChanged);
+    }
+}
+
+std::vector<AgentUsage> AgentsModel::usages() const {
+    std::vector<AgentUsage> all;
+    for (AgentMonitor* monitor : {&m_claude, m_codex}) {
+        if (const AgentUsageMonitor* usage = monitor ? monitor->usage() : nullptr) {
+            all.push_back(usage->usage());
+        }
+    }
+    return all;
 }
 
 std::vector<ClaudeSessionSummary> AgentsModel::summaries() const {

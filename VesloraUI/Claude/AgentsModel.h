@@ -42,6 +42,8 @@ class AgentsModel : public QObject {
     [[nodiscard]] std::optional<ClaudeSessionSummary> longestWorking() const;
     /// Of all agents, oldest first; Claude Code's first of two that came at one moment.
     [[nodiscard]] std::vector<ClaudePermissionRequest> pendingRequests() const;
+    /// Each agent's use of tokens as of now, Claude Code's first; without those that nothing is known of.
+    [[nodiscard]] std::vector<AgentUsage> usages() const;
     [[nodiscard]] bool anyHooksInstalled() const;
     [[nodiscard]] bool claudeHooksInstalled() const { return m_claude.hooksInstalled(); }
     [[nodiscard]] bool claudeHooksOutdated() const { return m_claude.hooksOutdated(); }
@@ -60,6 +62,7 @@ class AgentsModel : public QObject {
   signals:
     void changed();
     void hooksChanged();
+    void usageChanged();
 
   private:
     void connectTo(AgentMonitor& monitor);

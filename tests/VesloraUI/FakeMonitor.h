@@ -11,12 +11,29 @@
 
 namespace veslora {
 
+/// Says what a test put into it.
+class FakeUsageMonitor final : public AgentUsageMonitor {
+  public:
+    AgentUsage reading;
+
+    [[nodiscard]] AgentUsage usage() const override { return reading; }
+    void loadToday() override {}
+    void refresh() override {}
+
+    void put(const AgentUsage& usage) {
+        reading = usage;
+        emit changed();
+    }
+};
+
 class FakeMonitor final : public AgentMonitor {
   public:
+    FakeUsageMonitor usageMonitor;
     std::vector<std::string> log;
     bool failInstalls = false;
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
 
+    [[nodiscard]] AgentUsageMonitor* usage() override { return &usageMonitor; }
     void start() override { log.emplace_back("start"); }
     void stop() override { log.emplace_back("stop"); }
     void answer(const std::string& requestId, ClaudeDecision decision) override {
