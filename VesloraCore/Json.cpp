@@ -2,9 +2,9 @@
 // Access to the values and their editing. Reading and printing are in JsonReader.cpp and JsonPrint.cpp.
 #include "VesloraCore/Json.h"
 
+#include "VesloraCore/JsonText.h"
+
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <limits>
 
 namespace veslora {
@@ -75,31 +75,12 @@ const std::string* Json::numberText() const {
 
 std::optional<double> Json::number() const {
     const std::string* text = numberText();
-    if (!text)
-        return std::nullopt;
-    double value = 0;
-    const char* end = text->data() + text->size();
-    const auto [stop, error] = std::from_chars(text->data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    return text ? JsonText::number(*text) : std::nullopt;
 }
 
 std::optional<std::int64_t> Json::integer() const {
     const std::string* text = numberText();
-    if (!text)
-        return std::nullopt;
-    std::int64_t whole = 0;
-    const char* end = text->data() + text->size();
-    const auto [stop, error] = std::from_chars(text->data(), end, whole);
-    if (error == std::errc() && stop == end)
-        return whole;
-    // A fraction or an exponent: through the double, whose own range ends just below 2 to the 63rd.
-    constexpr double limit = 9223372036854775808.0;
-    const std::optional<double> value = number();
-    if (!value || *value < -limit || *value >= limit)
-        return std::nullopt;
-    return static_cast<std::int64_t>(*value);
+    return text ? JsonText::integer(*text) : std::nullopt;
 }
 
 std::optional<std::int32_t> Json::integer32() const {

@@ -2,6 +2,9 @@
 // See JsonText.h.
 #include "VesloraCore/JsonText.h"
 
+#include <charconv>
+#include <cmath>
+
 namespace veslora::JsonText {
 
 namespace {
@@ -140,6 +143,37 @@ bool isNumber(std::string_view text) {
             return false;
     }
     return at == text.size();
+}
+
+std::optional<double> number(std::string_view text) {
+    double value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+std::optional<std::int64_t> integer(std::string_view text) {
+    std::int64_t whole = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, whole);
+    if (error == std::errc() && stop == end)
+        return whole;
+    // A fraction or an exponent: through the double, whose own range ends just below 2 to the 63rd.
+    constexpr double limit = 9223372036854775808.0;
+    const std::optional<double> value = number(text);
+    if (!value || *value < -limit || *value >= limit)
+        return std::nullopt;
+    return static_cast<std::int64_t>(*value);
+}
+
+std::size_t escapeLength(std::string_view text, std::size_t at) {
+    if (at + 1 >= text.size())
+        return 0;
+    if (text[at + 1] == 'u')
+        return unitAt(text, at) ? 6 : 0;
+    return simpleEscape(text[at + 1]) ? 2 : 0;
 }
 
 std::size_t closingQuote(std::string_view document, std::size_t start) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,15 @@ struct Unescaped {
 
 /// Whether the whole text is one number.
 [[nodiscard]] bool isNumber(std::string_view text);
+
+/// A number's value; nothing for other text and for one that a double can't hold.
+[[nodiscard]] std::optional<double> number(std::string_view text);
+
+/// A number's value without its fraction; nothing like `number`, and also beyond 64 bits.
+[[nodiscard]] std::optional<std::int64_t> integer(std::string_view text);
+
+/// How many bytes the escape at `at`, where a backslash stands, takes; 0 for an unknown or unfinished one.
+[[nodiscard]] std::size_t escapeLength(std::string_view text, std::size_t at);
 
 /// Where the string whose first byte after the opening quote is `start` has its closing quote; `npos` when
 /// nowhere.

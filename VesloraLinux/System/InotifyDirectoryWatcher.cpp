@@ -42,7 +42,20 @@ InotifyDirectoryWatcher::~InotifyDirectoryWatcher() = default;
 std::unique_ptr<DirectoryWatch> InotifyDirectoryWatcher::watch(const std::string& directory,
                                                                DirectoryChanges changes,
                                                                std::function<void()> changed) {
-    auto listener = m_queue->add(directory, eventsOf(changes), std::move(changed));
+    return add(directory, eventsOf(changes), [changed = std::move(changed)](const auto&) { changed(); });
+}
+
+std::unique_ptr<DirectoryWatch>
+InotifyDirectoryWatcher::watchFiles(const std::string& directory,
+                                    std::function<void(const DirectoryNews&)> changed) {
+    constexpr std::uint32_t whileWriting = IN_MODIFY | IN_ATTRIB;
+    return add(directory, eventsOf(DirectoryChanges::any) | whileWriting, std::move(changed));
+}
+
+std::unique_ptr<DirectoryWatch>
+InotifyDirectoryWatcher::add(const std::string& directory, std::uint32_t events,
+                             std::function<void(const DirectoryNews&)> changed) {
+    auto listener = m_queue->add(directory, events, std::move(changed));
     return listener ? std::make_unique<InotifyWatch>(m_queue, std::move(listener)) : nullptr;
 }
 

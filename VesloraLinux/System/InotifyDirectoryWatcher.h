@@ -4,6 +4,7 @@
 
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace veslora {
@@ -21,7 +22,13 @@ class InotifyDirectoryWatcher final : public DirectoryWatcher {
     [[nodiscard]] std::unique_ptr<DirectoryWatch>
     watch(const std::string& directory, DirectoryChanges changes, std::function<void()> changed) override;
 
+    [[nodiscard]] std::unique_ptr<DirectoryWatch>
+    watchFiles(const std::string& directory, std::function<void(const DirectoryNews&)> changed) override;
+
   private:
+    [[nodiscard]] std::unique_ptr<DirectoryWatch> add(const std::string& directory, std::uint32_t events,
+                                                      std::function<void(const DirectoryNews&)> changed);
+
     std::shared_ptr<InotifyQueue> m_queue;
 };
 

@@ -33,7 +33,7 @@ bool InotifyQueue::open() {
 }
 
 std::shared_ptr<InotifyListener> InotifyQueue::add(const std::string& directory, std::uint32_t events,
-                                                   std::function<void()> changed) {
+                                                   std::function<void(const DirectoryNews&)> changed) {
     if (!open()) {
         return nullptr;
     }
@@ -44,7 +44,7 @@ std::shared_ptr<InotifyListener> InotifyQueue::add(const std::string& directory,
     if (number < 0) {
         return nullptr;
     }
-    auto listener = std::make_shared<InotifyListener>(InotifyListener{events, true, std::move(changed)});
+    auto listener = std::make_shared<InotifyListener>(InotifyListener{events, true, std::move(changed), {}});
     m_directories[number].push_back(listener);
     return listener;
 }
@@ -80,8 +80,9 @@ void InotifyQueue::drain() {
     }
     // From here on a callback may end any watch, or the queue itself.
     for (const auto& listener : told) {
+        const DirectoryNews news = std::exchange(listener->news, {});
         if (const auto changed = listener->changed) {
-            changed();
+            changed(news);
         }
     }
 }
@@ -99,17 +100,40 @@ void InotifyQueue::take(const inotify_event& event, Listeners& told) {
     if (directory == m_directories.end()) {
         return;
     }
+    // Without a name it is about the directory itself.
+    const std::string name = event.len > 0 ? std::string(event.name) : std::string();
     for (const auto& listener : directory->second) {
         if ((event.mask & listener->events) != 0) {
-            addOnce(told, listener);
+            tell(listener, name, told);
         }
     }
+}
+
+void InotifyQueue::tell(const std::shared_ptr<InotifyListener>& listener, const std::string& name,
+                        Listeners& told) {
+    // More names than that are a reason to look at everything.
+    constexpr std::size_t mostNames = 256;
+    std::vector<std::string>& names = listener->news.names;
+    if (name.empty() || names.size() >= mostNames) {
+        tellOfMore(listener, told);
+        return;
+    }
+    // A file that is written to makes event after event.
+    if (std::ranges::find(names, name) == names.end()) {
+        names.push_back(name);
+    }
+    addOnce(told, listener);
+}
+
+void InotifyQueue::tellOfMore(const std::shared_ptr<InotifyListener>& listener, Listeners& told) {
+    listener->news.isComplete = false;
+    addOnce(told, listener);
 }
 
 void InotifyQueue::takeOverflow(Listeners& told) const {
     for (const auto& [number, listeners] : m_directories) {
         for (const auto& listener : listeners) {
-            addOnce(told, listener);
+            tellOfMore(listener, told);
         }
     }
 }
@@ -121,7 +145,7 @@ void InotifyQueue::end(int directory, Listeners& told) {
     }
     for (const auto& listener : found->second) {
         listener->isActive = false;
-        addOnce(told, listener);
+        tellOfMore(listener, told);
     }
     m_directories.erase(found);
     // A directory that was moved is still watched by the system, under a path that is no longer the asked

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 struct inotify_event;
@@ -21,14 +22,15 @@ namespace veslora {
 struct InotifyListener {
     std::uint32_t events = 0;
     bool isActive = true;
-    std::function<void()> changed;
+    std::function<void(const DirectoryNews&)> changed;
+    DirectoryNews news; ///< what it has yet to be told
 };
 
 class InotifyQueue {
   public:
     /// Null when the directory can't be watched.
     [[nodiscard]] std::shared_ptr<InotifyListener> add(const std::string& directory, std::uint32_t events,
-                                                       std::function<void()> changed);
+                                                       std::function<void(const DirectoryNews&)> changed);
     void remove(const std::shared_ptr<InotifyListener>& listener);
 
   private:
@@ -37,6 +39,9 @@ class InotifyQueue {
     bool open();
     void drain();
     void take(const inotify_event& event, Listeners& told);
+    static void tell(const std::shared_ptr<InotifyListener>& listener, const std::string& name,
+                     Listeners& told);
+    static void tellOfMore(const std::shared_ptr<InotifyListener>& listener, Listeners& told);
     void takeOverflow(Listeners& told) const;
     void end(int directory, Listeners& told);
 

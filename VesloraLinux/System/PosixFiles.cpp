@@ -78,6 +78,43 @@ std::int64_t nanoseconds(const timespec& time) {
     return result;
 }
 
+FileStat fileStat(const struct stat& status) {
+    FileStat result;
+    result.device = status.st_dev;
+    result.inode = status.st_ino;
+    result.size = status.st_size;
+    result.modified =
+        static_cast<double>(status.st_mtim.tv_sec) + static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
+    result.modifiedNanoseconds = nanoseconds(status.st_mtim);
+    result.mode = status.st_mode & 07777U;
+    result.isRegular = S_ISREG(status.st_mode);
+    result.isDirectory = S_ISDIR(status.st_mode);
+    result.isLink = S_ISLNK(status.st_mode);
+    result.isOurs = status.st_uid == geteuid();
+    return result;
+}
+
+class PosixFileReader final : public FileReader {
+  public:
+    explicit PosixFileReader(FileDescriptor file) : m_file(std::move(file)) {}
+
+    std::optional<FileStat> stat() override {
+        struct stat status {};
+        return fstat(m_file.value(), &status) == 0 ? std::optional(fileStat(status)) : std::nullopt;
+    }
+
+    std::size_t read(char* bytes, std::size_t capacity, std::uint64_t offset) override {
+        ssize_t count = -1;
+        do {
+            count = pread(m_file.value(), bytes, capacity, static_cast<off_t>(offset));
+        } while (count < 0 && errno == EINTR);
+        return count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+
+  private:
+    FileDescriptor m_file;
+};
+
 std::optional<std::string> realPath(const std::string& path) {
     char resolved[PATH_MAX];
     return realpath(path.c_str(), resolved) != nullptr ? std::optional<std::string>(resolved) : std::nullopt;
@@ -131,24 +168,22 @@ ReadResult PosixFiles::read(const std::string& path, const ReadOptions& options)
     return readAll(file.value(), static_cast<std::size_t>(status.st_size), options.cap);
 }
 
+std::unique_ptr<FileReader> PosixFiles::open(const std::string& path) {
+    FileDescriptor file(openat(AT_FDCWD, path.c_str(), safeOpen | O_RDONLY | O_NOFOLLOW));
+    struct stat status {};
+    constexpr ReadOptions anyLength = {.cap = std::numeric_limits<std::size_t>::max()};
+    if (!file || fstat(file.value(), &status) != 0 || refusal(status, anyLength)) {
+        return nullptr;
+    }
+    return std::make_unique<PosixFileReader>(std::move(file));
+}
+
 std::optional<FileStat> PosixFiles::stat(const std::string& path, Links links) {
     struct stat status {};
     if (fstatat(AT_FDCWD, path.c_str(), &status, links == Links::refuse ? AT_SYMLINK_NOFOLLOW : 0) != 0) {
         return std::nullopt;
     }
-    FileStat result;
-    result.device = status.st_dev;
-    result.inode = status.st_ino;
-    result.size = status.st_size;
-    result.modified =
-        static_cast<double>(status.st_mtim.tv_sec) + static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
-    result.modifiedNanoseconds = nanoseconds(status.st_mtim);
-    result.mode = status.st_mode & 07777U;
-    result.isRegular = S_ISREG(status.st_mode);
-    result.isDirectory = S_ISDIR(status.st_mode);
-    result.isLink = S_ISLNK(status.st_mode);
-    result.isOurs = status.st_uid == geteuid();
-    return result;
+    return fileStat(status);
 }
 
 std::optional<std::vector<std::string>> PosixFiles::list(const std::string& directory) {

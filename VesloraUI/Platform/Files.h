@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -60,9 +61,26 @@ struct ReadResult {
     explicit operator bool() const { return !error; }
 };
 
+/// An open file that is read piece by piece, for files too large to be held whole.
+class FileReader {
+  public:
+    virtual ~FileReader() = default;
+
+    /// As of now, of the file that was opened, whatever its path names by now. Absent when it can't be asked.
+    [[nodiscard]] virtual std::optional<FileStat> stat() = 0;
+
+    /// Reads up to `capacity` bytes from `offset` on into `bytes`. How many there were: 0 at the end of the
+    /// file and when it can't be read.
+    [[nodiscard]] virtual std::size_t read(char* bytes, std::size_t capacity, std::uint64_t offset) = 0;
+};
+
 class Files {
   public:
     virtual ~Files() = default;
+
+    /// Opens a regular file of our own user for reading piece by piece; links are refused. Null when there is
+    /// none. May be called on any thread, as may `stat` and `list`; a reader belongs to one thread at a time.
+    [[nodiscard]] virtual std::unique_ptr<FileReader> open(const std::string& path) = 0;
 
     /// Reads a regular file, whole. Never blocks on a pipe or a device, and refuses those and, unless
     /// `options` say otherwise, links and other users' files. `no_such_file_or_directory` when there is

@@ -25,20 +25,38 @@ class FakeDirectoryWatcher::Watch final : public DirectoryWatch {
 std::unique_ptr<DirectoryWatch> FakeDirectoryWatcher::watch(const std::string& directory,
                                                             DirectoryChanges changes,
                                                             std::function<void()> changed) {
-    if (refused.contains(directory)) {
+    return add({directory, changes, [changed = std::move(changed)](const auto&) { changed(); }});
+}
+
+std::unique_ptr<DirectoryWatch>
+FakeDirectoryWatcher::watchFiles(const std::string& directory,
+                                 std::function<void(const DirectoryNews&)> changed) {
+    return add({directory, std::nullopt, std::move(changed)});
+}
+
+std::unique_ptr<DirectoryWatch> FakeDirectoryWatcher::add(Record record) {
+    if (refused.contains(record.directory)) {
         return nullptr;
     }
-    auto record = std::make_shared<Record>(Record{directory, changes, std::move(changed)});
-    m_records.push_back(record);
-    return std::make_unique<Watch>(std::move(record));
+    auto shared = std::make_shared<Record>(std::move(record));
+    m_records.push_back(shared);
+    return std::make_unique<Watch>(std::move(shared));
+}
+
+void FakeDirectoryWatcher::tell(const std::string& directory, const DirectoryNews& news) {
+    for (const auto& record : recordsOf(directory)) {
+        if (const auto changed = record->changed; record->isActive && !record->changes) {
+            changed(news);
+        }
+    }
 }
 
 void FakeDirectoryWatcher::fire(const std::string& directory, DirectoryChanges kind) {
     for (const auto& record : recordsOf(directory)) {
         const bool isMeant = kind == DirectoryChanges::movedInto || record->changes == DirectoryChanges::any;
         // A copy, since a callback may end its own watch; and an earlier one may have ended this.
-        if (const auto changed = record->changed; record->isActive && isMeant) {
-            changed();
+        if (const auto changed = record->changed; record->isActive && record->changes && isMeant) {
+            changed({});
         }
     }
 }
@@ -46,7 +64,7 @@ void FakeDirectoryWatcher::fire(const std::string& directory, DirectoryChanges k
 void FakeDirectoryWatcher::end(const std::string& directory) {
     for (const auto& record : recordsOf(directory)) {
         if (const auto changed = record->changed; std::exchange(record->isActive, false)) {
-            changed();
+            changed({.names = {}, .isComplete = false});
         }
     }
 }

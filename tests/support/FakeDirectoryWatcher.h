@@ -5,6 +5,7 @@
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -18,9 +19,15 @@ class FakeDirectoryWatcher final : public DirectoryWatcher {
     [[nodiscard]] std::unique_ptr<DirectoryWatch>
     watch(const std::string& directory, DirectoryChanges changes, std::function<void()> changed) override;
 
+    [[nodiscard]] std::unique_ptr<DirectoryWatch>
+    watchFiles(const std::string& directory, std::function<void(const DirectoryNews&)> changed) override;
+
     /// Calls every watch of `directory`, once each. A rename into it reaches all of them, any other change
     /// only those that asked for any.
     void fire(const std::string& directory, DirectoryChanges kind = DirectoryChanges::movedInto);
+
+    /// Tells those who follow the files of `directory` what happened to them.
+    void tell(const std::string& directory, const DirectoryNews& news);
 
     /// Ends every watch of `directory`, as when it is removed: they go inactive and are told so by one last
     /// call.
@@ -32,12 +39,13 @@ class FakeDirectoryWatcher final : public DirectoryWatcher {
   private:
     struct Record {
         std::string directory;
-        DirectoryChanges changes = DirectoryChanges::any;
-        std::function<void()> changed;
+        std::optional<DirectoryChanges> changes; ///< absent for one who follows the files
+        std::function<void(const DirectoryNews&)> changed;
         bool isActive = true;
     };
     class Watch;
 
+    [[nodiscard]] std::unique_ptr<DirectoryWatch> add(Record record);
     [[nodiscard]] std::vector<std::shared_ptr<Record>> recordsOf(const std::string& directory) const;
 
     std::vector<std::weak_ptr<Record>> m_records;

@@ -31,6 +31,10 @@ ReadResult FaultInjectingFiles::read(const std::string& path, const ReadOptions&
     return result;
 }
 
+std::unique_ptr<FileReader> FaultInjectingFiles::open(const std::string& path) {
+    return count() || readError ? nullptr : m_inner.open(path);
+}
+
 std::optional<FileStat> FaultInjectingFiles::stat(const std::string& path, Links links) {
     return count() ? std::nullopt : m_inner.stat(path, links);
 }

@@ -26,6 +26,7 @@ class FaultInjectingFiles final : public Files {
     /// How many operations there were.
     [[nodiscard]] int operations() const { return m_operations; }
 
+    [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& path) override;
     [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;

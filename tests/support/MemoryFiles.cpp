@@ -97,6 +97,31 @@ ReadResult MemoryFiles::read(const std::string& path, const ReadOptions& options
     return {node->bytes, {}};
 }
 
+/// Finds its file by the path at each call.
+class MemoryFiles::Reader final : public FileReader {
+  public:
+    Reader(MemoryFiles& files, std::string path) : m_files(files), m_path(std::move(path)) {}
+
+    std::optional<FileStat> stat() override { return m_files.stat(m_path, Links::refuse); }
+    std::size_t read(char* bytes, std::size_t capacity, std::uint64_t offset) override {
+        const Node* node = m_files.find(m_path, Links::refuse);
+        return node != nullptr && offset < node->bytes.size()
+                   ? node->bytes.copy(bytes, capacity, static_cast<std::size_t>(offset))
+                   : 0;
+    }
+
+  private:
+    MemoryFiles& m_files;
+    std::string m_path;
+};
+
+std::unique_ptr<FileReader> MemoryFiles::open(const std::string& path) {
+    const Node* node = find(path, Links::refuse);
+    const bool isReadable =
+        node != nullptr && node->kind == Kind::file && node->isOurs && (node->mode & ownerReads) != 0;
+    return isReadable ? std::make_unique<Reader>(*this, path) : nullptr;
+}
+
 std::optional<FileStat> MemoryFiles::stat(const std::string& path, Links links) {
     const Node* node = find(path, links);
     if (node == nullptr) {

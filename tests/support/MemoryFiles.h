@@ -16,6 +16,7 @@ class MemoryFiles final : public Files {
 
     MemoryFiles();
 
+    [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& path) override;
     [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
@@ -46,6 +47,7 @@ class MemoryFiles final : public Files {
     [[nodiscard]] int syncedWrites() const { return m_syncedWrites; }
 
   private:
+    class Reader;
     enum class Kind { file, directory, link, special };
     struct Node {
         Kind kind = Kind::file;
