@@ -28,4 +28,14 @@ std::size_t find(std::string_view bytes, std::string_view literal, std::size_t f
     return bytes.find(literal, at);
 }
 
+std::size_t findLast(std::string_view bytes, char byte, std::size_t end) {
+    const std::uint64_t wanted = ByteBlock::repeated(byte);
+    while (end >= ByteBlock::size &&
+           ByteBlock::zeros(ByteBlock::load(bytes.data() + end - ByteBlock::size) ^ wanted) == 0)
+        end -= ByteBlock::size;
+    while (end > 0 && bytes[end - 1] != byte)
+        --end;
+    return end == 0 ? std::string_view::npos : end - 1;
+}
+
 } // namespace veslora::ByteSearch

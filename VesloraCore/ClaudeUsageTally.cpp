@@ -121,12 +121,13 @@ void ClaudeUsageTally::count(std::string_view key, const ClaudeTokenTotals& tota
     counted = totals;
 }
 
-void ClaudeUsageTally::merge(const ClaudeUsageTally& later) {
+bool ClaudeUsageTally::merge(const ClaudeUsageTally& later) {
     if (later.m_day != m_day)
-        return;
+        return false;
     for (const auto& [key, totals] : later.m_counted)
         count(key, totals);
     m_totals = m_sum.totals();
+    return true;
 }
 
 void ClaudeUsageTally::roll(Timestamp time) {

@@ -39,8 +39,8 @@ class ClaudeUsageTally {
     void add(std::string_view line);
     void add(const ClaudeUsageLine& line);
 
-    /// Takes what another tally of the same day counted after this one. One of another day is passed over.
-    void merge(const ClaudeUsageTally& later);
+    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another day.
+    [[nodiscard]] bool merge(const ClaudeUsageTally& later);
 
     /// Begins anew with the day that holds `time`, unless that is the day being counted.
     void roll(Timestamp time);

@@ -33,8 +33,9 @@ std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
 
 struct LinuxPlatform::Parts {
     Directories directories = LinuxDirectories::find(LinuxDirectories::processEnvironment);
-    LinuxScheduler scheduler;
+    // Before the scheduler, which at its end waits for work in the background that reads files.
     PosixFiles files;
+    LinuxScheduler scheduler;
     InotifyDirectoryWatcher directoryWatcher;
     ProcProcesses processes;
     SilentSound sounds;

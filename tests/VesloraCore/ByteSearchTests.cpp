@@ -39,5 +39,18 @@ TEST(ByteSearch, AgreesWithThePlainSearchAtEveryPlaceAndLength) {
     }
 }
 
+TEST(ByteSearch, FindsTheLastPlaceOfAByte) {
+    EXPECT_EQ(ByteSearch::findLast("", 'x', 0), std::string_view::npos);
+    std::mt19937 random(2);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string bytes(random() % 60, 'a');
+        for (char& byte : bytes)
+            byte = "aaaaaaa\n"[random() % 8];
+        const std::size_t end = random() % (bytes.size() + 1);
+        const std::size_t expected = end == 0 ? std::string::npos : bytes.rfind('\n', end - 1);
+        ASSERT_EQ(ByteSearch::findLast(bytes, '\n', end), expected) << "round " << round << ", end " << end;
+    }
+}
+
 } // namespace
 } // namespace veslora
