@@ -144,6 +144,35 @@ TEST(AgentUsageChoice, TheLatestComesFirst) {
     EXPECT_THAT(pick(2, 2), ElementsAre(AgentKind::claude, AgentKind::codex));
 }
 
+TEST(AgentUsageChoice, ShowsOnlyAgentsThatWereReadOf) {
+    AgentUsage claude;
+    AgentUsage codex;
+    codex.agent = AgentKind::codex;
+    EXPECT_THAT(AgentUsageChoice::shown({}), IsEmpty());
+    EXPECT_THAT(AgentUsageChoice::shown({claude, codex}), IsEmpty());
+    codex.contextAt = 5;
+    EXPECT_THAT(AgentUsageChoice::shown({claude, codex}), ElementsAre(codex));
+    claude.limitsAt = 5;
+    EXPECT_THAT(AgentUsageChoice::shown({claude, codex}), ElementsAre(claude, codex));
+    codex.limitsAt = 6;
+    EXPECT_THAT(AgentUsageChoice::shown({claude, codex}), ElementsAre(codex, claude));
+    EXPECT_THAT(AgentUsageChoice::shown({claude}), ElementsAre(claude));
+}
+
+TEST(AgentUsageChoice, TokensOfAllAgentsCount) {
+    AgentUsage one;
+    one.today = 3;
+    AgentUsage other;
+    other.agent = AgentKind::codex;
+    other.today = 4;
+    EXPECT_EQ(AgentUsageChoice::today({}), 0);
+    EXPECT_EQ(AgentUsageChoice::today({one, other}), 7);
+    one.today = other.today = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(AgentUsageChoice::today({one, other}), one.today);
+    one.today = other.today = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(AgentUsageChoice::today({one, other}), one.today);
+}
+
 TEST(AgentUsageText, AShareIsRoundedToAWhole) {
     using AgentUsageText::percent;
     EXPECT_EQ(percent({}), "—");
