@@ -4,6 +4,9 @@
 
 #include "VesloraCore/AgentKind.h"
 #include "VesloraCore/ClaudeLimit.h"
+#include "VesloraCore/ClaudeStatusSnapshot.h"
+#include "VesloraCore/ClaudeTokenTotals.h"
+#include "VesloraCore/CodexUsageLine.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <cstdint>
@@ -13,6 +16,9 @@
 namespace veslora {
 
 struct AgentUsage {
+    /// Seconds after which a reading is old: it is then shown with its time, not as what is so now.
+    static constexpr double staleAfter = 900;
+
     AgentKind agent = AgentKind::claude;
     std::optional<ClaudeLimit> fiveHour;
     std::optional<ClaudeLimit> week;
@@ -26,6 +32,19 @@ struct AgentUsage {
     std::int64_t today = 0; ///< tokens
 
     bool operator==(const AgentUsage&) const = default;
+
+    /// When the newer of both readings came; absent without any.
+    [[nodiscard]] std::optional<Timestamp> lastActivity() const;
 };
+
+/// Claude Code's, from the latest reading that had something to say about limits and the latest one of all.
+[[nodiscard]] AgentUsage claudeUsage(const std::optional<ClaudeStatusSnapshot>& limits,
+                                     const std::optional<ClaudeStatusSnapshot>& context,
+                                     const ClaudeTokenTotals& today, Timestamp now);
+
+/// The same of Codex.
+[[nodiscard]] AgentUsage codexUsage(const std::optional<CodexLimits>& limits,
+                                    const std::optional<CodexContext>& context,
+                                    const ClaudeTokenTotals& today, Timestamp now);
 
 } // namespace veslora

@@ -13,13 +13,22 @@ Item {
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : title
+        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : title
     }
 
     Component {
         id: agentsWidget
 
         ClaudeWidget {
+            agents: module.agents
+            isWide: module.entry.isWide
+        }
+    }
+
+    Component {
+        id: usageWidget
+
+        ClaudeUsageWidget {
             agents: module.agents
             isWide: module.entry.isWide
         }

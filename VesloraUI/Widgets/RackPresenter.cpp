@@ -40,7 +40,8 @@ void RackPresenter::readRack() {
     std::vector<RackEntry> entries;
     for (const WidgetEntry& entry : page()) {
         entries.push_back({text(rawValue(entry.id)), text(title(entry.id)), entry.width(),
-                           entry.size == WidgetSize::wide, entry.id == WidgetID::claude});
+                           entry.size == WidgetSize::wide, entry.id == WidgetID::claude,
+                           entry.id == WidgetID::claudeUsage});
     }
     m_modules.assign(std::move(entries));
     emit changed();

@@ -20,6 +20,7 @@ struct RackEntry {
     Q_PROPERTY(double width MEMBER width FINAL)
     Q_PROPERTY(bool isWide MEMBER isWide FINAL)
     Q_PROPERTY(bool isAgents MEMBER isAgents FINAL)
+    Q_PROPERTY(bool isUsage MEMBER isUsage FINAL)
 
   public:
     QString id;
@@ -27,6 +28,7 @@ struct RackEntry {
     double width = 0; ///< points
     bool isWide = false;
     bool isAgents = false; ///< the agents widget stands here
+    bool isUsage = false;  ///< the usage widget stands here
 
     bool operator==(const RackEntry&) const = default;
 };

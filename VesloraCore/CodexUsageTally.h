@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The running count of the tokens that Codex used on one calendar day. A value: copies count on their own.
+// One thread at a time.
+#pragma once
+
+#include "VesloraCore/Calendar.h"
+#include "VesloraCore/ClaudeTokenTotals.h"
+#include "VesloraCore/CodexUsageLine.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+namespace veslora {
+
+class CodexUsageTally {
+  public:
+    /// Counts the day that holds `day`, which is finite. The calendar is never null.
+    CodexUsageTally(Timestamp day, std::shared_ptr<const Calendar> calendar);
+
+    /// The start of the counted day.
+    [[nodiscard]] Timestamp day() const { return m_day.start; }
+    /// All responses of the day together; a response that came twice counts once, as it came last.
+    [[nodiscard]] ClaudeTokenTotals totals() const { return m_sum.totals(); }
+
+    /// Counts a response of the day; any other line, and one of another day, changes nothing.
+    void add(const CodexUsageLine& line);
+    /// Begins anew when `to`, which is finite, lies on another day.
+    void roll(Timestamp to);
+
+  private:
+    std::shared_ptr<const Calendar> m_calendar;
+    DaySpan m_day;
+    std::unordered_map<std::string, ClaudeTokenTotals> m_responses;
+    TokenSum m_sum;
+};
+
+} // namespace veslora
