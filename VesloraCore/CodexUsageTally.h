@@ -27,8 +27,15 @@ class CodexUsageTally {
     void add(const CodexUsageLine& line);
     /// Begins anew when `to`, which is finite, lies on another day.
     void roll(Timestamp to);
+    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another day.
+    [[nodiscard]] bool merge(const CodexUsageTally& later);
+    /// A tally of the same day in which nothing was counted.
+    [[nodiscard]] CodexUsageTally emptied() const;
 
   private:
+    CodexUsageTally(const DaySpan& day, std::shared_ptr<const Calendar> calendar);
+    void count(const std::string& key, const ClaudeTokenTotals& totals);
+
     std::shared_ptr<const Calendar> m_calendar;
     DaySpan m_day;
     std::unordered_map<std::string, ClaudeTokenTotals> m_responses;

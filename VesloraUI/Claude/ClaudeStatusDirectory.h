@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// The folder in which the status-line script leaves the newest status of each session. Main thread only.
+#pragma once
+
+#include "VesloraCore/ClaudeStatusSnapshot.h"
+#include "VesloraUI/Platform/Files.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+class ClaudeStatusDirectory {
+  public:
+    /// Seconds for which the file of a session that is gone is kept.
+    static constexpr double lifetime = 300;
+
+    ClaudeStatusDirectory(Files& files, std::string path) : m_files(files), m_path(std::move(path)) {}
+
+    /// Every readable status, newest first. The files of sessions that are not among `liveSessionIds` are
+    /// removed once they are old enough; none is while it is absent.
+    [[nodiscard]] std::vector<ClaudeStatusSnapshot>
+    read(Timestamp now, const std::optional<std::set<std::string>>& liveSessionIds);
+
+  private:
+    struct Known {
+        FileStat stat;
+        bool isSettled = false; ///< can't have been written again under the same stamp
+        std::optional<ClaudeStatusSnapshot> snapshot;
+    };
+    [[nodiscard]] Known look(const std::string& name, const FileStat& stat, Timestamp now);
+
+    Files& m_files;
+    std::string m_path;
+    std::map<std::string, Known> m_known; ///< by name
+};
+
+} // namespace veslora
