@@ -69,6 +69,16 @@ void FakeDirectoryWatcher::end(const std::string& directory) {
     }
 }
 
+std::vector<std::string> FakeDirectoryWatcher::watched() const {
+    std::set<std::string> directories;
+    for (const auto& weak : m_records) {
+        if (const auto record = weak.lock(); record && record->isActive) {
+            directories.insert(record->directory);
+        }
+    }
+    return {directories.begin(), directories.end()};
+}
+
 std::size_t FakeDirectoryWatcher::count(const std::string& directory) const {
     return recordsOf(directory).size();
 }

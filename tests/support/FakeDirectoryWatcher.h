@@ -33,6 +33,9 @@ class FakeDirectoryWatcher final : public DirectoryWatcher {
     /// call.
     void end(const std::string& directory);
 
+    /// Every directory that has an active watch, each once.
+    [[nodiscard]] std::vector<std::string> watched() const;
+
     /// How many active watches of `directory` there are.
     [[nodiscard]] std::size_t count(const std::string& directory) const;
 

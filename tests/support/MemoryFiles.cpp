@@ -268,6 +268,42 @@ void MemoryFiles::rewrite(const std::string& path, const std::string& bytes) {
     node->modified = clock;
 }
 
+void MemoryFiles::append(const std::string& path, const std::string& bytes) {
+    if (find(path, Links::follow) == nullptr) {
+        put(path, {});
+    }
+    rewrite(path, *text(path) + bytes);
+}
+
+void MemoryFiles::move(const std::string& from, const std::string& to) {
+    if (find(from, Links::refuse) == nullptr || makeDirectory(parentOf(to), 0755)) {
+        throw std::invalid_argument(from);
+    }
+    std::map<std::string, Node> moved;
+    for (auto node = m_nodes.lower_bound(from); node != m_nodes.end() && node->first.starts_with(from);) {
+        const std::string rest = node->first.substr(from.size());
+        if (rest.empty() || rest.front() == '/') {
+            moved[to + rest] = std::move(node->second);
+            node = m_nodes.erase(node);
+        } else {
+            ++node;
+        }
+    }
+    for (auto& [path, node] : moved) {
+        m_nodes[path] = std::move(node);
+    }
+}
+
+void MemoryFiles::removeTree(const std::string& path) {
+    std::erase_if(m_nodes, [&](const auto& node) {
+        return node.first == path || node.first.starts_with(path + "/");
+    });
+}
+
+void MemoryFiles::touch(const std::string& path) {
+    rewrite(path, text(path).value());
+}
+
 void MemoryFiles::putSpecial(const std::string& path) {
     put(path, {});
     find(path, Links::refuse)->kind = Kind::special;

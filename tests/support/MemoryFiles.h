@@ -33,6 +33,14 @@ class MemoryFiles final : public Files {
     void put(const std::string& path, const std::string& bytes, std::uint32_t mode = 0644);
     /// Changes a file in place, as a program does that truncates it and writes: it stays the same file.
     void rewrite(const std::string& path, const std::string& bytes);
+    /// Adds to the end of a file, which is made if there is none.
+    void append(const std::string& path, const std::string& bytes);
+    /// Gives a file or a directory another name, as the same file; replaces a file of that name.
+    void move(const std::string& from, const std::string& to);
+    /// Removes a directory with all that lies in it.
+    void removeTree(const std::string& path);
+    /// Stamps a file with `clock`.
+    void touch(const std::string& path);
     /// Makes something that is neither file nor directory nor link, such as a pipe.
     void putSpecial(const std::string& path);
     /// Gives a file to another user.
