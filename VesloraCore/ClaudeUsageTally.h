@@ -39,7 +39,8 @@ class ClaudeUsageTally {
     void add(std::string_view line);
     void add(const ClaudeUsageLine& line);
 
-    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another day.
+    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
+    /// day.
     [[nodiscard]] bool merge(const ClaudeUsageTally& later);
 
     /// Begins anew with the day that holds `time`, unless that is the day being counted.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What Codex's session logs told so far: the newest limits, the newest state of the context, and the tokens of
-// the counted day. Plain values, used by one thread at a time.
+// What Codex's session logs told so far: the newest limits, the newest state of the context, and the tokens
+// of the counted day. Plain values, used by one thread at a time.
 #pragma once
 
 #include "VesloraCore/CodexUsageLine.h"
@@ -20,8 +20,8 @@ class CodexUsageReadings {
     /// Nothing was told yet, and the tokens of the day that holds `time` are counted.
     CodexUsageReadings(Timestamp time, std::shared_ptr<const Calendar> calendar);
 
-    /// Takes one line, valid UTF-8 without its line end. Lines of several sessions come in any order: an older
-    /// reading never replaces a newer one, and of two with one date the later line stands.
+    /// Takes one line, valid UTF-8 without its line end. Lines of several sessions come in any order: an
+    /// older reading never replaces a newer one, and of two with one date the later line stands.
     void add(std::string_view line);
 
     /// Takes what another one read after this one. False, and nothing is taken, if that one counted another

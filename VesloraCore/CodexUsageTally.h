@@ -27,7 +27,8 @@ class CodexUsageTally {
     void add(const CodexUsageLine& line);
     /// Begins anew when `to`, which is finite, lies on another day.
     void roll(Timestamp to);
-    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another day.
+    /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
+    /// day.
     [[nodiscard]] bool merge(const CodexUsageTally& later);
     /// A tally of the same day in which nothing was counted.
     [[nodiscard]] CodexUsageTally emptied() const;

@@ -18,12 +18,13 @@ bool speaksOfLimits(const ClaudeStatusSnapshot& snapshot) {
 
 ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const std::string& statusDirectory,
                                        const std::string& projectsDirectory,
-                                       std::shared_ptr<const Calendar> calendar, LiveSessionIds liveSessionIds)
+                                       std::shared_ptr<const Calendar> calendar,
+                                       LiveSessionIds liveSessionIds)
     : m_scheduler(seams.scheduler), m_statusDirectory(seams.files, statusDirectory),
       m_liveSessionIds(std::move(liveSessionIds)),
       m_transcripts(seams, projectsDirectory, {ClaudeUsageLine::marker},
-                    ClaudeUsageTally(seams.scheduler.now(), std::move(calendar)), [this] { publishToday(); }) {
-}
+                    ClaudeUsageTally(seams.scheduler.now(), std::move(calendar)),
+                    [this] { publishToday(); }) {}
 
 AgentUsage ClaudeUsageMonitor::usage() const {
     return claudeUsage(m_limits, m_context, m_today, m_scheduler.now());

@@ -10,10 +10,9 @@ namespace veslora {
 CodexUsageMonitor::CodexUsageMonitor(const TranscriptSeams& seams, const std::string& sessionsDirectory,
                                      std::shared_ptr<const Calendar> calendar)
     : m_scheduler(seams.scheduler),
-      m_transcripts(seams, sessionsDirectory,
-                    {CodexUsageReadings::markers.begin(), CodexUsageReadings::markers.end()},
-                    CodexUsageReadings(seams.scheduler.now(), std::move(calendar)),
-                    [this] { publishReadings(); }) {}
+      m_transcripts(
+          seams, sessionsDirectory, {CodexUsageReadings::markers.begin(), CodexUsageReadings::markers.end()},
+          CodexUsageReadings(seams.scheduler.now(), std::move(calendar)), [this] { publishReadings(); }) {}
 
 AgentUsage CodexUsageMonitor::usage() const {
     return codexUsage(m_limits, m_context, m_today, m_scheduler.now());

@@ -7,7 +7,8 @@
 
 namespace veslora {
 
-/// What a walk in the background found. The thread that walks and the main thread hold it one after the other.
+/// What a walk in the background found. The thread that walks and the main thread hold it one after the
+/// other.
 struct TranscriptFolder::Walk {
     std::map<std::string, int> levels; ///< the directories to walk, and how deep each one lies
     Timestamp since = 0;
@@ -21,9 +22,15 @@ TranscriptFolder::TranscriptFolder(Scheduler& scheduler, Files& files, Directory
 
 TranscriptFolder::~TranscriptFolder() = default;
 
+void TranscriptFolder::lookWhereNothingIsHeard() {
+    if (!m_unwatched.empty()) {
+        lookAt(m_path);
+    }
+}
+
 std::vector<Transcript> TranscriptFolder::take(Timestamp since) {
     // Files of an earlier day, which did not count until now, were not heard of when they changed.
-    if (!m_isWatched || since < m_since) {
+    if (since < m_since) {
         lookAt(m_path);
     }
     m_since = since;
@@ -35,7 +42,8 @@ std::vector<Transcript> TranscriptFolder::take(Timestamp since) {
         }
     }
     // Asked first, since a folder that is not there would cost a walk at every look.
-    const auto folder = m_toWalk.empty() || m_walk.isActive() ? std::nullopt : m_files.stat(m_path, Links::follow);
+    const auto folder =
+        m_toWalk.empty() || m_walk.isActive() ? std::nullopt : m_files.stat(m_path, Links::follow);
     if (folder && folder->isDirectory) {
         startWalk(since);
     }
@@ -54,8 +62,7 @@ void TranscriptFolder::startWalk(Timestamp since) {
     m_walk = m_scheduler.background(
         [walk, &files = m_files] {
             for (const auto& [directory, level] : walk->levels) {
-                walk->found[directory] =
-                    TranscriptReader::transcripts(files, directory, walk->since, level);
+                walk->found[directory] = TranscriptReader::transcripts(files, directory, walk->since, level);
             }
         },
         [this, walk] { takeWalk(*walk); });
@@ -74,8 +81,10 @@ bool TranscriptFolder::isInsideOneToWalk(const std::string& directory) const {
 /// A directory that was not watched while it was walked may have changed behind the walk's back, and so it is
 /// walked once more now that it is.
 void TranscriptFolder::takeWalk(Walk& walk) {
-    m_isWatched = true;
     for (auto& [directory, listing] : walk.found) {
+        if (directory == m_path) {
+            m_unwatched.clear();
+        }
         if (watchNew(listing.directories)) {
             lookAt(directory);
         }
@@ -94,10 +103,14 @@ bool TranscriptFolder::watchNew(const std::vector<std::string>& directories) {
         if (watch && watch->isActive()) {
             continue;
         }
-        watch = m_watcher.watchFiles(
-            directory, [this, directory](const DirectoryNews& news) { hear(directory, news); });
-        isAnyNew = isAnyNew || watch;
-        m_isWatched = m_isWatched && watch;
+        watch = m_watcher.watchFiles(directory,
+                                     [this, directory](const DirectoryNews& news) { hear(directory, news); });
+        if (watch) {
+            isAnyNew = true;
+            m_unwatched.erase(directory);
+        } else {
+            m_unwatched.insert(directory);
+        }
     }
     return isAnyNew;
 }
@@ -128,7 +141,9 @@ void TranscriptFolder::hearOf(const std::string& path) {
     const auto stat = m_files.stat(path, Links::refuse);
     if (!stat || !stat->isDirectory) {
         // Its place may have been a directory's that was moved away.
-        forget(path);
+        if (m_watches.contains(path)) {
+            forget(path);
+        }
     } else if (levelOf(path) < TranscriptReader::deepestLevel) {
         forget(path);
         lookAt(path);
@@ -137,12 +152,11 @@ void TranscriptFolder::hearOf(const std::string& path) {
 
 /// Ends the watches of a directory that is no longer there and of all that lay in it.
 void TranscriptFolder::forget(const std::string& directory) {
-    const std::string inside = directory + "/";
-    m_watches.erase(directory);
-    for (auto watch = m_watches.lower_bound(inside);
-         watch != m_watches.end() && watch->first.starts_with(inside);) {
-        watch = m_watches.erase(watch);
-    }
+    const auto isInside = [&](const std::string& other) {
+        return other == directory || other.starts_with(directory + "/");
+    };
+    std::erase_if(m_watches, [&](const auto& watch) { return isInside(watch.first); });
+    std::erase_if(m_unwatched, isInside);
 }
 
 int TranscriptFolder::levelOf(const std::string& directory) const {

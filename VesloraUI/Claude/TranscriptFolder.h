@@ -26,6 +26,10 @@ class TranscriptFolder {
     TranscriptFolder(const TranscriptFolder&) = delete;
     TranscriptFolder& operator=(const TranscriptFolder&) = delete;
 
+    /// Lets the next `take` begin a walk if some directory can't be watched. For calls that come now and
+    /// then, not for those that answer a change.
+    void lookWhereNothingIsHeard();
+
     /// The transcripts changed at or after `since` of which something was heard since the last call. Begins a
     /// walk if one is due, whose findings a later call gives.
     [[nodiscard]] std::vector<Transcript> take(Timestamp since);
@@ -53,10 +57,10 @@ class TranscriptFolder {
     std::string m_path;
     std::function<void()> m_onChange;
     std::map<std::string, std::unique_ptr<DirectoryWatch>> m_watches; ///< by directory
-    std::vector<Transcript> m_walked; ///< what walks found and nobody took yet
-    std::set<std::string> m_changed;  ///< what was heard of since
-    std::set<std::string> m_toWalk;   ///< directories that were not looked at since they were last watched
-    bool m_isWatched = true;          ///< false while some directory can't be watched
+    std::vector<Transcript> m_walked;  ///< what walks found and nobody took yet
+    std::set<std::string> m_changed;   ///< what was heard of since
+    std::set<std::string> m_toWalk;    ///< directories that were not looked at since they were last watched
+    std::set<std::string> m_unwatched; ///< directories that can't be watched
     Timestamp m_since = 0;
     Task m_walk;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Keeps a tally of what today's transcripts say: reads them once, and afterwards only what they grew by.
-// Whole files and large growth are read in the background, into a tally of their own that is merged here; what
-// an agent appends now and then is read at once. Main thread only.
+// Whole files and large growth are read in the background, into a tally of their own that is merged here;
+// what an agent appends now and then is read at once. Main thread only.
 #pragma once
 
 #include "VesloraUI/Claude/TranscriptFolder.h"
@@ -73,6 +73,7 @@ class TranscriptFollower {
         for (const std::string& path : std::exchange(m_failed, {})) {
             m_folder.putBack(path);
         }
+        m_folder.lookWhereNothingIsHeard();
         follow();
     }
 
@@ -182,8 +183,8 @@ class TranscriptFollower {
                 return;
             }
             std::optional<TranscriptPosition>& position = batch.positions[path];
-            position = reader.usageLines(path, position,
-                                         [&batch](std::string_view line) { batch.tally.add(line); });
+            position =
+                reader.usageLines(path, position, [&batch](std::string_view line) { batch.tally.add(line); });
         }
     }
 

@@ -69,8 +69,8 @@ std::optional<TranscriptPosition> TranscriptReader::usageLines(const std::string
     }
     if (offset < size) {
         // A little growth needs little room.
-        m_buffer.resize(std::max(m_buffer.size(), static_cast<std::size_t>(
-                                                      std::min<std::uint64_t>(chunk, size - offset))));
+        m_buffer.resize(std::max(m_buffer.size(),
+                                 static_cast<std::size_t>(std::min<std::uint64_t>(chunk, size - offset))));
         offset = readFrom(offset, size, onLine);
     }
     m_file.reset();

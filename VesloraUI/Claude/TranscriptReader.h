@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Finds the agents' transcripts and reads on in them from where it stopped before. A transcript is a file of
-// lines, some of megabytes, to which its agent appends; only the few lines that hold a marker are of interest.
-// Nothing here touches shared state: a reader may be made and used on any thread.
+// lines, some of megabytes, to which its agent appends; only the few lines that hold a marker are of
+// interest. Nothing here touches shared state: a reader may be made and used on any thread.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"

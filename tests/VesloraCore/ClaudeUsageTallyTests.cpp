@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/ClaudeUsageTally.h"
-#include "tests/VesloraCore/TestCalendar.h"
+#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/VesloraCore/TestData.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ std::string message(const std::string& id, std::int64_t output, const std::strin
 }
 
 ClaudeUsageTally tally() {
-    return {noon, fixedCalendar()};
+    return {noon, test::fixedCalendar()};
 }
 
 ClaudeTokenTotals totalsOf(const std::vector<std::string>& lines) {
@@ -42,7 +42,7 @@ ClaudeTokenTotals totalsOf(const std::vector<std::string>& lines) {
 
 TEST(ClaudeUsageTally, DayIsTheStartOfTheDay) {
     EXPECT_EQ(tally().day(), 1'795'219'200);
-    EXPECT_EQ(ClaudeUsageTally(noon, fixedCalendar(3600)).day(), 1'795'219'200 - 3600);
+    EXPECT_EQ(ClaudeUsageTally(noon, test::fixedCalendar(3600)).day(), 1'795'219'200 + 3600);
 }
 
 TEST(ClaudeUsageTally, CountsTheFourKinds) {

@@ -5,6 +5,7 @@
 #include "VesloraCore/Calendar.h"
 
 #include <cmath>
+#include <memory>
 
 namespace veslora::test {
 
@@ -22,5 +23,9 @@ class FixedCalendar final : public Calendar {
   private:
     double m_offset;
 };
+
+inline std::shared_ptr<const Calendar> fixedCalendar(double offset = 0) {
+    return std::make_shared<FixedCalendar>(offset);
+}
 
 } // namespace veslora::test

@@ -21,7 +21,8 @@ class TranscriptReaderTest : public testing::Test {
     std::vector<std::string> read() {
         TranscriptReader reader(files, {"\"usage\"", "\"tokens\""});
         std::vector<std::string> lines;
-        position = reader.usageLines(path, position, [&](std::string_view line) { lines.emplace_back(line); });
+        position =
+            reader.usageLines(path, position, [&](std::string_view line) { lines.emplace_back(line); });
         return lines;
     }
 
@@ -129,7 +130,8 @@ TEST_F(TranscriptReaderTest, LinesOfAllLengthsComeWhole) {
 
 TEST_F(TranscriptReaderTest, ALineOfManyMegabytesComesWholeOrNotAtAll) {
     const std::string whole = std::string(9 * megabyte, 'x') + "\"tokens\"" + std::string(megabyte, 'y');
-    files.put(path, "1 \"usage\"\n" + whole + "\n" + std::string(6 * megabyte, 'z') + "\n2 \"usage\"\n" + whole);
+    files.put(path,
+              "1 \"usage\"\n" + whole + "\n" + std::string(6 * megabyte, 'z') + "\n2 \"usage\"\n" + whole);
     const std::vector<std::string> lines = read();
     ASSERT_EQ(lines.size(), 3U);
     EXPECT_TRUE(lines[1] == whole);

@@ -5,7 +5,7 @@
 
 #include "VesloraCore/ClaudeUsageTally.h"
 #include "VesloraUI/Claude/TranscriptFollower.h"
-#include "tests/VesloraCore/TestCalendar.h"
+#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
@@ -72,12 +72,13 @@ class TranscriptWorld {
         }
     }
 
-    /// Lets a follower come to rest: everything that it heard of is read.
+    /// Lets a follower come to rest: a walk, one more for directories that were new to it, and a read.
     template <class Follower>
     void settle(Follower& follower) {
-        follower.refresh();
-        while (time.runBackground() > 0) {
+        constexpr int rounds = 5;
+        for (int round = 0; round < rounds; ++round) {
             follower.refresh();
+            time.runBackground();
         }
     }
 
@@ -88,7 +89,8 @@ class TranscriptWorld {
   private:
     /// Makes the directories above a name one by one, as each one's parent is told of it.
     void makeRoom(const std::string& name) {
-        for (std::size_t slash = name.find('/'); slash != std::string::npos; slash = name.find('/', slash + 1)) {
+        for (std::size_t slash = name.find('/'); slash != std::string::npos;
+             slash = name.find('/', slash + 1)) {
             const std::string directory = name.substr(0, slash);
             if (!files.exists(path(directory))) {
                 EXPECT_FALSE(files.makeDirectory(path(directory), 0700));
@@ -114,8 +116,8 @@ class TranscriptWorld {
 
 /// A line that counts `output` tokens for a message.
 inline std::string usageLine(const std::string& message, std::int64_t output, const std::string& time) {
-    return R"({"type":"assistant","timestamp":")" + time + R"(","requestId":"r","message":{"id":")" + message +
-           R"(","usage":{"input_tokens":0,"output_tokens":)" + std::to_string(output) + "}}}\n";
+    return R"({"type":"assistant","timestamp":")" + time + R"(","requestId":"r","message":{"id":")" +
+           message + R"(","usage":{"input_tokens":0,"output_tokens":)" + std::to_string(output) + "}}}\n";
 }
 
 } // namespace veslora::test

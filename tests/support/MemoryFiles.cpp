@@ -295,9 +295,8 @@ void MemoryFiles::move(const std::string& from, const std::string& to) {
 }
 
 void MemoryFiles::removeTree(const std::string& path) {
-    std::erase_if(m_nodes, [&](const auto& node) {
-        return node.first == path || node.first.starts_with(path + "/");
-    });
+    std::erase_if(m_nodes,
+                  [&](const auto& node) { return node.first == path || node.first.starts_with(path + "/"); });
 }
 
 void MemoryFiles::touch(const std::string& path) {
