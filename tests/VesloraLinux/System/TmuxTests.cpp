@@ -48,7 +48,7 @@ class AttachedClient {
 
 class TmuxTest : public ::testing::Test {
   protected:
-    ~TmuxTest() override { tmux({"kill-server"}); }
+    void TearDown() override { tmux({"kill-server"}); }
 
     /// What a command prints, without the end of its last line.
     QString tmux(const QStringList& command) const {
