@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Veslora/AppDelegate.h"
 
+#include "VesloraUI/LocalCalendar.h"
 #include "VesloraUI/Views.h"
 
 #include <QCoreApplication>
@@ -10,8 +11,14 @@ namespace veslora {
 namespace {
 
 AgentMonitorSeams seamsOf(Platform& platform) {
-    return {platform.directories(),      platform.scheduler(), platform.files(),
-            platform.directoryWatcher(), platform.processes(), platform.hostApplications()};
+    return {platform.directories(),
+            platform.scheduler(),
+            platform.files(),
+            platform.directoryWatcher(),
+            platform.processes(),
+            platform.hostApplications(),
+            platform.terminalMultiplexer(),
+            std::make_shared<LocalCalendar>()};
 }
 
 } // namespace
@@ -19,7 +26,8 @@ AgentMonitorSeams seamsOf(Platform& platform) {
 AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
     : m_platform(platform), m_environment(platform.scheduler(), settings),
       m_support(platform.files(), platform.directories().support, platform.directories().runtime),
-      m_claude(seamsOf(platform), m_support, settings), m_agents(m_claude, nullptr),
+      m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
+      m_agents(m_claude, &m_codex),
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {

@@ -4,6 +4,7 @@
 
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
+#include "VesloraUI/Claude/CodexMonitor.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/NotchWindowController.h"
 #include "VesloraUI/QtTextMeasuring.h"
@@ -34,6 +35,7 @@ class AppDelegate {
     QtTextMeasuring m_measuring;
     SupportDirectory m_support;
     ClaudeMonitor m_claude;
+    CodexMonitor m_codex;
     AgentsModel m_agents;
     NotchWindowController m_notch;
     SettingsWindow m_settingsWindow;

@@ -2,6 +2,7 @@
 // See ClaudeSessions.h.
 #include "VesloraCore/ClaudeSessions.h"
 
+#include "VesloraCore/Overloaded.h"
 #include "VesloraCore/PathText.h"
 
 #include <algorithm>
@@ -11,13 +12,6 @@
 namespace veslora {
 
 namespace {
-
-template <class... Cases>
-struct Overloaded : Cases... {
-    using Cases::operator()...;
-};
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>; // clang 14 does not deduce it by itself
 
 // Rank and time of a status in the order of lists.
 std::pair<int, double> place(const ClaudeSessionStatus& status) {

@@ -10,6 +10,7 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/SilentSound.h"
+#include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 
 namespace veslora {
@@ -38,6 +39,7 @@ struct LinuxPlatform::Parts {
     LinuxScheduler scheduler;
     InotifyDirectoryWatcher directoryWatcher;
     ProcProcesses processes;
+    Tmux multiplexer{scheduler, processes};
     SilentSound sounds;
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
@@ -85,6 +87,9 @@ Processes& LinuxPlatform::processes() {
 }
 HostApplications& LinuxPlatform::hostApplications() {
     return m_parts->windowSystem->hostApplications();
+}
+TerminalMultiplexer& LinuxPlatform::terminalMultiplexer() {
+    return m_parts->multiplexer;
 }
 Screens& LinuxPlatform::screens() {
     return m_parts->windowSystem->screens();

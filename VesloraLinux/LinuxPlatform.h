@@ -31,6 +31,7 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] DirectoryWatcher& directoryWatcher() override;
     [[nodiscard]] Processes& processes() override;
     [[nodiscard]] HostApplications& hostApplications() override;
+    [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override;
     [[nodiscard]] Screens& screens() override;
     [[nodiscard]] Pointer& pointer() override;
     [[nodiscard]] Panel& panel() override;

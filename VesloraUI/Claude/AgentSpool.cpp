@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/AgentSpool.h"
 
+#include "VesloraCore/IdentifierText.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@ namespace {
 constexpr std::string_view suffix = ".json";
 constexpr std::string_view leftoverPrefix = "tmp.";
 constexpr double sweepPeriod = 3600;
-
-bool isAsciiAlphanumeric(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
 
 } // namespace
 
@@ -86,8 +83,7 @@ AgentAnswers::AgentAnswers(Files& files, SupportDirectory& support, std::string_
 
 bool AgentAnswers::isId(const std::string& id) {
     constexpr std::size_t longest = 64;
-    return !id.empty() && id.size() <= longest &&
-           std::ranges::all_of(id, [](char c) { return isAsciiAlphanumeric(c) || c == '-'; });
+    return id.size() <= longest && IdentifierText::isPlain(id);
 }
 
 void AgentAnswers::write(ClaudeDecision decision, const std::string& id) {

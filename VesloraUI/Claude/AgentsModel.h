@@ -21,8 +21,6 @@ class AgentsModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    Q_PROPERTY(bool claudeHooksInstalled READ claudeHooksInstalled NOTIFY hooksChanged FINAL)
-    Q_PROPERTY(bool claudeHooksOutdated READ claudeHooksOutdated NOTIFY hooksChanged FINAL)
 
   public:
     /// The agents as views name them.
@@ -45,8 +43,6 @@ class AgentsModel : public QObject {
     /// Each agent's use of tokens as of now, Claude Code's first; without those that nothing is known of.
     [[nodiscard]] std::vector<AgentUsage> usages() const;
     [[nodiscard]] bool anyHooksInstalled() const;
-    [[nodiscard]] bool claudeHooksInstalled() const { return m_claude.hooksInstalled(); }
-    [[nodiscard]] bool claudeHooksOutdated() const { return m_claude.hooksOutdated(); }
 
     void start();
     void stop();

@@ -2,12 +2,9 @@
 #include "VesloraUI/Claude/ClaudeHooks.h"
 
 #include "VesloraCore/ClaudeStatusLineInstaller.h"
-#include "VesloraCore/HookScripts.h"
-#include "VesloraCore/ShellQuote.h"
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
-#include <algorithm>
 #include <array>
 #include <tuple>
 #include <utility>
@@ -25,23 +22,14 @@ constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudeP
 
 ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile,
                          std::string helpers)
-    : m_files(files), m_support(support), m_settingsFile(std::move(settingsFile)),
-      m_helpers(std::move(helpers)) {}
-
-std::string ClaudeHooks::scriptCommand(std::string_view name) const {
-    return shellQuoted(m_support.pathOf(name));
-}
+    : m_files(files), m_support(support), m_scripts(files, support, scriptNames),
+      m_settingsFile(std::move(settingsFile)), m_helpers(std::move(helpers)) {}
 
 ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
     // Earlier versions registered the event script's bare path.
-    return {.event = scriptCommand(SupportNames::claudeHook),
-            .permission = scriptCommand(SupportNames::claudePermission),
+    return {.event = m_scripts.commandOf(SupportNames::claudeHook),
+            .permission = m_scripts.commandOf(SupportNames::claudePermission),
             .legacy = {m_support.pathOf(SupportNames::claudeHook)}};
-}
-
-bool ClaudeHooks::scriptsAreReady() const {
-    return std::ranges::all_of(
-        scriptNames, [this](std::string_view name) { return m_files.isExecutable(m_support.pathOf(name)); });
 }
 
 void ClaudeHooks::readSettings() {
@@ -49,7 +37,7 @@ void ClaudeHooks::readSettings() {
         m_files.read(m_settingsFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
     const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
     m_lineInstalled =
-        ClaudeStatusLineInstaller::isInstalled(text, scriptCommand(SupportNames::claudeStatusLine));
+        ClaudeStatusLineInstaller::isInstalled(text, m_scripts.commandOf(SupportNames::claudeStatusLine));
     m_hooksIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::claude());
     m_hooksPartlyIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::claude());
 }
@@ -60,7 +48,7 @@ ClaudeHooks::State ClaudeHooks::state() {
         m_settingsStat = found;
         readSettings();
     }
-    const bool areInstalled = m_lineInstalled && m_hooksIn && scriptsAreReady();
+    const bool areInstalled = m_lineInstalled && m_hooksIn && m_scripts.areReady();
     return {areInstalled, !areInstalled && (m_lineInstalled || m_hooksIn || m_hooksPartlyIn)};
 }
 
@@ -68,12 +56,12 @@ void ClaudeHooks::install() {
     ConfigurationFile settings(m_files, m_settingsFile);
     const auto old = settings.read();
     const std::string withHooks = ClaudeHooksInstaller::installing(old, commands(), HookSet::claude());
-    const std::string lineCommand = scriptCommand(SupportNames::claudeStatusLine);
+    const std::string lineCommand = m_scripts.commandOf(SupportNames::claudeStatusLine);
     const bool wasOurs = ClaudeStatusLineInstaller::isInstalled(withHooks, lineCommand);
     const auto installed = ClaudeStatusLineInstaller::installing(withHooks, lineCommand);
     throwIfFailed(m_support.create(), m_support.path());
     saveStatusLine(installed.previous, wasOurs);
-    writeScripts();
+    m_scripts.write();
     writeHelper();
     settings.write(installed.text, old);
     m_settingsStat.reset();
@@ -99,16 +87,6 @@ void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, boo
     }
 }
 
-void ClaudeHooks::writeScripts() const {
-    for (const std::string_view name : scriptNames) {
-        const std::string path = m_support.pathOf(name);
-        throwIfFailed(
-            m_files.write(path, std::string(HookScripts::text(name)), {.mode = SupportDirectory::scriptMode}),
-            path);
-        throwIfFailed(m_files.setMode(path, SupportDirectory::scriptMode), path);
-    }
-}
-
 void ClaudeHooks::writeHelper() const {
     constexpr std::size_t largest = std::size_t{64} << 20;
     const ReadResult helper =
@@ -122,16 +100,7 @@ void ClaudeHooks::writeHelper() const {
 }
 
 void ClaudeHooks::updateScripts() {
-    const bool isCurrent = std::ranges::all_of(scriptNames, [this](std::string_view name) {
-        const ReadResult found = m_files.read(m_support.pathOf(name), {});
-        return found.error == std::errc::no_such_file_or_directory ||
-               (found && found.bytes == HookScripts::text(name));
-    });
-    if (!isCurrent) {
-        for (const std::string_view name : scriptNames) {
-            std::ignore = m_files.write(m_support.pathOf(name), std::string(HookScripts::text(name)),
-                                        {.mode = SupportDirectory::scriptMode});
-        }
+    if (m_scripts.update()) {
         writeHelper();
     }
 }
@@ -146,7 +115,7 @@ bool ClaudeHooks::remove() {
     const ReadResult original = m_files.read(m_support.pathOf(SupportNames::statusLineOriginal), {});
     const auto previous = original ? std::optional<std::string_view>(original.bytes) : std::nullopt;
     settings.write(ClaudeStatusLineInstaller::removing(
-                       withoutHooks, scriptCommand(SupportNames::claudeStatusLine), previous),
+                       withoutHooks, m_scripts.commandOf(SupportNames::claudeStatusLine), previous),
                    old);
     m_files.remove(m_support.pathOf(SupportNames::statusLineOriginal));
     m_files.remove(m_support.pathOf(SupportNames::statusLineWrapped));

@@ -5,6 +5,7 @@
 
 #include "VesloraCore/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
+#include "VesloraUI/Claude/HookScriptFiles.h"
 
 #include <optional>
 #include <string>
@@ -36,16 +37,14 @@ class ClaudeHooks {
     void updateScripts();
 
   private:
-    [[nodiscard]] std::string scriptCommand(std::string_view name) const;
     [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
     void saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const;
-    void writeScripts() const;
     void writeHelper() const;
-    [[nodiscard]] bool scriptsAreReady() const;
     void readSettings();
 
     Files& m_files;
     SupportDirectory& m_support;
+    HookScriptFiles m_scripts;
     std::string m_settingsFile;
     std::string m_helpers;
 

@@ -2,8 +2,6 @@
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 
 #include "VesloraCore/SupportNames.h"
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
 
 #include <algorithm>
 #include <string_view>
@@ -26,46 +24,27 @@ std::optional<std::string> requestIdOf(const std::string& fileName) {
 } // namespace
 
 ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : m_seams(seams), m_support(support), m_settings(settings),
-      m_spool(seams.files, support, SupportNames::claudeSpool),
-      m_answers(seams.files, support, SupportNames::claudeAnswers),
+    : HookedAgentMonitor(seams, support, settings, SupportNames::claudeSpool, SupportNames::claudeAnswers),
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
       m_hooks(seams.files, support, seams.directories.claude + "/settings.json",
-              seams.directories.executables) {}
+              seams.directories.executables),
+      m_usage({seams.scheduler, seams.files, seams.watcher},
+              support.pathOf(SupportNames::statusLineSnapshots), seams.directories.claude + "/projects",
+              seams.calendar, [this] { return m_liveSessionIds; }) {}
 
 void ClaudeMonitor::start() {
-    m_spool.create();
-    m_hooks.updateScripts();
-    m_support.writeProcess(m_seams.processes.ownId());
-    m_support.writeHeartbeat(m_seams.scheduler.now());
-    refresh();
-    ensureWatches();
-    m_refreshTask = m_seams.scheduler.every(period, Precision::coarse, [this] { tick(); });
+    HookedAgentMonitor::start();
+    m_usage.loadToday();
 }
 
 void ClaudeMonitor::stop() {
-    m_support.removeSigns();
-    m_refreshTask.cancel();
-    m_spoolWatch.reset();
+    HookedAgentMonitor::stop();
     m_sessionsWatch.reset();
 }
 
-void ClaudeMonitor::tick() {
-    m_support.writeHeartbeat(m_seams.scheduler.now());
-    ensureWatches();
-    refresh();
-}
-
-/// A folder that is not there yet, or that somebody replaced, is watched once it can be.
 void ClaudeMonitor::ensureWatches() {
-    const auto ensure = [this](std::unique_ptr<DirectoryWatch>& watch, const std::string& path,
-                               DirectoryChanges changes) {
-        if (!watch || !watch->isActive()) {
-            watch = m_seams.watcher.watch(path, changes, [this] { refresh(); });
-        }
-    };
-    ensure(m_sessionsWatch, m_sessionDirectory.path(), DirectoryChanges::any);
-    ensure(m_spoolWatch, m_spool.path(), DirectoryChanges::movedInto);
+    HookedAgentMonitor::ensureWatches();
+    ensureWatch(m_sessionsWatch, m_sessionDirectory.path(), DirectoryChanges::any);
 }
 
 void ClaudeMonitor::refresh() {
@@ -78,6 +57,8 @@ void ClaudeMonitor::refresh() {
     const ClaudeHooks::State hooks = m_hooks.state();
     setHooks(hooks.areInstalled, hooks.areOutdated);
     publishState();
+    // Last, as nobody waits for it.
+    m_usage.refresh();
 }
 
 ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
@@ -119,33 +100,6 @@ void ClaudeMonitor::readSessionFiles() {
     }
 }
 
-void ClaudeMonitor::handle(const std::vector<ClaudePermissionRequest>& requests) {
-    if (requests.empty()) {
-        return;
-    }
-    const auto sessions = m_state.summaries(m_seams.scheduler.now());
-    for (const ClaudePermissionRequest& request : requests) {
-        if (canAnswer(request, sessions)) {
-            m_permissions.add(request);
-        } else {
-            m_answers.write(ClaudeDecision::pass, request.id);
-        }
-    }
-}
-
-/// Not when the user wants no alerts, already looks at the session's terminal, or could not answer it from
-/// outside.
-bool ClaudeMonitor::canAnswer(const ClaudePermissionRequest& request,
-                              const std::vector<ClaudeSessionSummary>& sessions) const {
-    if (!m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) ||
-        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) ||
-        !ClaudePermissions::canBeAnsweredOutside(request.tool)) {
-        return false;
-    }
-    const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
-    return session == sessions.end() || !m_seams.hostApplications.isFrontmost(session->pid);
-}
-
 /// The user answered in the terminal while the island still asked. No answer is written: the agent would
 /// ignore it.
 void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events) {
@@ -172,11 +126,8 @@ void ClaudeMonitor::dropOvertaken() {
     }
 }
 
-void ClaudeMonitor::publishState() {
-    m_permissions.removeExpired(m_seams.scheduler.now());
-    dropOvertaken();
-    const Timestamp now = m_seams.scheduler.now();
-    publish(m_state.summaries(now), m_permissions.pending(now));
+std::vector<ClaudeSessionSummary> ClaudeMonitor::currentSessions() const {
+    return m_state.summaries(now());
 }
 
 const ClaudeSessionFile* ClaudeMonitor::fileOf(const std::string& sessionId) const {
@@ -184,41 +135,9 @@ const ClaudeSessionFile* ClaudeMonitor::fileOf(const std::string& sessionId) con
     return found == m_sessionFiles.end() ? nullptr : &*found;
 }
 
-const ClaudeSessionSummary* ClaudeMonitor::summaryOf(const std::string& sessionId) const {
-    const auto found = std::ranges::find(summaries(), sessionId, &ClaudeSessionSummary::id);
-    return found == summaries().end() ? nullptr : &*found;
-}
-
-void ClaudeMonitor::answer(const std::string& requestId, ClaudeDecision decision) {
-    m_answers.write(decision, requestId);
-    const auto request = std::ranges::find(pendingRequests(), requestId, &ClaudePermissionRequest::id);
-    if (decision != ClaudeDecision::pass && request != pendingRequests().end()) {
-        // The session's file still says that it waits until the script has come for the answer. Without this
-        // the notice of that wait would flash up behind the request.
-        m_state.dismissApproval(request->sessionId);
-    }
-    // A copy, as publishing replaces the list that the caller's text may lie in.
-    const std::string id = requestId; // NOLINT(performance-unnecessary-copy-initialization)
-    m_permissions.remove(id);
-    publishState();
-}
-
-void ClaudeMonitor::jump(const std::string& sessionId) {
-    // A copy, for the same reason.
-    const std::string id = sessionId; // NOLINT(performance-unnecessary-copy-initialization)
-    const ClaudeSessionSummary* summary = summaryOf(id);
-    const auto app = summary ? m_seams.hostApplications.hostAppOf(summary->pid) : std::nullopt;
-    if (app) {
-        m_seams.hostApplications.activate(*app);
-    }
-    m_state.markSeen(id);
-    m_state.dismissApproval(id);
-    publishState();
-}
-
-void ClaudeMonitor::dismissApproval(const std::string& sessionId) {
-    m_state.dismissApproval(std::string(sessionId));
-    publishState();
+std::optional<std::string> ClaudeMonitor::paneOf(const std::string& sessionId) const {
+    const ClaudeSessionFile* file = fileOf(sessionId);
+    return file ? file->tmux : std::nullopt;
 }
 
 void ClaudeMonitor::installHooks() {

@@ -3,15 +3,11 @@
 // decides what happens to each permission request, and carries out the user's answers. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudePermissions.h"
 #include "VesloraCore/ClaudeSessions.h"
-#include "VesloraUI/Claude/AgentMonitor.h"
-#include "VesloraUI/Claude/AgentSpool.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ClaudeSessionDirectory.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
-#include "VesloraUI/Platform/DirectoryWatcher.h"
-#include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Claude/ClaudeUsageMonitor.h"
+#include "VesloraUI/Claude/HookedAgentMonitor.h"
 
 #include <memory>
 #include <optional>
@@ -21,37 +17,19 @@
 
 namespace veslora {
 
-class Defaults;
-
-/// What a monitor needs of the machine.
-struct AgentMonitorSeams {
-    const Directories& directories;
-    Scheduler& scheduler;
-    Files& files;
-    DirectoryWatcher& watcher;
-    Processes& processes;
-    HostApplications& hostApplications;
-};
-
-class ClaudeMonitor : public AgentMonitor {
+class ClaudeMonitor : public HookedAgentMonitor {
     Q_OBJECT
 
   public:
-    /// Seconds between two beats of the heartbeat; each brings a refresh, whatever the watches told.
-    static constexpr double period = 2;
-
     ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings);
 
+    [[nodiscard]] ClaudeUsageMonitor* usage() override { return &m_usage; }
     void start() override;
     void stop() override;
-    void answer(const std::string& requestId, ClaudeDecision decision) override;
-    void jump(const std::string& sessionId) override;
-    void dismissApproval(const std::string& sessionId) override;
     void installHooks() override;
     void removeHooks() override;
 
-    /// Reads everything anew and publishes what differs.
-    void refresh();
+    void refresh() override;
 
     /// The sessions that had a file at the last refresh; absent while Claude Code's folder does not exist,
     /// when nothing can be said of any session.
@@ -66,32 +44,28 @@ class ClaudeMonitor : public AgentMonitor {
     };
     [[nodiscard]] Batch readSpool();
     void readSessionFiles();
-    void handle(const std::vector<ClaudePermissionRequest>& requests);
-    [[nodiscard]] bool canAnswer(const ClaudePermissionRequest& request,
-                                 const std::vector<ClaudeSessionSummary>& sessions) const;
     void dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events);
-    void dropOvertaken();
     [[nodiscard]] const ClaudeSessionFile* fileOf(const std::string& sessionId) const;
-    [[nodiscard]] const ClaudeSessionSummary* summaryOf(const std::string& sessionId) const;
-    void publishState();
-    void ensureWatches();
-    void tick();
 
-    AgentMonitorSeams m_seams;
-    SupportDirectory& m_support;
-    Defaults& m_settings;
-    AgentSpool m_spool;
-    AgentAnswers m_answers;
+    void updateScripts() override { m_hooks.updateScripts(); }
+    [[nodiscard]] std::vector<ClaudeSessionSummary> currentSessions() const override;
+    void dropOvertaken() override;
+    /// The session's file still says that it waits until the script has come for the answer. Without this the
+    /// notice of that wait would flash up behind the request.
+    void requestWasAnswered(const std::string& sessionId) override { m_state.dismissApproval(sessionId); }
+    void markSeen(const std::string& sessionId) override { m_state.markSeen(sessionId); }
+    void hideApproval(const std::string& sessionId) override { m_state.dismissApproval(sessionId); }
+    [[nodiscard]] std::optional<std::string> paneOf(const std::string& sessionId) const override;
+    void ensureWatches() override;
+
     ClaudeSessionDirectory m_sessionDirectory;
     ClaudeHooks m_hooks;
 
     ClaudeSessions m_state;
-    ClaudePermissions m_permissions;
     std::vector<ClaudeSessionFile> m_sessionFiles;
     std::optional<std::set<std::string>> m_liveSessionIds;
-    std::unique_ptr<DirectoryWatch> m_spoolWatch;
     std::unique_ptr<DirectoryWatch> m_sessionsWatch;
-    Task m_refreshTask;
+    ClaudeUsageMonitor m_usage;
 };
 
 } // namespace veslora

@@ -22,11 +22,16 @@ std::optional<std::string> ConfigurationFile::read() {
     return std::move(result.bytes);
 }
 
-void ConfigurationFile::write(const std::string& text, const std::optional<std::string>& old) const {
+std::optional<FileStat> ConfigurationFile::unchanged() const {
     const auto found = m_files.stat(m_target, Links::follow);
     if (found != m_asRead) {
         throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again), m_target);
     }
+    return found;
+}
+
+void ConfigurationFile::write(const std::string& text, const std::optional<std::string>& old) const {
+    const auto found = unchanged();
     const auto mode = found ? std::optional(found->mode) : std::nullopt;
     if (old) {
         const std::string backup = m_target + ".veslora-backup";
@@ -39,6 +44,7 @@ void ConfigurationFile::write(const std::string& text, const std::optional<std::
 }
 
 void ConfigurationFile::remove() const {
+    unchanged();
     throwIfFailed(m_files.remove(m_target), m_target);
 }
 

@@ -27,10 +27,14 @@ class ConfigurationFile {
     /// nothing is written, and neither when somebody else has changed the file since it was read.
     void write(const std::string& text, const std::optional<std::string>& old) const;
 
-    /// Deletes the file itself. Throws `std::system_error`.
+    /// Deletes the file itself. Throws `std::system_error`, also when somebody else has changed the file
+    /// since it was read.
     void remove() const;
 
   private:
+    /// What the file is now; throws unless it is as it was read.
+    std::optional<FileStat> unchanged() const;
+
     Files& m_files;
     std::string m_target;
     std::optional<FileStat> m_asRead;

@@ -6,6 +6,8 @@
 #include "VesloraUI/Platform/Files.h"
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,24 +31,40 @@ class SupportDirectory {
     /// Makes a folder in it, for our user alone.
     std::error_code createFolder(std::string_view name);
 
+    /// The signs of life, which stand as long as anybody holds this.
+    class Presence {
+      public:
+        explicit Presence(SupportDirectory& directory) : m_directory(directory) {}
+        Presence(const Presence&) = delete;
+        Presence& operator=(const Presence&) = delete;
+        ~Presence() { m_directory.removeSigns(); }
+
+      private:
+        SupportDirectory& m_directory;
+    };
+
+    /// Shows the scripts that the program is there: "pid" holds its process id, by which a waiting script
+    /// sees that the program was killed, and "heartbeat" the clock. Once the last one who was given this lets
+    /// go of it, both are removed and the scripts that wait go on at once. The directory must live longer.
+    [[nodiscard]] std::shared_ptr<Presence> show(std::int32_t pid, Timestamp now);
+
     /// Writes the clock, in whole seconds, into "heartbeat". The file lies in the runtime folder and a link
-    /// points to it, so that a beat every two seconds never reaches the disk. A failure is ignored: the
-    /// scripts then leave the agent alone.
+    /// points to it, so that a beat every two seconds never reaches the disk. All monitors beat at one tick;
+    /// only the first of them writes. A failure is ignored: the scripts then leave the agent alone.
     void writeHeartbeat(Timestamp now);
-
-    /// Writes the program's process id into "pid", by which a waiting script sees that the program was
-    /// killed.
-    void writeProcess(std::int32_t pid);
-
-    /// Removes both. Scripts that wait go on at once.
-    void removeSigns();
 
   private:
     [[nodiscard]] bool hasRuntime() const { return m_runtime != m_path; }
 
+    std::error_code writeBeat(const std::string& beat);
+    void writeProcess(std::int32_t pid);
+    void removeSigns();
+
     Files& m_files;
     std::string m_path;
     std::string m_runtime;
+    std::weak_ptr<Presence> m_presence;
+    std::optional<Timestamp> m_lastBeat; ///< absent when the last one could not be written
 };
 
 } // namespace veslora

@@ -14,6 +14,7 @@
 #include "VesloraUI/Platform/Screens.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
+#include "VesloraUI/Platform/TerminalMultiplexer.h"
 
 #include <memory>
 #include <string>
@@ -42,6 +43,7 @@ class Platform {
     [[nodiscard]] virtual DirectoryWatcher& directoryWatcher() = 0;
     [[nodiscard]] virtual Processes& processes() = 0;
     [[nodiscard]] virtual HostApplications& hostApplications() = 0;
+    [[nodiscard]] virtual TerminalMultiplexer& terminalMultiplexer() = 0;
     [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;

@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/Tmux.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
@@ -63,10 +64,11 @@ struct Machine {
     FakeDirectoryWatcher watcher;
     ProcProcesses processes;
     NoApplications applications;
+    Tmux multiplexer{scheduler, processes};
     SupportDirectory support{files, directories.support, directories.runtime};
     Defaults settings{files, watcher, directories.configuration};
     ClaudeMonitor monitor{
-        {directories, scheduler, files, watcher, processes, applications}, support, settings};
+        {directories, scheduler, files, watcher, processes, applications, multiplexer}, support, settings};
 };
 
 std::string sessionName(int index) {

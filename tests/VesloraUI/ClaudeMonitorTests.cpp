@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/VesloraUI/FakePlatform.h"
 
 #include <gmock/gmock.h>
@@ -61,10 +62,10 @@ class ClaudeMonitorTest : public testing::Test {
     FakePlatform platform;
     FakeDefaults settings{platform};
     SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
-    ClaudeMonitor monitor{
-        {platform.paths, platform.time, platform.disk, platform.watches, platform.tasks, platform.hosts},
-        supportDirectory,
-        settings};
+    ClaudeMonitor monitor{{platform.paths, platform.time, platform.disk, platform.watches, platform.tasks,
+                           platform.hosts, platform.multiplexer, test::fixedCalendar()},
+                          supportDirectory,
+                          settings};
     int changes = 0;
 };
 
@@ -409,6 +410,49 @@ TEST_F(ClaudeMonitorTest, JumpRaisesTheTerminalAndCountsAsSeen) {
     monitor.jump("s1");
     EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{99, 7}));
     EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status));
+}
+
+TEST_F(ClaudeMonitorTest, JumpLeadsThroughThePaneThatTheSessionNames) {
+    putSession("s1", "waiting", now(), R"(,"waitingFor":"permission prompt","tmux":"-t %9:@0.%3")");
+    platform.multiplexer.clients[10] = 77;
+    platform.hosts.apps[77] = HostApp{99, 7};
+    monitor.start();
+    monitor.jump("s1");
+    EXPECT_THAT(platform.multiplexer.calls, ElementsAre(FakeMultiplexer::Call{10, "%3"}));
+    EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status))
+        << "seen at once, whatever the multiplexer does";
+    EXPECT_THAT(platform.hosts.activated, IsEmpty());
+    platform.advance(0);
+    EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{99, 7}));
+}
+
+TEST_F(ClaudeMonitorTest, JumpWithoutAnAttachedClientFallsBackToTheProcess) {
+    putSession("s1", "busy", now(), R"(,"tmux":"main:@0.%3")");
+    platform.hosts.apps[10] = HostApp{98, 6};
+    monitor.start();
+    monitor.jump("s1");
+    platform.advance(0);
+    EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{98, 6}));
+}
+
+TEST_F(ClaudeMonitorTest, AnOddPaneReachesNoMultiplexer) {
+    putSession("s1", "busy", now(), R"(,"tmux":"main:@0.%3;kill-server")");
+    platform.hosts.apps[10] = HostApp{98, 6};
+    monitor.start();
+    monitor.jump("s1");
+    EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{98, 6}));
+    EXPECT_THAT(platform.multiplexer.calls, IsEmpty());
+}
+
+TEST_F(ClaudeMonitorTest, NothingIsRaisedAfterTheEnd) {
+    putSession("s1", "busy", now(), R"(,"tmux":"main:@0.%3")");
+    platform.multiplexer.clients[10] = 77;
+    platform.hosts.apps[77] = HostApp{99, 7};
+    monitor.start();
+    monitor.jump("s1");
+    monitor.stop();
+    platform.advance(0);
+    EXPECT_THAT(platform.hosts.activated, IsEmpty());
 }
 
 TEST_F(ClaudeMonitorTest, JumpingToAnUnseenSessionStillDismissesIt) {

@@ -1,9 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraUI/FakePlatform.h"
 
+#include "VesloraCore/PathText.h"
+
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace veslora {
+
+std::optional<RunningProcess> FakeProcesses::processOf(std::int32_t pid) const {
+    const auto found = std::ranges::find(running, pid, &RunningProcess::pid);
+    return found == running.end() ? std::nullopt : std::optional(*found);
+}
+
+std::vector<RunningProcess> FakeProcesses::processesNamed(std::string_view name) const {
+    ++scans;
+    std::vector<RunningProcess> found;
+    std::ranges::copy_if(running, std::back_inserter(found), [name](const RunningProcess& process) {
+        return PathText::lastComponent(process.executable) == name;
+    });
+    return found;
+}
+
+Task FakeMultiplexer::showPane(std::int32_t pid, const std::optional<std::string>& pane,
+                               std::function<void(Client)> done) {
+    calls.push_back({pid, pane});
+    const auto found = clients.find(pid);
+    const Client client = found == clients.end() ? std::nullopt : Client(found->second);
+    return m_scheduler.after(0, [client, done = std::move(done)] { done(client); });
+}
 
 ScreenInfo FakeScreens::make(const std::string& name, double width, double height, bool isBuiltIn) {
     ScreenInfo screen;

@@ -23,6 +23,12 @@ class FakeProcesses final : public Processes {
 
     [[nodiscard]] std::int32_t ownId() const override { return 4711; }
     [[nodiscard]] bool isAlive(std::int32_t pid) const override { return alive.contains(pid); }
+
+    std::vector<RunningProcess> running; ///< what can be told of some of them
+    mutable int scans = 0;               ///< looks at all processes
+
+    [[nodiscard]] std::optional<RunningProcess> processOf(std::int32_t pid) const override;
+    [[nodiscard]] std::vector<RunningProcess> processesNamed(std::string_view name) const override;
 };
 
 class FakeHostApplications final : public HostApplications {
@@ -37,6 +43,25 @@ class FakeHostApplications final : public HostApplications {
     }
     [[nodiscard]] bool isFrontmost(std::int32_t pid) override { return frontmost.contains(pid); }
     void activate(const HostApp& app) override { activated.push_back(app); }
+};
+
+class FakeMultiplexer final : public TerminalMultiplexer {
+  public:
+    struct Call {
+        std::int32_t pid = 0;
+        std::optional<std::string> pane;
+        bool operator==(const Call&) const = default;
+    };
+    std::map<std::int32_t, std::int32_t> clients; ///< by the process that asks
+    std::vector<Call> calls;
+
+    explicit FakeMultiplexer(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+    [[nodiscard]] Task showPane(std::int32_t pid, const std::optional<std::string>& pane,
+                                std::function<void(Client)> done) override;
+
+  private:
+    Scheduler& m_scheduler;
 };
 
 class FakeScreens final : public Screens {
@@ -125,6 +150,7 @@ class FakePlatform final : public Platform {
     FakeDirectoryWatcher watches;
     FakeProcesses tasks;
     FakeHostApplications hosts;
+    FakeMultiplexer multiplexer{time};
     FakeScreens displays;
     FakePointer mouse;
     FakePanel window;
@@ -142,6 +168,7 @@ class FakePlatform final : public Platform {
     [[nodiscard]] DirectoryWatcher& directoryWatcher() override { return watches; }
     [[nodiscard]] Processes& processes() override { return tasks; }
     [[nodiscard]] HostApplications& hostApplications() override { return hosts; }
+    [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override { return multiplexer; }
     [[nodiscard]] Screens& screens() override { return displays; }
     [[nodiscard]] Pointer& pointer() override { return mouse; }
     [[nodiscard]] Panel& panel() override { return window; }

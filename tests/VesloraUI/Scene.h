@@ -25,6 +25,8 @@ namespace veslora {
 class Scene {
   public:
     Scene();
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
     ~Scene();
 
     FakePlatform platform;

@@ -66,8 +66,51 @@ TEST_F(SettingsWindowTest, SaysWhenNothingWasChanged) {
     EXPECT_THAT(scene.texts(), Not(Contains(failure)));
 }
 
+TEST_F(SettingsWindowTest, CodexHasASectionOfItsOwn) {
+    // Claude Code's button then says something else, so that “Install” is Codex's.
+    scene.claude.setHooks(true, false);
+    openAgents();
+    const QStringList texts = scene.texts();
+    EXPECT_THAT(texts, Contains("Codex: hooks"));
+    EXPECT_THAT(
+        texts, Contains("Adds eight hooks to ~/.codex/hooks.json (backed up first) so Veslora sees Codex CLI "
+                        "sessions and can answer their approvals. Remove takes out only Veslora's. Usage "
+                        "needs no install."));
+    EXPECT_THAT(texts,
+                Contains("Then run /hooks in Codex once and trust them: Codex runs new hooks only after "
+                         "you've reviewed them."));
+    EXPECT_LT(texts.indexOf("Claude Code: hooks and status line"), texts.indexOf("Codex: hooks"));
+    EXPECT_THAT(texts, Contains("Not installed"));
+    scene.press("Install");
+    EXPECT_TRUE(scene.codex.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Not(Contains("Not installed")));
+    scene.codex.setHooks(false, true);
+    EXPECT_THAT(scene.texts(), Contains("Needs update"));
+    scene.press("Update");
+    EXPECT_TRUE(scene.codex.hooksInstalled());
+    EXPECT_TRUE(scene.claude.hooksInstalled()) << "the other agent's stay";
+    scene.claude.setHooks(false, false);
+    scene.press("Remove");
+    EXPECT_FALSE(scene.codex.hooksInstalled());
+}
+
+TEST_F(SettingsWindowTest, SaysWhenNothingOfCodexWasChanged) {
+    scene.claude.setHooks(true, false);
+    openAgents();
+    const QString failure =
+        "Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.";
+    scene.codex.failInstalls = true;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Contains(failure));
+    scene.codex.failInstalls = false;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+}
+
 TEST_F(SettingsWindowTest, EveryToggleIsBoundToItsSetting) {
     openAgents();
+    // Tall enough that the last of them can be pressed without scrolling.
+    scene.window().setHeight(900);
     const std::vector<std::pair<QString, std::string_view>> toggles{
         {"Approval alerts", SettingsKeys::claudeApprovalAlerts},
         {"Answer approvals from the island", SettingsKeys::claudeAnswerFromIsland},

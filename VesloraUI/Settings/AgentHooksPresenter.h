@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The section of the settings in which Claude Code's hooks are put in, brought up to date and taken out.
+// The section of the settings in which one agent's hooks are put in, brought up to date and taken out.
 #pragma once
 
 #include "VesloraUI/Claude/AgentsModel.h"
@@ -10,11 +10,12 @@
 
 namespace veslora {
 
-class ClaudeSettingsPresenter : public QObject, public QQmlParserStatus {
+class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     Q_OBJECT
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
+    Q_PROPERTY(veslora::AgentsModel::Agent agent MEMBER m_agent REQUIRED FINAL)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed FINAL)
     Q_PROPERTY(QString buttonText READ buttonText NOTIFY changed FINAL)
     /// Why the last press changed nothing; empty while there is nothing to say.
@@ -37,7 +38,12 @@ class ClaudeSettingsPresenter : public QObject, public QQmlParserStatus {
     void changed();
 
   private:
+    /// Null while nothing is known of that agent.
+    [[nodiscard]] AgentMonitor* monitor() const;
+    [[nodiscard]] QString failureText() const;
+
     AgentsModel* m_agents = nullptr;
+    AgentsModel::Agent m_agent = AgentsModel::Claude;
     QString m_errorText;
 };
 

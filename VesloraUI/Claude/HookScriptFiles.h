@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// The scripts of one agent's hooks, as they lie in the support directory. Main thread only.
+#pragma once
+
+#include "VesloraUI/Platform/Files.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace veslora {
+
+class SupportDirectory;
+
+class HookScriptFiles {
+  public:
+    /// `names` are of HookScripts and must outlive this.
+    HookScriptFiles(Files& files, SupportDirectory& support, std::span<const std::string_view> names);
+
+    /// The command that runs a script, as it stands in an agent's configuration.
+    [[nodiscard]] std::string commandOf(std::string_view name) const;
+
+    /// Whether all of them are there and may be executed.
+    [[nodiscard]] bool areReady() const;
+
+    /// Writes them all. Throws `std::system_error`.
+    void write() const;
+
+    /// Writes them anew where an older version of the program has left others, and tells whether it had.
+    /// Makes none where none are; failures are ignored.
+    bool update() const;
+
+  private:
+    Files& m_files;
+    SupportDirectory& m_support;
+    std::span<const std::string_view> m_names;
+};
+
+} // namespace veslora

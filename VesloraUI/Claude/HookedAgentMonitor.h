@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// What the monitors of all agents have in common: the spool that the agent's hooks fill, the queue of
+// requests and their answers, the signs of life, and the tick. What an agent's sessions are is for each
+// monitor to know. Main thread only.
+#pragma once
+
+#include "VesloraCore/Calendar.h"
+#include "VesloraCore/ClaudePermissions.h"
+#include "VesloraUI/Claude/AgentMonitor.h"
+#include "VesloraUI/Claude/AgentSpool.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Platform/DirectoryWatcher.h"
+#include "VesloraUI/Platform/Platform.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veslora {
+
+class Defaults;
+
+/// What a monitor needs of the machine.
+struct AgentMonitorSeams {
+    const Directories& directories;
+    Scheduler& scheduler;
+    Files& files;
+    DirectoryWatcher& watcher;
+    Processes& processes;
+    HostApplications& hostApplications;
+    TerminalMultiplexer& multiplexer;
+    std::shared_ptr<const Calendar> calendar; ///< says where days end, for what is counted by the day
+};
+
+class HookedAgentMonitor : public AgentMonitor {
+    Q_OBJECT
+
+  public:
+    /// Seconds between two beats of the heartbeat; each brings a refresh, whatever the watches told.
+    static constexpr double period = 2;
+
+    void start() override;
+    void stop() override;
+    void answer(const std::string& requestId, ClaudeDecision decision) override;
+    void jump(const std::string& sessionId) override;
+    void dismissApproval(const std::string& sessionId) override;
+
+    /// Reads everything anew and publishes what differs.
+    virtual void refresh() = 0;
+
+  protected:
+    /// `spool` and `answers` are the names of the agent's folders in the support directory.
+    HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings,
+                       std::string_view spool, std::string_view answers);
+
+    /// Brings scripts of an older version up to date, at the start.
+    virtual void updateScripts() = 0;
+    /// The sessions as of now.
+    [[nodiscard]] virtual std::vector<ClaudeSessionSummary> currentSessions() const = 0;
+    /// Takes out of the queue what the session is past, before the queue is published.
+    virtual void dropOvertaken() = 0;
+    /// The session's request was decided on from the island, though its agent may not have heard of it yet.
+    virtual void requestWasAnswered(const std::string& sessionId) = 0;
+    virtual void markSeen(const std::string& sessionId) = 0;
+    virtual void hideApproval(const std::string& sessionId) = 0;
+    /// The multiplexer's pane that the session is known to run in.
+    [[nodiscard]] virtual std::optional<std::string> paneOf(const std::string& sessionId) const = 0;
+    /// A folder that is not there yet, or that somebody replaced, is watched once it can be.
+    virtual void ensureWatches();
+
+    void ensureWatch(std::unique_ptr<DirectoryWatch>& watch, const std::string& path,
+                     DirectoryChanges changes);
+    /// Queues the requests that the user may answer in the island, and leaves the others to the agent.
+    void handle(const std::vector<ClaudePermissionRequest>& requests);
+    void publishState();
+
+    [[nodiscard]] Timestamp now() const { return m_seams.scheduler.now(); }
+
+    AgentMonitorSeams m_seams;
+    SupportDirectory& m_support;
+    AgentSpool m_spool;
+    AgentAnswers m_answers;
+    ClaudePermissions m_permissions;
+
+  private:
+    void tick();
+    [[nodiscard]] bool canAnswer(const ClaudePermissionRequest& request,
+                                 const std::vector<ClaudeSessionSummary>& sessions) const;
+    void raiseTerminal(const std::string& sessionId);
+    bool activateHostOf(std::int32_t pid);
+
+    Defaults& m_settings;
+    std::shared_ptr<SupportDirectory::Presence> m_presence;
+    std::unique_ptr<DirectoryWatch> m_spoolWatch;
+    Task m_refreshTask;
+    Task m_raiseTask;
+};
+
+} // namespace veslora

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// One agent's hooks: what they do, whether they are in, and the button that changes that.
+import QtQuick
+import Veslora
+
+SettingsGroup {
+    id: section
+
+    required property int agent
+    required property AgentsModel agents
+    property alias detail: label.detail
+    property alias title: label.title
+
+    AgentHooksPresenter {
+        id: hooks
+
+        agent: section.agent
+        agents: section.agents
+    }
+
+    SettingLabel {
+        id: label
+
+        width: parent.width
+    }
+
+    Item {
+        height: button.height
+        width: parent.width
+
+        Text {
+            Accessible.name: text
+            Accessible.role: Accessible.StaticText
+            anchors.verticalCenter: parent.verticalCenter
+            color: SettingsColors.secondary
+            text: hooks.statusText
+
+            font {
+                family: VesloraStyle.systemFont
+                pixelSize: 12
+            }
+        }
+
+        SettingsButton {
+            id: button
+
+            Accessible.description: section.title
+            anchors.right: parent.right
+            text: hooks.buttonText
+            onClicked: hooks.press()
+        }
+    }
+
+    Text {
+        color: SettingsColors.error
+        text: hooks.errorText
+        textFormat: Text.PlainText
+        visible: text !== ""
+        width: parent.width
+        wrapMode: Text.Wrap
+
+        font {
+            family: VesloraStyle.systemFont
+            pixelSize: 11
+        }
+    }
+}
