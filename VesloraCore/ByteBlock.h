@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks at eight bytes of a text in one step. Pure functions, any thread.
+// Looks at many bytes of a text in one step. Pure functions, any thread.
 #pragma once
 
 #include <bit>
@@ -9,36 +9,45 @@
 
 namespace veslora::ByteBlock {
 
-inline constexpr std::size_t size = 8;
-inline constexpr std::uint64_t lowBits = 0x0101010101010101;
-inline constexpr std::uint64_t highBits = 0x8080808080808080;
+inline constexpr std::size_t size = 16;
 
-/// Eight bytes, the first one lowest, whatever the machine's own order.
-inline std::uint64_t load(const char* bytes) {
-    std::uint64_t block = 0;
+/// Sixteen bytes that are compared at once: the compiler makes the processor's own wide operations of it.
+using Block = std::uint8_t __attribute__((vector_size(size)));
+/// All bits of a byte are set where something holds.
+using Flags = std::int8_t __attribute__((vector_size(size)));
+
+inline Block load(const char* bytes) {
+    Block block;
     std::memcpy(&block, bytes, size);
-    return std::endian::native == std::endian::little ? block : __builtin_bswap64(block);
+    return block;
 }
 
-/// A block of eight times the same byte.
-constexpr std::uint64_t repeated(char byte) {
-    return lowBits * static_cast<unsigned char>(byte);
+inline Block repeated(char byte) {
+    return Block{} + static_cast<std::uint8_t>(byte);
 }
 
-/// The high bit of every byte that is zero. Above the first such byte bits may be set that should not be:
-/// only the first one, or that there is none, is certain.
-constexpr std::uint64_t zeros(std::uint64_t block) {
-    return (block - lowBits) & ~block & highBits;
+inline Flags equal(const Block& block, const Block& other) {
+    return block == other;
 }
 
-/// The same for bytes below `limit`, which is at most 128.
-constexpr std::uint64_t below(std::uint64_t block, unsigned char limit) {
-    return (block - lowBits * limit) & ~block & highBits;
+/// The place of the first flagged byte; `size` where none is.
+inline std::size_t first(const Flags& flags) {
+    std::uint64_t words[size / 8];
+    std::memcpy(words, &flags, size);
+    for (std::size_t i = 0; i < size / 8; ++i) {
+        if (words[i] != 0) {
+            const int bit = std::endian::native == std::endian::little ? std::countr_zero(words[i])
+                                                                       : std::countl_zero(words[i]);
+            return i * 8 + static_cast<std::size_t>(bit) / 8;
+        }
+    }
+    return size;
 }
 
-/// The place of the first flagged byte; `flags` is not 0.
-constexpr std::size_t first(std::uint64_t flags) {
-    return static_cast<std::size_t>(std::countr_zero(flags)) / 8;
+inline bool any(const Flags& flags) {
+    std::uint64_t words[size / 8];
+    std::memcpy(words, &flags, size);
+    return (words[0] | words[1]) != 0;
 }
 
 } // namespace veslora::ByteBlock

@@ -3,25 +3,27 @@
 
 #include "VesloraCore/ByteBlock.h"
 
+#include <cstring>
+
 namespace veslora::ByteSearch {
 
-// OPTIMIZATION: compares the first and the last byte of the literal at eight places at once and the rest only
-// where both fit. Over transcripts that reads PENDING.
+// OPTIMIZATION: compares the first and the last byte of the literal at many places at once and the rest only
+// where both fit. PENDING
 std::size_t find(std::string_view bytes, std::string_view literal, std::size_t from) {
     const std::size_t span = literal.size() - 1;
-    const std::uint64_t first = ByteBlock::repeated(literal.front());
-    const std::uint64_t last = ByteBlock::repeated(literal.back());
+    const ByteBlock::Block first = ByteBlock::repeated(literal.front());
+    const ByteBlock::Block last = ByteBlock::repeated(literal.back());
     std::size_t at = from;
     while (at + span + ByteBlock::size <= bytes.size()) {
-        const std::uint64_t differs =
-            (ByteBlock::load(bytes.data() + at) ^ first) | (ByteBlock::load(bytes.data() + at + span) ^ last);
-        const std::uint64_t fits = ByteBlock::zeros(differs);
-        if (fits == 0) {
+        const ByteBlock::Flags fits =
+            ByteBlock::equal(ByteBlock::load(bytes.data() + at), first) &
+            ByteBlock::equal(ByteBlock::load(bytes.data() + at + span), last);
+        if (!ByteBlock::any(fits)) {
             at += ByteBlock::size;
             continue;
         }
         at += ByteBlock::first(fits);
-        if (bytes.compare(at, literal.size(), literal) == 0)
+        if (std::memcmp(bytes.data() + at, literal.data(), literal.size()) == 0)
             return at;
         ++at;
     }
@@ -29,9 +31,9 @@ std::size_t find(std::string_view bytes, std::string_view literal, std::size_t f
 }
 
 std::size_t findLast(std::string_view bytes, char byte, std::size_t end) {
-    const std::uint64_t wanted = ByteBlock::repeated(byte);
+    const ByteBlock::Block wanted = ByteBlock::repeated(byte);
     while (end >= ByteBlock::size &&
-           ByteBlock::zeros(ByteBlock::load(bytes.data() + end - ByteBlock::size) ^ wanted) == 0)
+           !ByteBlock::any(ByteBlock::equal(ByteBlock::load(bytes.data() + end - ByteBlock::size), wanted)))
         end -= ByteBlock::size;
     while (end > 0 && bytes[end - 1] != byte)
         --end;

@@ -14,6 +14,7 @@ namespace {
 struct Message {
     std::optional<std::string> id;
     std::optional<ClaudeTokenTotals> usage;
+    bool isUsagePlain = false; ///< its key stands there without escapes, and so the marker does
 };
 
 // Of several equal keys the last counts, and so each function begins anew.
@@ -37,12 +38,14 @@ std::optional<ClaudeTokenTotals> readUsage(JsonScanner& scanner) {
 std::optional<Message> readMessage(JsonScanner& scanner) {
     Message message;
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
-        if (key == "id")
+        if (key == "id") {
             message.id = scanner.string();
-        else if (key == "usage")
+        } else if (key == "usage") {
+            message.isUsagePlain = key.isPlain();
             message.usage = readUsage(scanner);
-        else
+        } else {
             scanner.skip();
+        }
     });
     return isObject ? std::optional(std::move(message)) : std::nullopt;
 }
@@ -84,14 +87,13 @@ std::optional<std::string> keyOf(const Line& line) {
 } // namespace
 
 std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
-    if (ByteSearch::find(text, marker) == std::string_view::npos)
-        return std::nullopt;
     const std::optional<Line> line = readLine(text);
+    // OPTIMIZATION: asked last, since whoever reads transcripts has looked for the marker before. PENDING
     if (!line || line->type != "assistant" || !line->timestamp || !line->message || !line->message->usage)
         return std::nullopt;
     const std::optional<Timestamp> time = Iso8601::parse(*line->timestamp);
     std::optional<std::string> key = keyOf(*line);
-    if (!time || !key)
+    if (!time || !key || (!line->message->isUsagePlain && ByteSearch::find(text, marker) == std::string_view::npos))
         return std::nullopt;
     return ClaudeUsageLine{std::move(*key), *line->message->usage, *time};
 }

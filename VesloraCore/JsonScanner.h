@@ -23,8 +23,11 @@ class JsonScanner {
         explicit Key(std::string_view raw) : m_raw(raw) {}
         /// Whether the key reads so once its escapes are resolved.
         [[nodiscard]] bool operator==(std::string_view name) const {
-            return m_raw == name || (m_raw.find('\\') != std::string_view::npos && isEscapedFormOf(name));
+            return m_raw == name || (!isPlain() && isEscapedFormOf(name));
         }
+
+        /// Whether it stands in the document just as it reads.
+        [[nodiscard]] bool isPlain() const { return m_raw.find('\\') == std::string_view::npos; }
 
       private:
         [[nodiscard]] bool isEscapedFormOf(std::string_view name) const;

@@ -45,6 +45,7 @@ void measureEventScript(const Bench& bench);
 void measureFarMouse(const Bench& bench);
 void measureOpening(const Bench& bench);
 void measureActivities(const Bench& bench);
+void measureUsage(const Bench& bench);
 void measurePromptGrowth(const Bench& bench);
 void measureOpenGrowth(const Bench& bench);
 

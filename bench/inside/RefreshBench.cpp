@@ -5,6 +5,7 @@
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
+#include "VesloraUI/LocalCalendar.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "bench/Clock.h"
@@ -67,8 +68,10 @@ struct Machine {
     Tmux multiplexer{scheduler, processes};
     SupportDirectory support{files, directories.support, directories.runtime};
     Defaults settings{files, watcher, directories.configuration};
-    ClaudeMonitor monitor{
-        {directories, scheduler, files, watcher, processes, applications, multiplexer}, support, settings};
+    ClaudeMonitor monitor{{directories, scheduler, files, watcher, processes, applications, multiplexer,
+                           std::make_shared<LocalCalendar>()},
+                          support,
+                          settings};
 };
 
 std::string sessionName(int index) {

@@ -6,7 +6,9 @@
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "bench/Report.h"
+#include "bench/UsageCorpus.h"
 #include "bench/inside/RefreshBench.h"
+#include "bench/inside/UsageRun.h"
 
 #include <cstdio>
 #include <exception>
@@ -43,6 +45,13 @@ int main(int argc, char** argv) {
         if (arguments.size() == 3 && arguments[0] == "hooks") {
             return installHooks(arguments[1], arguments[2]);
         }
+        if (arguments.size() == 3 && arguments[0] == "corpus") {
+            static_cast<void>(bench::makeCorpus(arguments[1], {.files = std::stoul(arguments[2])}));
+            return 0;
+        }
+        if (arguments.size() >= 2 && arguments[0] == "usage") {
+            return bench::runUsage(arguments[1], arguments.size() > 2 ? arguments[2] : "") ? 0 : 1;
+        }
         if (!arguments.empty() && arguments[0] == "refresh") {
             return measure(arguments.size() == 2 && arguments[1] == "--smoke");
         }
@@ -50,6 +59,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "bench: %s\n", error.what());
         return 1;
     }
-    std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | refresh [--smoke]\n", stderr);
+    std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | usage FOLDER [FILE] | corpus FOLDER FILES | refresh [--smoke]\n",
+               stderr);
     return 2;
 }
