@@ -15,9 +15,8 @@ std::size_t find(std::string_view bytes, std::string_view literal, std::size_t f
     const ByteBlock::Block last = ByteBlock::repeated(literal.back());
     std::size_t at = from;
     while (at + span + ByteBlock::size <= bytes.size()) {
-        const ByteBlock::Flags fits =
-            ByteBlock::equal(ByteBlock::load(bytes.data() + at), first) &
-            ByteBlock::equal(ByteBlock::load(bytes.data() + at + span), last);
+        const ByteBlock::Flags fits = ByteBlock::equal(ByteBlock::load(bytes.data() + at), first) &
+                                      ByteBlock::equal(ByteBlock::load(bytes.data() + at + span), last);
         if (!ByteBlock::any(fits)) {
             at += ByteBlock::size;
             continue;

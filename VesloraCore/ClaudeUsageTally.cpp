@@ -93,7 +93,8 @@ std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
         return std::nullopt;
     const std::optional<Timestamp> time = Iso8601::parse(*line->timestamp);
     std::optional<std::string> key = keyOf(*line);
-    if (!time || !key || (!line->message->isUsagePlain && ByteSearch::find(text, marker) == std::string_view::npos))
+    if (!time || !key ||
+        (!line->message->isUsagePlain && ByteSearch::find(text, marker) == std::string_view::npos))
         return std::nullopt;
     return ClaudeUsageLine{std::move(*key), *line->message->usage, *time};
 }
@@ -123,11 +124,20 @@ void ClaudeUsageTally::count(std::string_view key, const ClaudeTokenTotals& tota
     counted = totals;
 }
 
-bool ClaudeUsageTally::merge(const ClaudeUsageTally& later) {
+bool ClaudeUsageTally::merge(ClaudeUsageTally&& later) {
     if (later.m_day != m_day)
         return false;
-    for (const auto& [key, totals] : later.m_counted)
-        count(key, totals);
+    // Whole entries move over, so that no second copy of the day lies in memory meanwhile.
+    while (!later.m_counted.empty()) {
+        auto entry = later.m_counted.extract(later.m_counted.begin());
+        const ClaudeTokenTotals totals = entry.mapped();
+        const auto placed = m_counted.insert(std::move(entry));
+        if (!placed.inserted) {
+            m_sum.subtract(placed.position->second);
+            placed.position->second = totals;
+        }
+        m_sum.add(totals);
+    }
     m_totals = m_sum.totals();
     return true;
 }

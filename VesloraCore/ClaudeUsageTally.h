@@ -41,7 +41,7 @@ class ClaudeUsageTally {
 
     /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
     /// day.
-    [[nodiscard]] bool merge(const ClaudeUsageTally& later);
+    [[nodiscard]] bool merge(ClaudeUsageTally&& later);
 
     /// Begins anew with the day that holds `time`, unless that is the day being counted.
     void roll(Timestamp time);

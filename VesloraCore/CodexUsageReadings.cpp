@@ -47,8 +47,8 @@ void CodexUsageReadings::wasActiveAt(Timestamp time) {
     m_lastActivity = std::max(m_lastActivity.value_or(distantPast), time);
 }
 
-bool CodexUsageReadings::merge(const CodexUsageReadings& later) {
-    if (!m_tally.merge(later.m_tally))
+bool CodexUsageReadings::merge(CodexUsageReadings&& later) {
+    if (!m_tally.merge(std::move(later.m_tally)))
         return false;
     if (later.m_limits)
         take(*later.m_limits);

@@ -26,7 +26,7 @@ class CodexUsageReadings {
 
     /// Takes what another one read after this one. False, and nothing is taken, if that one counted another
     /// day.
-    [[nodiscard]] bool merge(const CodexUsageReadings& later);
+    [[nodiscard]] bool merge(CodexUsageReadings&& later);
 
     /// Another day's tokens begin at zero; the readings stay, for they hold until newer ones come.
     void roll(Timestamp time);

@@ -24,7 +24,7 @@ void CodexUsageTally::count(const std::string& key, const ClaudeTokenTotals& tot
     counted = totals;
 }
 
-bool CodexUsageTally::merge(const CodexUsageTally& later) {
+bool CodexUsageTally::merge(CodexUsageTally&& later) {
     if (later.m_day != m_day)
         return false;
     for (const auto& [key, totals] : later.m_responses)

@@ -29,7 +29,7 @@ class CodexUsageTally {
     void roll(Timestamp to);
     /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
     /// day.
-    [[nodiscard]] bool merge(const CodexUsageTally& later);
+    [[nodiscard]] bool merge(CodexUsageTally&& later);
     /// A tally of the same day in which nothing was counted.
     [[nodiscard]] CodexUsageTally emptied() const;
 

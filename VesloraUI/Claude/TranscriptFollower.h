@@ -6,7 +6,9 @@
 
 #include "VesloraUI/Claude/TranscriptFolder.h"
 
+#include <array>
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -28,7 +30,7 @@ struct TranscriptSeams {
 
 /// `Tally` is a value with
 ///   void add(std::string_view line);    takes one line
-///   bool merge(const Tally& later);     takes what another tally counted after this one; false, and nothing
+///   bool merge(Tally&& later);          takes what another tally counted after this one; false, and nothing
 ///                                       taken, if it counted another day
 ///   Tally emptied() const;              the same day with nothing counted
 ///   void roll(Timestamp time);          begins anew if `time` lies on another day
@@ -58,13 +60,12 @@ class TranscriptFollower {
 
     /// Begins the first read of today's transcripts. Called once.
     void load() {
-        auto batch = std::make_shared<Batch>(std::move(m_tally));
-        const Timestamp day = batch->tally.day();
-        start(batch, [&files = m_files, folder = m_folder.path(), day](Batch& work) {
-            for (Transcript& transcript : TranscriptReader::transcripts(files, folder, day).transcripts) {
-                work.paths.push_back(std::move(transcript.path));
-            }
-        });
+        auto listing = std::make_shared<TranscriptListing>();
+        m_listing = m_scheduler.background(
+            [listing, &files = m_files, folder = m_folder.path(), day = m_tally.day()] {
+                *listing = TranscriptReader::transcripts(files, folder, day);
+            },
+            [this, listing] { start(std::move(listing->transcripts)); });
     }
 
     /// Reads what was appended since, and begins to read what is new. Does nothing before the first read has
@@ -82,17 +83,23 @@ class TranscriptFollower {
     [[nodiscard]] bool isLoaded() const { return m_isLoaded; }
 
   private:
-    /// Work in the background. The thread that does it and the main thread hold it one after the other.
-    struct Batch {
-        explicit Batch(Tally fresh) : tally(std::move(fresh)) {}
+    /// Some of the files of a batch, which one thread reads.
+    struct Share {
         std::vector<std::string> paths;
         std::map<std::string, std::optional<TranscriptPosition>> positions; ///< where to begin, then to go on
-        Tally tally;
+        std::optional<Tally> tally;
+    };
+    /// Work in the background. Its threads hold a share each, then the last of them all, and then the main
+    /// thread.
+    struct Batch {
+        std::array<Share, 2> shares;
+        std::atomic<int> working = 1;       ///< shares that are not read yet
+        std::atomic<bool> isJoined = false; ///< the first share holds all, and is the main thread's
         std::atomic<bool> isCancelled = false;
     };
     struct Work {
         std::shared_ptr<Batch> batch;
-        Task task;
+        std::array<Task, 2> tasks;
     };
 
     void follow() {
@@ -101,21 +108,19 @@ class TranscriptFollower {
             return;
         }
         m_tally.roll(m_scheduler.now());
-        std::vector<std::string> paths;
+        std::vector<Transcript> longOnes;
         TranscriptReader reader(m_files, m_markers);
         for (const Transcript& transcript : m_folder.take(m_tally.day())) {
             if (m_pending.contains(transcript.path)) {
                 m_heardMeanwhile.insert(transcript.path);
             } else if (isLong(transcript)) {
-                paths.push_back(transcript.path);
+                longOnes.push_back(transcript);
             } else if (isNew(transcript)) {
                 readOn(reader, transcript.path);
             }
         }
-        if (!paths.empty()) {
-            auto batch = std::make_shared<Batch>(m_tally.emptied());
-            batch->paths = std::move(paths);
-            start(batch, {});
+        if (!longOnes.empty()) {
+            start(std::move(longOnes));
         }
     }
 
@@ -128,14 +133,14 @@ class TranscriptFollower {
         }
     }
 
-    [[nodiscard]] const TranscriptPosition* positionOf(const std::string& path) const {
+    [[nodiscard]] const TranscriptPosition* knownPosition(const std::string& path) const {
         const auto found = m_positions.find(path);
         return found == m_positions.end() ? nullptr : &found->second;
     }
 
     /// Whether reading it is nothing to make the main thread wait for.
     [[nodiscard]] bool isLong(const Transcript& transcript) const {
-        const TranscriptPosition* position = positionOf(transcript.path);
+        const TranscriptPosition* position = knownPosition(transcript.path);
         const auto size = static_cast<std::uint64_t>(transcript.stat.size);
         if (!position) {
             return true;
@@ -145,7 +150,7 @@ class TranscriptFollower {
     }
 
     [[nodiscard]] bool isNew(const Transcript& transcript) const {
-        const TranscriptPosition* position = positionOf(transcript.path);
+        const TranscriptPosition* position = knownPosition(transcript.path);
         return !position || position->file != transcript.stat.inode ||
                position->offset != static_cast<std::uint64_t>(transcript.stat.size);
     }
@@ -160,60 +165,98 @@ class TranscriptFollower {
         }
     }
 
-    void start(const std::shared_ptr<Batch>& batch, std::function<void(Batch&)> prepare) {
-        for (const std::string& path : batch->paths) {
-            const TranscriptPosition* position = positionOf(path);
-            batch->positions[path] = position ? std::optional(*position) : std::nullopt;
-            m_pending.insert(path);
+    /// OPTIMIZATION: two threads share the bytes, in the order of the files, so that the outcome is that of
+    /// one. PENDING
+    void start(std::vector<Transcript> transcripts) {
+        auto batch = std::make_shared<Batch>();
+        std::int64_t bytes = 0;
+        for (const Transcript& transcript : transcripts) {
+            bytes += transcript.stat.size;
+        }
+        std::int64_t shared = 0;
+        for (Transcript& transcript : transcripts) {
+            Share& share = batch->shares[shared < bytes / 2 ? 0 : 1];
+            shared += transcript.stat.size;
+            const TranscriptPosition* position = knownPosition(transcript.path);
+            share.positions[transcript.path] = position ? std::optional(*position) : std::nullopt;
+            m_pending.insert(transcript.path);
+            share.paths.push_back(std::move(transcript.path));
         }
         const int number = m_nextWork++;
-        const auto work = [batch, &files = m_files, markers = m_markers, prepare = std::move(prepare)] {
-            if (prepare) {
-                prepare(*batch);
-            }
-            read(*batch, files, markers);
-        };
-        m_works[number] = {batch, m_scheduler.background(work, [this, number] { finish(number); })};
-    }
-
-    static void read(Batch& batch, Files& files, const std::vector<std::string_view>& markers) {
-        TranscriptReader reader(files, markers, &batch.isCancelled);
-        for (const std::string& path : batch.paths) {
-            if (batch.isCancelled) {
-                return;
-            }
-            std::optional<TranscriptPosition>& position = batch.positions[path];
-            position =
-                reader.usageLines(path, position, [&batch](std::string_view line) { batch.tally.add(line); });
+        Work& work = m_works[number];
+        work.batch = batch;
+        const std::size_t count = batch->shares[1].paths.empty() ? 1 : 2;
+        batch->working = static_cast<int>(count);
+        for (Share& share : batch->shares) {
+            share.tally = m_tally.emptied();
+        }
+        for (std::size_t index = 0; index < count; ++index) {
+            work.tasks[index] = m_scheduler.background(
+                [batch, index, &files = m_files, markers = m_markers] {
+                    read(batch->shares[index], batch->isCancelled, files, markers);
+                    if (--batch->working == 0) {
+                        join(*batch);
+                        batch->isJoined = true;
+                    }
+                },
+                [this, number] { finish(number); });
         }
     }
 
+    static void read(Share& share, const std::atomic<bool>& isCancelled, Files& files,
+                     const std::vector<std::string_view>& markers) {
+        TranscriptReader reader(files, markers, &isCancelled);
+        for (const std::string& path : share.paths) {
+            if (isCancelled) {
+                return;
+            }
+            std::optional<TranscriptPosition>& position = share.positions[path];
+            position = reader.usageLines(path, position,
+                                         [&share](std::string_view line) { share.tally->add(line); });
+        }
+    }
+
+    /// The first share then holds all.
+    static void join(Batch& batch) {
+        Share& all = batch.shares[0];
+        Share& later = batch.shares[1];
+        static_cast<void>(all.tally->merge(std::move(*later.tally)));
+        later.tally.reset();
+        all.positions.merge(later.positions);
+    }
+
+    /// Called for each share, the last time when all are joined; what would come after is cancelled with the
+    /// work.
     void finish(int number) {
         const std::shared_ptr<Batch> batch = m_works.at(number).batch;
-        m_works.erase(number);
+        if (!batch->isJoined) {
+            return;
+        }
+        Share& all = batch->shares[0];
         // What was read before midnight passed over the lines of the new day.
-        takePositions(*batch, m_isLoaded ? merge(batch->tally) : adopt(std::move(batch->tally)));
+        takePositions(all.positions,
+                      m_isLoaded ? merge(std::move(*all.tally)) : adopt(std::move(*all.tally)));
+        m_works.erase(number);
         follow();
         m_onChange();
     }
 
-    [[nodiscard]] bool merge(const Tally& tally) {
+    [[nodiscard]] bool merge(Tally&& tally) {
         m_tally.roll(m_scheduler.now());
-        return m_tally.merge(tally);
+        return m_tally.merge(std::move(tally));
     }
 
     /// Moved, not merged: it holds every message of the day.
     [[nodiscard]] bool adopt(Tally&& tally) {
         m_isLoaded = true;
         m_tally = std::move(tally);
-        const Tally asRead = m_tally.emptied();
-        return merge(asRead);
+        return merge(m_tally.emptied());
     }
 
-    void takePositions(const Batch& batch, bool areValid) {
-        for (const std::string& path : batch.paths) {
+    void takePositions(const std::map<std::string, std::optional<TranscriptPosition>>& positions,
+                       bool areValid) {
+        for (const auto& [path, position] : positions) {
             m_pending.erase(path);
-            const auto& position = batch.positions.at(path);
             if (!position) {
                 m_failed.insert(path);
             } else if (areValid) {
@@ -235,6 +278,7 @@ class TranscriptFollower {
     std::set<std::string> m_pending; ///< what is being read in the background
     std::set<std::string> m_heardMeanwhile;
     std::set<std::string> m_failed; ///< what could not be opened; the next refresh tries again
+    Task m_listing;
     std::map<int, Work> m_works;
     int m_nextWork = 0;
     Task m_refresh;

@@ -59,7 +59,8 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "bench: %s\n", error.what());
         return 1;
     }
-    std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | usage FOLDER [FILE] | corpus FOLDER FILES | refresh [--smoke]\n",
+    std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | usage FOLDER [FILE] | corpus FOLDER FILES | "
+               "refresh [--smoke]\n",
                stderr);
     return 2;
 }

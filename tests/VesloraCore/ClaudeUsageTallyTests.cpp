@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/ClaudeUsageTally.h"
-#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/VesloraCore/TestData.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <gtest/gtest.h>
 
@@ -159,7 +159,7 @@ TEST(ClaudeUsageTally, MergingEqualsCountingInOrder) {
     EXPECT_EQ(later.totals(), ClaudeTokenTotals::zero);
     later.add(message("b", 2));
     later.add(message("c", 9));
-    EXPECT_TRUE(first.merge(later));
+    EXPECT_TRUE(first.merge(std::move(later)));
     EXPECT_EQ(first.totals(), totalsOf({message("a", 5), message("b", 6), message("b", 2), message("c", 9)}));
 }
 
@@ -168,7 +168,7 @@ TEST(ClaudeUsageTally, AnotherDaysTallyIsNotMerged) {
     ClaudeUsageTally later = first.emptied();
     later.add(message("a", 5));
     first.roll(noon + 86400);
-    EXPECT_FALSE(first.merge(later));
+    EXPECT_FALSE(first.merge(std::move(later)));
     EXPECT_EQ(first.totals(), ClaudeTokenTotals::zero);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/CodexUsageTally.h"
-#include "tests/VesloraCore/FixedCalendar.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <gtest/gtest.h>
 

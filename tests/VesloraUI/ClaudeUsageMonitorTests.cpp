@@ -33,7 +33,7 @@ class ClaudeUsageMonitorTest : public testing::Test {
     }
     /// As the monitor that owns this one refreshes it, and the background catches up.
     void settle() {
-        for (int round = 0; round < 5; ++round) {
+        for (int round = 0; round < 7; ++round) {
             monitor->refresh();
             world.time.runBackground();
         }
@@ -196,6 +196,9 @@ TEST_F(ClaudeUsageMonitorTest, NothingIsCountedBeforeTheFirstReadHasEnded) {
     monitor->refresh();
     EXPECT_EQ(output(), 0);
     world.time.runBackground();
+    monitor->refresh();
+    EXPECT_EQ(output(), 0);
+    world.time.runBackground();
     EXPECT_EQ(output(), 5);
     EXPECT_EQ(changes, 1);
 }
@@ -276,6 +279,7 @@ TEST_F(ClaudeUsageMonitorTest, ADayEndsWhenThePlacesClocksSaySo) {
                                  [] { return std::nullopt; });
         local.loadToday();
         place.time.runBackground();
+        place.time.runBackground();
         EXPECT_EQ(local.today().output, 5) << each.zone;
         place.pass(3600);
         local.refresh();
@@ -340,7 +344,7 @@ TEST_F(ClaudeUsageMonitorTest, LargeGrowthIsReadInTheBackground) {
     world.append("p/a.jsonl", std::string(std::size_t{2} << 20, 'x') + "\n" + usageLine("n", 7, today));
     monitor->refresh();
     EXPECT_EQ(output(), 5);
-    EXPECT_EQ(world.time.runBackground(), 1U);
+    EXPECT_GT(world.time.runBackground(), 0U);
     EXPECT_EQ(output(), 12);
 }
 
@@ -352,7 +356,7 @@ TEST_F(ClaudeUsageMonitorTest, AReadOverMidnightLosesNothing) {
     world.append("p/a.jsonl",
                  usageLine("m", 5, "2027-01-15T23:59:59Z") + usageLine("n", 7, "2027-01-16T00:00:01Z"));
     monitor->refresh();
-    ASSERT_EQ(world.time.pendingBackground(), 1U);
+    ASSERT_GT(world.time.pendingBackground(), 0U);
     world.pass(16.0 * 3600 + 10);
     world.touch("p/a.jsonl");
     world.time.runBackground();
@@ -374,6 +378,8 @@ TEST_F(ClaudeUsageMonitorTest, EndingItWhileItReadsIsSafe) {
     world.append("p/a.jsonl", usageLine("m", 5, today));
     start();
     monitor->loadToday();
+    world.time.runBackground();
+    ASSERT_GT(world.time.pendingBackground(), 0U);
     monitor.reset();
     world.time.runBackground();
     world.pass(10);

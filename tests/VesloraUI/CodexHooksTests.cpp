@@ -7,9 +7,9 @@
 #include "VesloraUI/Claude/CodexMonitor.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
-#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,9 +5,9 @@
 #include "VesloraUI/Claude/CodexMonitor.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

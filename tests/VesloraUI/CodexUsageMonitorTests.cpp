@@ -42,7 +42,7 @@ class CodexUsageMonitorTest : public testing::Test {
         settle();
     }
     void settle() {
-        for (int round = 0; round < 5; ++round) {
+        for (int round = 0; round < 7; ++round) {
             monitor.refresh();
             world.time.runBackground();
         }
@@ -68,6 +68,7 @@ TEST_F(CodexUsageMonitorTest, NothingMovesBeforeTheFirstReadHasEnded) {
     monitor.loadToday();
     monitor.refresh();
     EXPECT_FALSE(monitor.limits());
+    world.time.runBackground();
     world.time.runBackground();
     EXPECT_TRUE(monitor.limits());
 }

@@ -5,8 +5,8 @@
 
 #include "VesloraCore/ClaudeUsageTally.h"
 #include "VesloraUI/Claude/TranscriptFollower.h"
-#include "tests/VesloraCore/FixedCalendar.h"
 #include "tests/support/FakeDirectoryWatcher.h"
+#include "tests/support/FixedCalendar.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
 
@@ -72,10 +72,11 @@ class TranscriptWorld {
         }
     }
 
-    /// Lets a follower come to rest: a walk, one more for directories that were new to it, and a read.
+    /// Lets a follower come to rest: a list and a first read, a walk, one more for directories that were new
+    /// to it, and a read of what they found.
     template <class Follower>
     void settle(Follower& follower) {
-        constexpr int rounds = 5;
+        constexpr int rounds = 7;
         for (int round = 0; round < rounds; ++round) {
             follower.refresh();
             time.runBackground();

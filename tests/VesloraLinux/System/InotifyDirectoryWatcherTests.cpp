@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <fstream>
+
 namespace veslora {
 namespace {
 
@@ -167,6 +170,52 @@ TEST_F(InotifyDirectoryWatcherTests, LeavesItsWatchesDeadButSafeWhenItEnds) {
     EXPECT_FALSE(watch->isActive());
     folder.put("file", "");
     handleEventsFor(20);
+}
+
+TEST_F(InotifyDirectoryWatcherTests, NamesTheFilesWhileTheyAreWritten) {
+    std::vector<std::string> names;
+    bool isComplete = true;
+    const auto watch = watcher.watchFiles(folder.path("."), [&](const DirectoryNews& news) {
+        names.insert(names.end(), news.names.begin(), news.names.end());
+        isComplete = isComplete && news.isComplete;
+    });
+    const auto told = [&](const std::string& name) {
+        return waitUntil([&] { return std::ranges::find(names, name) != names.end(); });
+    };
+    std::ofstream file(folder.path("log"), std::ios::binary);
+    EXPECT_TRUE(told("log"));
+    names.clear();
+    file << "a line\n" << std::flush;
+    EXPECT_TRUE(told("log"));
+    names.clear();
+    std::filesystem::permissions(folder.path("log"), std::filesystem::perms::owner_read);
+    EXPECT_TRUE(told("log"));
+    std::filesystem::rename(folder.path("log"), folder.path("other"));
+    EXPECT_TRUE(told("other"));
+    std::filesystem::create_directory(folder.path("sub"));
+    EXPECT_TRUE(told("sub"));
+    EXPECT_TRUE(isComplete);
+}
+
+TEST_F(InotifyDirectoryWatcherTests, SaysWhenItCannotNameAll) {
+    bool isComplete = true;
+    const auto watch = watcher.watchFiles(folder.path("."),
+                                          [&](const DirectoryNews& news) { isComplete &= news.isComplete; });
+    for (int index = 0; index < 1000; ++index) {
+        folder.put(std::to_string(index), "");
+    }
+    EXPECT_TRUE(waitUntil([&] { return !isComplete; }));
+}
+
+TEST_F(InotifyDirectoryWatcherTests, SaysThatAFollowedDirectoryIsGone) {
+    std::filesystem::create_directory(folder.path("sub"));
+    bool isComplete = true;
+    const auto watch = watcher.watchFiles(folder.path("sub"),
+                                          [&](const DirectoryNews& news) { isComplete &= news.isComplete; });
+    ASSERT_TRUE(watch);
+    std::filesystem::remove(folder.path("sub"));
+    EXPECT_TRUE(waitUntil([&] { return !isComplete; }));
+    EXPECT_FALSE(watch->isActive());
 }
 
 } // namespace

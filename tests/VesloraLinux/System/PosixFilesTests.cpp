@@ -254,5 +254,38 @@ TEST_F(PosixFilesTests, LeavesNothingOverWhenALinkCannotTakeItsPlace) {
     EXPECT_THAT(*files.list(folder.path()), UnorderedElementsAre("sub"));
 }
 
+TEST_F(PosixFilesTests, ReadsPiecesOfAnOpenFile) {
+    const std::string path = folder.put("file", "0123456789");
+    const auto reader = files.open(path);
+    ASSERT_TRUE(reader);
+    char bytes[4] = {};
+    EXPECT_EQ(reader->read(bytes, 4, 3), 4U);
+    EXPECT_EQ(std::string(bytes, 4), "3456");
+    EXPECT_EQ(reader->read(bytes, 4, 8), 2U);
+    EXPECT_EQ(reader->read(bytes, 4, 10), 0U);
+    EXPECT_EQ(reader->read(bytes, 4, 1'000), 0U);
+    EXPECT_EQ(reader->stat()->size, 10);
+    EXPECT_EQ(reader->stat()->inode, files.stat(path, Links::refuse)->inode);
+}
+
+TEST_F(PosixFilesTests, AnOpenFileIsTheOneThatWasOpened) {
+    const std::string path = folder.put("file", "old");
+    const auto reader = files.open(path);
+    std::filesystem::rename(folder.put("new", "newer"), path);
+    char bytes[8] = {};
+    EXPECT_EQ(reader->read(bytes, 8, 0), 3U);
+    EXPECT_NE(reader->stat()->inode, files.stat(path, Links::refuse)->inode);
+}
+
+TEST_F(PosixFilesTests, OpensNothingButRegularFiles) {
+    EXPECT_FALSE(files.open(folder.path("none")));
+    EXPECT_FALSE(files.open(folder.path()));
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(files.open(folder.path("pipe")));
+    std::filesystem::create_symlink(folder.put("file", "text"), folder.path("link"));
+    EXPECT_FALSE(files.open(folder.path("link")));
+    EXPECT_FALSE(files.open("/dev/zero"));
+}
+
 } // namespace
 } // namespace veslora
