@@ -88,7 +88,7 @@ std::optional<std::string> keyOf(const Line& line) {
 
 std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
     const std::optional<Line> line = readLine(text);
-    // OPTIMIZATION: asked last, since whoever reads transcripts has looked for the marker before. PENDING
+    // The marker is asked for last, since whoever reads transcripts has looked for it before.
     if (!line || line->type != "assistant" || !line->timestamp || !line->message || !line->message->usage)
         return std::nullopt;
     const std::optional<Timestamp> time = Iso8601::parse(*line->timestamp);

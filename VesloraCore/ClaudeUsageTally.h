@@ -24,7 +24,7 @@ struct ClaudeUsageLine {
     static constexpr std::string_view marker = "\"usage\"";
 
     /// Nothing for a line that doesn't count. A count that is missing, no number or beyond 64 bits is 0.
-    [[nodiscard]] static std::optional<ClaudeUsageLine> parse(std::string_view line);
+    [[nodiscard]] static std::optional<ClaudeUsageLine> parse(std::string_view text);
 
     bool operator==(const ClaudeUsageLine&) const = default;
 };

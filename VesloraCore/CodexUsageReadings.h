@@ -22,7 +22,7 @@ class CodexUsageReadings {
 
     /// Takes one line, valid UTF-8 without its line end. Lines of several sessions come in any order: an
     /// older reading never replaces a newer one, and of two with one date the later line stands.
-    void add(std::string_view line);
+    void add(std::string_view text);
 
     /// Takes what another one read after this one. False, and nothing is taken, if that one counted another
     /// day.

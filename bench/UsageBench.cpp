@@ -122,7 +122,7 @@ class Reading {
 
 /// The other program's native form, which tools/bench has installed.
 std::string peer(const Bench& bench) {
-    const std::string program =
+    std::string program =
         bench.executables + "/../../peer/node_modules/@ccusage/ccusage-linux-x64/bin/ccusage";
     if (!std::filesystem::exists(program)) {
         throw std::runtime_error("ccusage is not installed");

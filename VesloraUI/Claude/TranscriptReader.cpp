@@ -11,7 +11,7 @@ namespace veslora {
 
 namespace {
 
-// OPTIMIZATION: small enough to lie in the processor's cache between reading and searching. PENDING
+// Small enough to lie in the processor's cache between reading and searching.
 constexpr std::size_t chunk = std::size_t{256} << 10;
 
 void handOver(std::string_view line, const TranscriptReader::OnLine& onLine) {

@@ -149,7 +149,7 @@ class Agents {
             return "{\"usage\" broken\n";
         case 3: {
             const unsigned shared = pick(30);
-            return test::usageLine("shared" + std::to_string(shared), shared * 100, now);
+            return test::usageLine("shared" + std::to_string(shared), std::int64_t{100} * shared, now);
         }
         case 4:
             return test::usageLine(own + "\xE9", pick(50), now);
