@@ -23,7 +23,7 @@ TEST(LinuxPlatformTests, OffersEverySeamOnX) {
     EXPECT_EQ(platform->processes().ownId(), getpid());
     EXPECT_TRUE(platform->files().stat("/", Links::refuse)->isDirectory);
     EXPECT_EQ(platform->directoryWatcher().watch("/nowhere", DirectoryChanges::any, [] {}), nullptr);
-    platform->sounds().play("Glass");
+    platform->sounds().play("None");
     platform->haptics().perform(HapticPattern::generic);
     platform->statusMenu().show(QStringLiteral("Veslora"), QStringLiteral("none"), {});
     bool isDone = false;
