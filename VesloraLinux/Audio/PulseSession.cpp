@@ -11,9 +11,7 @@ namespace {
 
 constexpr pa_sample_spec format{PA_SAMPLE_FLOAT32NE, Mixer::sampleRate, 1};
 
-/// Shorter ones run dry on a machine under load.
-constexpr int bufferMilliseconds = 200;
-
+constexpr std::int64_t bytesInSample = sizeof(float);
 constexpr auto byDefault = static_cast<std::uint32_t>(-1);
 
 } // namespace
@@ -112,7 +110,8 @@ void PulseSession::openStream() {
             static_cast<PulseSession*>(session)->write(bytes);
         },
         this);
-    constexpr std::uint32_t length = bufferMilliseconds * Mixer::sampleRate / 1000 * sizeof(float);
+    const auto length =
+        static_cast<std::uint32_t>(m_options.buffer.count() * Mixer::sampleRate / 1000 * bytesInSample);
     const pa_buffer_attr buffer{byDefault, length, byDefault, byDefault, byDefault};
     // No device is named and moving is not forbidden, so the stream follows the default one.
     if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr,

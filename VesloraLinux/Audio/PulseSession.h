@@ -17,6 +17,8 @@ struct PulseOptions {
     std::string library = "libpulse.so.0";
     /// An address as libpulse knows it; empty for the server of the user's session.
     std::string server;
+    /// How much of the sound the server is given ahead. Shorter ones run dry on a machine under load.
+    std::chrono::milliseconds buffer{200};
     /// After this time without any progress, at whatever stage, the server counts as lost.
     std::chrono::milliseconds patience{5000};
 };
