@@ -135,7 +135,7 @@ std::vector<Tone> tonesOf(AlertSound sound) {
 }
 
 /// Adds a tone, whose pitch moves evenly from its first to its last.
-void add(const Tone& tone, double sampleRate, std::vector<double>& sum) {
+void add(const Tone& tone, double sampleRate, std::vector<float>& sum) {
     using Turn = std::complex<double>;
     const double perSample = 2 * std::numbers::pi / sampleRate;
     const auto first = static_cast<std::size_t>(std::ceil(tone.start * sampleRate));
@@ -148,24 +148,23 @@ void add(const Tone& tone, double sampleRate, std::vector<double>& sum) {
     Turn pointer = tone.level;
     for (std::size_t index = first; index < end; ++index) {
         const double time = static_cast<double>(index) / sampleRate - tone.start;
-        sum[index] += swell(time / tone.attack) * swell((tone.length - time) / tone.release) * pointer.imag();
+        const double envelope = swell(time / tone.attack) * swell((tone.length - time) / tone.release);
+        sum[index] += static_cast<float>(envelope * pointer.imag());
         pointer *= step;
         step *= twist;
     }
 }
 
-/// As loud as `peak` allows.
-std::vector<float> normalized(const std::vector<double>& sum) {
-    double loudest = 0;
-    for (const double value : sum) {
-        loudest = std::max(loudest, std::abs(value));
+/// Makes it as loud as `peak` allows.
+void normalize(std::vector<float>& samples) {
+    float loudest = 0;
+    for (const float sample : samples) {
+        loudest = std::max(loudest, std::abs(sample));
     }
-    const double gain = loudest > 0 ? static_cast<double>(AlertSounds::peak) / loudest : 0;
-    std::vector<float> samples(sum.size());
-    std::ranges::transform(sum, samples.begin(), [gain](double value) {
-        return std::clamp(static_cast<float>(gain * value), -AlertSounds::peak, AlertSounds::peak);
-    });
-    return samples;
+    const float gain = loudest > 0 ? AlertSounds::peak / loudest : 0;
+    for (float& sample : samples) {
+        sample = std::clamp(gain * sample, -AlertSounds::peak, AlertSounds::peak);
+    }
 }
 
 } // namespace
@@ -190,13 +189,14 @@ std::vector<float> AlertSounds::samples(AlertSound sound, double sampleRate) {
         seconds = std::max(seconds, tone.start + tone.length);
     }
     // One more sample than the tones have, which is the 0 at the end.
-    std::vector<double> sum(static_cast<std::size_t>(seconds * sampleRate) + 1);
+    std::vector<float> sum(static_cast<std::size_t>(seconds * sampleRate) + 1);
     for (const Tone& tone : tones) {
         if (std::max(tone.hertz, tone.lastHertz) < carriedShare * sampleRate) {
             add(tone, sampleRate, sum);
         }
     }
-    return normalized(sum);
+    normalize(sum);
+    return sum;
 }
 
 } // namespace veslora
