@@ -26,6 +26,7 @@ class Mixer {
     static constexpr std::size_t capacity = 64;
 
     Mixer() = default;
+    ~Mixer() = default;
     Mixer(const Mixer&) = delete;
     Mixer& operator=(const Mixer&) = delete;
 

@@ -6,7 +6,6 @@
 #include <QtGlobal>
 
 #include <algorithm>
-#include <cstring>
 #include <stdexcept>
 
 namespace veslora::testing {
@@ -71,9 +70,10 @@ Recorder::Recorder(const SoundEnvironment& environment, const std::string& serve
 
 std::vector<float> Recorder::samples() const {
     std::ifstream file(m_path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    std::vector<float> samples(bytes.size() / sizeof(float));
-    std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(float));
+    std::vector<float> samples;
+    for (float sample = 0; file.read(reinterpret_cast<char*>(&sample), sizeof sample);) {
+        samples.push_back(sample);
+    }
     return samples;
 }
 
