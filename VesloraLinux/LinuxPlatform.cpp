@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/LinuxPlatform.h"
 
+#include "VesloraLinux/Audio/AlertPlayer.h"
+#include "VesloraLinux/Audio/PulseOutput.h"
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
@@ -9,7 +11,6 @@
 #include "VesloraLinux/System/NoHaptics.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
-#include "VesloraLinux/System/SilentSound.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 
@@ -40,7 +41,7 @@ struct LinuxPlatform::Parts {
     InotifyDirectoryWatcher directoryWatcher;
     ProcProcesses processes;
     Tmux multiplexer{scheduler, processes};
-    SilentSound sounds;
+    AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);

@@ -2,6 +2,7 @@
 #include "VesloraLinux/LinuxPlatform.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 #include "tests/VesloraLinux/Support/Desktop.h"
+#include "tests/VesloraLinux/Support/SoundServer.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 
 #include <QQuickWindow>
@@ -12,6 +13,7 @@ namespace veslora {
 namespace {
 
 TEST(LinuxPlatformTests, OffersEverySeamOnX) {
+    const testing::SoundEnvironment quiet;
     testing::Desktop desktop;
     const auto platform = LinuxPlatform::make();
     ASSERT_TRUE(platform);

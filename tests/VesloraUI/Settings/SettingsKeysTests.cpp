@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "VesloraCore/AlertSounds.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "tests/support/FakeDirectoryWatcher.h"
@@ -73,6 +74,12 @@ TEST(SettingsKeys, OffersFiveSoundsTheLastOfThemNone) {
     ASSERT_EQ(SettingsKeys::timerSounds.size(), 5U);
     EXPECT_EQ(SettingsKeys::timerSounds.front(), "Glass");
     EXPECT_EQ(SettingsKeys::timerSounds.back(), "None");
+}
+
+TEST(SettingsKeys, OffersOnlySoundsThatThereAre) {
+    for (const std::string_view name : SettingsKeys::timerSounds) {
+        EXPECT_EQ(AlertSounds::named(name).has_value(), name != "None") << name;
+    }
 }
 
 TEST(SettingsKeys, SpacingIsHeldToItsRange) {

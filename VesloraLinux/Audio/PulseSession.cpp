@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/Audio/PulseSession.h"
+
+#include "VesloraLinux/Audio/Mixer.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace veslora {
+namespace {
+
+constexpr pa_sample_spec format{PA_SAMPLE_FLOAT32NE, Mixer::sampleRate, 1};
+
+constexpr std::int64_t bytesInSample = sizeof(float);
+constexpr auto byDefault = static_cast<std::uint32_t>(-1);
+
+} // namespace
+
+PulseSession::PulseSession(const PulseLibrary& library, const PulseOptions& options, Mixer& mixer,
+                           int stopDescriptor)
+    : m_library(library), m_options(options), m_mixer(mixer), m_loop(library.mainloop_new()) {
+    if (m_loop == nullptr) {
+        return;
+    }
+    pa_mainloop_api* const api = m_library.mainloop_get_api(m_loop);
+    const auto stopped = [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* session) {
+        static_cast<PulseSession*>(session)->m_stage = Stage::failed;
+    };
+    m_stopEvent = api->io_new(api, stopDescriptor, PA_IO_EVENT_INPUT, stopped, this);
+    m_context = m_library.context_new(api, "Veslora");
+}
+
+PulseSession::~PulseSession() {
+    // Callbacks go first: the farewell changes states too.
+    if (m_stream != nullptr) {
+        m_library.stream_set_state_callback(m_stream, nullptr, nullptr);
+        m_library.stream_set_write_callback(m_stream, nullptr, nullptr);
+        m_library.stream_disconnect(m_stream);
+        m_library.stream_unref(m_stream);
+    }
+    if (m_context != nullptr) {
+        m_library.context_set_state_callback(m_context, nullptr, nullptr);
+        m_library.context_disconnect(m_context);
+        m_library.context_unref(m_context);
+    }
+    if (m_loop != nullptr) {
+        m_library.mainloop_get_api(m_loop)->io_free(m_stopEvent);
+        m_library.mainloop_free(m_loop);
+    }
+}
+
+AudioEnd PulseSession::run() {
+    if (m_context == nullptr) {
+        return AudioEnd::failed;
+    }
+    m_library.context_set_state_callback(
+        m_context, [](pa_context*, void* session) { static_cast<PulseSession*>(session)->contextChanged(); },
+        this);
+    const char* const server = m_options.server.empty() ? nullptr : m_options.server.c_str();
+    if (m_library.context_connect(m_context, server, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0) {
+        return AudioEnd::failed;
+    }
+    markProgress();
+    while (m_stage == Stage::going) {
+        if (!iterate()) {
+            return AudioEnd::failed;
+        }
+    }
+    return m_stage == Stage::played ? AudioEnd::played : AudioEnd::failed;
+}
+
+void PulseSession::markProgress() {
+    m_deadline = std::chrono::steady_clock::now() + m_options.patience;
+}
+
+bool PulseSession::iterate() {
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(m_deadline - std::chrono::steady_clock::now());
+    const auto microseconds = static_cast<int>(std::chrono::microseconds(left).count());
+    return microseconds > 0 && m_library.mainloop_prepare(m_loop, microseconds) >= 0 &&
+           m_library.mainloop_poll(m_loop) >= 0 && m_library.mainloop_dispatch(m_loop) >= 0;
+}
+
+void PulseSession::contextChanged() {
+    const pa_context_state_t state = m_library.context_get_state(m_context);
+    if (!PA_CONTEXT_IS_GOOD(state)) {
+        m_stage = Stage::failed;
+    } else if (state == PA_CONTEXT_READY) {
+        markProgress();
+        openStream();
+    }
+}
+
+void PulseSession::openStream() {
+    pa_proplist* const properties = m_library.proplist_new();
+    // What desktops put under "System Sounds" in their mixers.
+    m_library.proplist_sets(properties, PA_PROP_MEDIA_ROLE, "event");
+    m_stream = m_library.stream_new_with_proplist(m_context, "Veslora", &format, nullptr, properties);
+    m_library.proplist_free(properties);
+    if (m_stream == nullptr) {
+        m_stage = Stage::failed;
+        return;
+    }
+    m_library.stream_set_state_callback(
+        m_stream, [](pa_stream*, void* session) { static_cast<PulseSession*>(session)->streamChanged(); },
+        this);
+    m_library.stream_set_write_callback(
+        m_stream,
+        [](pa_stream*, std::size_t bytes, void* session) {
+            static_cast<PulseSession*>(session)->write(bytes);
+        },
+        this);
+    const auto length =
+        static_cast<std::uint32_t>(m_options.buffer.count() * Mixer::sampleRate / 1000 * bytesInSample);
+    const pa_buffer_attr buffer{byDefault, length, byDefault, byDefault, byDefault};
+    // No device is named and moving is not forbidden, so the stream follows the default one.
+    if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr,
+                                          nullptr) < 0) {
+        m_stage = Stage::failed;
+    }
+}
+
+void PulseSession::streamChanged() {
+    if (PA_STREAM_IS_GOOD(m_library.stream_get_state(m_stream))) {
+        markProgress();
+    } else {
+        m_stage = Stage::failed;
+    }
+}
+
+void PulseSession::write(std::size_t bytes) {
+    markProgress();
+    while (bytes >= sizeof(float) && !m_isDraining) {
+        void* memory = nullptr;
+        std::size_t size = bytes;
+        if (m_library.stream_begin_write(m_stream, &memory, &size) < 0 || memory == nullptr) {
+            m_stage = Stage::failed;
+            return;
+        }
+        const std::size_t count = std::min(size, bytes) / sizeof(float);
+        m_mixer.render({static_cast<float*>(memory), count});
+        if (m_library.stream_write(m_stream, memory, count * sizeof(float), nullptr, 0, PA_SEEK_RELATIVE) <
+            0) {
+            m_stage = Stage::failed;
+            return;
+        }
+        bytes -= count * sizeof(float);
+        if (m_mixer.isSilent()) {
+            drain();
+        }
+    }
+}
+
+void PulseSession::drain() {
+    m_isDraining = true;
+    const auto drained = [](pa_stream*, int success, void* session) {
+        static_cast<PulseSession*>(session)->m_stage = success != 0 ? Stage::played : Stage::failed;
+    };
+    if (pa_operation* const operation = m_library.stream_drain(m_stream, drained, this)) {
+        m_library.operation_unref(operation);
+    } else {
+        m_stage = Stage::failed;
+    }
+}
+
+} // namespace veslora
