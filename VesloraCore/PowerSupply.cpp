@@ -41,10 +41,6 @@ bool isOfTheMachine(const Attributes& supply) {
     return textOf(supply, "scope") != "Device";
 }
 
-bool isBattery(const Attributes& supply) {
-    return isOfTheMachine(supply) && textOf(supply, "type") == "Battery" && textOf(supply, "present") != "0";
-}
-
 /// "Mains", "USB", "Wireless": whatever brings power from outside.
 bool isLine(const Attributes& supply) {
     const std::string_view type = textOf(supply, "type");
@@ -95,7 +91,7 @@ void readCharge(const Attributes& supply, Battery& battery) {
     }
 }
 
-/// Absent when its level can't be told, or is far beyond full.
+/// Absent when it is not in its bay, and when its level can't be told, or is far beyond full.
 std::optional<Battery> batteryOf(const Attributes& supply) {
     constexpr double mostShare = 1.5;
     Battery battery;
@@ -105,7 +101,7 @@ std::optional<Battery> batteryOf(const Attributes& supply) {
         readCharge(supply, battery);
     }
     const auto capacity = numberOf(supply, "capacity");
-    if (battery.full == 0 && !capacity) {
+    if (textOf(supply, "present") == "0" || (battery.full == 0 && !capacity)) {
         return std::nullopt;
     }
     battery.share = battery.full > 0 ? battery.now / battery.full : *capacity / 100;
@@ -164,6 +160,10 @@ double meanShare(const std::vector<Battery>& batteries) {
 }
 
 } // namespace
+
+bool isBattery(const Attributes& supply) {
+    return isOfTheMachine(supply) && textOf(supply, "type") == "Battery";
+}
 
 std::optional<BatteryReading> batteryReading(const std::vector<Attributes>& supplies) {
     std::vector<Battery> batteries;
