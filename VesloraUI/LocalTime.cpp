@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 
 namespace veslora::LocalTime {
 
@@ -13,7 +14,8 @@ namespace {
 QDateTime localDate(Timestamp time) {
     // Moments that no calendar shows are held to one that does.
     constexpr double farthest = 250'000'000'000;
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(std::clamp(time, -farthest, farthest) * 1000));
+    const double held = std::isnan(time) ? 0 : std::clamp(time, -farthest, farthest);
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(held * 1000));
 }
 
 /// How many equal characters follow each other from `at` on.

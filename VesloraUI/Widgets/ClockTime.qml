@@ -24,7 +24,7 @@ Row {
             horizontalAlignment: Text.AlignHCenter
             text: piece.text
             verticalAlignment: Text.AlignVCenter
-            width: piece.isDigit ? 0.66 * time.size : implicitWidth
+            width: piece.isDigit ? 0.66 * time.size : undefined
 
             font {
                 pixelSize: time.size
