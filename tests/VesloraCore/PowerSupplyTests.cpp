@@ -13,9 +13,9 @@ using PowerSupply::Attributes;
 using PowerSupply::batteryReading;
 
 /// Each value as the kernel writes it, with a line end.
-Attributes supply(std::vector<std::pair<std::string, std::string>> values) {
+Attributes supply(const std::vector<std::pair<std::string, std::string>>& values) {
     Attributes attributes;
-    for (auto& [name, value] : values) {
+    for (const auto& [name, value] : values) {
         attributes[name] = value + "\n";
     }
     return attributes;

@@ -25,7 +25,6 @@ constexpr Timestamp saturday = 1'795'266'300;
 class ClockViewTest : public testing::Test {
   protected:
     void SetUp() override { scene.platform.time.setClock(saturday); }
-    ~ClockViewTest() override { scene.close(); }
 
     void showClock() { scene.show("Widgets/ClockView.qml", {}, {150, 112}); }
     [[nodiscard]] QString time() const { return scene.view().findChild<ClockViewPresenter*>()->timeText(); }

@@ -26,7 +26,6 @@ class MetersWidgetTest : public testing::Test {
         machine.power = BatteryReading{0.78, false, false, {}, 252};
         machine.volume = DiskCapacity{1'000 * gigabyte, 560 * gigabyte};
     }
-    ~MetersWidgetTest() override { scene.close(); }
 
     void showWidget(bool isWide) {
         scene.show("Widgets/MetersWidget.qml",
