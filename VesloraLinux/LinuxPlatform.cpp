@@ -4,13 +4,16 @@
 #include "VesloraLinux/Audio/AlertPlayer.h"
 #include "VesloraLinux/Audio/PulseOutput.h"
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
+#include "VesloraLinux/DBus/Login1Suspension.h"
 #include "VesloraLinux/DBus/SessionBus.h"
+#include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/NoHaptics.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/ProcSystemReadings.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 
@@ -40,10 +43,12 @@ struct LinuxPlatform::Parts {
     LinuxScheduler scheduler;
     InotifyDirectoryWatcher directoryWatcher;
     ProcProcesses processes;
+    ProcSystemReadings systemReadings;
     Tmux multiplexer{scheduler, processes};
     AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
+    Login1Suspension suspension{SystemBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
 };
 
@@ -91,6 +96,12 @@ HostApplications& LinuxPlatform::hostApplications() {
 }
 TerminalMultiplexer& LinuxPlatform::terminalMultiplexer() {
     return m_parts->multiplexer;
+}
+SystemReadings& LinuxPlatform::systemReadings() {
+    return m_parts->systemReadings;
+}
+Suspension& LinuxPlatform::suspension() {
+    return m_parts->suspension;
 }
 Screens& LinuxPlatform::screens() {
     return m_parts->windowSystem->screens();

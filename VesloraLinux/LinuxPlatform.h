@@ -32,6 +32,8 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] Processes& processes() override;
     [[nodiscard]] HostApplications& hostApplications() override;
     [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override;
+    [[nodiscard]] SystemReadings& systemReadings() override;
+    [[nodiscard]] Suspension& suspension() override;
     [[nodiscard]] Screens& screens() override;
     [[nodiscard]] Pointer& pointer() override;
     [[nodiscard]] Panel& panel() override;

@@ -86,6 +86,7 @@ Fader {
                 agents: island.model.agents
                 height: 112
                 rack: island.model.rack
+                sampler: island.model.sampler
                 width: parent.width - 64
                 x: 32
                 y: island.model.notchHeight + 18

@@ -4,9 +4,10 @@
 namespace veslora {
 
 NotchViewModel::NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
-                               const Defaults& settings, const TextMeasuring& measuring, Timestamp now)
-    : m_geometry(geometry), m_agents(agents), m_rack(rack), m_settings(settings), m_measuring(measuring),
-      m_clock(now) {
+                               SystemSampler& sampler, const Defaults& settings,
+                               const TextMeasuring& measuring, Timestamp now)
+    : m_geometry(geometry), m_agents(agents), m_rack(rack), m_sampler(sampler), m_settings(settings),
+      m_measuring(measuring), m_clock(now) {
     connect(&agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::islandWidthChanged, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::isEditingChanged, this, &NotchViewModel::refresh);

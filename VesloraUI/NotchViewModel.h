@@ -8,6 +8,7 @@
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/LiveActivity.h"
 #include "VesloraUI/Widgets/RackModel.h"
+#include "VesloraUI/Widgets/SystemSampler.h"
 
 #include <QObject>
 #include <QQmlEngine>
@@ -36,6 +37,7 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
+    Q_PROPERTY(veslora::SystemSampler* sampler READ sampler CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
@@ -43,7 +45,8 @@ class NotchViewModel : public QObject {
     Q_ENUM(Content)
 
     NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
-                   const Defaults& settings, const TextMeasuring& measuring, Timestamp now);
+                   SystemSampler& sampler, const Defaults& settings, const TextMeasuring& measuring,
+                   Timestamp now);
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
     void setExpanded(bool isExpanded);
@@ -66,6 +69,7 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
     [[nodiscard]] AgentsModel* agents() const { return &m_agents; }
     [[nodiscard]] RackModel* rack() const { return &m_rack; }
+    [[nodiscard]] SystemSampler* sampler() const { return &m_sampler; }
 
   signals:
     /// Comes before `layoutChanged`, so that a view on its way out never takes the next one's size.
@@ -88,6 +92,7 @@ class NotchViewModel : public QObject {
     NotchGeometry m_geometry;
     AgentsModel& m_agents;
     RackModel& m_rack;
+    SystemSampler& m_sampler;
     const Defaults& m_settings;
     const TextMeasuring& m_measuring;
     bool m_isExpanded = false;

@@ -23,7 +23,8 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
     : m_platform(platform), m_measuring(measuring), m_settings(settings),
-      m_rack(settings, platform.haptics()), m_agents(agents), m_makeContent(std::move(makeContent)) {}
+      m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
+      m_agents(agents), m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel().setContent(nullptr);
@@ -42,6 +43,7 @@ void NotchWindowController::start() {
         connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
         connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
         connect(&m_platform.screens(), &Screens::changed, this, &NotchWindowController::layout),
+        connect(&m_platform.suspension(), &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
     };
     pointer.setTracking(true);
 }
@@ -116,7 +118,8 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) const {
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
-    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_settings, m_measuring, now());
+    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_sampler, m_settings,
+                                                  m_measuring, now());
     model->setExpanded(m_rack.isEditing());
     IslandContent content = m_makeContent(*model);
     Panel& panel = m_platform.panel();

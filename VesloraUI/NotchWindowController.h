@@ -47,6 +47,7 @@ class NotchWindowController : public QObject {
     void stop();
 
     [[nodiscard]] RackModel& rack() { return m_rack; }
+    [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
     /// Absent before the first layout.
@@ -81,6 +82,7 @@ class NotchWindowController : public QObject {
     const TextMeasuring& m_measuring;
     Defaults& m_settings;
     RackModel m_rack;
+    SystemSampler m_sampler;
     AgentsModel& m_agents;
     MakeContent m_makeContent;
 

@@ -2,15 +2,13 @@
 #include "VesloraLinux/System/ProcProcesses.h"
 
 #include "VesloraCore/PathText.h"
-#include "VesloraLinux/System/FileDescriptor.h"
+#include "VesloraLinux/System/FileBeginning.h"
 #include "VesloraLinux/System/ProcessTree.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <csignal>
@@ -39,24 +37,6 @@ std::vector<std::int32_t> processIdsIn(const std::string& root) {
     }
     std::ranges::sort(ids);
     return ids;
-}
-
-/// At most the first `cap` bytes; empty when it can't be read.
-std::string beginningOf(const std::string& path, std::size_t cap) {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    std::string text;
-    char part[4096];
-    while (file && text.size() < cap) {
-        const ssize_t length = read(file.value(), part, std::min(sizeof part, cap - text.size()));
-        if (length < 0 && errno == EINTR) {
-            continue;
-        }
-        if (length <= 0) {
-            break;
-        }
-        text.append(part, static_cast<std::size_t>(length));
-    }
-    return text;
 }
 
 } // namespace
@@ -96,7 +76,7 @@ std::optional<std::string> ProcProcesses::linkOf(std::int32_t pid, std::string_v
 }
 
 RunningProcess ProcProcesses::withDetails(std::int32_t pid, std::string executable) const {
-    std::string arguments = beginningOf(pathOf(pid, "cmdline"), commandLineCap);
+    std::string arguments = fileBeginning(pathOf(pid, "cmdline"), commandLineCap);
     while (arguments.ends_with('\0')) {
         arguments.pop_back();
     }
@@ -123,7 +103,7 @@ std::vector<RunningProcess> ProcProcesses::processesNamed(std::string_view name)
 std::optional<std::string> ProcProcesses::environmentOf(std::int32_t pid, std::string_view name) const {
     // The kernel limits all arguments and variables together to a quarter of the stack.
     constexpr std::size_t cap = std::size_t{6} << 20;
-    const std::string all = pid > 0 ? beginningOf(pathOf(pid, "environ"), cap) : std::string();
+    const std::string all = pid > 0 ? fileBeginning(pathOf(pid, "environ"), cap) : std::string();
     const std::string start = std::string(name) + "=";
     for (std::string_view rest = all; !rest.empty();) {
         const std::string_view entry = rest.substr(0, rest.find('\0'));

@@ -14,6 +14,8 @@
 #include "VesloraUI/Platform/Screens.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
+#include "VesloraUI/Platform/Suspension.h"
+#include "VesloraUI/Platform/SystemReadings.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
 
 #include <memory>
@@ -44,6 +46,8 @@ class Platform {
     [[nodiscard]] virtual Processes& processes() = 0;
     [[nodiscard]] virtual HostApplications& hostApplications() = 0;
     [[nodiscard]] virtual TerminalMultiplexer& terminalMultiplexer() = 0;
+    [[nodiscard]] virtual SystemReadings& systemReadings() = 0;
+    [[nodiscard]] virtual Suspension& suspension() = 0;
     [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;

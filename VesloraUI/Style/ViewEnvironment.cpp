@@ -32,6 +32,12 @@ ViewEnvironment& ViewEnvironment::of(const QQmlEngine* engine) {
     return *environment;
 }
 
+void ViewEnvironment::readClocks() {
+    for (auto& [period, ticker] : m_tickers) {
+        emit ticker.ticked();
+    }
+}
+
 TimelineTicker& ViewEnvironment::ticker(double period) {
     return m_tickers.try_emplace(period, m_scheduler, period).first->second;
 }

@@ -53,6 +53,9 @@ class ViewEnvironment : public QObject {
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
 
+    /// Lets every timeline that runs read the clock now, as after a sleep of the machine.
+    void readClocks();
+
   private:
     Scheduler& m_scheduler;
     Defaults& m_settings;

@@ -8,12 +8,13 @@ Item {
 
     required property var entry
     required property AgentsModel agents
+    required property SystemSampler sampler
 
     width: entry.width
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : title
+        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : title
     }
 
     Component {
@@ -32,6 +33,21 @@ Item {
             agents: module.agents
             isWide: module.entry.isWide
         }
+    }
+
+    Component {
+        id: metersWidget
+
+        MetersWidget {
+            isWide: module.entry.isWide
+            sampler: module.sampler
+        }
+    }
+
+    Component {
+        id: clock
+
+        ClockView {}
     }
 
     Component {

@@ -41,7 +41,8 @@ void RackPresenter::readRack() {
     for (const WidgetEntry& entry : page()) {
         entries.push_back({text(rawValue(entry.id)), text(title(entry.id)), entry.width(),
                            entry.size == WidgetSize::wide, entry.id == WidgetID::claude,
-                           entry.id == WidgetID::claudeUsage});
+                           entry.id == WidgetID::claudeUsage, entry.id == WidgetID::meters,
+                           entry.id == WidgetID::clock});
     }
     m_modules.assign(std::move(entries));
     emit changed();

@@ -21,6 +21,8 @@ struct RackEntry {
     Q_PROPERTY(bool isWide MEMBER isWide FINAL)
     Q_PROPERTY(bool isAgents MEMBER isAgents FINAL)
     Q_PROPERTY(bool isUsage MEMBER isUsage FINAL)
+    Q_PROPERTY(bool isMeters MEMBER isMeters FINAL)
+    Q_PROPERTY(bool isClock MEMBER isClock FINAL)
 
   public:
     QString id;
@@ -29,6 +31,8 @@ struct RackEntry {
     bool isWide = false;
     bool isAgents = false; ///< the agents widget stands here
     bool isUsage = false;  ///< the usage widget stands here
+    bool isMeters = false; ///< the system's meters stand here
+    bool isClock = false;  ///< the clock stands here
 
     bool operator==(const RackEntry&) const = default;
 };

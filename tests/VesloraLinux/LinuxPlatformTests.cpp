@@ -23,6 +23,8 @@ TEST(LinuxPlatformTests, OffersEverySeamOnX) {
     EXPECT_NE(platform->panel().window(), nullptr);
     EXPECT_EQ(platform->hostApplications().hostAppOf(1), std::nullopt);
     EXPECT_EQ(platform->processes().ownId(), getpid());
+    EXPECT_TRUE(platform->systemReadings().ticks());
+    EXPECT_TRUE(QObject::connect(&platform->suspension(), &Suspension::didWake, [] {}));
     EXPECT_TRUE(platform->files().stat("/", Links::refuse)->isDirectory);
     EXPECT_EQ(platform->directoryWatcher().watch("/nowhere", DirectoryChanges::any, [] {}), nullptr);
     platform->sounds().play("Glass");

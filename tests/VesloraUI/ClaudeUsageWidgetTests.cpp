@@ -2,15 +2,13 @@
 // The usage widget, drawn, with readings put into its agents' monitors.
 #include "VesloraUI/Claude/ClaudeUsageWidgetPresenter.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "tests/VesloraUI/FixedPlace.h"
 #include "tests/VesloraUI/Scene.h"
 
-#include <QLocale>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <ctime>
 
 namespace veslora {
 namespace {
@@ -23,32 +21,6 @@ constexpr double hour = 3'600;
 constexpr double day = 24 * hour;
 // A Saturday, 13:41 in the zone of these tests, an hour east of Greenwich.
 constexpr Timestamp saturday = 1'795'264'860;
-
-/// Dates as in London's language and Berlin's winter, whatever the machine is set to.
-class FixedPlace {
-  public:
-    FixedPlace() {
-        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-        setZone("VST-1");
-    }
-    ~FixedPlace() {
-        QLocale::setDefault(QLocale::system());
-        m_hadZone ? setZone(m_zone) : unsetZone();
-    }
-    Q_DISABLE_COPY_MOVE(FixedPlace)
-
-  private:
-    static void setZone(const QByteArray& zone) {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    static void unsetZone() {
-        qunsetenv("TZ");
-        tzset();
-    }
-    bool m_hadZone = qEnvironmentVariableIsSet("TZ");
-    QByteArray m_zone = qgetenv("TZ");
-};
 
 class ClaudeUsageWidgetTest : public testing::Test {
   protected:
@@ -461,9 +433,7 @@ TEST_F(ClaudeUsageWidgetTest, TheRackHoldsItInEitherSize) {
          std::vector<std::pair<std::string, QString>>{{"claudeUsage", "WK"}, {"claudeUsage:2", "WEEK"}}) {
         scene.settings.set("widgetLayout", layout);
         RackModel rack(scene.settings, scene.platform.taps);
-        scene.show("Widgets/RackView.qml",
-                   {{"rack", QVariant::fromValue(&rack)}, {"agents", QVariant::fromValue(&scene.agents)}},
-                   {296, 112});
+        scene.showRack(rack, {296, 112});
         EXPECT_TRUE(scene.shows(label)) << layout;
         EXPECT_TRUE(scene.shows("Today 4.82M")) << layout;
         scene.close();

@@ -64,6 +64,24 @@ class FakeMultiplexer final : public TerminalMultiplexer {
     Scheduler& m_scheduler;
 };
 
+/// Says what a test put into it, and counts how often it was asked.
+class FakeSystemReadings final : public SystemReadings {
+  public:
+    std::optional<std::uint64_t> physical = std::uint64_t{16} << 30;
+    std::optional<CPUTicks> counted;
+    std::optional<MemoryPages> memory;
+    std::optional<BatteryReading> power;
+    std::optional<DiskCapacity> volume;
+    int reads = 0;     ///< of anything
+    int diskReads = 0; ///< of the disk alone
+
+    [[nodiscard]] std::optional<std::uint64_t> physicalMemory() override { return ++reads, physical; }
+    [[nodiscard]] std::optional<CPUTicks> ticks() override { return ++reads, counted; }
+    [[nodiscard]] std::optional<MemoryPages> memoryPages() override { return ++reads, memory; }
+    [[nodiscard]] std::optional<BatteryReading> battery() override { return ++reads, power; }
+    [[nodiscard]] std::optional<DiskCapacity> disk() override { return ++reads, ++diskReads, volume; }
+};
+
 class FakeScreens final : public Screens {
   public:
     std::vector<ScreenInfo> screens;
@@ -151,6 +169,8 @@ class FakePlatform final : public Platform {
     FakeProcesses tasks;
     FakeHostApplications hosts;
     FakeMultiplexer multiplexer{time};
+    FakeSystemReadings readings;
+    Suspension sleep;
     FakeScreens displays;
     FakePointer mouse;
     FakePanel window;
@@ -169,6 +189,8 @@ class FakePlatform final : public Platform {
     [[nodiscard]] Processes& processes() override { return tasks; }
     [[nodiscard]] HostApplications& hostApplications() override { return hosts; }
     [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override { return multiplexer; }
+    [[nodiscard]] SystemReadings& systemReadings() override { return readings; }
+    [[nodiscard]] Suspension& suspension() override { return sleep; }
     [[nodiscard]] Screens& screens() override { return displays; }
     [[nodiscard]] Pointer& pointer() override { return mouse; }
     [[nodiscard]] Panel& panel() override { return window; }

@@ -46,6 +46,7 @@ class NotchViewTest : public testing::Test {
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
                          scene.agents,
                          scene.rack,
+                         scene.sampler,
                          scene.settings,
                          measuring,
                          scene.platform.time.now()};
@@ -161,9 +162,7 @@ TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     scene.settings.set("widgetLayout", std::string());
     scene.close();
     RackModel empty(scene.settings, scene.platform.taps);
-    scene.show("Widgets/RackView.qml",
-               {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}},
-               {296, 112});
+    scene.showRack(empty, {296, 112});
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
     scene.close();
 }

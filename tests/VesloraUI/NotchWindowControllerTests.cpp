@@ -55,6 +55,21 @@ TEST_F(NotchWindowControllerTest, StartsMonitorsAndShowsThePanel) {
     EXPECT_EQ(state(), IslandState::closed);
 }
 
+TEST_F(NotchWindowControllerTest, AfterASleepTheMetersAreReadAtOnceIfAnybodyLooks) {
+    start();
+    emit platform.sleep.didWake();
+    const int before = platform.readings.reads;
+    EXPECT_EQ(before, 1) << "the size of the memory";
+    controller.sampler().viewAppeared();
+    const int seen = platform.readings.reads;
+    emit platform.sleep.didWake();
+    EXPECT_GT(platform.readings.reads, seen);
+    controller.stop();
+    const int stopped = platform.readings.reads;
+    emit platform.sleep.didWake();
+    EXPECT_EQ(platform.readings.reads, stopped);
+}
+
 TEST_F(NotchWindowControllerTest, StopRunsEverythingDown) {
     start();
     openByHover();

@@ -65,6 +65,14 @@ void Scene::show(const QString& file, const QVariantMap& properties, QSize size)
     advance(0);
 }
 
+void Scene::showRack(RackModel& shown, QSize size) {
+    show("Widgets/RackView.qml",
+         {{"rack", QVariant::fromValue(&shown)},
+          {"agents", QVariant::fromValue(&agents)},
+          {"sampler", QVariant::fromValue(&sampler)}},
+         size);
+}
+
 void Scene::showWindow(std::unique_ptr<QQuickWindow> shown) {
     m_window = std::move(shown);
     m_window->show();

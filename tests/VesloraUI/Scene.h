@@ -7,6 +7,7 @@
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Widgets/RackModel.h"
+#include "VesloraUI/Widgets/SystemSampler.h"
 #include "tests/VesloraUI/FakeMonitor.h"
 #include "tests/VesloraUI/FakePlatform.h"
 
@@ -35,11 +36,14 @@ class Scene {
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};
     RackModel rack{settings, platform.taps};
+    SystemSampler sampler{platform.time, platform.readings};
     ViewEnvironment environment{platform.time, settings};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.
     void show(const QString& file, const QVariantMap& properties, QSize size = {520, 200});
+    /// Shows a page of widgets.
+    void showRack(RackModel& shown, QSize size);
     /// Shows a window of its own.
     void showWindow(std::unique_ptr<QQuickWindow> shown);
 

@@ -30,6 +30,7 @@ void cleanEnvironment(const TemporaryFolder& home, const std::string& display,
     setenv("HOME", home.path().c_str(), 1);
     setenv("XDG_RUNTIME_DIR", home.path().c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
     setenv("QT_QPA_PLATFORM", "xcb", 1);
     setenv("QT_QUICK_BACKEND", "software", 1);
     setenv("QT_SCALE_FACTOR", options.scale.c_str(), 1);

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraLinux/DBus/Login1Suspension.h"
+
+#include <login1managerinterface.h>
+
+namespace veslora {
+
+Login1Suspension::Login1Suspension(const std::optional<QDBusConnection>& bus) {
+    if (!bus) {
+        return;
+    }
+    m_manager = std::make_unique<OrgFreedesktopLogin1ManagerInterface>(
+        QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"), *bus);
+    connect(m_manager.get(), &OrgFreedesktopLogin1ManagerInterface::PrepareForSleep, this,
+            &Login1Suspension::prepareForSleep);
+}
+
+Login1Suspension::~Login1Suspension() = default;
+
+void Login1Suspension::prepareForSleep(bool start) {
+    if (start) {
+        emit willSleep();
+    } else {
+        emit didWake();
+    }
+}
+
+} // namespace veslora

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// The clock, ready for display: the date, and the time in pieces of which each digit is one, so that a digit
+// that changes moves none of the others.
+#pragma once
+
+#include "VesloraUI/RowModel.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+#include <vector>
+
+namespace veslora {
+
+/// A digit, or what stands between two.
+struct ClockPiece {
+    Q_GADGET
+    QML_VALUE_TYPE(clockPiece)
+    Q_PROPERTY(QString text MEMBER text FINAL)
+    Q_PROPERTY(bool isDigit MEMBER isDigit FINAL)
+
+  public:
+    int id = 0; ///< its place, from 0
+    QString text;
+    bool isDigit = false;
+
+    bool operator==(const ClockPiece&) const = default;
+};
+
+class ClockViewPresenter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// Seconds since 1970, from the view's timeline.
+    Q_PROPERTY(double date MEMBER m_date WRITE setDate REQUIRED FINAL)
+    /// Points that the time may take.
+    Q_PROPERTY(double availableWidth MEMBER m_availableWidth WRITE setAvailableWidth REQUIRED FINAL)
+    Q_PROPERTY(QString dateText READ dateText NOTIFY dateTextChanged FINAL)
+    Q_PROPERTY(QString timeText READ timeText NOTIFY timeTextChanged FINAL)
+    /// All of `timeText`.
+    Q_PROPERTY(QAbstractItemModel* pieces READ pieces CONSTANT FINAL)
+    /// Points: the usual size of the time's letters, or less where it would be too wide.
+    Q_PROPERTY(int fontSize READ fontSize NOTIFY fontSizeChanged FINAL)
+
+  public:
+    static constexpr int usualSize = 36;
+    static constexpr double leastShare = 0.6;  ///< of the usual size
+    static constexpr double digitWidth = 0.66; ///< of the size of the letters
+
+    using QObject::QObject;
+
+    void setDate(double date);
+    void setAvailableWidth(double width);
+
+    [[nodiscard]] QString dateText() const { return m_dateText; }
+    [[nodiscard]] QString timeText() const { return m_timeText; }
+    [[nodiscard]] QAbstractItemModel* pieces() { return &m_pieces; }
+    [[nodiscard]] int fontSize() const { return m_fontSize; }
+
+    /// Cuts a time into its pieces. Text that runs from the right stays whole, as its parts do not stand in
+    /// the order in which they are written.
+    [[nodiscard]] static std::vector<ClockPiece> piecesOf(const QString& time);
+
+  signals:
+    void dateTextChanged();
+    void timeTextChanged();
+    void fontSizeChanged();
+
+  private:
+    void fit();
+
+    double m_date = 0;
+    double m_availableWidth = 0;
+    int m_fontSize = usualSize;
+    QString m_dateText;
+    QString m_timeText;
+    RowModel<ClockPiece> m_pieces{"piece"};
+};
+
+} // namespace veslora
