@@ -2,6 +2,9 @@
 #include "VesloraLinux/LinuxPlatform.h"
 
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
+#include "VesloraLinux/DBus/InhibitingService.h"
+#include "VesloraLinux/DBus/LoginManager.h"
+#include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
@@ -30,6 +33,22 @@ std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
     return nullptr;
 }
 
+/// Every way of keeping the machine awake, in the order in which they are asked: the desktop's own first.
+/// `windowSystem` may be null.
+std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(Scheduler& scheduler, WindowSystem* windowSystem) {
+    using Kind = InhibitingService::Kind;
+    const auto bus = SessionBus::connection();
+    std::vector<std::unique_ptr<Inhibitor>> ways;
+    for (const Kind kind : {Kind::sessionManager, Kind::powerManagement, Kind::screenSaver}) {
+        ways.push_back(std::make_unique<InhibitingService>(kind, bus));
+    }
+    ways.push_back(std::make_unique<LoginManager>(scheduler));
+    if (windowSystem) {
+        ways.push_back(windowSystem->makeDisplayInhibitor());
+    }
+    return ways;
+}
+
 } // namespace
 
 struct LinuxPlatform::Parts {
@@ -44,6 +63,7 @@ struct LinuxPlatform::Parts {
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
+    PowerAssertions power{scheduler, makeInhibitors(scheduler, windowSystem.get())};
 };
 
 void LinuxPlatform::prepareEnvironment() {
@@ -108,6 +128,9 @@ HapticPerforming& LinuxPlatform::haptics() {
 }
 StatusMenu& LinuxPlatform::statusMenu() {
     return m_parts->statusMenu;
+}
+PowerAsserting& LinuxPlatform::power() {
+    return m_parts->power;
 }
 
 } // namespace veslora
