@@ -6,6 +6,7 @@
 #include "VesloraCore/IslandState.h"
 #include "VesloraCore/NotchGeometry.h"
 #include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/LiveActivity.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
@@ -35,14 +36,16 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double notchWidth READ notchWidth CONSTANT FINAL)
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
+    Q_PROPERTY(veslora::KeepAwakeModel* keepAwake READ keepAwake CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
-    enum Content { Nothing, ClaudeFinished, ClaudeWorking, ClaudeRequest, ClaudeNotice, Rack };
+    enum Content { Nothing, ClaudeFinished, ClaudeWorking, KeepAwake, ClaudeRequest, ClaudeNotice, Rack };
     Q_ENUM(Content)
 
-    NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+    /// Needs every one of the models.
+    NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
                    const Defaults& settings, const TextMeasuring& measuring, Timestamp now);
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
@@ -64,7 +67,8 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double wingWidth() const { return m_shown.wingWidth; }
     [[nodiscard]] double notchWidth() const { return m_geometry.notch.width; }
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
-    [[nodiscard]] AgentsModel* agents() const { return &m_agents; }
+    [[nodiscard]] AgentsModel* agents() const { return m_models.agents; }
+    [[nodiscard]] KeepAwakeModel* keepAwake() const { return m_models.keepAwake; }
     [[nodiscard]] RackModel* rack() const { return &m_rack; }
 
   signals:
@@ -86,7 +90,7 @@ class NotchViewModel : public QObject {
     void refresh();
 
     NotchGeometry m_geometry;
-    AgentsModel& m_agents;
+    IslandModels m_models;
     RackModel& m_rack;
     const Defaults& m_settings;
     const TextMeasuring& m_measuring;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/HoverTracker.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Platform/Platform.h"
 #include "VesloraUI/Platform/TextMeasuring.h"
@@ -47,6 +48,7 @@ class NotchWindowController : public QObject {
     void stop();
 
     [[nodiscard]] RackModel& rack() { return m_rack; }
+    [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
     /// Absent before the first layout.
@@ -67,11 +69,13 @@ class NotchWindowController : public QObject {
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
-    void fillTracker(HoverTracker& tracker) const;
+    void agentsChanged();
+    void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
-    [[nodiscard]] ClosedIslandActivity activity() const;
+    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake}; }
+    [[nodiscard]] ClosedIslandActivity activity();
     [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
-    [[nodiscard]] bool isShowingAnAlert() const;
+    [[nodiscard]] bool isShowingAnAlert();
     [[nodiscard]] DisplayChoice displayChoice() const;
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
@@ -82,6 +86,7 @@ class NotchWindowController : public QObject {
     Defaults& m_settings;
     RackModel m_rack;
     AgentsModel& m_agents;
+    KeepAwakeModel m_keepAwake;
     MakeContent m_makeContent;
 
     std::set<std::string> m_soundedApprovals; ///< the waits that were announced already

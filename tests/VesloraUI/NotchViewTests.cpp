@@ -44,7 +44,7 @@ class NotchViewTest : public testing::Test {
     Scene scene;
     QtTextMeasuring measuring;
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         scene.agents,
+                         {&scene.agents, &scene.keepAwake},
                          scene.rack,
                          scene.settings,
                          measuring,
@@ -162,7 +162,9 @@ TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     scene.close();
     RackModel empty(scene.settings, scene.platform.taps);
     scene.show("Widgets/RackView.qml",
-               {{"rack", QVariant::fromValue(&empty)}, {"agents", QVariant::fromValue(&scene.agents)}},
+               {{"rack", QVariant::fromValue(&empty)},
+                {"agents", QVariant::fromValue(&scene.agents)},
+                {"keepAwake", QVariant::fromValue(&scene.keepAwake)}},
                {296, 112});
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
     scene.close();

@@ -3,6 +3,7 @@
 // would.
 #pragma once
 
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
@@ -35,7 +36,8 @@ class Scene {
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};
     RackModel rack{settings, platform.taps};
-    ViewEnvironment environment{platform.time, settings};
+    KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
+    ViewEnvironment environment{platform.time, settings, platform.taps};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.
