@@ -27,7 +27,7 @@ QDBusMessage inhibitCall(const QString& reason) {
 /// The login manager hears of it when the descriptor is closed, also by the end of the program.
 class HeldDescriptor final : public Inhibition {
   public:
-    explicit HeldDescriptor(QDBusUnixFileDescriptor descriptor) : m_descriptor(std::move(descriptor)) {}
+    explicit HeldDescriptor(const QDBusUnixFileDescriptor& descriptor) : m_descriptor(descriptor) {}
 
   private:
     QDBusUnixFileDescriptor m_descriptor;
