@@ -4,7 +4,10 @@
 #include "VesloraLinux/Audio/AlertPlayer.h"
 #include "VesloraLinux/Audio/PulseOutput.h"
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
+#include "VesloraLinux/DBus/InhibitingService.h"
 #include "VesloraLinux/DBus/Login1Suspension.h"
+#include "VesloraLinux/DBus/LoginManager.h"
+#include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
@@ -34,6 +37,22 @@ std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
     return nullptr;
 }
 
+/// Every way of keeping the machine awake, in the order in which they are asked: the desktop's own first.
+/// `windowSystem` may be null.
+std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(Scheduler& scheduler, WindowSystem* windowSystem) {
+    using Kind = InhibitingService::Kind;
+    const auto bus = SessionBus::connection();
+    std::vector<std::unique_ptr<Inhibitor>> ways;
+    for (const Kind kind : {Kind::sessionManager, Kind::powerManagement, Kind::screenSaver}) {
+        ways.push_back(std::make_unique<InhibitingService>(kind, bus));
+    }
+    ways.push_back(std::make_unique<LoginManager>(scheduler));
+    if (windowSystem) {
+        ways.push_back(windowSystem->makeDisplayInhibitor());
+    }
+    return ways;
+}
+
 } // namespace
 
 struct LinuxPlatform::Parts {
@@ -50,6 +69,7 @@ struct LinuxPlatform::Parts {
     DBusStatusMenu statusMenu{SessionBus::connection()};
     Login1Suspension suspension{SystemBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
+    PowerAssertions power{scheduler, makeInhibitors(scheduler, windowSystem.get())};
 };
 
 void LinuxPlatform::prepareEnvironment() {
@@ -120,6 +140,9 @@ HapticPerforming& LinuxPlatform::haptics() {
 }
 StatusMenu& LinuxPlatform::statusMenu() {
     return m_parts->statusMenu;
+}
+PowerAsserting& LinuxPlatform::power() {
+    return m_parts->power;
 }
 
 } // namespace veslora

@@ -40,6 +40,7 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] SoundPlaying& sounds() override;
     [[nodiscard]] HapticPerforming& haptics() override;
     [[nodiscard]] StatusMenu& statusMenu() override;
+    [[nodiscard]] PowerAsserting& power() override;
 
   private:
     struct Parts;

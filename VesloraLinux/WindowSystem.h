@@ -2,11 +2,14 @@
 // The seams whose form depends on the window system. Main thread only.
 #pragma once
 
+#include "VesloraLinux/System/Inhibitor.h"
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/Screens.h"
+
+#include <memory>
 
 namespace veslora {
 
@@ -18,6 +21,10 @@ class WindowSystem {
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;
     [[nodiscard]] virtual HostApplications& hostApplications() = 0;
+
+    /// The window system's own way of keeping the display on, which must go before it does; null where it has
+    /// none.
+    [[nodiscard]] virtual std::unique_ptr<Inhibitor> makeDisplayInhibitor() = 0;
 };
 
 } // namespace veslora

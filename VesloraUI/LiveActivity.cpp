@@ -2,6 +2,7 @@
 #include "VesloraUI/LiveActivity.h"
 
 #include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
@@ -17,6 +18,9 @@ ClosedIslandInputs gather(const IslandModels& models) {
         inputs.agents.hasPendingRequests = !models.agents->pendingRequests().empty();
         inputs.agents.hasFinished = models.agents->latestFinished().has_value();
         inputs.agents.hasWorking = models.agents->longestWorking().has_value();
+    }
+    if (models.keepAwake) {
+        inputs.keepAwake = models.keepAwake->state();
     }
     return inputs;
 }

@@ -8,11 +8,13 @@ namespace veslora {
 
 class AgentsModel;
 class Defaults;
+class KeepAwakeModel;
 class TextMeasuring;
 
 /// The models that the island shows. One that is missing reports nothing.
 struct IslandModels {
     AgentsModel* agents = nullptr;
+    KeepAwakeModel* keepAwake = nullptr;
 };
 
 [[nodiscard]] ClosedIslandActivity closedIslandActivity(const IslandModels& models, const Defaults& settings,

@@ -14,6 +14,8 @@ Fader {
             return finished;
         case NotchViewModel.ClaudeWorking:
             return working;
+        case NotchViewModel.KeepAwake:
+            return keepAwake;
         case NotchViewModel.ClaudeRequest:
             return request;
         case NotchViewModel.ClaudeNotice:
@@ -43,6 +45,17 @@ Fader {
 
         ClaudeWorkingActivityView {
             agents: island.model.agents
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            wingWidth: island.model.wingWidth
+        }
+    }
+
+    Component {
+        id: keepAwake
+
+        KeepAwakeLiveActivityView {
+            keepAwake: island.model.keepAwake
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth
@@ -85,6 +98,7 @@ Fader {
             RackView {
                 agents: island.model.agents
                 height: 112
+                keepAwake: island.model.keepAwake
                 rack: island.model.rack
                 sampler: island.model.sampler
                 width: parent.width - 64

@@ -6,6 +6,7 @@
 #include "VesloraCore/IslandState.h"
 #include "VesloraCore/NotchGeometry.h"
 #include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/LiveActivity.h"
 #include "VesloraUI/Widgets/RackModel.h"
 #include "VesloraUI/Widgets/SystemSampler.h"
@@ -36,15 +37,17 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double notchWidth READ notchWidth CONSTANT FINAL)
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
+    Q_PROPERTY(veslora::KeepAwakeModel* keepAwake READ keepAwake CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
     Q_PROPERTY(veslora::SystemSampler* sampler READ sampler CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
-    enum Content { Nothing, ClaudeFinished, ClaudeWorking, ClaudeRequest, ClaudeNotice, Rack };
+    enum Content { Nothing, ClaudeFinished, ClaudeWorking, KeepAwake, ClaudeRequest, ClaudeNotice, Rack };
     Q_ENUM(Content)
 
-    NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+    /// Needs every one of the models.
+    NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
                    SystemSampler& sampler, const Defaults& settings, const TextMeasuring& measuring,
                    Timestamp now);
 
@@ -67,7 +70,8 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double wingWidth() const { return m_shown.wingWidth; }
     [[nodiscard]] double notchWidth() const { return m_geometry.notch.width; }
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
-    [[nodiscard]] AgentsModel* agents() const { return &m_agents; }
+    [[nodiscard]] AgentsModel* agents() const { return m_models.agents; }
+    [[nodiscard]] KeepAwakeModel* keepAwake() const { return m_models.keepAwake; }
     [[nodiscard]] RackModel* rack() const { return &m_rack; }
     [[nodiscard]] SystemSampler* sampler() const { return &m_sampler; }
 
@@ -90,7 +94,7 @@ class NotchViewModel : public QObject {
     void refresh();
 
     NotchGeometry m_geometry;
-    AgentsModel& m_agents;
+    IslandModels m_models;
     RackModel& m_rack;
     SystemSampler& m_sampler;
     const Defaults& m_settings;

@@ -24,7 +24,8 @@ NotchWindowController::NotchWindowController(Platform& platform, const TextMeasu
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
     : m_platform(platform), m_measuring(measuring), m_settings(settings),
       m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
-      m_agents(agents), m_makeContent(std::move(makeContent)) {}
+      m_agents(agents), m_keepAwake(settings, platform.power(), platform.scheduler()),
+      m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel().setContent(nullptr);
@@ -33,7 +34,8 @@ NotchWindowController::~NotchWindowController() {
 void NotchWindowController::start() {
     m_rack.onEditingChange = [this](bool isEditing) { editingChanged(isEditing); };
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
-    m_agents.setOnChange([this] { presentationChanged(); });
+    m_agents.setOnChange([this] { agentsChanged(); });
+    m_keepAwake.onChange = [this] { presentationChanged(); };
     m_agents.start();
     layout();
     m_platform.panel().orderFront();
@@ -52,6 +54,9 @@ void NotchWindowController::stop() {
     m_rack.exitEditing();
     m_agents.stop();
     m_agents.setOnChange(nullptr);
+    m_keepAwake.onChange = nullptr;
+    m_keepAwake.stop();
+    m_keepAwake.setClaudeIsWorking(false);
     m_openDelayTask.cancel();
     m_platform.pointer().setTracking(false);
     for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {
@@ -60,8 +65,8 @@ void NotchWindowController::stop() {
     m_platform.panel().orderOut();
 }
 
-ClosedIslandActivity NotchWindowController::activity() const {
-    return closedIslandActivity({&m_agents}, m_settings, m_measuring, now());
+ClosedIslandActivity NotchWindowController::activity() {
+    return closedIslandActivity(models(), m_settings, m_measuring, now());
 }
 
 std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
@@ -70,7 +75,7 @@ std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity&
     return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
 }
 
-bool NotchWindowController::isShowingAnAlert() const {
+bool NotchWindowController::isShowingAnAlert() {
     return isAlert(activity().kind);
 }
 
@@ -107,7 +112,7 @@ void NotchWindowController::layout() {
     updateClickThrough();
 }
 
-void NotchWindowController::fillTracker(HoverTracker& tracker) const {
+void NotchWindowController::fillTracker(HoverTracker& tracker) {
     const ClosedIslandActivity current = activity();
     tracker.liveActivityWingWidth = current.wingWidth;
     tracker.isShowingAlert = isAlert(current.kind);
@@ -118,7 +123,7 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) const {
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
-    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_sampler, m_settings,
+    auto model = std::make_unique<NotchViewModel>(geometry, models(), m_rack, m_sampler, m_settings,
                                                   m_measuring, now());
     model->setExpanded(m_rack.isEditing());
     IslandContent content = m_makeContent(*model);
@@ -129,6 +134,11 @@ void NotchWindowController::showContent(const NotchGeometry& geometry) {
     // The former view goes before the model that it reads.
     m_content = std::move(content);
     m_model = std::move(model);
+}
+
+void NotchWindowController::agentsChanged() {
+    m_keepAwake.setClaudeIsWorking(m_agents.longestWorking().has_value());
+    presentationChanged();
 }
 
 void NotchWindowController::presentationChanged() {

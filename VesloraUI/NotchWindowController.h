@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/HoverTracker.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Platform/Platform.h"
 #include "VesloraUI/Platform/TextMeasuring.h"
@@ -48,6 +49,7 @@ class NotchWindowController : public QObject {
 
     [[nodiscard]] RackModel& rack() { return m_rack; }
     [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
+    [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
     /// Absent before the first layout.
@@ -68,11 +70,13 @@ class NotchWindowController : public QObject {
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
-    void fillTracker(HoverTracker& tracker) const;
+    void agentsChanged();
+    void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
-    [[nodiscard]] ClosedIslandActivity activity() const;
+    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake}; }
+    [[nodiscard]] ClosedIslandActivity activity();
     [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
-    [[nodiscard]] bool isShowingAnAlert() const;
+    [[nodiscard]] bool isShowingAnAlert();
     [[nodiscard]] DisplayChoice displayChoice() const;
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
@@ -84,6 +88,7 @@ class NotchWindowController : public QObject {
     RackModel m_rack;
     SystemSampler m_sampler;
     AgentsModel& m_agents;
+    KeepAwakeModel m_keepAwake;
     MakeContent m_makeContent;
 
     std::set<std::string> m_soundedApprovals; ///< the waits that were announced already

@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/X11/PanelPointer.h"
 #include "VesloraLinux/X11/X11Pointer.h"
+#include "VesloraLinux/X11/X11ScreenSaver.h"
 
 #include <QGuiApplication>
 
@@ -34,14 +35,18 @@ std::unique_ptr<X11WindowSystem> X11WindowSystem::make(Scheduler& scheduler, Pan
 
 X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connection> connection,
                                  PanelForm form)
-    : m_connection(std::move(connection)), m_screens(*m_connection), m_panel(*m_connection, m_screens, form),
-      m_hostApplications(*m_connection) {
+    : m_form(form), m_connection(std::move(connection)), m_screens(*m_connection),
+      m_panel(*m_connection, m_screens, form), m_hostApplications(*m_connection) {
     if (form == PanelForm::shaped) {
         m_pointer =
             std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });
     } else {
         m_pointer = std::make_unique<PanelPointer>(m_panel, scheduler);
     }
+}
+
+std::unique_ptr<Inhibitor> X11WindowSystem::makeDisplayInhibitor() {
+    return m_form == PanelForm::shaped ? std::make_unique<X11ScreenSaver>(*m_connection) : nullptr;
 }
 
 } // namespace veslora

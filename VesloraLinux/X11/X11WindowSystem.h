@@ -28,10 +28,13 @@ class X11WindowSystem final : public WindowSystem {
     [[nodiscard]] Pointer& pointer() override { return *m_pointer; }
     [[nodiscard]] Panel& panel() override { return m_panel; }
     [[nodiscard]] HostApplications& hostApplications() override { return m_hostApplications; }
+    /// None on a Wayland desktop: its compositor does not ask its X server when to blank the screen.
+    [[nodiscard]] std::unique_ptr<Inhibitor> makeDisplayInhibitor() override;
 
   private:
     X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connection> connection, PanelForm form);
 
+    PanelForm m_form;
     std::unique_ptr<X11Connection> m_connection;
     X11Screens m_screens;
     X11Panel m_panel;

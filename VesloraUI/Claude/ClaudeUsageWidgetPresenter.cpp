@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeUsageWidgetPresenter.h"
 
+#include "VesloraUI/LocalTime.h"
+
 #include "VesloraCore/AgentUsageChoice.h"
 #include "VesloraCore/ClaudeUsageText.h"
 #include "VesloraUI/Platform/Observable.h"
@@ -25,14 +27,6 @@ QDateTime localDate(Timestamp time) {
     constexpr double farthest = 250'000'000'000;
     const double held = std::clamp(time, -farthest, farthest);
     return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(held * 1000));
-}
-
-QString shortTime(Timestamp time) {
-    const QLocale locale;
-    // The one locale whose short form has seconds is the one that stands for having none.
-    const QString format =
-        locale.language() == QLocale::C ? QStringLiteral("HH:mm") : locale.timeFormat(QLocale::ShortFormat);
-    return locale.toString(localDate(time).time(), format);
 }
 
 QString shortWeekday(Timestamp time) {
@@ -145,10 +139,10 @@ QString ClaudeUsageWidgetPresenter::text(const UsageDetailLine& detail) const {
         QString operator()(const UsageDetail::Unknown& /*none*/) const { return QStringLiteral("—"); }
         QString operator()(const UsageDetail::NoPlanLimits& /*none*/) const { return tr("No plan limits"); }
         QString operator()(const UsageDetail::AsOf& old) const {
-            return tr("as of %1").arg(shortTime(old.at));
+            return tr("as of %1").arg(LocalTime::shortTime(old.at));
         }
         QString operator()(const UsageDetail::ResetsAt& reset) const {
-            return tr("resets %1").arg(shortTime(reset.at));
+            return tr("resets %1").arg(LocalTime::shortTime(reset.at));
         }
         QString operator()(const UsageDetail::ResetsOn& reset) const {
             return tr("resets %1").arg(shortWeekday(reset.at));

@@ -9,6 +9,7 @@
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
+#include "VesloraUI/Platform/PowerAsserting.h"
 #include "VesloraUI/Platform/Processes.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/Screens.h"
@@ -54,6 +55,7 @@ class Platform {
     [[nodiscard]] virtual SoundPlaying& sounds() = 0;
     [[nodiscard]] virtual HapticPerforming& haptics() = 0;
     [[nodiscard]] virtual StatusMenu& statusMenu() = 0;
+    [[nodiscard]] virtual PowerAsserting& power() = 0;
 };
 
 } // namespace veslora

@@ -38,6 +38,13 @@ Window {
             symbol: "sparkle"
             text: qsTr("Agents")
         }
+
+        SettingsTab {
+            id: keepAwakeTab
+
+            symbol: "cup.and.saucer"
+            text: qsTr("Keep Awake")
+        }
     }
 
     Rectangle {
@@ -60,7 +67,7 @@ Window {
         Loader {
             id: page
 
-            sourceComponent: agentsTab.checked ? agentsPage : generalPage
+            sourceComponent: agentsTab.checked ? agentsPage : keepAwakeTab.checked ? keepAwakePage : generalPage
             width: parent.width - 40
             x: 20
             y: 18
@@ -81,5 +88,11 @@ Window {
         ClaudeSettings {
             agents: window.agents
         }
+    }
+
+    Component {
+        id: keepAwakePage
+
+        KeepAwakeSettings {}
     }
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clock, the settings, and the shared ticks of their timelines.
+// What views reach through their engine: the clock, the settings, taps under the finger, and the shared ticks
+// of their timelines.
 #pragma once
 
+#include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/Scheduler.h"
 
 #include <QObject>
@@ -38,8 +40,8 @@ class ViewEnvironment : public QObject {
     Q_OBJECT
 
   public:
-    ViewEnvironment(Scheduler& scheduler, Defaults& settings)
-        : m_scheduler(scheduler), m_settings(settings) {}
+    ViewEnvironment(Scheduler& scheduler, Defaults& settings, HapticPerforming& haptics)
+        : m_scheduler(scheduler), m_settings(settings), m_haptics(haptics) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -49,6 +51,7 @@ class ViewEnvironment : public QObject {
 
     [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
     [[nodiscard]] Defaults& settings() const { return m_settings; }
+    [[nodiscard]] HapticPerforming& haptics() const { return m_haptics; }
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -59,6 +62,7 @@ class ViewEnvironment : public QObject {
   private:
     Scheduler& m_scheduler;
     Defaults& m_settings;
+    HapticPerforming& m_haptics;
     std::map<double, TimelineTicker> m_tickers;
 };
 

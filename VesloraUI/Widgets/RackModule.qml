@@ -9,12 +9,13 @@ Item {
     required property var entry
     required property AgentsModel agents
     required property SystemSampler sampler
+    required property KeepAwakeModel keepAwake
 
     width: entry.width
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : title
+        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : module.entry.isKeepAwake ? keepAwakeWidget : title
     }
 
     Component {
@@ -41,6 +42,15 @@ Item {
         MetersWidget {
             isWide: module.entry.isWide
             sampler: module.sampler
+        }
+    }
+
+    Component {
+        id: keepAwakeWidget
+
+        KeepAwakeWidget {
+            isWide: module.entry.isWide
+            keepAwake: module.keepAwake
         }
     }
 

@@ -23,6 +23,7 @@ struct RackEntry {
     Q_PROPERTY(bool isUsage MEMBER isUsage FINAL)
     Q_PROPERTY(bool isMeters MEMBER isMeters FINAL)
     Q_PROPERTY(bool isClock MEMBER isClock FINAL)
+    Q_PROPERTY(bool isKeepAwake MEMBER isKeepAwake FINAL)
 
   public:
     QString id;
@@ -33,6 +34,7 @@ struct RackEntry {
     bool isUsage = false;  ///< the usage widget stands here
     bool isMeters = false; ///< the system's meters stand here
     bool isClock = false;  ///< the clock stands here
+    bool isKeepAwake = false;
 
     bool operator==(const RackEntry&) const = default;
 };

@@ -9,6 +9,7 @@ Item {
     required property RackModel rack
     required property AgentsModel agents
     required property SystemSampler sampler
+    required property KeepAwakeModel keepAwake
 
     RackPresenter {
         id: presenter
@@ -27,6 +28,7 @@ Item {
             RackModule {
                 agents: view.agents
                 height: view.height
+                keepAwake: view.keepAwake
                 sampler: view.sampler
             }
         }

@@ -158,6 +158,12 @@ class RecordingStatusMenu final : public StatusMenu {
     }
 };
 
+class RecordingPower final : public PowerAsserting {
+  public:
+    std::vector<std::optional<KeepAwakeHold>> applied;
+    void apply(const std::optional<KeepAwakeHold>& hold) override { applied.push_back(hold); }
+};
+
 class FakePlatform final : public Platform {
   public:
     FakePlatform();
@@ -178,6 +184,7 @@ class FakePlatform final : public Platform {
     RecordingHaptics taps;
     FixedTextMeasuring measuring;
     RecordingStatusMenu menu;
+    RecordingPower energy;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -197,6 +204,7 @@ class FakePlatform final : public Platform {
     [[nodiscard]] SoundPlaying& sounds() override { return sound; }
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
+    [[nodiscard]] PowerAsserting& power() override { return energy; }
 };
 
 /// The settings of a user who never touched any.

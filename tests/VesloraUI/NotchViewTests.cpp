@@ -44,7 +44,7 @@ class NotchViewTest : public testing::Test {
     Scene scene;
     QtTextMeasuring measuring;
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         scene.agents,
+                         {&scene.agents, &scene.keepAwake},
                          scene.rack,
                          scene.sampler,
                          scene.settings,

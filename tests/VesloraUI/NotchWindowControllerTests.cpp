@@ -276,5 +276,41 @@ TEST_F(NotchWindowControllerTest, AnOpenIslandHidesAnAlertButKeepsItsClicks) {
     EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
 }
 
+TEST_F(NotchWindowControllerTest, AnAgentAtWorkKeepsTheMachineAwake) {
+    start();
+    EXPECT_THAT(platform.energy.applied, IsEmpty());
+    claude.publish({FakeMonitor::session("s1", ClaudeStatus::Working{1})}, {});
+    constexpr KeepAwakeHold forClaude{false, KeepAwakeHold::Reason::claude};
+    EXPECT_THAT(platform.energy.applied, ElementsAre(forClaude));
+    claude.publish({FakeMonitor::session("s1", ClaudeStatus::Finished{1})}, {});
+    EXPECT_THAT(platform.energy.applied, ElementsAre(forClaude, std::nullopt));
+}
+
+TEST_F(NotchWindowControllerTest, AKeepAwakeSessionShowsWhileItRuns) {
+    start();
+    controller.keepAwake().start(3.0);
+    EXPECT_EQ(state(), IslandState::keepAwakeActivity);
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, controller.model()->wingWidth());
+    platform.advance(3);
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, std::nullopt);
+}
+
+TEST_F(NotchWindowControllerTest, ASessionOutlivesANewLayout) {
+    start();
+    controller.keepAwake().start(60.0);
+    emit platform.displays.changed();
+    EXPECT_EQ(state(), IslandState::keepAwakeActivity);
+}
+
+TEST_F(NotchWindowControllerTest, StopLetsTheMachineSleepAgain) {
+    start();
+    controller.keepAwake().start(std::nullopt);
+    claude.publish({FakeMonitor::session("s1", ClaudeStatus::Working{1})}, {});
+    controller.stop();
+    EXPECT_EQ(platform.energy.applied.back(), std::nullopt);
+    EXPECT_EQ(platform.time.pending(), 0u);
+}
+
 } // namespace
 } // namespace veslora

@@ -69,6 +69,7 @@ void Scene::showRack(RackModel& shown, QSize size) {
     show("Widgets/RackView.qml",
          {{"rack", QVariant::fromValue(&shown)},
           {"agents", QVariant::fromValue(&agents)},
+          {"keepAwake", QVariant::fromValue(&keepAwake)},
           {"sampler", QVariant::fromValue(&sampler)}},
          size);
 }

@@ -3,6 +3,7 @@
 // would.
 #pragma once
 
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
@@ -37,7 +38,8 @@ class Scene {
     AgentsModel agents{claude, &codex};
     RackModel rack{settings, platform.taps};
     SystemSampler sampler{platform.time, platform.readings};
-    ViewEnvironment environment{platform.time, settings};
+    KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
+    ViewEnvironment environment{platform.time, settings, platform.taps};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.

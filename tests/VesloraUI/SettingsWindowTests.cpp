@@ -30,13 +30,28 @@ class SettingsWindowTest : public testing::Test {
         scene.press("Agents");
     }
 
+    /// Presses each of these switches and sees what it does to its setting, and that to it.
+    void expectToggles(const std::vector<std::pair<QString, std::string_view>>& toggles) {
+        // Tall enough that the last of them can be pressed without scrolling.
+        scene.window().setHeight(900);
+        for (const auto& [title, key] : toggles) {
+            const bool before = scene.settings.boolValue(key);
+            scene.press(title);
+            EXPECT_EQ(scene.settings.boolValue(key), !before) << title.toStdString();
+            scene.settings.set(key, before);
+            const auto* toggle = scene.itemNamed(title);
+            ASSERT_TRUE(toggle) << title.toStdString();
+            EXPECT_EQ(toggle->property("checked").toBool(), before) << title.toStdString();
+        }
+    }
+
     Scene scene;
 };
 
 TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
-    EXPECT_THAT(scene.texts(), ElementsAre("General", "Agents", "Version 1.2.3"));
+    EXPECT_THAT(scene.texts(), ElementsAre("General", "Agents", "Keep Awake", "Version 1.2.3"));
 }
 
 TEST_F(SettingsWindowTest, InstallsUpdatesAndRemovesTheHooks) {
@@ -109,24 +124,32 @@ TEST_F(SettingsWindowTest, SaysWhenNothingOfCodexWasChanged) {
 
 TEST_F(SettingsWindowTest, EveryToggleIsBoundToItsSetting) {
     openAgents();
-    // Tall enough that the last of them can be pressed without scrolling.
-    scene.window().setHeight(900);
-    const std::vector<std::pair<QString, std::string_view>> toggles{
+    expectToggles({
         {"Approval alerts", SettingsKeys::claudeApprovalAlerts},
         {"Answer approvals from the island", SettingsKeys::claudeAnswerFromIsland},
         {"Sound for approvals", SettingsKeys::claudeApprovalSound},
         {"Finished turns", SettingsKeys::claudeFinishedActivity},
         {"Working live activity", SettingsKeys::claudeWorkingActivity},
-    };
-    for (const auto& [title, key] : toggles) {
-        const bool before = scene.settings.boolValue(key);
-        scene.press(title);
-        EXPECT_EQ(scene.settings.boolValue(key), !before) << title.toStdString();
-        scene.settings.set(key, before);
-        const auto* toggle = scene.itemNamed(title);
-        ASSERT_TRUE(toggle) << title.toStdString();
-        EXPECT_EQ(toggle->property("checked").toBool(), before) << title.toStdString();
-    }
+    });
+}
+
+TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
+    open();
+    scene.press("Keep Awake");
+    EXPECT_THAT(
+        scene.texts(),
+        ElementsAre("General", "Agents", "Keep Awake", "Keep the display on",
+                    "During a Keep Awake session the screen doesn't dim or sleep either.",
+                    "Stay awake while an agent is working",
+                    "While a Claude Code or Codex session is working, your computer doesn't sleep. The "
+                    "screen can still dim.",
+                    "Show a live activity", "The time left beside the notch during a session.",
+                    "Closing the lid still puts your computer to sleep."));
+    expectToggles({
+        {"Keep the display on", SettingsKeys::keepAwakeDisplay},
+        {"Stay awake while an agent is working", SettingsKeys::keepAwakeWhileClaude},
+        {"Show a live activity", SettingsKeys::keepAwakeLiveActivity},
+    });
 }
 
 TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {

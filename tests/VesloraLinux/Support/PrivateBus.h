@@ -35,10 +35,14 @@ class PrivateBus {
         m_names.append(QStringLiteral("test-%1").arg(++count));
         return QDBusConnection::connectToBus(m_address, m_names.last());
     }
+    /// Closes it, unless somebody still has a copy.
     void disconnect(const QDBusConnection& connection) {
         m_names.removeAll(connection.name());
         QDBusConnection::disconnectFromBus(connection.name());
     }
+
+    /// Ends the bus under whoever is on it.
+    void kill() { m_daemon->kill(); }
 
   private:
     std::unique_ptr<Program> m_daemon;

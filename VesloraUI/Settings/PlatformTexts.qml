@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+// The few texts that name the machine or something that only one platform has, in the words of this one. All others
+// stand where they are shown.
+pragma Singleton
+import QtQuick
+
+QtObject {
+    readonly property string awakeWhileAgentWorks: qsTr("While a Claude Code or Codex session is working, your computer doesn't sleep. The screen can still dim.")
+    readonly property string lidStillSleeps: qsTr("Closing the lid still puts your computer to sleep.")
+}
