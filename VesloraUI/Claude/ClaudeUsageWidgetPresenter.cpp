@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeUsageWidgetPresenter.h"
 
-#include "VesloraUI/LocalTime.h"
-
 #include "VesloraCore/AgentUsageChoice.h"
 #include "VesloraCore/ClaudeUsageText.h"
+#include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
