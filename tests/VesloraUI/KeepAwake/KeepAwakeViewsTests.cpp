@@ -279,11 +279,7 @@ TEST_F(KeepAwakeWidgetTest, TheRackHoldsItInEitherSize) {
              {"keepAwake", "Awake"}, {"keepAwake:2", "Keep Awake"}}) {
         scene.settings.set("widgetLayout", layout);
         RackModel rack(scene.settings, scene.platform.taps);
-        scene.show("Widgets/RackView.qml",
-                   {{"rack", QVariant::fromValue(&rack)},
-                    {"agents", QVariant::fromValue(&scene.agents)},
-                    {"keepAwake", QVariant::fromValue(&scene.keepAwake)}},
-                   {296, 112});
+        scene.showRack(rack, {296, 112});
         EXPECT_TRUE(scene.shows(title)) << layout;
         EXPECT_TRUE(scene.shows("Sleeps as usual")) << layout;
         scene.close();
@@ -307,6 +303,7 @@ class KeepAwakeActivityTest : public testing::Test {
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
                          {&scene.agents, &scene.keepAwake},
                          scene.rack,
+                         scene.sampler,
                          scene.settings,
                          measuring,
                          scene.platform.time.now()};
