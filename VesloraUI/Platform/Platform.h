@@ -15,6 +15,7 @@
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
+#include "VesloraUI/Platform/TimerNotifying.h"
 
 #include <memory>
 #include <string>
@@ -50,6 +51,7 @@ class Platform {
     [[nodiscard]] virtual SoundPlaying& sounds() = 0;
     [[nodiscard]] virtual HapticPerforming& haptics() = 0;
     [[nodiscard]] virtual StatusMenu& statusMenu() = 0;
+    [[nodiscard]] virtual TimerNotifying& timerNotifier() = 0;
 };
 
 } // namespace veslora

@@ -7,6 +7,9 @@ Item {
     id: key
 
     property string text
+    /// Drawn in place of the text, which then only is the key's name.
+    property string symbol
+    property real symbolSize: 13
     property string helpText
     property bool isPrimary: false
     property bool isSelected: false
@@ -16,7 +19,7 @@ Item {
     signal clicked
 
     implicitHeight: 26
-    implicitWidth: Math.max(34, label.implicitWidth - label.font.letterSpacing + 2 * padding)
+    implicitWidth: Math.max(34, (symbol !== "" ? symbolSize : label.implicitWidth - label.font.letterSpacing) + 2 * padding)
     Accessible.name: text
     Accessible.description: enabled ? helpText : qsTr("Not available now")
     Accessible.role: Accessible.Button
@@ -51,6 +54,14 @@ Item {
             visible: key.isSelected || !key.isPrimary
         }
 
+        Symbol {
+            anchors.centerIn: parent
+            color: label.color
+            name: key.symbol
+            size: key.symbolSize
+            visible: key.symbol !== ""
+        }
+
         Text {
             id: label
 
@@ -62,6 +73,7 @@ Item {
             text: key.text
             textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
+            visible: key.symbol === ""
 
             font {
                 family: VesloraStyle.monospacedFont

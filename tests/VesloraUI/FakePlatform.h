@@ -10,6 +10,7 @@
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
 
+#include <cmath>
 #include <map>
 #include <set>
 #include <string>
@@ -140,6 +141,16 @@ class RecordingStatusMenu final : public StatusMenu {
     }
 };
 
+/// Remembers what it was asked to tell.
+class RecordingNotifier final : public TimerNotifying {
+  public:
+    std::vector<std::string> log;
+    void requestPermission() override { log.emplace_back("permission"); }
+    void timerFinished(double duration) override {
+        log.push_back("finished " + std::to_string(std::lround(duration)));
+    }
+};
+
 class FakePlatform final : public Platform {
   public:
     FakePlatform();
@@ -158,6 +169,7 @@ class FakePlatform final : public Platform {
     RecordingHaptics taps;
     FixedTextMeasuring measuring;
     RecordingStatusMenu menu;
+    RecordingNotifier notices;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -175,6 +187,7 @@ class FakePlatform final : public Platform {
     [[nodiscard]] SoundPlaying& sounds() override { return sound; }
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
+    [[nodiscard]] TimerNotifying& timerNotifier() override { return notices; }
 };
 
 /// The settings of a user who never touched any.
