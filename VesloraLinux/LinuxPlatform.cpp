@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 #include "VesloraLinux/DBus/SessionBus.h"
+#include "VesloraLinux/DBus/TimerNotifier.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
@@ -43,6 +44,7 @@ struct LinuxPlatform::Parts {
     SilentSound sounds;
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
+    TimerNotifier timerNotifier{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
 };
 
@@ -108,6 +110,9 @@ HapticPerforming& LinuxPlatform::haptics() {
 }
 StatusMenu& LinuxPlatform::statusMenu() {
     return m_parts->statusMenu;
+}
+TimerNotifying& LinuxPlatform::timerNotifier() {
+    return m_parts->timerNotifier;
 }
 
 } // namespace veslora

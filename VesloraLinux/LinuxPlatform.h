@@ -38,6 +38,7 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] SoundPlaying& sounds() override;
     [[nodiscard]] HapticPerforming& haptics() override;
     [[nodiscard]] StatusMenu& statusMenu() override;
+    [[nodiscard]] TimerNotifying& timerNotifier() override;
 
   private:
     struct Parts;

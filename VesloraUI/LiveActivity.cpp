@@ -5,6 +5,7 @@
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Timer/TimerModel.h"
 
 namespace veslora {
 
@@ -17,6 +18,9 @@ ClosedIslandInputs gather(const IslandModels& models) {
         inputs.agents.hasPendingRequests = !models.agents->pendingRequests().empty();
         inputs.agents.hasFinished = models.agents->latestFinished().has_value();
         inputs.agents.hasWorking = models.agents->longestWorking().has_value();
+    }
+    if (models.timer) {
+        inputs.timer = {models.timer->isShowingDone(), models.timer->countdown()};
     }
     return inputs;
 }

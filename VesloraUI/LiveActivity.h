@@ -9,10 +9,12 @@ namespace veslora {
 class AgentsModel;
 class Defaults;
 class TextMeasuring;
+class TimerModel;
 
 /// The models that the island shows. One that is missing reports nothing.
 struct IslandModels {
     AgentsModel* agents = nullptr;
+    TimerModel* timer = nullptr;
 };
 
 [[nodiscard]] ClosedIslandActivity closedIslandActivity(const IslandModels& models, const Defaults& settings,

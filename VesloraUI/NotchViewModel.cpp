@@ -3,11 +3,13 @@
 
 namespace veslora {
 
-NotchViewModel::NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+NotchViewModel::NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
                                const Defaults& settings, const TextMeasuring& measuring, Timestamp now)
-    : m_geometry(geometry), m_agents(agents), m_rack(rack), m_settings(settings), m_measuring(measuring),
+    : m_geometry(geometry), m_models(models), m_rack(rack), m_settings(settings), m_measuring(measuring),
       m_clock(now) {
-    connect(&agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
+    connect(models.agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
+    connect(models.timer, &TimerModel::countdownChanged, this, &NotchViewModel::refresh);
+    connect(models.timer, &TimerModel::isShowingDoneChanged, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::islandWidthChanged, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::isEditingChanged, this, &NotchViewModel::refresh);
     m_shown = judge();
@@ -25,6 +27,10 @@ void NotchViewModel::setClock(Timestamp clock) {
 
 NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasRequest) {
     switch (state) {
+    case IslandState::liveActivity:
+        return TimerRunning;
+    case IslandState::alert:
+        return TimerDone;
     case IslandState::claudeActivity:
         return ClaudeFinished;
     case IslandState::claudeWorkingActivity:
@@ -39,8 +45,8 @@ NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasReq
 }
 
 NotchViewModel::Shown NotchViewModel::judge() const {
-    const auto activity = closedIslandActivity({&m_agents}, m_settings, m_measuring, m_clock);
-    const auto requests = m_agents.pendingRequests();
+    const auto activity = closedIslandActivity(m_models, m_settings, m_measuring, m_clock);
+    const auto requests = m_models.agents->pendingRequests();
     Shown shown;
     shown.state = islandStateOf(m_isExpanded, activity.kind);
     shown.content = contentOf(shown.state, !requests.empty());

@@ -7,6 +7,7 @@
 #include "VesloraCore/NotchGeometry.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/LiveActivity.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
 #include <QObject>
@@ -35,14 +36,25 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double notchWidth READ notchWidth CONSTANT FINAL)
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
+    Q_PROPERTY(veslora::TimerModel* timer READ timer CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
-    enum Content { Nothing, ClaudeFinished, ClaudeWorking, ClaudeRequest, ClaudeNotice, Rack };
+    enum Content {
+        Nothing,
+        TimerRunning,
+        ClaudeFinished,
+        ClaudeWorking,
+        TimerDone,
+        ClaudeRequest,
+        ClaudeNotice,
+        Rack,
+    };
     Q_ENUM(Content)
 
-    NotchViewModel(const NotchGeometry& geometry, AgentsModel& agents, RackModel& rack,
+    /// Needs every one of the models.
+    NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
                    const Defaults& settings, const TextMeasuring& measuring, Timestamp now);
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
@@ -64,7 +76,8 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double wingWidth() const { return m_shown.wingWidth; }
     [[nodiscard]] double notchWidth() const { return m_geometry.notch.width; }
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
-    [[nodiscard]] AgentsModel* agents() const { return &m_agents; }
+    [[nodiscard]] AgentsModel* agents() const { return m_models.agents; }
+    [[nodiscard]] TimerModel* timer() const { return m_models.timer; }
     [[nodiscard]] RackModel* rack() const { return &m_rack; }
 
   signals:
@@ -86,7 +99,7 @@ class NotchViewModel : public QObject {
     void refresh();
 
     NotchGeometry m_geometry;
-    AgentsModel& m_agents;
+    IslandModels m_models;
     RackModel& m_rack;
     const Defaults& m_settings;
     const TextMeasuring& m_measuring;

@@ -23,6 +23,8 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
     : m_platform(platform), m_measuring(measuring), m_settings(settings),
+      m_timer(settings,
+              {platform.scheduler(), platform.sounds(), platform.haptics(), &platform.timerNotifier()}),
       m_rack(settings, platform.haptics()), m_agents(agents), m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
@@ -30,6 +32,7 @@ NotchWindowController::~NotchWindowController() {
 }
 
 void NotchWindowController::start() {
+    m_timer.onPresentationChange = [this] { presentationChanged(); };
     m_rack.onEditingChange = [this](bool isEditing) { editingChanged(isEditing); };
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
     m_agents.setOnChange([this] { presentationChanged(); });
@@ -50,6 +53,7 @@ void NotchWindowController::stop() {
     m_rack.exitEditing();
     m_agents.stop();
     m_agents.setOnChange(nullptr);
+    m_timer.onPresentationChange = nullptr;
     m_openDelayTask.cancel();
     m_platform.pointer().setTracking(false);
     for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {
@@ -58,8 +62,8 @@ void NotchWindowController::stop() {
     m_platform.panel().orderOut();
 }
 
-ClosedIslandActivity NotchWindowController::activity() const {
-    return closedIslandActivity({&m_agents}, m_settings, m_measuring, now());
+ClosedIslandActivity NotchWindowController::activity() {
+    return closedIslandActivity(models(), m_settings, m_measuring, now());
 }
 
 std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
@@ -68,7 +72,7 @@ std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity&
     return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
 }
 
-bool NotchWindowController::isShowingAnAlert() const {
+bool NotchWindowController::isShowingAnAlert() {
     return isAlert(activity().kind);
 }
 
@@ -105,7 +109,7 @@ void NotchWindowController::layout() {
     updateClickThrough();
 }
 
-void NotchWindowController::fillTracker(HoverTracker& tracker) const {
+void NotchWindowController::fillTracker(HoverTracker& tracker) {
     const ClosedIslandActivity current = activity();
     tracker.liveActivityWingWidth = current.wingWidth;
     tracker.isShowingAlert = isAlert(current.kind);
@@ -116,7 +120,7 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) const {
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
-    auto model = std::make_unique<NotchViewModel>(geometry, m_agents, m_rack, m_settings, m_measuring, now());
+    auto model = std::make_unique<NotchViewModel>(geometry, models(), m_rack, m_settings, m_measuring, now());
     model->setExpanded(m_rack.isEditing());
     IslandContent content = m_makeContent(*model);
     Panel& panel = m_platform.panel();

@@ -8,6 +8,7 @@
 #include "VesloraUI/Platform/Platform.h"
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
 #include <QObject>
@@ -46,6 +47,7 @@ class NotchWindowController : public QObject {
     /// Once, at the end: the monitors stop, the scripts are let go and the panel goes.
     void stop();
 
+    [[nodiscard]] TimerModel& timer() { return m_timer; }
     [[nodiscard]] RackModel& rack() { return m_rack; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
@@ -67,11 +69,12 @@ class NotchWindowController : public QObject {
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
-    void fillTracker(HoverTracker& tracker) const;
+    void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
-    [[nodiscard]] ClosedIslandActivity activity() const;
+    [[nodiscard]] IslandModels models() { return {.agents = &m_agents, .timer = &m_timer}; }
+    [[nodiscard]] ClosedIslandActivity activity();
     [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
-    [[nodiscard]] bool isShowingAnAlert() const;
+    [[nodiscard]] bool isShowingAnAlert();
     [[nodiscard]] DisplayChoice displayChoice() const;
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
@@ -80,6 +83,7 @@ class NotchWindowController : public QObject {
     Platform& m_platform;
     const TextMeasuring& m_measuring;
     Defaults& m_settings;
+    TimerModel m_timer;
     RackModel m_rack;
     AgentsModel& m_agents;
     MakeContent m_makeContent;

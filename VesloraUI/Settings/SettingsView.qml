@@ -33,6 +33,13 @@ Window {
         }
 
         SettingsTab {
+            id: timerTab
+
+            symbol: "timer"
+            text: qsTr("Timer")
+        }
+
+        SettingsTab {
             id: agentsTab
 
             symbol: "sparkle"
@@ -60,7 +67,7 @@ Window {
         Loader {
             id: page
 
-            sourceComponent: agentsTab.checked ? agentsPage : generalPage
+            sourceComponent: timerTab.checked ? timerPage : agentsTab.checked ? agentsPage : generalPage
             width: parent.width - 40
             x: 20
             y: 18
@@ -73,6 +80,12 @@ Window {
         GeneralSettings {
             version: window.version
         }
+    }
+
+    Component {
+        id: timerPage
+
+        TimerSettings {}
     }
 
     Component {

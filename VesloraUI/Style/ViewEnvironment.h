@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clock, the settings, and the shared ticks of their timelines.
+// What views reach through their engine: the clock, the settings, short sounds, and the shared ticks of their
+// timelines.
 #pragma once
 
 #include "VesloraUI/Platform/Scheduler.h"
@@ -13,6 +14,7 @@ class QQmlEngine;
 namespace veslora {
 
 class Defaults;
+class SoundPlaying;
 
 /// One repetition that every timeline of its period listens to. It runs while somebody does.
 class TimelineTicker : public QObject {
@@ -38,8 +40,8 @@ class ViewEnvironment : public QObject {
     Q_OBJECT
 
   public:
-    ViewEnvironment(Scheduler& scheduler, Defaults& settings)
-        : m_scheduler(scheduler), m_settings(settings) {}
+    ViewEnvironment(Scheduler& scheduler, Defaults& settings, SoundPlaying& sounds)
+        : m_scheduler(scheduler), m_settings(settings), m_sounds(sounds) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -49,6 +51,7 @@ class ViewEnvironment : public QObject {
 
     [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
     [[nodiscard]] Defaults& settings() const { return m_settings; }
+    [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -56,6 +59,7 @@ class ViewEnvironment : public QObject {
   private:
     Scheduler& m_scheduler;
     Defaults& m_settings;
+    SoundPlaying& m_sounds;
     std::map<double, TimelineTicker> m_tickers;
 };
 

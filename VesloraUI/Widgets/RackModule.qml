@@ -8,12 +8,13 @@ Item {
 
     required property var entry
     required property AgentsModel agents
+    required property TimerModel timer
 
     width: entry.width
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : title
+        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isTimer ? timerWidget : title
     }
 
     Component {
@@ -31,6 +32,15 @@ Item {
         ClaudeUsageWidget {
             agents: module.agents
             isWide: module.entry.isWide
+        }
+    }
+
+    Component {
+        id: timerWidget
+
+        TimerWidgetView {
+            isWide: module.entry.isWide
+            timer: module.timer
         }
     }
 

@@ -41,7 +41,7 @@ void RackPresenter::readRack() {
     for (const WidgetEntry& entry : page()) {
         entries.push_back({text(rawValue(entry.id)), text(title(entry.id)), entry.width(),
                            entry.size == WidgetSize::wide, entry.id == WidgetID::claude,
-                           entry.id == WidgetID::claudeUsage});
+                           entry.id == WidgetID::claudeUsage, entry.id == WidgetID::timer});
     }
     m_modules.assign(std::move(entries));
     emit changed();

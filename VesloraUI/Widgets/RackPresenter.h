@@ -21,6 +21,7 @@ struct RackEntry {
     Q_PROPERTY(bool isWide MEMBER isWide FINAL)
     Q_PROPERTY(bool isAgents MEMBER isAgents FINAL)
     Q_PROPERTY(bool isUsage MEMBER isUsage FINAL)
+    Q_PROPERTY(bool isTimer MEMBER isTimer FINAL)
 
   public:
     QString id;
@@ -29,6 +30,7 @@ struct RackEntry {
     bool isWide = false;
     bool isAgents = false; ///< the agents widget stands here
     bool isUsage = false;  ///< the usage widget stands here
+    bool isTimer = false;
 
     bool operator==(const RackEntry&) const = default;
 };

@@ -8,6 +8,7 @@ Item {
 
     required property RackModel rack
     required property AgentsModel agents
+    required property TimerModel timer
 
     RackPresenter {
         id: presenter
@@ -26,6 +27,7 @@ Item {
             RackModule {
                 agents: view.agents
                 height: view.height
+                timer: view.timer
             }
         }
     }

@@ -462,7 +462,9 @@ TEST_F(ClaudeUsageWidgetTest, TheRackHoldsItInEitherSize) {
         scene.settings.set("widgetLayout", layout);
         RackModel rack(scene.settings, scene.platform.taps);
         scene.show("Widgets/RackView.qml",
-                   {{"rack", QVariant::fromValue(&rack)}, {"agents", QVariant::fromValue(&scene.agents)}},
+                   {{"rack", QVariant::fromValue(&rack)},
+                    {"agents", QVariant::fromValue(&scene.agents)},
+                    {"timer", QVariant::fromValue(&scene.timer)}},
                    {296, 112});
         EXPECT_TRUE(scene.shows(label)) << layout;
         EXPECT_TRUE(scene.shows("Today 4.82M")) << layout;

@@ -6,6 +6,7 @@
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 #include "tests/VesloraUI/FakeMonitor.h"
 #include "tests/VesloraUI/FakePlatform.h"
@@ -35,7 +36,8 @@ class Scene {
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};
     RackModel rack{settings, platform.taps};
-    ViewEnvironment environment{platform.time, settings};
+    TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
+    ViewEnvironment environment{platform.time, settings, platform.sound};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.

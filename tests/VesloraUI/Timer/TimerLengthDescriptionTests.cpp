@@ -22,7 +22,10 @@ class GermanWords final : public QTranslator {
         if (QByteArray(context) != "TimerLength") {
             return {};
         }
-        return text == "%1 hr" ? "%1 Std." : text == "%1 min" ? "%1 Min." : text == ", " ? " und " : "%1 Sek.";
+        return text == "%1 hr"    ? "%1 Std."
+               : text == "%1 min" ? "%1 Min."
+               : text == ", "     ? " und "
+                                  : "%1 Sek.";
     }
 };
 
