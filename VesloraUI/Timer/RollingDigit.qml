@@ -7,13 +7,14 @@ Item {
     id: digit
 
     required property var piece
-    required property RollingTime time
+    required property int size
+    required property bool isMonospaced
+    property color color
     /// From 0, where the new digit is about to come, to 1.
     readonly property real progress: roll.value - piece.turns + 1
 
     clip: roll.isRunning
-    height: time.height
-    width: piece.isDigit && !time.isMonospaced ? time.digitWidth : letter.implicitWidth
+    width: piece.isDigit && !isMonospaced ? 0.66 * size : letter.implicitWidth
 
     Spring {
         id: roll
@@ -26,17 +27,23 @@ Item {
     RollingLetter {
         id: letter
 
+        color: digit.color
+        height: parent.height
+        isMonospaced: digit.isMonospaced
         presence: digit.progress
+        size: digit.size
         text: digit.piece.text
-        time: digit.time
         width: parent.width
         y: (digit.progress - 1) * height
     }
 
     RollingLetter {
+        color: digit.color
+        height: parent.height
+        isMonospaced: digit.isMonospaced
         presence: 1 - digit.progress
+        size: digit.size
         text: digit.piece.former
-        time: digit.time
         visible: roll.isRunning
         width: parent.width
         y: digit.progress * height

@@ -4,19 +4,18 @@ import QtQuick
 import Veslora
 
 SystemText {
-    required property RollingTime time
+    required property int size
+    required property bool isMonospaced
     required property real presence
 
     Accessible.ignored: true
-    color: time.color
-    height: time.height
     horizontalAlignment: Text.AlignHCenter
-    opacity: (time.isMonospaced ? 1 : 0.99) * Math.min(1, Math.max(0, presence))
+    opacity: (isMonospaced ? 1 : 0.99) * Math.min(1, Math.max(0, presence))
     verticalAlignment: Text.AlignVCenter
 
     font {
-        family: time.isMonospaced ? VesloraStyle.monospacedFont : VesloraStyle.systemFont
-        pixelSize: time.size
+        family: isMonospaced ? VesloraStyle.monospacedFont : VesloraStyle.systemFont
+        pixelSize: size
         weight: Font.DemiBold
     }
 }

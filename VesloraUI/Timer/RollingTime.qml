@@ -12,7 +12,6 @@ Item {
     property color color: VesloraStyle.textPrimary
     /// In the font of the wings, whose digits are of equal width anyway.
     property bool isMonospaced: false
-    readonly property real digitWidth: 0.66 * size
 
     Accessible.name: presenter.text
     Accessible.role: Accessible.StaticText
@@ -36,7 +35,10 @@ Item {
             model: presenter.pieces
 
             RollingDigit {
-                time: time
+                color: time.color
+                height: time.height
+                isMonospaced: time.isMonospaced
+                size: time.size
             }
         }
     }

@@ -7,6 +7,7 @@ WingsView {
     id: view
 
     required property TimerModel timer
+    readonly property real fuseWidth: 25
 
     leading: RollingTime {
         anchors.centerIn: parent
@@ -29,7 +30,7 @@ WingsView {
         fraction: presenter.fraction
         height: 3
         tint: presenter.isUrgent ? VesloraStyle.urgentColor : VesloraStyle.accentColor
-        width: presenter.fuseWidth
+        width: view.fuseWidth
 
         Behavior on tint {
             ColorAnimation {
@@ -49,7 +50,7 @@ WingsView {
         id: presenter
 
         date: timeline.date
-        fuseWidth: 25
+        fuseWidth: view.fuseWidth
         timer: view.timer
     }
 }
