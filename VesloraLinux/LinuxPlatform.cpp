@@ -10,6 +10,7 @@
 #include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SystemBus.h"
+#include "VesloraLinux/DBus/TimerNotifier.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
@@ -68,6 +69,7 @@ struct LinuxPlatform::Parts {
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     Login1Suspension suspension{SystemBus::connection()};
+    TimerNotifier timerNotifier{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(scheduler, windowSystem.get())};
 };
@@ -143,6 +145,10 @@ StatusMenu& LinuxPlatform::statusMenu() {
 }
 PowerAsserting& LinuxPlatform::power() {
     return m_parts->power;
+}
+
+TimerNotifying& LinuxPlatform::timerNotifier() {
+    return m_parts->timerNotifier;
 }
 
 } // namespace veslora

@@ -41,6 +41,7 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] HapticPerforming& haptics() override;
     [[nodiscard]] StatusMenu& statusMenu() override;
     [[nodiscard]] PowerAsserting& power() override;
+    [[nodiscard]] TimerNotifying& timerNotifier() override;
 
   private:
     struct Parts;

@@ -6,6 +6,7 @@
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Timer/TimerModel.h"
 
 namespace veslora {
 
@@ -21,6 +22,9 @@ ClosedIslandInputs gather(const IslandModels& models) {
     }
     if (models.keepAwake) {
         inputs.keepAwake = models.keepAwake->state();
+    }
+    if (models.timer) {
+        inputs.timer = {models.timer->isShowingDone(), models.timer->countdown()};
     }
     return inputs;
 }

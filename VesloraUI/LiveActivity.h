@@ -10,11 +10,13 @@ class AgentsModel;
 class Defaults;
 class KeepAwakeModel;
 class TextMeasuring;
+class TimerModel;
 
 /// The models that the island shows. One that is missing reports nothing.
 struct IslandModels {
     AgentsModel* agents = nullptr;
     KeepAwakeModel* keepAwake = nullptr;
+    TimerModel* timer = nullptr;
 };
 
 [[nodiscard]] ClosedIslandActivity closedIslandActivity(const IslandModels& models, const Defaults& settings,

@@ -10,6 +10,10 @@ Fader {
 
     component: {
         switch (model.content) {
+        case NotchViewModel.TimerRunning:
+            return timer;
+        case NotchViewModel.TimerDone:
+            return timerDone;
         case NotchViewModel.ClaudeFinished:
             return finished;
         case NotchViewModel.ClaudeWorking:
@@ -28,6 +32,30 @@ Fader {
     }
     identity: model.contentIdentity
     travel: model.isOpen ? 4 : 0
+
+    Component {
+        id: timer
+
+        TimerLiveActivityView {
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            timer: island.model.timer
+            wingWidth: island.model.wingWidth
+        }
+    }
+
+    Component {
+        id: timerDone
+
+        AlertFrame {
+            model: island.model
+
+            TimerDoneAlertView {
+                anchors.fill: parent
+                timer: island.model.timer
+            }
+        }
+    }
 
     Component {
         id: finished
@@ -101,6 +129,7 @@ Fader {
                 keepAwake: island.model.keepAwake
                 rack: island.model.rack
                 sampler: island.model.sampler
+                timer: island.model.timer
                 width: parent.width - 64
                 x: 32
                 y: island.model.notchHeight + 18

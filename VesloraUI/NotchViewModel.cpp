@@ -10,6 +10,8 @@ NotchViewModel::NotchViewModel(const NotchGeometry& geometry, const IslandModels
       m_measuring(measuring), m_clock(now) {
     connect(models.agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
     connect(models.keepAwake, &KeepAwakeModel::stateChanged, this, &NotchViewModel::refresh);
+    connect(models.timer, &TimerModel::countdownChanged, this, &NotchViewModel::refresh);
+    connect(models.timer, &TimerModel::isShowingDoneChanged, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::islandWidthChanged, this, &NotchViewModel::refresh);
     connect(&rack, &RackModel::isEditingChanged, this, &NotchViewModel::refresh);
     m_shown = judge();
@@ -27,6 +29,10 @@ void NotchViewModel::setClock(Timestamp clock) {
 
 NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasRequest) {
     switch (state) {
+    case IslandState::liveActivity:
+        return TimerRunning;
+    case IslandState::alert:
+        return TimerDone;
     case IslandState::claudeActivity:
         return ClaudeFinished;
     case IslandState::claudeWorkingActivity:

@@ -8,6 +8,7 @@
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/LiveActivity.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 #include "VesloraUI/Widgets/SystemSampler.h"
 
@@ -38,12 +39,23 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
     Q_PROPERTY(veslora::KeepAwakeModel* keepAwake READ keepAwake CONSTANT FINAL)
+    Q_PROPERTY(veslora::TimerModel* timer READ timer CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
     Q_PROPERTY(veslora::SystemSampler* sampler READ sampler CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
-    enum Content { Nothing, ClaudeFinished, ClaudeWorking, KeepAwake, ClaudeRequest, ClaudeNotice, Rack };
+    enum Content {
+        Nothing,
+        TimerRunning,
+        ClaudeFinished,
+        ClaudeWorking,
+        KeepAwake,
+        TimerDone,
+        ClaudeRequest,
+        ClaudeNotice,
+        Rack,
+    };
     Q_ENUM(Content)
 
     /// Needs every one of the models.
@@ -72,6 +84,7 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
     [[nodiscard]] AgentsModel* agents() const { return m_models.agents; }
     [[nodiscard]] KeepAwakeModel* keepAwake() const { return m_models.keepAwake; }
+    [[nodiscard]] TimerModel* timer() const { return m_models.timer; }
     [[nodiscard]] RackModel* rack() const { return &m_rack; }
     [[nodiscard]] SystemSampler* sampler() const { return &m_sampler; }
 

@@ -23,6 +23,8 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
     : m_platform(platform), m_measuring(measuring), m_settings(settings),
+      m_timer(settings,
+              {platform.scheduler(), platform.sounds(), platform.haptics(), &platform.timerNotifier()}),
       m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
       m_agents(agents), m_keepAwake(settings, platform.power(), platform.scheduler()),
       m_makeContent(std::move(makeContent)) {}
@@ -32,6 +34,7 @@ NotchWindowController::~NotchWindowController() {
 }
 
 void NotchWindowController::start() {
+    m_timer.onPresentationChange = [this] { presentationChanged(); };
     m_rack.onEditingChange = [this](bool isEditing) { editingChanged(isEditing); };
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
     m_agents.setOnChange([this] { agentsChanged(); });
@@ -57,6 +60,7 @@ void NotchWindowController::stop() {
     m_keepAwake.onChange = nullptr;
     m_keepAwake.stop();
     m_keepAwake.setClaudeIsWorking(false);
+    m_timer.onPresentationChange = nullptr;
     m_openDelayTask.cancel();
     m_platform.pointer().setTracking(false);
     for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {

@@ -9,6 +9,7 @@
 #include "VesloraUI/Platform/Platform.h"
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
 #include <QObject>
@@ -47,6 +48,7 @@ class NotchWindowController : public QObject {
     /// Once, at the end: the monitors stop, the scripts are let go and the panel goes.
     void stop();
 
+    [[nodiscard]] TimerModel& timer() { return m_timer; }
     [[nodiscard]] RackModel& rack() { return m_rack; }
     [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
     [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
@@ -73,7 +75,7 @@ class NotchWindowController : public QObject {
     void agentsChanged();
     void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
-    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake}; }
+    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake, &m_timer}; }
     [[nodiscard]] ClosedIslandActivity activity();
     [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
     [[nodiscard]] bool isShowingAnAlert();
@@ -85,6 +87,7 @@ class NotchWindowController : public QObject {
     Platform& m_platform;
     const TextMeasuring& m_measuring;
     Defaults& m_settings;
+    TimerModel m_timer;
     RackModel m_rack;
     SystemSampler m_sampler;
     AgentsModel& m_agents;

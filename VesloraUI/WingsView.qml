@@ -13,14 +13,23 @@ Item {
     readonly property real outerPadding: 12
     readonly property real innerPadding: 4
 
+    /// What is drawn: a view on its way out keeps the width that it had.
+    property real drawnWidth: 0
+
     height: notchHeight
-    width: notchWidth + 2 * wingWidth
+    width: notchWidth + 2 * drawnWidth
+
+    Binding on drawnWidth {
+        restoreMode: Binding.RestoreNone
+        value: wings.wingWidth
+        when: wings.enabled
+    }
 
     Item {
         id: leftWing
 
         height: parent.height
-        width: wings.wingWidth - wings.outerPadding - wings.innerPadding
+        width: wings.drawnWidth - wings.outerPadding - wings.innerPadding
         x: wings.outerPadding
     }
 
@@ -28,7 +37,7 @@ Item {
         id: rightWing
 
         height: parent.height
-        width: wings.wingWidth - wings.outerPadding - wings.innerPadding
-        x: wings.wingWidth + wings.notchWidth + wings.innerPadding
+        width: wings.drawnWidth - wings.outerPadding - wings.innerPadding
+        x: wings.drawnWidth + wings.notchWidth + wings.innerPadding
     }
 }

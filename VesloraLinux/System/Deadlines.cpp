@@ -66,6 +66,13 @@ Task Deadlines::addOnce(double seconds, std::function<void()> run) {
         std::move(run));
 }
 
+Task Deadlines::addDate(Timestamp date, std::function<void()> run) {
+    const double wait = bounded(date - now());
+    return add(
+        {.state = {}, .kind = Kind::date, .period = 0, .moment = bootTime() + wait, .wallTime = now() + wait},
+        std::move(run));
+}
+
 Task Deadlines::addRepeating(double seconds, Precision precision, std::function<void()> run) {
     Entry entry;
     entry.kind = precision == Precision::exact ? Kind::exact : Kind::coarse;
@@ -126,6 +133,8 @@ void Deadlines::wallClockWasSet() {
         const bool hasPassed = entry.wallTime <= wallNow;
         if (entry.kind == Kind::exact && !hasPassed) {
             align(entry, wallNow);
+        } else if (entry.kind == Kind::date) {
+            entry.moment = bootNow + std::max(entry.wallTime - wallNow, 0.0);
         } else if (hasPassed) {
             entry.moment = std::min(entry.moment, bootNow);
         }
@@ -170,7 +179,7 @@ void Deadlines::fire(const std::vector<std::uint64_t>& due) {
             continue;
         }
         const auto state = found->second.state;
-        if (found->second.kind == Kind::once) {
+        if (found->second.kind == Kind::once || found->second.kind == Kind::date) {
             m_entries.erase(found);
             const auto run = std::exchange(state->run, nullptr);
             run();

@@ -23,6 +23,7 @@ class Deadlines : public std::enable_shared_from_this<Deadlines> {
 
     [[nodiscard]] Timestamp now() const { return m_wallClock(); }
     [[nodiscard]] Task addOnce(double seconds, std::function<void()> run);
+    [[nodiscard]] Task addDate(Timestamp date, std::function<void()> run);
     [[nodiscard]] Task addRepeating(double seconds, Precision precision, std::function<void()> run);
     void wallClockWasSet();
 
@@ -30,7 +31,7 @@ class Deadlines : public std::enable_shared_from_this<Deadlines> {
     [[nodiscard]] const TimerDescriptor& coarseTimer() const { return m_coarseTimer; }
 
   private:
-    enum class Kind { once, exact, coarse };
+    enum class Kind { once, date, exact, coarse };
 
     struct Entry {
         std::shared_ptr<TaskState> state;

@@ -66,6 +66,10 @@ Task LinuxScheduler::after(double seconds, std::function<void()> run) {
     return m_deadlines->addOnce(seconds, std::move(run));
 }
 
+Task LinuxScheduler::at(Timestamp date, std::function<void()> run) {
+    return m_deadlines->addDate(date, std::move(run));
+}
+
 Task LinuxScheduler::every(double seconds, Precision precision, std::function<void()> run) {
     return m_deadlines->addRepeating(seconds, precision, std::move(run));
 }

@@ -27,6 +27,7 @@ class LinuxScheduler final : public Scheduler {
     /// Ends early only when somebody sets the wall clock past the moment that was meant: whoever waits for a
     /// time of day must look again then, and so does whoever waited for anything else.
     [[nodiscard]] Task after(double seconds, std::function<void()> run) override;
+    [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;
     [[nodiscard]] Task background(std::function<void()> work, std::function<void()> then) override;
 

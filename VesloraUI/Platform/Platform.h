@@ -18,6 +18,7 @@
 #include "VesloraUI/Platform/Suspension.h"
 #include "VesloraUI/Platform/SystemReadings.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
+#include "VesloraUI/Platform/TimerNotifying.h"
 
 #include <memory>
 #include <string>
@@ -56,6 +57,7 @@ class Platform {
     [[nodiscard]] virtual HapticPerforming& haptics() = 0;
     [[nodiscard]] virtual StatusMenu& statusMenu() = 0;
     [[nodiscard]] virtual PowerAsserting& power() = 0;
+    [[nodiscard]] virtual TimerNotifying& timerNotifier() = 0;
 };
 
 } // namespace veslora

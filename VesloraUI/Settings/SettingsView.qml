@@ -33,6 +33,13 @@ Window {
         }
 
         SettingsTab {
+            id: timerTab
+
+            symbol: "timer"
+            text: qsTr("Timer")
+        }
+
+        SettingsTab {
             id: agentsTab
 
             symbol: "sparkle"
@@ -67,7 +74,7 @@ Window {
         Loader {
             id: page
 
-            sourceComponent: agentsTab.checked ? agentsPage : keepAwakeTab.checked ? keepAwakePage : generalPage
+            sourceComponent: timerTab.checked ? timerPage : agentsTab.checked ? agentsPage : keepAwakeTab.checked ? keepAwakePage : generalPage
             width: parent.width - 40
             x: 20
             y: 18
@@ -80,6 +87,12 @@ Window {
         GeneralSettings {
             version: window.version
         }
+    }
+
+    Component {
+        id: timerPage
+
+        TimerSettings {}
     }
 
     Component {

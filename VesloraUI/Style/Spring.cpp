@@ -65,7 +65,7 @@ void Spring::setTarget(double target) {
 }
 
 void Spring::advance(double seconds) {
-    m_motion.advance(seconds, VesloraStyle::motionResponse, VesloraStyle::motionDamping);
+    m_motion.advance(seconds, m_response, m_damping);
     const bool isAtRest = m_motion.isAtRest();
     if (isAtRest) {
         m_motion.value = m_motion.target;

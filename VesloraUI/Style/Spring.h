@@ -31,6 +31,9 @@ class Spring : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(double target READ target WRITE setTarget NOTIFY targetChanged FINAL)
+    /// Seconds, and the share of critical damping: the island's own where a view names none.
+    Q_PROPERTY(double response MEMBER m_response FINAL)
+    Q_PROPERTY(double damping MEMBER m_damping FINAL)
     Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged FINAL)
 
@@ -70,6 +73,8 @@ class Spring : public QObject, public QQmlParserStatus {
     void advance(double seconds);
 
     SpringMotion m_motion;
+    double m_response = VesloraStyle::motionResponse;
+    double m_damping = VesloraStyle::motionDamping;
     bool m_isComplete = false;
     Drive m_drive{*this};
 };

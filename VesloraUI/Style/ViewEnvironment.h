@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clock, the settings, taps under the finger, and the shared ticks
-// of their timelines.
+// What views reach through their engine: the clock, the settings, taps under the finger, short sounds, and the
+// shared ticks of their timelines.
 #pragma once
 
 #include "VesloraUI/Platform/HapticPerforming.h"
@@ -15,6 +15,7 @@ class QQmlEngine;
 namespace veslora {
 
 class Defaults;
+class SoundPlaying;
 
 /// One repetition that every timeline of its period listens to. It runs while somebody does.
 class TimelineTicker : public QObject {
@@ -40,8 +41,8 @@ class ViewEnvironment : public QObject {
     Q_OBJECT
 
   public:
-    ViewEnvironment(Scheduler& scheduler, Defaults& settings, HapticPerforming& haptics)
-        : m_scheduler(scheduler), m_settings(settings), m_haptics(haptics) {}
+    ViewEnvironment(Scheduler& scheduler, Defaults& settings, HapticPerforming& haptics, SoundPlaying& sounds)
+        : m_scheduler(scheduler), m_settings(settings), m_haptics(haptics), m_sounds(sounds) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -52,6 +53,7 @@ class ViewEnvironment : public QObject {
     [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
     [[nodiscard]] Defaults& settings() const { return m_settings; }
     [[nodiscard]] HapticPerforming& haptics() const { return m_haptics; }
+    [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -63,6 +65,7 @@ class ViewEnvironment : public QObject {
     Scheduler& m_scheduler;
     Defaults& m_settings;
     HapticPerforming& m_haptics;
+    SoundPlaying& m_sounds;
     std::map<double, TimelineTicker> m_tickers;
 };
 

@@ -10,12 +10,13 @@ Item {
     required property AgentsModel agents
     required property SystemSampler sampler
     required property KeepAwakeModel keepAwake
+    required property TimerModel timer
 
     width: entry.width
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : module.entry.isKeepAwake ? keepAwakeWidget : title
+        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : module.entry.isKeepAwake ? keepAwakeWidget : module.entry.isTimer ? timerWidget : title
     }
 
     Component {
@@ -42,6 +43,15 @@ Item {
         MetersWidget {
             isWide: module.entry.isWide
             sampler: module.sampler
+        }
+    }
+
+    Component {
+        id: timerWidget
+
+        TimerWidgetView {
+            isWide: module.entry.isWide
+            timer: module.timer
         }
     }
 

@@ -42,7 +42,8 @@ void RackPresenter::readRack() {
         entries.push_back({text(rawValue(entry.id)), text(title(entry.id)), entry.width(),
                            entry.size == WidgetSize::wide, entry.id == WidgetID::claude,
                            entry.id == WidgetID::claudeUsage, entry.id == WidgetID::meters,
-                           entry.id == WidgetID::clock, entry.id == WidgetID::keepAwake});
+                           entry.id == WidgetID::clock, entry.id == WidgetID::keepAwake,
+                           entry.id == WidgetID::timer});
     }
     m_modules.assign(std::move(entries));
     emit changed();

@@ -24,6 +24,7 @@ struct RackEntry {
     Q_PROPERTY(bool isMeters MEMBER isMeters FINAL)
     Q_PROPERTY(bool isClock MEMBER isClock FINAL)
     Q_PROPERTY(bool isKeepAwake MEMBER isKeepAwake FINAL)
+    Q_PROPERTY(bool isTimer MEMBER isTimer FINAL)
 
   public:
     QString id;
@@ -35,6 +36,7 @@ struct RackEntry {
     bool isMeters = false; ///< the system's meters stand here
     bool isClock = false;  ///< the clock stands here
     bool isKeepAwake = false;
+    bool isTimer = false;
 
     bool operator==(const RackEntry&) const = default;
 };

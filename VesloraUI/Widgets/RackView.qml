@@ -10,6 +10,7 @@ Item {
     required property AgentsModel agents
     required property SystemSampler sampler
     required property KeepAwakeModel keepAwake
+    required property TimerModel timer
 
     RackPresenter {
         id: presenter
@@ -30,6 +31,7 @@ Item {
                 height: view.height
                 keepAwake: view.keepAwake
                 sampler: view.sampler
+                timer: view.timer
             }
         }
     }

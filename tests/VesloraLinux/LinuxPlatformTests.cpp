@@ -31,6 +31,7 @@ TEST(LinuxPlatformTests, OffersEverySeamOnX) {
     platform->haptics().perform(HapticPattern::generic);
     platform->statusMenu().show(QStringLiteral("Veslora"), QStringLiteral("none"), {});
     platform->power().apply(std::nullopt);
+    platform->timerNotifier().timerFinished(60);
     bool isDone = false;
     const Task task = platform->scheduler().after(0, [&] { isDone = true; });
     EXPECT_TRUE(testing::waitUntil([&] { return isDone; }));

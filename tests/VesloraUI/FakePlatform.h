@@ -10,6 +10,7 @@
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
 
+#include <cmath>
 #include <map>
 #include <set>
 #include <string>
@@ -164,6 +165,16 @@ class RecordingPower final : public PowerAsserting {
     void apply(const std::optional<KeepAwakeHold>& hold) override { applied.push_back(hold); }
 };
 
+/// Remembers what it was asked to tell.
+class RecordingNotifier final : public TimerNotifying {
+  public:
+    std::vector<std::string> log;
+    void requestPermission() override { log.emplace_back("permission"); }
+    void timerFinished(double duration) override {
+        log.push_back("finished " + std::to_string(std::lround(duration)));
+    }
+};
+
 class FakePlatform final : public Platform {
   public:
     FakePlatform();
@@ -185,6 +196,7 @@ class FakePlatform final : public Platform {
     FixedTextMeasuring measuring;
     RecordingStatusMenu menu;
     RecordingPower energy;
+    RecordingNotifier notices;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -205,6 +217,7 @@ class FakePlatform final : public Platform {
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
     [[nodiscard]] PowerAsserting& power() override { return energy; }
+    [[nodiscard]] TimerNotifying& timerNotifier() override { return notices; }
 };
 
 /// The settings of a user who never touched any.

@@ -296,6 +296,35 @@ TEST_F(NotchWindowControllerTest, AKeepAwakeSessionShowsWhileItRuns) {
     EXPECT_EQ(controller.tracker()->liveActivityWingWidth, std::nullopt);
 }
 
+TEST_F(NotchWindowControllerTest, ATimerStandsInTheWingsAndDropsAtItsEnd) {
+    start();
+    controller.timer().start();
+    EXPECT_EQ(state(), IslandState::liveActivity);
+    // Seven points a letter of "0:00", and one to spare.
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, 29 + 12 + 4);
+    EXPECT_EQ(controller.model()->wingWidth(), 29 + 12 + 4);
+    platform.advance(300);
+    EXPECT_EQ(state(), IslandState::alert);
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, std::nullopt);
+    EXPECT_EQ(controller.model()->islandWidth(), 360);
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
+    EXPECT_THAT(platform.sound.played, ElementsAre("Glass"));
+    EXPECT_THAT(platform.notices.log, ElementsAre("permission", "finished 300"));
+    platform.advance(15);
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800}));
+}
+
+TEST_F(NotchWindowControllerTest, TimeAddedToATimerWidensItsWings) {
+    start();
+    controller.timer().start();
+    controller.timer().add(60);
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, 7 * 7 + 1 + 12 + 4);
+    controller.timer().cancel();
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_EQ(controller.tracker()->liveActivityWingWidth, std::nullopt);
+}
+
 TEST_F(NotchWindowControllerTest, ASessionOutlivesANewLayout) {
     start();
     controller.keepAwake().start(60.0);
@@ -310,6 +339,41 @@ TEST_F(NotchWindowControllerTest, StopLetsTheMachineSleepAgain) {
     controller.stop();
     EXPECT_EQ(platform.energy.applied.back(), std::nullopt);
     EXPECT_EQ(platform.time.pending(), 0u);
+}
+
+TEST_F(NotchWindowControllerTest, ATimerThatEndsWhileTheIslandIsOpenWaitsForItToClose) {
+    start();
+    controller.timer().start();
+    openByHover();
+    platform.mouse.moveTo(inOpenIsland);
+    platform.advance(300);
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_TRUE(controller.timer().isShowingDone());
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::alert);
+}
+
+TEST_F(NotchWindowControllerTest, ATimerOutlivesANewLayout) {
+    start();
+    controller.timer().start();
+    platform.advance(60);
+    emit platform.displays.changed();
+    EXPECT_EQ(state(), IslandState::liveActivity);
+    platform.advance(240);
+    EXPECT_EQ(state(), IslandState::alert);
+}
+
+TEST_F(NotchWindowControllerTest, AFinishedTimerGoesBeforeAPrompt) {
+    start();
+    controller.timer().start();
+    platform.advance(300);
+    claude.publish({}, {FakeMonitor::request("r", platform.time.now())});
+    EXPECT_EQ(state(), IslandState::alert);
+    EXPECT_EQ(controller.tracker()->alertSize, std::nullopt);
+    EXPECT_FALSE(platform.window.takesClicksAt({480, 860}));
+    controller.timer().dismissDone();
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_TRUE(platform.window.takesClicksAt({480, 860}));
 }
 
 } // namespace

@@ -70,7 +70,8 @@ void Scene::showRack(RackModel& shown, QSize size) {
          {{"rack", QVariant::fromValue(&shown)},
           {"agents", QVariant::fromValue(&agents)},
           {"keepAwake", QVariant::fromValue(&keepAwake)},
-          {"sampler", QVariant::fromValue(&sampler)}},
+          {"sampler", QVariant::fromValue(&sampler)},
+          {"timer", QVariant::fromValue(&timer)}},
          size);
 }
 

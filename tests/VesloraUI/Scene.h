@@ -7,6 +7,7 @@
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 #include "VesloraUI/Widgets/SystemSampler.h"
 #include "tests/VesloraUI/FakeMonitor.h"
@@ -39,7 +40,8 @@ class Scene {
     RackModel rack{settings, platform.taps};
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
-    ViewEnvironment environment{platform.time, settings, platform.taps};
+    TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
+    ViewEnvironment environment{platform.time, settings, platform.taps, platform.sound};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.

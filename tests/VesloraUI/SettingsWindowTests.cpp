@@ -51,7 +51,7 @@ class SettingsWindowTest : public testing::Test {
 TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
-    EXPECT_THAT(scene.texts(), ElementsAre("General", "Agents", "Keep Awake", "Version 1.2.3"));
+    EXPECT_THAT(scene.texts(), ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3"));
 }
 
 TEST_F(SettingsWindowTest, InstallsUpdatesAndRemovesTheHooks) {
@@ -138,7 +138,7 @@ TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
     scene.press("Keep Awake");
     EXPECT_THAT(
         scene.texts(),
-        ElementsAre("General", "Agents", "Keep Awake", "Keep the display on",
+        ElementsAre("General", "Timer", "Agents", "Keep Awake", "Keep the display on",
                     "During a Keep Awake session the screen doesn't dim or sleep either.",
                     "Stay awake while an agent is working",
                     "While a Claude Code or Codex session is working, your computer doesn't sleep. The "
@@ -150,6 +150,57 @@ TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
         {"Stay awake while an agent is working", SettingsKeys::keepAwakeWhileClaude},
         {"Show a live activity", SettingsKeys::keepAwakeLiveActivity},
     });
+}
+
+TEST_F(SettingsWindowTest, TheTimerHasATabOfItsOwn) {
+    open();
+    scene.press("Timer");
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Sound when done", "Glass",
+                            "Notify when a timer ends",
+                            "Also posts a desktop notification, so you see it even when you're not looking "
+                            "at the notch."));
+    scene.press("Notify when a timer ends");
+    EXPECT_FALSE(scene.settings.boolValue(SettingsKeys::timerNotifications));
+}
+
+TEST_F(SettingsWindowTest, ASoundThatIsPickedIsHeardOnce) {
+    open();
+    scene.press("Timer");
+    for (const char* name : {"Ping", "Hero", "Submarine", "Glass"}) {
+        scene.press("Sound when done");
+        scene.advance(0);
+        ASSERT_TRUE(scene.shows("None")) << "the list is open";
+        scene.press(name);
+        scene.advance(0);
+        EXPECT_FALSE(scene.shows("None"));
+        EXPECT_EQ(scene.settings.stringValue(SettingsKeys::timerSound), name);
+        EXPECT_THAT(scene.texts(), Contains(name));
+    }
+    EXPECT_THAT(scene.platform.sound.played, ElementsAre("Ping", "Hero", "Submarine", "Glass"));
+}
+
+TEST_F(SettingsWindowTest, NoneAndTheSoundThatIsPickedAlreadyPlayNothing) {
+    open();
+    scene.press("Timer");
+    for (const char* name : {"Glass", "None", "None"}) {
+        scene.press("Sound when done");
+        scene.advance(0);
+        scene.press(name);
+        scene.advance(0);
+        EXPECT_EQ(scene.settings.stringValue(SettingsKeys::timerSound), name);
+    }
+    EXPECT_THAT(scene.platform.sound.played, testing::IsEmpty());
+}
+
+TEST_F(SettingsWindowTest, TheSoundThatShowsIsTheOneThatIsStored) {
+    open();
+    scene.press("Timer");
+    scene.settings.set(SettingsKeys::timerSound, "Hero");
+    EXPECT_THAT(scene.texts(), Contains("Hero"));
+    scene.settings.set(SettingsKeys::timerSound, "Thunder");
+    EXPECT_THAT(scene.texts(), Not(Contains("Hero")));
+    EXPECT_THAT(scene.platform.sound.played, testing::IsEmpty());
 }
 
 TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {

@@ -23,6 +23,10 @@ Task ManualScheduler::after(double seconds, std::function<void()> run) {
     return add(Kind::once, std::max(seconds, 0.0), std::move(run));
 }
 
+Task ManualScheduler::at(Timestamp date, std::function<void()> run) {
+    return add(Kind::date, std::max(0.0, date - m_wallClock), std::move(run));
+}
+
 Task ManualScheduler::every(double seconds, Precision precision, std::function<void()> run) {
     if (!(seconds > 0)) {
         throw std::invalid_argument("a repetition needs a period");
@@ -90,6 +94,8 @@ void ManualScheduler::setClock(Timestamp time) {
         const bool hasPassed = entry.wallTime <= time;
         if (entry.kind == Kind::exact && !hasPassed) {
             align(entry, time);
+        } else if (entry.kind == Kind::date) {
+            entry.moment = m_passed + std::max(entry.wallTime - time, 0.0);
         } else if (hasPassed) {
             entry.moment = std::min(entry.moment, m_passed);
         }
@@ -147,7 +153,7 @@ void ManualScheduler::moveClocks(double passed, Timestamp meant) {
 
 void ManualScheduler::fire(Entry& entry) {
     const auto state = entry.state;
-    if (entry.kind == Kind::once) {
+    if (entry.kind == Kind::once || entry.kind == Kind::date) {
         // Emptied first, so that its owner finds it ended; the entry goes with the next look.
         const auto run = std::exchange(state->run, nullptr);
         run();

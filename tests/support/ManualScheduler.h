@@ -23,6 +23,7 @@ class ManualScheduler final : public Scheduler {
 
     [[nodiscard]] Timestamp now() const override { return m_wallClock; }
     [[nodiscard]] Task after(double seconds, std::function<void()> run) override;
+    [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;
     [[nodiscard]] Task background(std::function<void()> work, std::function<void()> then) override;
 
@@ -51,7 +52,7 @@ class ManualScheduler final : public Scheduler {
     [[nodiscard]] std::size_t pendingBackground() const { return m_background.size(); }
 
   private:
-    enum class Kind { once, exact, coarse };
+    enum class Kind { once, date, exact, coarse };
 
     struct Entry {
         std::uint64_t id = 0;

@@ -217,6 +217,41 @@ TEST_F(ManualSchedulerTest, ClockSetBackLeavesWaitsTheirLength) {
     EXPECT_EQ(passed(), 60 - 86400);
 }
 
+TEST_F(ManualSchedulerTest, DateIsReachedByTheClockHoweverItIsSet) {
+    const Task task = scheduler.at(scheduler.now() + 60, [&] {
+        log.emplace_back("reached");
+        EXPECT_EQ(passed(), 60);
+    });
+    scheduler.setClock(scheduler.now() + 20);
+    scheduler.advance(20);
+    scheduler.setClock(scheduler.now() - 30);
+    scheduler.advance(49);
+    EXPECT_THAT(log, IsEmpty());
+    scheduler.advance(1);
+    EXPECT_THAT(log, ElementsAre("reached"));
+    EXPECT_EQ(scheduler.pending(), 0u);
+}
+
+TEST_F(ManualSchedulerTest, DateThatTheClockJumpsOverIsReachedAtOnceButNotTwice) {
+    const Task task = scheduler.at(scheduler.now() + 60, say("reached"));
+    scheduler.setClock(scheduler.now() + 86400);
+    EXPECT_THAT(log, IsEmpty());
+    scheduler.advance(0);
+    scheduler.setClock(scheduler.now() - 86400);
+    scheduler.advance(120);
+    EXPECT_THAT(log, ElementsAre("reached"));
+}
+
+TEST_F(ManualSchedulerTest, DateIsReachedDuringSleepAndDateOfThePastAtOnce) {
+    const Task later = scheduler.at(scheduler.now() + 60, say("later"));
+    scheduler.suspend(3600);
+    EXPECT_THAT(log, IsEmpty());
+    const Task before = scheduler.at(scheduler.now() - 60, say("before"));
+    EXPECT_THAT(log, IsEmpty());
+    scheduler.advance(0);
+    EXPECT_THAT(log, ElementsAre("later", "before"));
+}
+
 TEST_F(ManualSchedulerTest, ClockThatIsSetMovesExactRepetitionsToItsMultiples) {
     std::vector<double> seen;
     const Task task = scheduler.every(1, Precision::exact, [&] { seen.push_back(passed()); });

@@ -237,6 +237,30 @@ TEST_F(LinuxSchedulerTests, WaitsNoLongerWhenTheClockIsSetBack) {
     EXPECT_NEAR(timeLeft(schedulerOfWall.exactTimer()), 100, 10);
 }
 
+TEST_F(LinuxSchedulerTests, ReachesADateHoweverTheClockIsSet) {
+    bool isReached = false;
+    const Task task = schedulerOfWall.at(wall + 3600, [&] { isReached = true; });
+    EXPECT_NEAR(timeLeft(schedulerOfWall.exactTimer()), 3600, 10);
+    wall += 1800;
+    schedulerOfWall.wallClockWasSet();
+    EXPECT_NEAR(timeLeft(schedulerOfWall.exactTimer()), 1800, 10);
+    wall -= 3600;
+    schedulerOfWall.wallClockWasSet();
+    EXPECT_NEAR(timeLeft(schedulerOfWall.exactTimer()), 5400, 10);
+    wall += 5400;
+    schedulerOfWall.wallClockWasSet();
+    EXPECT_TRUE(waitUntil([&] { return isReached; }));
+    EXPECT_EQ(timeLeft(schedulerOfWall.exactTimer()), 0);
+}
+
+TEST_F(LinuxSchedulerTests, ReachesADateOfThePastAtTheNextTurnNotAtOnce) {
+    int reached = 0;
+    const Task past = scheduler.at(scheduler.now() - 10, [&] { ++reached; });
+    const Task none = scheduler.at(std::nan(""), [&] { ++reached; });
+    EXPECT_EQ(reached, 0);
+    EXPECT_TRUE(waitUntil([&] { return reached == 2; }));
+}
+
 TEST_F(LinuxSchedulerTests, AlignsExactRepetitionsAnewWhenTheClockIsSet) {
     wall = 1'000'000.25;
     const Task task = schedulerOfWall.every(100, Precision::exact, [] {});

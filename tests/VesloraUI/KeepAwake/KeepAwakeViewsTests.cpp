@@ -301,7 +301,7 @@ class KeepAwakeActivityTest : public testing::Test {
     Scene scene;
     QtTextMeasuring measuring;
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         {&scene.agents, &scene.keepAwake},
+                         {&scene.agents, &scene.keepAwake, &scene.timer},
                          scene.rack,
                          scene.sampler,
                          scene.settings,

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// A row with a button that opens a list of choices.
+import QtQuick
+import QtQuick.Templates as T
+import Veslora
+
+Item {
+    id: row
+
+    property alias title: label.title
+    property alias detail: label.detail
+    required property list<string> choices
+    /// The place of what is chosen; -1 for none of them.
+    required property int current
+    signal chosen(index: int)
+
+    height: Math.max(label.height, picker.height)
+    width: parent ? parent.width : 0
+
+    SettingLabel {
+        id: label
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - picker.width - 16
+    }
+
+    T.ComboBox {
+        id: picker
+
+        Accessible.description: row.detail
+        Accessible.name: row.title
+        anchors.right: parent.right
+        currentIndex: row.current
+        implicitHeight: 26
+        implicitWidth: 140
+        model: row.choices
+        // The page scrolls under the wheel; nobody would notice what it chose on the way.
+        wheelEnabled: false
+        onActivated: index => {
+            row.chosen(index);
+            // What shows is what the store holds, also when it refused.
+            currentIndex = Qt.binding(() => row.current);
+        }
+
+        background: Rectangle {
+            border.color: picker.visualFocus ? VesloraStyle.accentColor : "transparent"
+            border.width: 1.5
+            color: picker.down ? SettingsColors.controlPressed : SettingsColors.control
+            radius: 6
+        }
+        contentItem: Text {
+            color: SettingsColors.text
+            elide: Text.ElideRight
+            leftPadding: 10
+            text: picker.displayText
+            textFormat: Text.PlainText
+            verticalAlignment: Text.AlignVCenter
+
+            font {
+                family: VesloraStyle.systemFont
+                pixelSize: 12
+                weight: Font.Medium
+            }
+        }
+        delegate: T.ItemDelegate {
+            id: choice
+
+            required property int index
+            required property string modelData
+
+            Accessible.name: modelData
+            height: 26
+            highlighted: picker.highlightedIndex === index
+            width: ListView.view.width
+
+            background: Rectangle {
+                color: choice.highlighted ? SettingsColors.controlPressed : "transparent"
+                radius: 4
+            }
+            contentItem: Text {
+                color: choice.index === row.current ? VesloraStyle.accentColor : SettingsColors.text
+                leftPadding: 10
+                text: choice.modelData
+                textFormat: Text.PlainText
+                verticalAlignment: Text.AlignVCenter
+
+                font {
+                    family: VesloraStyle.systemFont
+                    pixelSize: 12
+                    weight: Font.Medium
+                }
+            }
+        }
+        popup: T.Popup {
+            height: contentItem.implicitHeight + 8
+            padding: 4
+            width: picker.width
+            y: picker.height + 4
+
+            background: Rectangle {
+                border.color: SettingsColors.line
+                color: SettingsColors.control
+                radius: 6
+            }
+            contentItem: ListView {
+                boundsBehavior: Flickable.StopAtBounds
+                clip: true
+                currentIndex: picker.highlightedIndex
+                implicitHeight: contentHeight
+                model: picker.popup.visible ? picker.delegateModel : null
+            }
+        }
+    }
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// A time left. Its digits stand in boxes of equal width, so that one that changes moves no other, and roll downward.
+import QtQuick
+import Veslora
+
+Item {
+    id: time
+
+    /// Seconds.
+    required property real remaining
+    required property int size
+    property color color: VesloraStyle.textPrimary
+    /// In the font of the wings, whose digits are of equal width anyway.
+    property bool isMonospaced: false
+
+    Accessible.name: presenter.text
+    Accessible.role: Accessible.StaticText
+    implicitHeight: size + 4
+    implicitWidth: digits.width
+    width: implicitWidth
+
+    RollingTimePresenter {
+        id: presenter
+
+        remaining: time.remaining
+    }
+
+    Row {
+        id: digits
+
+        // A box is wider than its digit; the first one stands at the edge all the same.
+        x: time.isMonospaced ? 0 : -0.04 * time.size
+
+        Repeater {
+            model: presenter.pieces
+
+            RollingDigit {
+                color: time.color
+                height: time.height
+                isMonospaced: time.isMonospaced
+                size: time.size
+            }
+        }
+    }
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Timer/RollingTimePresenter.h"
+
+#include "VesloraCore/TimerFormat.h"
+#include "VesloraUI/Platform/Observable.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+void RollingTimePresenter::setRemaining(double remaining) {
+    m_remaining = remaining;
+    const QString text = QString::fromStdString(TimerFormat::remaining(remaining));
+    if (!assign(this, m_text, text, &RollingTimePresenter::textChanged)) {
+        return;
+    }
+    std::vector<RollingPiece> pieces;
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        pieces.push_back(pieceAt(static_cast<int>(text.size() - 1 - index), text.at(index)));
+    }
+    m_pieces.assign(std::move(pieces));
+}
+
+RollingPiece RollingTimePresenter::pieceAt(int place, QChar character) const {
+    const auto found = std::ranges::find(m_pieces.rows(), place, &RollingPiece::id);
+    if (found == m_pieces.rows().end()) {
+        return {place, character, {}, 0, character.isDigit()};
+    }
+    RollingPiece piece = *found;
+    if (piece.text != character) {
+        piece.former = piece.text;
+        piece.text = character;
+        ++piece.turns;
+    }
+    return piece;
+}
+
+} // namespace veslora

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// A time left, in pieces of which each digit is one, so that a digit that changes can roll in its own place.
+#pragma once
+
+#include "VesloraUI/RowModel.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+#include <vector>
+
+namespace veslora {
+
+/// A digit, or the colon between two.
+struct RollingPiece {
+    Q_GADGET
+    QML_VALUE_TYPE(rollingPiece)
+    Q_PROPERTY(QString text MEMBER text FINAL)
+    Q_PROPERTY(QString former MEMBER former FINAL)
+    Q_PROPERTY(int turns MEMBER turns FINAL)
+    Q_PROPERTY(bool isDigit MEMBER isDigit FINAL)
+
+  public:
+    int id = 0; ///< its place from the right, from 0: the seconds keep theirs when the hours go
+    QString text;
+    QString former; ///< what stood there before
+    int turns = 0;  ///< how often that has changed
+    bool isDigit = false;
+
+    bool operator==(const RollingPiece&) const = default;
+};
+
+class RollingTimePresenter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// Seconds.
+    Q_PROPERTY(double remaining MEMBER m_remaining WRITE setRemaining REQUIRED FINAL)
+    Q_PROPERTY(QString text READ text NOTIFY textChanged FINAL)
+    /// All of `text`, from its left.
+    Q_PROPERTY(QAbstractItemModel* pieces READ pieces CONSTANT FINAL)
+
+  public:
+    using QObject::QObject;
+
+    void setRemaining(double remaining);
+
+    [[nodiscard]] QString text() const { return m_text; }
+    [[nodiscard]] QAbstractItemModel* pieces() { return &m_pieces; }
+
+  signals:
+    void textChanged();
+
+  private:
+    [[nodiscard]] RollingPiece pieceAt(int place, QChar character) const;
+
+    double m_remaining = 0;
+    QString m_text;
+    RowModel<RollingPiece> m_pieces{"piece"};
+};
+
+} // namespace veslora
