@@ -14,7 +14,7 @@ Item {
     readonly property real innerPadding: 4
 
     /// What is drawn: a view on its way out keeps the width that it had.
-    property real drawnWidth: 0
+    property real drawnWidth
 
     height: notchHeight
     width: notchWidth + 2 * drawnWidth

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/TimerNotifier.h"
 
-#include "VesloraUI/Timer/TimerLengthDescription.h"
+#include "VesloraLinux/DBus/TimerLengthDescription.h"
 
 #include <QCoreApplication>
 #include <QDBusPendingCallWatcher>

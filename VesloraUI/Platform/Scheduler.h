@@ -26,9 +26,9 @@ class Scheduler {
     /// zero or less ends at the next turn of the event loop, never within this call.
     [[nodiscard]] virtual Task after(double seconds, std::function<void()> run) = 0;
 
-    /// Calls `run` once when the wall clock reaches `date`, however it is set meanwhile; the end of a machine's
-    /// sleep finds it reached too. A date that has passed is reached at the next turn of the event loop,
-    /// never within this call.
+    /// Calls `run` once when the wall clock reaches `date`, however it is set meanwhile; the end of a
+    /// machine's sleep finds it reached too. A date that has passed is reached at the next turn of the event
+    /// loop, never within this call.
     [[nodiscard]] virtual Task at(Timestamp date, std::function<void()> run) = 0;
 
     /// Calls `run` every `seconds`, first after one such period. Exact repetitions fall on multiples of the

@@ -30,8 +30,8 @@ void TimerSettingsPresenter::readSettings() {
     assign(this, m_sound, place, &TimerSettingsPresenter::soundChanged);
 }
 
-QStringList TimerSettingsPresenter::sounds() {
-    QStringList names;
+QList<QString> TimerSettingsPresenter::sounds() {
+    QList<QString> names;
     for (const std::string_view name : timerSounds) {
         names << QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
     }

@@ -2,9 +2,10 @@
 // The sounds that may end a timer, ready to be picked from; the one that is picked is heard once.
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
-#include <QStringList>
+#include <QString>
 
 namespace veslora {
 
@@ -16,7 +17,7 @@ class TimerSettingsPresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     /// As people read them.
-    Q_PROPERTY(QStringList sounds READ sounds CONSTANT FINAL)
+    Q_PROPERTY(QList<QString> sounds READ sounds CONSTANT FINAL)
     /// The place of the stored one among them; -1 for a text that names none of them.
     Q_PROPERTY(int sound READ sound NOTIFY soundChanged FINAL)
 
@@ -26,7 +27,7 @@ class TimerSettingsPresenter : public QObject, public QQmlParserStatus {
     void classBegin() override {}
     void componentComplete() override;
 
-    [[nodiscard]] static QStringList sounds();
+    [[nodiscard]] static QList<QString> sounds();
     [[nodiscard]] int sound() const { return m_sound; }
 
     /// Stores a sound by its place and plays it, unless it is the stored one or none at all. A place that

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Timer/TimerLengthDescription.h"
+#include "VesloraLinux/DBus/TimerLengthDescription.h"
+#include "tests/VesloraLinux/Support/Waiting.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -29,10 +30,12 @@ class GermanWords final : public QTranslator {
     }
 };
 
-class TimerLengthDescription : public testing::Test {
+class TimerLengthDescription : public ::testing::Test {
   protected:
     TimerLengthDescription() { QLocale::setDefault(QLocale(QLocale::English)); }
     ~TimerLengthDescription() override { QLocale::setDefault(QLocale::system()); }
+
+    testing::CoreApplication application;
 };
 
 TEST_F(TimerLengthDescription, LeavesOutWhatIsZero) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Timer/TimerLengthDescription.h"
+#include "VesloraLinux/DBus/TimerLengthDescription.h"
 
 #include <QCoreApplication>
 #include <QLocale>
