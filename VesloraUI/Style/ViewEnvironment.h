@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clock, the settings, taps under the finger, short sounds, and the
-// shared ticks of their timelines.
+// What views reach through their engine: the clock, the settings, taps under the finger, short sounds, and
+// the shared ticks of their timelines.
 #pragma once
 
 #include "VesloraUI/Platform/HapticPerforming.h"

@@ -39,11 +39,10 @@ std::vector<WidgetEntry> RackPresenter::page() const {
 void RackPresenter::readRack() {
     std::vector<RackEntry> entries;
     for (const WidgetEntry& entry : page()) {
-        entries.push_back({text(rawValue(entry.id)), text(title(entry.id)), entry.width(),
-                           entry.size == WidgetSize::wide, entry.id == WidgetID::claude,
-                           entry.id == WidgetID::claudeUsage, entry.id == WidgetID::meters,
-                           entry.id == WidgetID::clock, entry.id == WidgetID::keepAwake,
-                           entry.id == WidgetID::timer});
+        entries.push_back(
+            {text(rawValue(entry.id)), text(title(entry.id)), entry.width(), entry.size == WidgetSize::wide,
+             entry.id == WidgetID::claude, entry.id == WidgetID::claudeUsage, entry.id == WidgetID::meters,
+             entry.id == WidgetID::clock, entry.id == WidgetID::keepAwake, entry.id == WidgetID::timer});
     }
     m_modules.assign(std::move(entries));
     emit changed();
