@@ -32,8 +32,8 @@ class GermanWords final : public QTranslator {
 
 class TimerLengthDescription : public ::testing::Test {
   protected:
-    TimerLengthDescription() { QLocale::setDefault(QLocale(QLocale::English)); }
-    ~TimerLengthDescription() override { QLocale::setDefault(QLocale::system()); }
+    void SetUp() override { QLocale::setDefault(QLocale(QLocale::English)); }
+    void TearDown() override { QLocale::setDefault(QLocale::system()); }
 
     testing::CoreApplication application;
 };

@@ -15,10 +15,8 @@
 namespace veslora {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Optional;
 
 constexpr double minute = 60;
 constexpr QRgb lime = qRgb(200, 255, 61);
@@ -35,7 +33,7 @@ double opacityOf(const QQuickItem* item) {
 
 class TimerViewTest : public testing::Test {
   protected:
-    ~TimerViewTest() override { scene.close(); }
+    void TearDown() override { scene.close(); }
 
     void showWidget(bool isWide) {
         scene.show("Timer/TimerWidgetView.qml",
@@ -453,7 +451,6 @@ class TimerIslandTest : public TimerViewTest {
     TimerIslandTest() {
         scene.timer.onPresentationChange = [this] { model.setClock(scene.platform.time.now()); };
     }
-    ~TimerIslandTest() override { scene.close(); }
 
     void showIsland() {
         scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
@@ -623,7 +620,7 @@ TEST_F(TimerIslandTest, TheAlertGoesBeforeAPrompt) {
 TEST_F(TimerIslandTest, TheAlertLiesWhereItShould) {
     runTo(0);
     showIsland();
-    const double left = (1134 - 360) / 2 + 24;
+    const double left = (1134 - 360) / 2.0 + 24;
     EXPECT_EQ(placeOf("DONE").left(), left);
     EXPECT_EQ(placeOf("5:00").left(), left);
     EXPECT_EQ(placeOf("5:00").height(), 28);
