@@ -76,3 +76,23 @@ TEST_F(FakeDirectoryWatcherTest, EndedWatchIsToldOnceAndInactive) {
     watcher.end("/spool");
     EXPECT_EQ(anything, 1);
 }
+
+TEST_F(FakeDirectoryWatcherTest, TellsNamesOnlyToThoseWhoFollowTheFiles) {
+    std::vector<std::string> names;
+    bool isComplete = true;
+    const auto watch = watcher.watchFiles("/spool", [&](const DirectoryNews& news) {
+        names.insert(names.end(), news.names.begin(), news.names.end());
+        isComplete = news.isComplete;
+    });
+    const auto other = watchAll("/spool");
+    watcher.tell("/spool", {.names = {"a", "b"}});
+    EXPECT_EQ(names, (std::vector<std::string>{"a", "b"}));
+    EXPECT_TRUE(isComplete);
+    EXPECT_EQ(anything, 0);
+    watcher.fire("/spool");
+    EXPECT_EQ(names.size(), 2U);
+    EXPECT_EQ(watcher.watched(), std::vector<std::string>{"/spool"});
+    watcher.end("/spool");
+    EXPECT_FALSE(isComplete);
+    EXPECT_TRUE(watcher.watched().empty());
+}

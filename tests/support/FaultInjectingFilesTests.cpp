@@ -78,3 +78,13 @@ TEST_F(FaultInjectingFilesTest, FailsReads) {
     files.readError.reset();
     EXPECT_TRUE(files.read("/note", {}));
 }
+
+TEST_F(FaultInjectingFilesTest, FailsToOpen) {
+    EXPECT_TRUE(files.open("/note"));
+    files.readError = std::errc::io_error;
+    EXPECT_FALSE(files.open("/note"));
+    files.readError.reset();
+    files.failOperation(1, std::errc::io_error);
+    EXPECT_FALSE(files.open("/note"));
+    EXPECT_TRUE(files.open("/note"));
+}

@@ -162,3 +162,39 @@ TEST_F(MemoryFilesTest, CountsWhatGoesThroughTheSeam) {
     EXPECT_EQ(files.writes(), 2);
     EXPECT_EQ(files.syncedWrites(), 1);
 }
+
+TEST_F(MemoryFilesTest, AnAppendedFileStaysTheSame) {
+    files.append("/home/user/log", "one\n");
+    const auto before = files.stat("/home/user/log", Links::refuse);
+    files.append("/home/user/log", "two\n");
+    EXPECT_EQ(files.text("/home/user/log"), "one\ntwo\n");
+    EXPECT_EQ(files.stat("/home/user/log", Links::refuse)->inode, before->inode);
+}
+
+TEST_F(MemoryFilesTest, MovesFilesAndWholeDirectories) {
+    files.put("/home/user/a/log", "text");
+    files.put("/home/user/ab", "other");
+    const auto before = files.stat("/home/user/a/log", Links::refuse);
+    files.move("/home/user/a", "/home/user/b");
+    EXPECT_FALSE(files.exists("/home/user/a"));
+    EXPECT_EQ(files.text("/home/user/ab"), "other");
+    EXPECT_EQ(files.text("/home/user/b/log"), "text");
+    EXPECT_EQ(files.stat("/home/user/b/log", Links::refuse)->inode, before->inode);
+    files.removeTree("/home/user/b");
+    EXPECT_FALSE(files.exists("/home/user/b/log"));
+    EXPECT_TRUE(files.exists("/home/user/ab"));
+}
+
+TEST_F(MemoryFilesTest, ReadsPiecesOfAnOpenFile) {
+    files.put("/home/user/log", "0123456789");
+    const auto reader = files.open("/home/user/log");
+    ASSERT_TRUE(reader);
+    char bytes[4] = {};
+    EXPECT_EQ(reader->read(bytes, 4, 8), 2U);
+    EXPECT_EQ(std::string(bytes, 2), "89");
+    EXPECT_EQ(reader->read(bytes, 4, 10), 0U);
+    EXPECT_EQ(reader->stat()->size, 10);
+    EXPECT_FALSE(files.open("/home/user"));
+    files.giveAway("/home/user/log");
+    EXPECT_FALSE(files.open("/home/user/log"));
+}
