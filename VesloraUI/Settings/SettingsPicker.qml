@@ -52,6 +52,7 @@ Item {
             color: SettingsColors.text
             elide: Text.ElideRight
             leftPadding: 10
+            rightPadding: 26
             text: picker.displayText
             textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
@@ -61,6 +62,14 @@ Item {
                 pixelSize: 12
                 weight: Font.Medium
             }
+        }
+        indicator: Symbol {
+            anchors.right: parent.right
+            anchors.rightMargin: 9
+            anchors.verticalCenter: parent.verticalCenter
+            color: SettingsColors.secondary
+            name: "chevron.down"
+            size: 11
         }
         delegate: T.ItemDelegate {
             id: choice
