@@ -5,6 +5,7 @@
 #include "VesloraCore/Json.h"
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
+#include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
