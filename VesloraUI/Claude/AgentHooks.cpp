@@ -15,7 +15,6 @@ AgentHooks::AgentHooks(Files& files, SupportDirectory& support, std::string conf
 AgentHooks::State AgentHooks::state() {
     const auto stat = m_files.stat(m_configuration, Links::follow);
     if (!m_isRead || stat != m_stat) {
-        m_isRead = true;
         m_stat = stat;
         readConfiguration();
     }
@@ -26,6 +25,8 @@ AgentHooks::State AgentHooks::state() {
 void AgentHooks::readConfiguration() {
     const ReadResult read =
         m_files.read(m_configuration, {.links = Links::follow, .cap = ConfigurationFile::cap});
+    // A read that failed is tried again at the next look.
+    m_isRead = read || !m_stat;
     m_found = find(read ? std::optional<std::string_view>(read.bytes) : std::nullopt);
 }
 

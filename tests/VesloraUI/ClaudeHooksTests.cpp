@@ -171,6 +171,20 @@ TEST_F(ClaudeHooksTest, TellsWhatIsMissing) {
     EXPECT_TRUE(hooks.state().areOutdated) << "no status line";
 }
 
+TEST_F(ClaudeHooksTest, ReadsTheSettingsOnlyWhenTheyChanged) {
+    FaultInjectingFiles files(platform.disk);
+    ClaudeHooks counted(files, support, settingsPath, platform.paths.executables);
+    EXPECT_FALSE(counted.state().areInstalled);
+    int before = files.operations();
+    EXPECT_FALSE(counted.state().areInstalled);
+    EXPECT_EQ(files.operations() - before, 1) << "one look for the settings, which are not there";
+    counted.install();
+    EXPECT_TRUE(counted.state().areInstalled);
+    before = files.operations();
+    EXPECT_TRUE(counted.state().areInstalled);
+    EXPECT_EQ(files.operations() - before, 4) << "one look at the settings, one at each script";
+}
+
 TEST_F(ClaudeHooksTest, RemoveWithoutSettingsDoesNothing) {
     EXPECT_FALSE(hooks.remove());
     EXPECT_EQ(platform.disk.writes(), 0);
