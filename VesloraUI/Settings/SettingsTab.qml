@@ -12,7 +12,7 @@ T.TabButton {
 
     Accessible.name: text
     implicitHeight: 50
-    implicitWidth: 76
+    implicitWidth: Math.max(50, label.implicitWidth + 16)
 
     background: Rectangle {
         border.color: tab.visualFocus ? VesloraStyle.accentColor : "transparent"
@@ -29,14 +29,15 @@ T.TabButton {
             y: 1
         }
 
-        Text {
+        SystemText {
+            id: label
+
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
             text: tab.text
             y: 25
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 11
                 weight: Font.Medium
             }
