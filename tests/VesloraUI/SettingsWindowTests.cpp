@@ -82,6 +82,10 @@ TEST_F(SettingsWindowTest, TheRowOfTabsHasRoomForSeven) {
         ASSERT_TRUE(tab) << title.toStdString();
         EXPECT_GE(tab->mapToScene({}).x(), end) << title.toStdString();
         end = tab->mapToScene({tab->width(), 0}).x();
+        const auto* content = tab->property("contentItem").value<QQuickItem*>();
+        const auto* name = content->childItems().at(1);
+        EXPECT_EQ(name->property("text"), title);
+        EXPECT_LE(name->implicitWidth() + 16, tab->width()) << title.toStdString();
         scene.press(title);
         EXPECT_EQ(scene.view().property("current").toInt(), i);
         EXPECT_TRUE(tab->property("checked").toBool()) << title.toStdString();
