@@ -48,17 +48,15 @@ Item {
             color: picker.down ? SettingsColors.controlPressed : SettingsColors.control
             radius: 6
         }
-        contentItem: Text {
+        contentItem: SystemText {
             color: SettingsColors.text
             elide: Text.ElideRight
             leftPadding: 10
             rightPadding: 26
             text: picker.displayText
-            textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 12
                 weight: Font.Medium
             }
@@ -86,15 +84,13 @@ Item {
                 color: choice.highlighted ? SettingsColors.controlPressed : "transparent"
                 radius: 4
             }
-            contentItem: Text {
+            contentItem: SystemText {
                 color: choice.index === row.current ? VesloraStyle.accentColor : SettingsColors.text
                 leftPadding: 10
                 text: choice.modelData
-                textFormat: Text.PlainText
                 verticalAlignment: Text.AlignVCenter
 
                 font {
-                    family: VesloraStyle.systemFont
                     pixelSize: 12
                     weight: Font.Medium
                 }
