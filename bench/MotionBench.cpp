@@ -62,7 +62,7 @@ void addMotion(Motion& motion, Island& island, bool isOpening) {
     motion.time += monotonicNow() - start - rest;
     motion.processor += island.meter().processorTime() - processor;
     const auto& frames = island.frames().frames();
-    motion.drawnTime += frames.back() - frames[before];
+    motion.drawnTime += frames.back().time - frames[before].time;
     motion.frames += static_cast<double>(frames.size() - before - 1);
 }
 

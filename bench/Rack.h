@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Where the widgets of the open rack lie on the stage, and the keys in them that a measurement presses.
+#pragma once
+
+#include "VesloraCore/WidgetLayout.h"
+#include "bench/Island.h"
+#include "bench/Stage.h"
+
+#include <string>
+
+namespace veslora::bench {
+
+class Rack {
+  public:
+    /// `widgets` is a layout as the settings keep it.
+    explicit Rack(const Stage& stage, const std::string& widgets);
+
+    /// What the settings file has to hold.
+    [[nodiscard]] std::string settings() const;
+
+    /// Presses the key that starts the wide timer, in the open rack, and waits until it runs.
+    void startTimer() const;
+    /// Presses the key for two hours in the small keep-awake widget and waits until the session shows.
+    void startKeepAwake() const;
+
+  private:
+    [[nodiscard]] Area moduleOf(WidgetID id) const;
+    void press(Place place) const;
+
+    const Display& m_display;
+    WidgetLayout m_layout;
+};
+
+} // namespace veslora::bench

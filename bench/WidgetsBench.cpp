@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+// What the widgets that tick cost: in the open rack, and a running timer beside the closed notch, where no
+// more than its wings may be drawn. Frames that follow each other closely are one burst: digits that roll
+// over.
+#include "VesloraCore/NotchGeometry.h"
+#include "bench/Clock.h"
+#include "bench/Home.h"
+#include "bench/Island.h"
+#include "bench/Measurements.h"
+#include "bench/Rack.h"
+
+#include <algorithm>
+#include <functional>
+#include <string>
+
+namespace veslora::bench {
+
+namespace {
+
+constexpr Range share{1e-4, 400};
+
+/// What the program does in a stretch of time.
+struct Use {
+    double seconds = 0;
+    double processor = 0; ///< in percent of a core
+    std::vector<Frame> frames;
+
+    [[nodiscard]] double framesPerSecond() const { return static_cast<double>(frames.size()) / seconds; }
+};
+
+Use useDuring(Island& island, double seconds) {
+    const std::size_t frames = island.frames().count();
+    const double time = island.meter().processorTime();
+    const double start = monotonicNow();
+    sleepFor(seconds);
+    const double elapsed = monotonicNow() - start;
+    const double processor = 100 * (island.meter().processorTime() - time) / elapsed;
+    return {elapsed, processor, island.frames().framesSince(frames)};
+}
+
+/// The lengths of all bursts in milliseconds; 0 for a frame that stands alone.
+std::vector<double> burstsOf(const std::vector<Frame>& frames) {
+    constexpr double gap = 0.1;
+    std::vector<double> lengths;
+    double begin = 0;
+    double last = -gap;
+    for (const Frame& frame : frames) {
+        if (frame.time - last >= gap) {
+            begin = frame.time;
+            lengths.push_back(0);
+        }
+        last = frame.time;
+        lengths.back() = 1000 * (last - begin);
+    }
+    return lengths;
+}
+
+void reportBursts(Report& report, const std::string& name, const Use& use) {
+    const std::vector<double> bursts = burstsOf(use.frames);
+    const double rate = static_cast<double>(bursts.size()) / use.seconds;
+    report.add({name + "_bursts", rate, "1/s", {}, {0.1, 10}});
+    report.add({name + "_burst_p95", percentile(bursts, 0.95), "ms", {}, {0, 60000}});
+}
+
+/// One after the other, each with a program of its own: what the rack holds, and what is set going in it.
+Use useOfOpenRack(const Bench& bench, const std::string& widgets, const std::function<void(Rack&)>& begin) {
+    Rack rack(bench.stage, widgets);
+    const Home home(bench.executables, rack.settings());
+    Island island(bench.stage, home, bench.program());
+    island.open();
+    island.frames().waitForRest();
+    begin(rack);
+    // The meters have told the processor's share for the first time by then.
+    sleepFor(bench.choose(5.0, 0.5));
+    return useDuring(island, bench.choose(20.0, 4.2));
+}
+
+/// The parts of the panel left and right of the notch that the wings of a timer with two digits of minutes
+/// take.
+std::vector<Area> wingsIn(const Area& panel) {
+    constexpr int width = 53;
+    constexpr int height = static_cast<int>(NotchGeometry::fakeNotchMinHeight);
+    constexpr int halfNotch = static_cast<int>(NotchGeometry::fakeNotchWidth) / 2;
+    const int middle = panel.width / 2;
+    return {{middle - halfNotch - width, 0, width, height}, {middle + halfNotch, 0, width, height}};
+}
+
+bool lies(const Area& area, const Area& within) {
+    return area.x >= within.x && area.y >= within.y && area.right() <= within.right() &&
+           area.bottom() <= within.bottom();
+}
+
+bool isOutside(const Frame& frame, const std::vector<Area>& wings) {
+    return std::ranges::any_of(frame.damaged, [&](const Area& area) {
+        return std::ranges::none_of(wings, [&](const Area& wing) { return lies(area, wing); });
+    });
+}
+
+/// In percent of one wing.
+std::vector<double> areasOf(const std::vector<Frame>& frames, const Area& wing) {
+    std::vector<double> areas;
+    for (const Frame& frame : frames) {
+        areas.push_back(100 * frame.area() / (wing.width * wing.height));
+    }
+    return areas;
+}
+
+} // namespace
+
+void measureWidgets(const Bench& bench) {
+    const auto quiet = useOfOpenRack(bench, "meters,clock", [](const Rack&) {});
+    const auto awake =
+        useOfOpenRack(bench, "meters,clock,keepAwake", [](const Rack& rack) { rack.startKeepAwake(); });
+    const auto timer = useOfOpenRack(bench, "timer,meters,clock,keepAwake", [](const Rack& rack) {
+        rack.startKeepAwake();
+        rack.startTimer();
+    });
+    const Range frames{0.1, 1000};
+    bench.report.add({"open_quiet_cpu", quiet.processor, "% of a core", 2, share});
+    // Once in two seconds, and one more where a minute or the stretch itself begins.
+    bench.report.add({"open_quiet_fps", quiet.framesPerSecond(), "1/s", 0.6, frames});
+    bench.report.add({"open_awake_cpu", awake.processor, "% of a core", 2, share});
+    bench.report.add({"open_awake_fps", awake.framesPerSecond(), "1/s", 1.6, frames});
+    bench.report.add({"open_timer_cpu", timer.processor, "% of a core", 2, share});
+    bench.report.add({"open_timer_fps", timer.framesPerSecond(), "1/s", {}, frames});
+    reportBursts(bench.report, "open_timer", timer);
+}
+
+void measureTimerWings(const Bench& bench) {
+    Rack rack(bench.stage, "timer,clock");
+    const Home home(bench.executables, rack.settings());
+    Island island(bench.stage, home, bench.program());
+    island.open();
+    island.frames().waitForRest();
+    rack.startTimer();
+    island.close();
+    sleepFor(bench.choose(3.0, 1.0));
+    const Use use = useDuring(island, bench.choose(30.0, 2.2));
+
+    const std::vector<Area> wings = wingsIn(island.panel());
+    const std::vector<double> areas = areasOf(use.frames, wings.front());
+    const auto outside =
+        std::ranges::count_if(use.frames, [&](const Frame& frame) { return isOutside(frame, wings); });
+    const Range percent{0.01, 1e4};
+    bench.report.add({"timer_wings_cpu", use.processor, "% of a core", {}, share});
+    bench.report.add({"timer_wings_fps", use.framesPerSecond(), "1/s", {}, {0.1, 1000}});
+    reportBursts(bench.report, "timer_wings", use);
+    bench.report.add({"timer_wings_area_p50", percentile(areas, 0.5), "% of a wing", {}, percent});
+    bench.report.add({"timer_wings_area_most", percentile(areas, 1), "% of a wing", 100, percent});
+    bench.report.add({"timer_wings_outside", static_cast<double>(outside), "frames", 0, {0, 1e6}});
+}
+
+} // namespace veslora::bench
