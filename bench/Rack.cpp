@@ -61,9 +61,12 @@ void Rack::press(Place place) const {
     m_display.moveTo(Island::notch);
 }
 
-void Rack::startTimer() const {
+void Rack::startTimer(Length length) const {
+    const Area module = moduleOf(WidgetID::timer);
+    constexpr int keyStep = 34 + 6;
+    press({module.x + 17 + (length == Length::longest ? 2 * keyStep : 0), keyFoot});
     // At the right edge; once the timer runs a dim key stands there.
-    const Place key{moduleOf(WidgetID::timer).right() - 20, keyFoot};
+    const Place key{module.right() - 20, keyFoot};
     waitUntil("the timer's key", [&] { return isBright(m_display.pixel(key)); });
     press(key);
     waitUntil("the timer", [&] { return !isBright(m_display.pixel(key)); });

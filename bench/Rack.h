@@ -18,8 +18,9 @@ class Rack {
     /// What the settings file has to hold.
     [[nodiscard]] std::string settings() const;
 
-    /// Presses the key that starts the wide timer, in the open rack, and waits until it runs.
-    void startTimer() const;
+    enum class Length { shortest, longest }; ///< of the keys: 5 and 25 minutes
+    /// Presses a length and the key that starts the wide timer, in the open rack, and waits until it runs.
+    void startTimer(Length length = Length::shortest) const;
     /// Presses the key for two hours in the small keep-awake widget and waits until the session shows.
     void startKeepAwake() const;
 

@@ -18,11 +18,19 @@ namespace {
 
 using Openings = std::vector<Trace::Opening>;
 
-Openings openingsDuring(const Trace& trace, double seconds) {
-    const auto before = static_cast<std::ptrdiff_t>(trace.openings().size());
-    sleepFor(seconds);
+std::ptrdiff_t countOf(const Trace& trace) {
+    return static_cast<std::ptrdiff_t>(trace.openings().size());
+}
+
+Openings openingsSince(const Trace& trace, std::ptrdiff_t before) {
     const Openings all = trace.openings();
     return {all.begin() + before, all.end()};
+}
+
+Openings openingsDuring(const Trace& trace, double seconds) {
+    const std::ptrdiff_t before = countOf(trace);
+    sleepFor(seconds);
+    return openingsSince(trace, before);
 }
 
 bool isSample(const Trace::Opening& opening) {
@@ -63,8 +71,10 @@ void measureSampler(const Bench& bench) {
     sleepFor(bench.choose(4.0, 0.5));
     const Openings before = openingsDuring(trace, closedTime);
 
+    const std::ptrdiff_t beginning = countOf(trace);
     island.open();
-    const Openings open = openingsDuring(trace, bench.choose(20.0, 6.5));
+    sleepFor(bench.choose(20.0, 6.5));
+    const Openings open = openingsSince(trace, beginning);
     island.close();
     sleepFor(bench.choose(2.0, 0.5));
     const Openings after = openingsDuring(trace, closedTime);

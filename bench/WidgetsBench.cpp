@@ -10,7 +10,7 @@
 #include "bench/Rack.h"
 
 #include <algorithm>
-#include <functional>
+#include <optional>
 #include <string>
 
 namespace veslora::bench {
@@ -55,16 +55,21 @@ std::vector<double> burstsOf(const std::vector<Frame>& frames) {
     return lengths;
 }
 
-void reportBursts(Report& report, const std::string& name, const Use& use) {
+void reportBursts(const Bench& bench, const std::string& name, const Use& use, std::optional<double> limit) {
     const std::vector<double> bursts = burstsOf(use.frames);
     const double rate = static_cast<double>(bursts.size()) / use.seconds;
-    report.add({name + "_bursts", rate, "1/s", {}, {0.1, 10}});
-    report.add({name + "_burst_p95", percentile(bursts, 0.95), "ms", {}, {0, 60000}});
+    bench.report.add({name + "_fps", use.framesPerSecond(), "1/s", {}, {0.1, 1000}});
+    bench.report.add({name + "_bursts", rate, "1/s", limit, {0.1, 10}});
+    bench.report.add({name + "_burst_p95", percentile(bursts, 0.95), "ms", {}, {0, 60000}});
 }
 
-/// One after the other, each with a program of its own: what the rack holds, and what is set going in it.
-Use useOfOpenRack(const Bench& bench, const std::string& widgets, const std::function<void(Rack&)>& begin) {
-    Rack rack(bench.stage, widgets);
+using Begin = void (*)(const Rack&);
+
+/// With a program of its own: what the rack holds, what is set going in it, and how many bursts it may draw a
+/// second.
+void measureOpen(const Bench& bench, const std::string& name, const std::string& widgets, Begin begin,
+                 std::optional<double> bursts) {
+    const Rack rack(bench.stage, widgets);
     const Home home(bench.executables, rack.settings());
     Island island(bench.stage, home, bench.program());
     island.open();
@@ -72,13 +77,14 @@ Use useOfOpenRack(const Bench& bench, const std::string& widgets, const std::fun
     begin(rack);
     // The meters have told the processor's share for the first time by then.
     sleepFor(bench.choose(5.0, 0.5));
-    return useDuring(island, bench.choose(20.0, 4.2));
+    const Use use = useDuring(island, bench.choose(20.0, 4.2));
+    bench.report.add({name + "_cpu", use.processor, "% of a core", 2, share});
+    reportBursts(bench, name, use, bursts);
 }
 
-/// The parts of the panel left and right of the notch that the wings of a timer with two digits of minutes
-/// take.
+/// The parts of the panel left and right of the notch that the wings of a timer below ten minutes take.
 std::vector<Area> wingsIn(const Area& panel) {
-    constexpr int width = 53;
+    constexpr int width = 46;
     constexpr int height = static_cast<int>(NotchGeometry::fakeNotchMinHeight);
     constexpr int halfNotch = static_cast<int>(NotchGeometry::fakeNotchWidth) / 2;
     const int middle = panel.width / 2;
@@ -108,22 +114,23 @@ std::vector<double> areasOf(const std::vector<Frame>& frames, const Area& wing) 
 } // namespace
 
 void measureWidgets(const Bench& bench) {
-    const auto quiet = useOfOpenRack(bench, "meters,clock", [](const Rack&) {});
-    const auto awake =
-        useOfOpenRack(bench, "meters,clock,keepAwake", [](const Rack& rack) { rack.startKeepAwake(); });
-    const auto timer = useOfOpenRack(bench, "timer,meters,clock,keepAwake", [](const Rack& rack) {
+    // The meters tick every two seconds, keep awake every second; one more is there where a minute ends or
+    // the stretch itself begins.
+    measureOpen(
+        bench, "open_quiet", "meters,clock", [](const Rack&) {}, 0.6);
+    measureOpen(
+        bench, "open_awake", "meters,clock,keepAwake", [](const Rack& rack) { rack.startKeepAwake(); }, 1.6);
+    const std::string all = "timer,meters,clock,keepAwake";
+    const auto start = [](const Rack& rack) {
         rack.startKeepAwake();
         rack.startTimer();
-    });
-    const Range frames{0.1, 1000};
-    bench.report.add({"open_quiet_cpu", quiet.processor, "% of a core", 2, share});
-    // Once in two seconds, and one more where a minute or the stretch itself begins.
-    bench.report.add({"open_quiet_fps", quiet.framesPerSecond(), "1/s", 0.6, frames});
-    bench.report.add({"open_awake_cpu", awake.processor, "% of a core", 2, share});
-    bench.report.add({"open_awake_fps", awake.framesPerSecond(), "1/s", 1.6, frames});
-    bench.report.add({"open_timer_cpu", timer.processor, "% of a core", 2, share});
-    bench.report.add({"open_timer_fps", timer.framesPerSecond(), "1/s", {}, frames});
-    reportBursts(bench.report, "open_timer", timer);
+    };
+    const auto startLong = [](const Rack& rack) {
+        rack.startKeepAwake();
+        rack.startTimer(Rack::Length::longest);
+    };
+    measureOpen(bench, "open_timer", all, start, {});
+    measureOpen(bench, "open_timer25", all, startLong, {});
 }
 
 void measureTimerWings(const Bench& bench) {
@@ -143,8 +150,7 @@ void measureTimerWings(const Bench& bench) {
         std::ranges::count_if(use.frames, [&](const Frame& frame) { return isOutside(frame, wings); });
     const Range percent{0.01, 1e4};
     bench.report.add({"timer_wings_cpu", use.processor, "% of a core", {}, share});
-    bench.report.add({"timer_wings_fps", use.framesPerSecond(), "1/s", {}, {0.1, 1000}});
-    reportBursts(bench.report, "timer_wings", use);
+    reportBursts(bench, "timer_wings", use, {});
     bench.report.add({"timer_wings_area_p50", percentile(areas, 0.5), "% of a wing", {}, percent});
     bench.report.add({"timer_wings_area_most", percentile(areas, 1), "% of a wing", 100, percent});
     bench.report.add({"timer_wings_outside", static_cast<double>(outside), "frames", 0, {0, 1e6}});
