@@ -40,14 +40,14 @@ std::unique_ptr<WindowSystem> makeWindowSystem(Scheduler& scheduler) {
 
 /// Every way of keeping the machine awake, in the order in which they are asked: the desktop's own first.
 /// `windowSystem` may be null.
-std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(Scheduler& scheduler, WindowSystem* windowSystem) {
+std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(SystemBus& systemBus, WindowSystem* windowSystem) {
     using Kind = InhibitingService::Kind;
     const auto bus = SessionBus::connection();
     std::vector<std::unique_ptr<Inhibitor>> ways;
     for (const Kind kind : {Kind::sessionManager, Kind::powerManagement, Kind::screenSaver}) {
         ways.push_back(std::make_unique<InhibitingService>(kind, bus));
     }
-    ways.push_back(std::make_unique<LoginManager>(scheduler));
+    ways.push_back(std::make_unique<LoginManager>(systemBus));
     if (windowSystem) {
         ways.push_back(windowSystem->makeDisplayInhibitor());
     }
@@ -68,10 +68,11 @@ struct LinuxPlatform::Parts {
     AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
-    Login1Suspension suspension{SystemBus::connection()};
+    SystemBus systemBus{scheduler};
+    Login1Suspension suspension{systemBus};
     TimerNotifier timerNotifier{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
-    PowerAssertions power{scheduler, makeInhibitors(scheduler, windowSystem.get())};
+    PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
 };
 
 void LinuxPlatform::prepareEnvironment() {

@@ -48,14 +48,13 @@ void PulseOutput::sessionEnded(AudioEnd end, std::uint64_t start) {
 }
 
 void PulseOutput::stop() {
-    if (!m_thread.joinable()) {
-        return;
-    }
     ++m_start;
-    eventfd_write(m_stop.value(), 1);
-    m_thread.join();
-    m_stop.close();
     m_ended = nullptr;
+    if (m_thread.joinable()) {
+        eventfd_write(m_stop.value(), 1);
+        m_thread.join();
+    }
+    m_stop.close();
 }
 
 } // namespace veslora

@@ -5,7 +5,13 @@
 
 namespace veslora {
 
-Login1Suspension::Login1Suspension(const std::optional<QDBusConnection>& bus) {
+Login1Suspension::Login1Suspension(SystemBus& bus) {
+    bus.whenConnected(*this, [this](const SystemBus::Connection& connection) { listenOn(connection); });
+}
+
+Login1Suspension::~Login1Suspension() = default;
+
+void Login1Suspension::listenOn(const SystemBus::Connection& bus) {
     if (!bus) {
         return;
     }
@@ -14,8 +20,6 @@ Login1Suspension::Login1Suspension(const std::optional<QDBusConnection>& bus) {
     connect(m_manager.get(), &OrgFreedesktopLogin1ManagerInterface::PrepareForSleep, this,
             &Login1Suspension::prepareForSleep);
 }
-
-Login1Suspension::~Login1Suspension() = default;
 
 void Login1Suspension::prepareForSleep(bool start) {
     if (start) {

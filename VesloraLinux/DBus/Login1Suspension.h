@@ -2,12 +2,10 @@
 // The machine's sleep as its session manager tells of it on the system bus. Main thread only.
 #pragma once
 
+#include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraUI/Platform/Suspension.h"
 
-#include <QDBusConnection>
-
 #include <memory>
-#include <optional>
 
 class OrgFreedesktopLogin1ManagerInterface;
 
@@ -18,12 +16,13 @@ class Login1Suspension final : public Suspension {
 
   public:
     /// Silent without a bus, and while no session manager is on it: none is started for this.
-    explicit Login1Suspension(const std::optional<QDBusConnection>& bus);
+    explicit Login1Suspension(SystemBus& bus);
     ~Login1Suspension() override;
     Login1Suspension(const Login1Suspension&) = delete;
     Login1Suspension& operator=(const Login1Suspension&) = delete;
 
   private:
+    void listenOn(const SystemBus::Connection& bus);
     void prepareForSleep(bool start);
 
     std::unique_ptr<OrgFreedesktopLogin1ManagerInterface> m_manager;

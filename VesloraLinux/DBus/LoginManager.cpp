@@ -35,53 +35,34 @@ class HeldDescriptor final : public Inhibition {
 
 } // namespace
 
-LoginManager::LoginManager(Scheduler& scheduler, Connect connect)
-    : m_scheduler(scheduler), m_connect(std::move(connect)) {
-    QObject::connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &Inhibitor::ownerChanged);
-}
-
-std::optional<QDBusConnection> LoginManager::systemBus() {
-    QDBusConnection bus = QDBusConnection::systemBus();
-    return bus.isConnected() ? std::optional(bus) : std::nullopt;
+LoginManager::LoginManager(SystemBus& bus) : m_bus(bus) {
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &Inhibitor::ownerChanged);
 }
 
 void LoginManager::inhibit(AwakeNeeds /*needs*/, const QString& reason, Done done) {
-    if (m_bus) {
-        send({reason, std::move(done)});
-        return;
-    }
-    m_waiting.push_back({reason, std::move(done)});
-    if (m_connecting.isActive()) {
-        return;
-    }
-    // Connecting waits for the bus to answer.
-    const auto bus = std::make_shared<std::optional<QDBusConnection>>();
-    m_connecting = m_scheduler.background([bus, connect = m_connect] { *bus = connect(); },
-                                          [this, bus] { connected(*bus); });
+    m_bus.whenConnected(*this, [this, reason, done = std::move(done)](const SystemBus::Connection& bus) {
+        if (bus) {
+            watch(*bus);
+            send(*bus, reason, done);
+        } else {
+            done(nullptr);
+        }
+    });
 }
 
-void LoginManager::connected(std::optional<QDBusConnection> bus) {
-    m_bus = std::move(bus);
-    if (m_bus) {
-        m_watcher.setConnection(*m_bus);
+void LoginManager::watch(const QDBusConnection& bus) {
+    if (!std::exchange(m_isWatching, true)) {
+        m_watcher.setConnection(bus);
         m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
         m_watcher.addWatchedService(managerName);
     }
-    for (const Request& request : std::exchange(m_waiting, {})) {
-        if (m_bus) {
-            send(request);
-        } else {
-            request.done(nullptr);
-        }
-    }
 }
 
-void LoginManager::send(const Request& request) {
+void LoginManager::send(QDBusConnection bus, const QString& reason, const Done& done) {
     // Without an end: an answer that came after it would be dropped, and the descriptor stay with the bus.
     constexpr int endless = std::numeric_limits<int>::max();
-    auto* const answer =
-        new QDBusPendingCallWatcher(m_bus->asyncCall(inhibitCall(request.reason), endless), this);
-    QObject::connect(answer, &QDBusPendingCallWatcher::finished, this, [answer, done = request.done] {
+    auto* const answer = new QDBusPendingCallWatcher(bus.asyncCall(inhibitCall(reason), endless), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [answer, done] {
         const QDBusPendingReply<QDBusUnixFileDescriptor> descriptor(*answer);
         const bool isGranted = descriptor.isValid() && descriptor.value().isValid();
         auto granted = isGranted ? std::make_unique<HeldDescriptor>(descriptor.value()) : nullptr;

@@ -3,9 +3,15 @@
 
 #include <sys/stat.h>
 
-namespace veslora::SystemBus {
+#include <memory>
+#include <utility>
 
-bool isNamed(const LinuxDirectories::Environment& environment) {
+namespace veslora {
+
+SystemBus::SystemBus(Scheduler& scheduler, Connect connect)
+    : m_scheduler(scheduler), m_connect(std::move(connect)) {}
+
+bool SystemBus::isNamed(const LinuxDirectories::Environment& environment) {
     const auto address = environment("DBUS_SYSTEM_BUS_ADDRESS");
     if (address && !address->empty()) {
         return !address->starts_with("disabled:");
@@ -14,7 +20,7 @@ bool isNamed(const LinuxDirectories::Environment& environment) {
     return stat("/run/dbus/system_bus_socket", &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-std::optional<QDBusConnection> connection() {
+SystemBus::Connection SystemBus::connectToUsual() {
     if (!isNamed(LinuxDirectories::processEnvironment)) {
         return std::nullopt;
     }
@@ -22,4 +28,27 @@ std::optional<QDBusConnection> connection() {
     return bus.isConnected() ? std::optional(bus) : std::nullopt;
 }
 
-} // namespace veslora::SystemBus
+void SystemBus::whenConnected(QObject& receiver, std::function<void(const Connection&)> run) {
+    if (m_connection) {
+        run(m_connection);
+        return;
+    }
+    m_waiting.push_back({&receiver, std::move(run)});
+    if (m_connecting.isActive()) {
+        return;
+    }
+    const auto connection = std::make_shared<Connection>();
+    m_connecting = m_scheduler.background([connection, connect = m_connect] { *connection = connect(); },
+                                          [this, connection] { connected(std::move(*connection)); });
+}
+
+void SystemBus::connected(Connection connection) {
+    m_connection = std::move(connection);
+    for (const Waiting& waiting : std::exchange(m_waiting, {})) {
+        if (waiting.receiver) {
+            waiting.run(m_connection);
+        }
+    }
+}
+
+} // namespace veslora

@@ -1,19 +1,52 @@
 // SPDX-License-Identifier: MIT
-// The way to the system's own bus, where there is one.
+// The way to the system's own bus. Connecting waits for the bus to answer, so it is done in the background
+// when somebody first asks, and then once for all of the program. Main thread only.
 #pragma once
 
 #include "VesloraLinux/System/LinuxDirectories.h"
+#include "VesloraUI/Platform/Scheduler.h"
 
 #include <QDBusConnection>
+#include <QObject>
+#include <QPointer>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
-namespace veslora::SystemBus {
+namespace veslora {
 
-/// Whether the environment names a bus, or one listens at its usual place.
-[[nodiscard]] bool isNamed(const LinuxDirectories::Environment& environment);
+class SystemBus {
+  public:
+    /// Absent when there is no bus or it does not answer.
+    using Connection = std::optional<QDBusConnection>;
+    /// Makes the connection. Called on another thread.
+    using Connect = std::function<Connection()>;
 
-/// The connection that all of the program shares; absent when there is no bus or it does not answer.
-[[nodiscard]] std::optional<QDBusConnection> connection();
+    /// Without `connect`, to the bus that the environment names or that listens at the usual place.
+    explicit SystemBus(Scheduler& scheduler, Connect connect = connectToUsual);
 
-} // namespace veslora::SystemBus
+    /// Calls `run` once, unless `receiver` goes before: within this call where the connection stands, and
+    /// otherwise when it does or is known not to. What failed is tried again with the next call.
+    void whenConnected(QObject& receiver, std::function<void(const Connection&)> run);
+
+    /// Whether the environment names a bus, or one listens at its usual place.
+    [[nodiscard]] static bool isNamed(const LinuxDirectories::Environment& environment);
+
+  private:
+    struct Waiting {
+        QPointer<QObject> receiver;
+        std::function<void(const Connection&)> run;
+    };
+
+    [[nodiscard]] static Connection connectToUsual();
+    void connected(Connection connection);
+
+    Scheduler& m_scheduler;
+    Connect m_connect;
+    Connection m_connection;
+    Task m_connecting;
+    std::vector<Waiting> m_waiting;
+};
+
+} // namespace veslora

@@ -24,10 +24,6 @@ bool isOwnSocket(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode) && status.st_uid == geteuid();
 }
 
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 /// One call for everything. The pane is a number behind "%", so that it can be neither an option nor the end
 /// of a command.
 QStringList commandFor(const std::string& socket, const std::string& pane) {
@@ -35,15 +31,15 @@ QStringList commandFor(const std::string& socket, const std::string& pane) {
             QFile::decodeName(QByteArray::fromStdString(socket)),
             QStringLiteral("select-window"),
             QStringLiteral("-t"),
-            text(pane),
+            QString::fromUtf8(pane),
             QStringLiteral(";"),
             QStringLiteral("select-pane"),
             QStringLiteral("-t"),
-            text(pane),
+            QString::fromUtf8(pane),
             QStringLiteral(";"),
             QStringLiteral("list-clients"),
             QStringLiteral("-F"),
-            text(TmuxText::clientFormat)};
+            QString::fromUtf8(TmuxText::clientFormat)};
 }
 
 /// A server of the same kind that the program itself was started under has no part in this.

@@ -28,8 +28,7 @@ void ClaudeActivityPresenter::setDate(double date) {
 void ClaudeActivityPresenter::readSpinner() {
     const auto frame =
         m_agent == AgentKind::claude ? ClaudeSpinner::frame(m_date) : CodexSpinner::frame(m_date);
-    assign(this, m_spinner, QString::fromUtf8(frame.data(), static_cast<qsizetype>(frame.size())),
-           &ClaudeActivityPresenter::spinnerChanged);
+    assign(this, m_spinner, QString::fromUtf8(frame), &ClaudeActivityPresenter::spinnerChanged);
 }
 
 double ClaudeActivityPresenter::spinnerPeriod() const {

@@ -3,6 +3,7 @@
 
 #include "VesloraCore/ClaudeStatusLineInstaller.h"
 #include "VesloraCore/SupportNames.h"
+#include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <array>
@@ -22,8 +23,7 @@ constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudeP
 
 ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile,
                          std::string helpers)
-    : m_files(files), m_support(support), m_scripts(files, support, scriptNames),
-      m_settingsFile(std::move(settingsFile)), m_helpers(std::move(helpers)) {}
+    : AgentHooks(files, support, std::move(settingsFile), scriptNames), m_helpers(std::move(helpers)) {}
 
 ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
     // Earlier versions registered the event script's bare path.
@@ -32,28 +32,16 @@ ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
             .legacy = {m_support.pathOf(SupportNames::claudeHook)}};
 }
 
-void ClaudeHooks::readSettings() {
-    const ReadResult read =
-        m_files.read(m_settingsFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
-    const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
-    m_lineInstalled =
+AgentHooks::Found ClaudeHooks::find(std::optional<std::string_view> text) const {
+    const bool isLineIn =
         ClaudeStatusLineInstaller::isInstalled(text, m_scripts.commandOf(SupportNames::claudeStatusLine));
-    m_hooksIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::claude());
-    m_hooksPartlyIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::claude());
-}
-
-ClaudeHooks::State ClaudeHooks::state() {
-    const auto found = m_files.stat(m_settingsFile, Links::follow);
-    if (!found || found != m_settingsStat) {
-        m_settingsStat = found;
-        readSettings();
-    }
-    const bool areInstalled = m_lineInstalled && m_hooksIn && m_scripts.areReady();
-    return {areInstalled, !areInstalled && (m_lineInstalled || m_hooksIn || m_hooksPartlyIn)};
+    const bool areHooksIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::claude());
+    const bool areSomeIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::claude());
+    return {.all = isLineIn && areHooksIn, .any = isLineIn || areHooksIn || areSomeIn};
 }
 
 void ClaudeHooks::install() {
-    ConfigurationFile settings(m_files, m_settingsFile);
+    ConfigurationFile settings(m_files, m_configuration);
     const auto old = settings.read();
     const std::string withHooks = ClaudeHooksInstaller::installing(old, commands(), HookSet::claude());
     const std::string lineCommand = m_scripts.commandOf(SupportNames::claudeStatusLine);
@@ -64,7 +52,7 @@ void ClaudeHooks::install() {
     m_scripts.write();
     writeHelper();
     settings.write(installed.text, old);
-    m_settingsStat.reset();
+    forgetConfiguration();
 }
 
 void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const {
@@ -106,7 +94,7 @@ void ClaudeHooks::updateScripts() {
 }
 
 bool ClaudeHooks::remove() {
-    ConfigurationFile settings(m_files, m_settingsFile);
+    ConfigurationFile settings(m_files, m_configuration);
     const auto old = settings.read();
     if (!old) {
         return false;
@@ -119,7 +107,7 @@ bool ClaudeHooks::remove() {
                    old);
     m_files.remove(m_support.pathOf(SupportNames::statusLineOriginal));
     m_files.remove(m_support.pathOf(SupportNames::statusLineWrapped));
-    m_settingsStat.reset();
+    forgetConfiguration();
     return true;
 }
 

@@ -32,11 +32,6 @@ ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& s
               support.pathOf(SupportNames::statusLineSnapshots), seams.directories.claude + "/projects",
               seams.calendar, [this] { return m_liveSessionIds; }) {}
 
-void ClaudeMonitor::start() {
-    HookedAgentMonitor::start();
-    m_usage.loadToday();
-}
-
 void ClaudeMonitor::stop() {
     HookedAgentMonitor::stop();
     m_sessionsWatch.reset();
@@ -47,24 +42,17 @@ void ClaudeMonitor::ensureWatches() {
     ensureWatch(m_sessionsWatch, m_sessionDirectory.path(), DirectoryChanges::any);
 }
 
-void ClaudeMonitor::refresh() {
+void ClaudeMonitor::readSessions() {
     const Batch batch = readSpool();
     readSessionFiles();
-    m_state.update(m_sessionFiles, m_seams.scheduler.now());
+    m_state.update(m_sessionFiles, now());
     handle(batch.requests);
     dropAnsweredElsewhere(batch.events);
-    m_answers.removeStale(m_seams.scheduler.now());
-    const ClaudeHooks::State hooks = m_hooks.state();
-    setHooks(hooks.areInstalled, hooks.areOutdated);
-    publishState();
-    // Last, as nobody waits for it.
-    m_usage.refresh();
 }
 
 ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
     Batch batch;
-    const Timestamp now = m_seams.scheduler.now();
-    m_spool.take(now, [&](const SpoolFile& file) {
+    m_spool.take(now(), [&](const SpoolFile& file) {
         if (const auto id = requestIdOf(file.name)) {
             auto request = file.content && AgentAnswers::isId(*id)
                                ? ClaudePermissionRequest::parse(file.content.bytes, *id, file.time,
@@ -77,9 +65,8 @@ ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
             }
             return;
         }
-        const bool isRecent = file.time >= now - AgentSpool::eventLifetime;
-        auto event =
-            file.content && isRecent ? ClaudeHookEvent::parse(file.content.bytes, file.time) : std::nullopt;
+        auto event = file.content && isRecent(file) ? ClaudeHookEvent::parse(file.content.bytes, file.time)
+                                                    : std::nullopt;
         if (event) {
             m_state.apply(*event);
             batch.events.push_back(std::move(*event));
@@ -89,7 +76,7 @@ ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
 }
 
 void ClaudeMonitor::readSessionFiles() {
-    m_sessionFiles = m_sessionDirectory.read(m_seams.scheduler.now());
+    m_sessionFiles = m_sessionDirectory.read(now());
     std::erase_if(m_sessionFiles, [this](const auto& file) { return !m_seams.processes.isAlive(file.pid); });
     m_liveSessionIds.reset();
     if (!m_sessionFiles.empty() || m_sessionDirectory.exists()) {
@@ -103,7 +90,7 @@ void ClaudeMonitor::readSessionFiles() {
 /// The user answered in the terminal while the island still asked. No answer is written: the agent would
 /// ignore it.
 void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events) {
-    for (const ClaudePermissionRequest& request : m_permissions.pending(m_seams.scheduler.now())) {
+    for (const ClaudePermissionRequest& request : m_permissions.pending(now())) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
         const bool byEvent = std::ranges::any_of(events, [&](const auto& event) {
             return ClaudePermissions::isAnsweredElsewhere(request, event);
@@ -117,7 +104,7 @@ void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& ev
 
 /// A session that neither works nor waits any more, since after the request, is past that prompt.
 void ClaudeMonitor::dropOvertaken() {
-    for (const ClaudePermissionRequest& request : m_permissions.pending(m_seams.scheduler.now())) {
+    for (const ClaudePermissionRequest& request : m_permissions.pending(now())) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
         if (file && !file->isBusy && !file->waitingFor && file->statusSince &&
             *file->statusSince > request.receivedAt) {
@@ -138,17 +125,6 @@ const ClaudeSessionFile* ClaudeMonitor::fileOf(const std::string& sessionId) con
 std::optional<std::string> ClaudeMonitor::paneOf(const std::string& sessionId) const {
     const ClaudeSessionFile* file = fileOf(sessionId);
     return file ? file->tmux : std::nullopt;
-}
-
-void ClaudeMonitor::installHooks() {
-    m_hooks.install();
-    refresh();
-}
-
-void ClaudeMonitor::removeHooks() {
-    if (m_hooks.remove()) {
-        refresh();
-    }
 }
 
 } // namespace veslora

@@ -24,12 +24,7 @@ class ClaudeMonitor : public HookedAgentMonitor {
     ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings);
 
     [[nodiscard]] ClaudeUsageMonitor* usage() override { return &m_usage; }
-    void start() override;
     void stop() override;
-    void installHooks() override;
-    void removeHooks() override;
-
-    void refresh() override;
 
     /// The sessions that had a file at the last refresh; absent while Claude Code's folder does not exist,
     /// when nothing can be said of any session.
@@ -47,7 +42,8 @@ class ClaudeMonitor : public HookedAgentMonitor {
     void dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events);
     [[nodiscard]] const ClaudeSessionFile* fileOf(const std::string& sessionId) const;
 
-    void updateScripts() override { m_hooks.updateScripts(); }
+    [[nodiscard]] AgentHooks& hooks() override { return m_hooks; }
+    void readSessions() override;
     [[nodiscard]] std::vector<ClaudeSessionSummary> currentSessions() const override;
     void dropOvertaken() override;
     /// The session's file still says that it waits until the script has come for the answer. Without this the

@@ -59,7 +59,7 @@ QString ClaudeRequestPresenter::title() const {
         return tr("Approve");
     }
     const auto agent = name(m_request->agent);
-    return tr("Approve · %1").arg(QString::fromUtf8(agent.data(), static_cast<qsizetype>(agent.size())));
+    return tr("Approve · %1").arg(QString::fromUtf8(agent));
 }
 
 QString ClaudeRequestPresenter::waitingText() const {

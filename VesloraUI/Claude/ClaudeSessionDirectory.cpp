@@ -5,12 +5,6 @@
 
 namespace veslora {
 
-namespace {
-/// Two writes within one tick of the file system's clock carry the same stamp; this is far longer than a
-/// tick.
-constexpr double settlingTime = 1.0;
-} // namespace
-
 bool ClaudeSessionDirectory::exists() const {
     const auto found = m_files.stat(m_path, Links::follow);
     return found && found->isDirectory;
@@ -21,13 +15,13 @@ std::vector<ClaudeSessionFile> ClaudeSessionDirectory::read(Timestamp now) {
     for (const std::string& name : m_files.list(m_path).value_or(std::vector<std::string>())) {
         const std::string path = m_path + "/" + name;
         const auto stat = name.ends_with(".json") ? m_files.stat(path, Links::refuse) : std::nullopt;
-        if (!stat || !stat->isRegular || !stat->isOurs) {
+        if (!stat || !stat->isOurFile()) {
             continue;
         }
         const auto known = m_known.find(name);
         Known entry = known == m_known.end() ? Known() : std::move(known->second);
         // OPTIMIZATION: a file at rest is not read again; 1,000 of them cost 2 ms a look instead of 14.
-        if (!entry.isSettled || entry.stat != *stat) {
+        if (!entry.stat.isSame(*stat)) {
             look(entry, path, *stat, now);
         }
         current.emplace(name, std::move(entry));
@@ -45,10 +39,12 @@ std::vector<ClaudeSessionFile> ClaudeSessionDirectory::read(Timestamp now) {
 
 void ClaudeSessionDirectory::look(Known& known, const std::string& path, const FileStat& stat,
                                   Timestamp now) {
-    known.stat = stat;
-    known.isSettled = now - stat.modified > settlingTime;
     const ReadResult read = m_files.read(path, {.links = Links::refuse, .cap = cap});
-    if (auto session = read ? ClaudeSessionFile::parse(read.bytes) : std::nullopt) {
+    if (!read) {
+        return;
+    }
+    known.stat.remember(stat, now);
+    if (auto session = ClaudeSessionFile::parse(read.bytes)) {
         known.session = std::move(session);
     }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraCore/ClaudeSessionFile.h"
+#include "VesloraUI/Claude/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
 
 #include <map>
@@ -28,9 +29,7 @@ class ClaudeSessionDirectory {
 
   private:
     struct Known {
-        FileStat stat;
-        bool isSettled =
-            false; ///< the file had rested long enough for its stamp to tell the next write apart
+        SettledStat stat;
         std::optional<ClaudeSessionFile> session; ///< the last good record
     };
     void look(Known& known, const std::string& path, const FileStat& stat, Timestamp now);

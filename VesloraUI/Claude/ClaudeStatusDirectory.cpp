@@ -12,10 +12,6 @@ namespace {
 /// A status line's input is some kilobytes.
 constexpr std::size_t cap = std::size_t{1} << 20;
 
-/// Two writes within one tick of the file system's clock carry the same stamp; this is far longer than a
-/// tick.
-constexpr double settlingTime = 1.0;
-
 } // namespace
 
 std::vector<ClaudeStatusSnapshot>
@@ -25,7 +21,7 @@ ClaudeStatusDirectory::read(Timestamp now, const std::optional<std::set<std::str
     for (const std::string& name : m_files.list(m_path).value_or(std::vector<std::string>())) {
         const auto stat =
             name.ends_with(".json") ? m_files.stat(m_path + "/" + name, Links::refuse) : std::nullopt;
-        if (!stat || !stat->isRegular || !stat->isOurs) {
+        if (!stat || !stat->isOurFile()) {
             continue;
         }
         Known known = look(name, *stat, now);
@@ -47,11 +43,12 @@ ClaudeStatusDirectory::read(Timestamp now, const std::optional<std::set<std::str
 ClaudeStatusDirectory::Known ClaudeStatusDirectory::look(const std::string& name, const FileStat& stat,
                                                          Timestamp now) {
     const auto found = m_known.find(name);
-    if (found != m_known.end() && found->second.isSettled && found->second.stat == stat) {
+    if (found != m_known.end() && found->second.stat.isSame(stat)) {
         return std::move(found->second);
     }
-    Known known{stat, now - stat.modified > settlingTime, std::nullopt};
+    Known known;
     if (const ReadResult read = m_files.read(m_path + "/" + name, {.links = Links::refuse, .cap = cap})) {
+        known.stat.remember(stat, now);
         known.snapshot = ClaudeStatusSnapshot::parse(read.bytes, stat.modified);
     }
     return known;

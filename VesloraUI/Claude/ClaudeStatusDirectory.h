@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraCore/ClaudeStatusSnapshot.h"
+#include "VesloraUI/Claude/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
 
 #include <map>
@@ -27,8 +28,7 @@ class ClaudeStatusDirectory {
 
   private:
     struct Known {
-        FileStat stat;
-        bool isSettled = false; ///< can't have been written again under the same stamp
+        SettledStat stat;
         std::optional<ClaudeStatusSnapshot> snapshot;
     };
     [[nodiscard]] Known look(const std::string& name, const FileStat& stat, Timestamp now);

@@ -11,15 +11,10 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <string_view>
 
 namespace veslora {
 
 namespace {
-
-QString fromUtf8(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 QDateTime localDate(Timestamp time) {
     // The dates of files and lines may be anything; those that no calendar shows are held to one that does.
@@ -34,7 +29,7 @@ QString shortWeekday(Timestamp time) {
 
 AgentGlyph glyphOf(AgentKind agent) {
     const bool isClaude = agent == AgentKind::claude;
-    return {fromUtf8(mark(agent)), fromUtf8(name(agent)),
+    return {QString::fromUtf8(mark(agent)), QString::fromUtf8(name(agent)),
             isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary(), isClaude};
 }
 
@@ -63,7 +58,7 @@ UsageReading contextReading(const AgentUsage& usage) {
 }
 
 UsageAgentLine lineOf(const AgentUsage& usage) {
-    return {fromUtf8(rawValue(usage.agent)), glyphOf(usage.agent),
+    return {QString::fromUtf8(rawValue(usage.agent)), glyphOf(usage.agent),
             limitReading(ClaudeUsageWidgetPresenter::tr("5H"), usage, usage.fiveHour),
             limitReading(ClaudeUsageWidgetPresenter::tr("WK"), usage, usage.week), usage.limitsStale};
 }

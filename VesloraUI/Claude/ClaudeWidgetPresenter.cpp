@@ -5,15 +5,10 @@
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace veslora {
 
 namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 bool isWorking(const ClaudeSessionSummary& session) {
     return std::holds_alternative<ClaudeStatus::Working>(session.status);
@@ -64,7 +59,7 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
     row.id = QString::fromStdString(session.id);
     row.name = QString::fromStdString(session.name);
     row.helpText = tr("Go to %1").arg(row.name);
-    row.mark = showsMarks ? text(mark(session.agent)) : QString();
+    row.mark = showsMarks ? QString::fromUtf8(mark(session.agent)) : QString();
     row.markIsSymbol = isClaude;
     row.markColor = isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
     row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date));

@@ -20,45 +20,31 @@ constexpr std::array scriptNames{SupportNames::codexHook, SupportNames::codexPer
 } // namespace
 
 CodexHooks::CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile)
-    : m_files(files), m_support(support), m_scripts(files, support, scriptNames),
-      m_hooksFile(std::move(hooksFile)) {}
+    : AgentHooks(files, support, std::move(hooksFile), scriptNames) {}
 
 ClaudeHooksInstaller::Commands CodexHooks::commands() const {
     return {.event = m_scripts.commandOf(SupportNames::codexHook),
             .permission = m_scripts.commandOf(SupportNames::codexPermission)};
 }
 
-void CodexHooks::readHooks() {
-    const ReadResult read =
-        m_files.read(m_hooksFile, {.links = Links::follow, .cap = ConfigurationFile::cap});
-    const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
-    m_hooksIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::codex());
-    m_hooksPartlyIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::codex());
-}
-
-CodexHooks::State CodexHooks::state() {
-    const auto found = m_files.stat(m_hooksFile, Links::follow);
-    if (!m_isRead || found != m_hooksStat) {
-        m_isRead = true;
-        m_hooksStat = found;
-        readHooks();
-    }
-    const bool areInstalled = m_hooksIn && m_scripts.areReady();
-    return {areInstalled, !areInstalled && (m_hooksIn || m_hooksPartlyIn)};
+AgentHooks::Found CodexHooks::find(std::optional<std::string_view> text) const {
+    const bool areIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::codex());
+    const bool areSomeIn = ClaudeHooksInstaller::isPartlyInstalled(text, commands(), HookSet::codex());
+    return {.all = areIn, .any = areIn || areSomeIn};
 }
 
 void CodexHooks::install() {
-    ConfigurationFile hooks(m_files, m_hooksFile);
+    ConfigurationFile hooks(m_files, m_configuration);
     const auto old = hooks.read();
     const std::string text = ClaudeHooksInstaller::installing(old, commands(), HookSet::codex());
     throwIfFailed(m_support.create(), m_support.path());
     m_scripts.write();
     hooks.write(text, old);
-    m_isRead = false;
+    forgetConfiguration();
 }
 
 bool CodexHooks::remove() {
-    ConfigurationFile hooks(m_files, m_hooksFile);
+    ConfigurationFile hooks(m_files, m_configuration);
     const auto old = hooks.read();
     if (!old) {
         return false;
@@ -69,7 +55,7 @@ bool CodexHooks::remove() {
     } else {
         hooks.write(text, old);
     }
-    m_isRead = false;
+    forgetConfiguration();
     return true;
 }
 

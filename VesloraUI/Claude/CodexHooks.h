@@ -5,48 +5,25 @@
 #pragma once
 
 #include "VesloraCore/ClaudeHooksInstaller.h"
-#include "VesloraUI/Claude/HookScriptFiles.h"
+#include "VesloraUI/Claude/AgentHooks.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace veslora {
 
-class CodexHooks {
+class CodexHooks final : public AgentHooks {
   public:
-    struct State {
-        bool areInstalled = false;
-        bool areOutdated = false; ///< some of it is there, not all
-    };
-
     CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile);
 
-    /// Asks the file system, but reads the configuration only after it changed.
-    [[nodiscard]] State state();
-
-    /// Throws `InstallError` or `std::system_error`.
-    void install();
-    /// False when there was no configuration to take anything out of. A file that held our hooks alone is
-    /// deleted. Throws as `install` does.
-    bool remove();
-
-    /// Writes the scripts anew where an older version of the program has left others. Does nothing where none
-    /// are.
-    void updateScripts() { m_scripts.update(); }
+    void install() override;
+    /// A file that held our hooks alone is deleted.
+    bool remove() override;
 
   private:
+    [[nodiscard]] Found find(std::optional<std::string_view> text) const override;
     [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
-    void readHooks();
-
-    Files& m_files;
-    SupportDirectory& m_support;
-    HookScriptFiles m_scripts;
-    std::string m_hooksFile;
-
-    bool m_isRead = false; ///< what follows is what the file says
-    std::optional<FileStat> m_hooksStat;
-    bool m_hooksIn = false;
-    bool m_hooksPartlyIn = false;
 };
 
 } // namespace veslora

@@ -14,12 +14,7 @@ CodexMonitor::CodexMonitor(const AgentMonitorSeams& seams, SupportDirectory& sup
       m_usage({seams.scheduler, seams.files, seams.watcher}, seams.directories.codex + "/sessions",
               seams.calendar) {}
 
-void CodexMonitor::start() {
-    HookedAgentMonitor::start();
-    m_usage.loadToday();
-}
-
-void CodexMonitor::refresh() {
+void CodexMonitor::readSessions() {
     const auto requests = readSpool();
     // A look at every process of the machine, so only while there is a session to look for.
     if (!m_state.isEmpty()) {
@@ -27,12 +22,6 @@ void CodexMonitor::refresh() {
     }
     m_state.removeDead([this](std::int32_t pid) { return m_seams.processes.isAlive(pid); });
     handle(requests);
-    m_answers.removeStale(now());
-    const CodexHooks::State hooks = m_hooks.state();
-    setHooks(hooks.areInstalled, hooks.areOutdated);
-    publishState();
-    // Last, as nobody waits for it.
-    m_usage.refresh();
 }
 
 std::vector<ClaudePermissionRequest> CodexMonitor::readSpool() {
@@ -84,10 +73,6 @@ std::optional<CodexHookEvent> CodexMonitor::eventOf(const SpoolFile& file, const
                         : std::nullopt;
 }
 
-bool CodexMonitor::isRecent(const SpoolFile& file) const {
-    return file.time >= now() - AgentSpool::eventLifetime;
-}
-
 /// The hook's parent, unless that is the server behind all terminals: it outlives the session, and has no
 /// terminal to jump to. The session is then found by its working directory.
 std::optional<std::int32_t> CodexMonitor::sessionProcess(std::optional<std::int32_t> hookParent) const {
@@ -121,17 +106,6 @@ void CodexMonitor::dropOvertaken() {
             m_answers.write(ClaudeDecision::pass, request.id);
             m_permissions.remove(request.id);
         }
-    }
-}
-
-void CodexMonitor::installHooks() {
-    m_hooks.install();
-    refresh();
-}
-
-void CodexMonitor::removeHooks() {
-    if (m_hooks.remove()) {
-        refresh();
     }
 }
 

@@ -22,10 +22,6 @@ class CodexMonitor : public HookedAgentMonitor {
     CodexMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings);
 
     [[nodiscard]] CodexUsageMonitor* usage() override { return &m_usage; }
-    void start() override;
-    void installHooks() override;
-    void removeHooks() override;
-    void refresh() override;
 
   private:
     [[nodiscard]] std::vector<ClaudePermissionRequest> readSpool();
@@ -34,11 +30,11 @@ class CodexMonitor : public HookedAgentMonitor {
                                                                      const CodexSpoolName& name);
     [[nodiscard]] std::optional<CodexHookEvent> eventOf(const SpoolFile& file,
                                                         const CodexSpoolName& name) const;
-    [[nodiscard]] bool isRecent(const SpoolFile& file) const;
     [[nodiscard]] std::optional<std::int32_t> sessionProcess(std::optional<std::int32_t> hookParent) const;
     [[nodiscard]] std::vector<CodexSessions::Client> runningClients() const;
 
-    void updateScripts() override { m_hooks.updateScripts(); }
+    [[nodiscard]] AgentHooks& hooks() override { return m_hooks; }
+    void readSessions() override;
     [[nodiscard]] std::vector<ClaudeSessionSummary> currentSessions() const override;
     void dropOvertaken() override;
     void requestWasAnswered(const std::string& sessionId) override { m_state.approvalAnswered(sessionId); }

@@ -16,11 +16,12 @@ HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDi
 
 void HookedAgentMonitor::start() {
     m_spool.create();
-    updateScripts();
+    hooks().updateScripts();
     m_presence = m_support.show(m_seams.processes.ownId(), now());
     refresh();
     ensureWatches();
     m_refreshTask = m_seams.scheduler.every(period, Precision::coarse, [this] { tick(); });
+    usage()->loadToday();
 }
 
 void HookedAgentMonitor::stop() {
@@ -34,6 +35,20 @@ void HookedAgentMonitor::tick() {
     m_support.writeHeartbeat(now());
     ensureWatches();
     refresh();
+}
+
+void HookedAgentMonitor::refresh() {
+    readSessions();
+    m_answers.removeStale(now());
+    const AgentHooks::State state = hooks().state();
+    setHooks(state.areInstalled, state.areOutdated);
+    publishState();
+    // Last, as nobody waits for it.
+    usage()->refresh();
+}
+
+bool HookedAgentMonitor::isRecent(const SpoolFile& file) const {
+    return file.time >= now() - AgentSpool::eventLifetime;
 }
 
 void HookedAgentMonitor::ensureWatches() {
@@ -105,6 +120,17 @@ void HookedAgentMonitor::jump(const std::string& sessionId) {
 void HookedAgentMonitor::dismissApproval(const std::string& sessionId) {
     hideApproval(std::string(sessionId));
     publishState();
+}
+
+void HookedAgentMonitor::installHooks() {
+    hooks().install();
+    refresh();
+}
+
+void HookedAgentMonitor::removeHooks() {
+    if (hooks().remove()) {
+        refresh();
+    }
 }
 
 /// A session in a multiplexer is reached through it, as no window lies above it; whoever says in which pane

@@ -6,6 +6,7 @@
 
 #include "VesloraCore/Calendar.h"
 #include "VesloraCore/ClaudePermissions.h"
+#include "VesloraUI/Claude/AgentHooks.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 #include "VesloraUI/Claude/AgentSpool.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
@@ -46,17 +47,23 @@ class HookedAgentMonitor : public AgentMonitor {
     void answer(const std::string& requestId, ClaudeDecision decision) override;
     void jump(const std::string& sessionId) override;
     void dismissApproval(const std::string& sessionId) override;
+    void installHooks() override;
+    void removeHooks() override;
+
+    /// Never null.
+    [[nodiscard]] AgentUsageMonitor* usage() override = 0;
 
     /// Reads everything anew and publishes what differs.
-    virtual void refresh() = 0;
+    void refresh();
 
   protected:
     /// `spool` and `answers` are the names of the agent's folders in the support directory.
     HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings,
                        std::string_view spool, std::string_view answers);
 
-    /// Brings scripts of an older version up to date, at the start.
-    virtual void updateScripts() = 0;
+    [[nodiscard]] virtual AgentHooks& hooks() = 0;
+    /// Takes in what the spool brought and what else tells of sessions, and handles the requests.
+    virtual void readSessions() = 0;
     /// The sessions as of now.
     [[nodiscard]] virtual std::vector<ClaudeSessionSummary> currentSessions() const = 0;
     /// Takes out of the queue what the session is past, before the queue is published.
@@ -74,8 +81,9 @@ class HookedAgentMonitor : public AgentMonitor {
                      DirectoryChanges changes);
     /// Queues the requests that the user may answer in the island, and leaves the others to the agent.
     void handle(const std::vector<ClaudePermissionRequest>& requests);
-    void publishState();
 
+    /// Whether an event of that file is still worth hearing of.
+    [[nodiscard]] bool isRecent(const SpoolFile& file) const;
     [[nodiscard]] Timestamp now() const { return m_seams.scheduler.now(); }
 
     AgentMonitorSeams m_seams;
@@ -86,6 +94,7 @@ class HookedAgentMonitor : public AgentMonitor {
 
   private:
     void tick();
+    void publishState();
     [[nodiscard]] bool canAnswer(const ClaudePermissionRequest& request,
                                  const std::vector<ClaudeSessionSummary>& sessions) const;
     void raiseTerminal(const std::string& sessionId);

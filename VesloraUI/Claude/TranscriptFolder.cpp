@@ -37,7 +37,7 @@ std::vector<Transcript> TranscriptFolder::take(Timestamp since) {
     std::vector<Transcript> taken = std::exchange(m_walked, {});
     for (const std::string& path : std::exchange(m_changed, {})) {
         const auto stat = m_files.stat(path, Links::refuse);
-        if (stat && stat->isRegular && stat->isOurs && stat->modified >= since) {
+        if (stat && TranscriptReader::isTranscript(path, *stat, since)) {
             taken.push_back({path, *stat});
         }
     }
@@ -135,7 +135,7 @@ void TranscriptFolder::hear(const std::string& directory, const DirectoryNews& n
 }
 
 void TranscriptFolder::hearOf(const std::string& path) {
-    if (path.ends_with(".jsonl")) {
+    if (TranscriptReader::isTranscriptName(path)) {
         m_changed.insert(path);
     }
     const auto stat = m_files.stat(path, Links::refuse);

@@ -22,10 +22,6 @@ void handOver(std::string_view line, const TranscriptReader::OnLine& onLine) {
     }
 }
 
-bool isTranscript(const std::string& name, const FileStat& stat, Timestamp since) {
-    return stat.isRegular && stat.isOurs && name.ends_with(".jsonl") && stat.modified >= since;
-}
-
 void list(Files& files, const std::string& folder, Timestamp since, int level, TranscriptListing& found) {
     found.directories.push_back(folder);
     for (const std::string& name : files.list(folder).value_or(std::vector<std::string>())) {
@@ -33,7 +29,7 @@ void list(Files& files, const std::string& folder, Timestamp since, int level, T
         const auto stat = name.starts_with('.') ? std::nullopt : files.stat(path, Links::refuse);
         if (stat && stat->isDirectory && level + 1 < TranscriptReader::deepestLevel) {
             list(files, path, since, level + 1, found);
-        } else if (stat && isTranscript(name, *stat, since)) {
+        } else if (stat && TranscriptReader::isTranscript(name, *stat, since)) {
             found.transcripts.push_back({path, *stat});
         }
     }

@@ -47,7 +47,14 @@ class TranscriptReader {
     TranscriptReader(Files& files, std::vector<std::string_view> markers,
                      const std::atomic<bool>* isCancelled = nullptr);
 
-    /// The files that end in ".jsonl" below `folder`, which lies `level` levels below the outermost one, and
+    /// Whether a file of that name, or path, can be a transcript.
+    [[nodiscard]] static bool isTranscriptName(std::string_view name) { return name.ends_with(".jsonl"); }
+    /// A transcript that was changed at or after `since`, given its stat, links refused.
+    [[nodiscard]] static bool isTranscript(std::string_view name, const FileStat& stat, Timestamp since) {
+        return isTranscriptName(name) && stat.isOurFile() && stat.modified >= since;
+    }
+
+    /// The transcripts below `folder`, which lies `level` levels below the outermost one, and
     /// were changed at or after `since`. Hidden names, links and what can't be listed are passed over.
     [[nodiscard]] static TranscriptListing transcripts(Files& files, const std::string& folder,
                                                        Timestamp since, int level = 0);

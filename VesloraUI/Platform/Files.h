@@ -33,6 +33,9 @@ struct FileStat {
     bool isDirectory = false;
     bool isLink = false;
     bool isOurs = false; ///< owned by the user that the program runs as
+
+    /// What another program's file must be before it is read.
+    [[nodiscard]] bool isOurFile() const { return isRegular && isOurs; }
     bool operator==(const FileStat&) const = default;
 };
 

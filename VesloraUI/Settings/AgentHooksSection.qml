@@ -28,7 +28,7 @@ SettingsGroup {
         height: button.height
         width: parent.width
 
-        Text {
+        SystemText {
             Accessible.name: text
             Accessible.role: Accessible.StaticText
             anchors.verticalCenter: parent.verticalCenter
@@ -36,7 +36,6 @@ SettingsGroup {
             text: hooks.statusText
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 12
             }
         }
@@ -51,16 +50,14 @@ SettingsGroup {
         }
     }
 
-    Text {
+    SystemText {
         color: SettingsColors.error
         text: hooks.errorText
-        textFormat: Text.PlainText
         visible: text !== ""
         width: parent.width
         wrapMode: Text.Wrap
 
         font {
-            family: VesloraStyle.systemFont
             pixelSize: 11
         }
     }

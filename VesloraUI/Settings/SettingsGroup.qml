@@ -27,17 +27,15 @@ Column {
         }
     }
 
-    Text {
+    SystemText {
         color: SettingsColors.secondary
         text: group.footer
-        textFormat: Text.PlainText
         visible: text !== ""
         width: parent.width - 28
         wrapMode: Text.Wrap
         x: 14
 
         font {
-            family: VesloraStyle.systemFont
             pixelSize: 11
         }
     }

@@ -48,19 +48,26 @@ Item {
             color: picker.down ? SettingsColors.controlPressed : SettingsColors.control
             radius: 6
         }
-        contentItem: Text {
+        contentItem: SystemText {
             color: SettingsColors.text
             elide: Text.ElideRight
             leftPadding: 10
+            rightPadding: 26
             text: picker.displayText
-            textFormat: Text.PlainText
             verticalAlignment: Text.AlignVCenter
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 12
                 weight: Font.Medium
             }
+        }
+        indicator: Symbol {
+            anchors.right: parent.right
+            anchors.rightMargin: 9
+            anchors.verticalCenter: parent.verticalCenter
+            color: SettingsColors.secondary
+            name: "chevron.down"
+            size: 11
         }
         delegate: T.ItemDelegate {
             id: choice
@@ -77,15 +84,13 @@ Item {
                 color: choice.highlighted ? SettingsColors.controlPressed : "transparent"
                 radius: 4
             }
-            contentItem: Text {
+            contentItem: SystemText {
                 color: choice.index === row.current ? VesloraStyle.accentColor : SettingsColors.text
                 leftPadding: 10
                 text: choice.modelData
-                textFormat: Text.PlainText
                 verticalAlignment: Text.AlignVCenter
 
                 font {
-                    family: VesloraStyle.systemFont
                     pixelSize: 12
                     weight: Font.Medium
                 }

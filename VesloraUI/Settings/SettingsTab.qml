@@ -12,7 +12,7 @@ T.TabButton {
 
     Accessible.name: text
     implicitHeight: 50
-    implicitWidth: 76
+    implicitWidth: Math.max(50, implicitContentWidth + 16)
 
     background: Rectangle {
         border.color: tab.visualFocus ? VesloraStyle.accentColor : "transparent"
@@ -20,23 +20,23 @@ T.TabButton {
         color: tab.checked ? SettingsColors.group : "transparent"
         radius: 8
     }
-    contentItem: Item {
+    contentItem: Column {
+        spacing: 4
+        topPadding: 1
+
         Symbol {
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
             name: tab.symbol
             size: 20
-            y: 1
         }
 
-        Text {
+        SystemText {
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
             text: tab.text
-            y: 25
 
             font {
-                family: VesloraStyle.systemFont
                 pixelSize: 11
                 weight: Font.Medium
             }

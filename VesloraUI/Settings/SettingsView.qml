@@ -9,49 +9,48 @@ Window {
     required property AgentsModel agents
     required property string version
 
+    property list<SettingsPage> pages: [
+        SettingsPage {
+            symbol: "gearshape"
+            title: qsTr("General")
+            view: GeneralSettings {
+                version: window.version
+            }
+        },
+        SettingsPage {
+            symbol: "timer"
+            title: qsTr("Timer")
+            view: TimerSettings {}
+        },
+        SettingsPage {
+            symbol: "sparkle"
+            title: qsTr("Agents")
+            view: ClaudeSettings {
+                agents: window.agents
+            }
+        },
+        SettingsPage {
+            symbol: "cup.and.saucer"
+            title: qsTr("Keep Awake")
+            view: KeepAwakeSettings {}
+        }
+    ]
+
     color: SettingsColors.window
-    height: Math.min(Screen.desktopAvailableHeight - 60, 640)
+    // Tall enough that no page scrolls where the screen has the room.
+    height: Math.min(Screen.desktopAvailableHeight - 60, 780)
     maximumWidth: width
     minimumHeight: 240
     minimumWidth: width
     title: qsTr("Veslora Settings")
     width: 460
 
-    Row {
+    SettingsTabs {
         id: tabs
 
         anchors.horizontalCenter: parent.horizontalCenter
-        spacing: 4
+        pages: window.pages
         y: 8
-
-        SettingsTab {
-            id: general
-
-            checked: true
-            symbol: "gearshape"
-            text: qsTr("General")
-        }
-
-        SettingsTab {
-            id: timerTab
-
-            symbol: "timer"
-            text: qsTr("Timer")
-        }
-
-        SettingsTab {
-            id: agentsTab
-
-            symbol: "sparkle"
-            text: qsTr("Agents")
-        }
-
-        SettingsTab {
-            id: keepAwakeTab
-
-            symbol: "cup.and.saucer"
-            text: qsTr("Keep Awake")
-        }
     }
 
     Rectangle {
@@ -74,38 +73,10 @@ Window {
         Loader {
             id: page
 
-            sourceComponent: timerTab.checked ? timerPage : agentsTab.checked ? agentsPage : keepAwakeTab.checked ? keepAwakePage : generalPage
+            sourceComponent: window.pages[tabs.current].view
             width: parent.width - 40
             x: 20
             y: 18
         }
-    }
-
-    Component {
-        id: generalPage
-
-        GeneralSettings {
-            version: window.version
-        }
-    }
-
-    Component {
-        id: timerPage
-
-        TimerSettings {}
-    }
-
-    Component {
-        id: agentsPage
-
-        ClaudeSettings {
-            agents: window.agents
-        }
-    }
-
-    Component {
-        id: keepAwakePage
-
-        KeepAwakeSettings {}
     }
 }

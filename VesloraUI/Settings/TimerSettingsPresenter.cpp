@@ -33,7 +33,7 @@ void TimerSettingsPresenter::readSettings() {
 QList<QString> TimerSettingsPresenter::sounds() {
     QList<QString> names;
     for (const std::string_view name : timerSounds) {
-        names << QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+        names << QString::fromUtf8(name);
     }
     names.back() = tr("None");
     return names;

@@ -16,58 +16,34 @@ Item {
 
     Loader {
         anchors.fill: parent
-        sourceComponent: module.entry.isAgents ? agentsWidget : module.entry.isUsage ? usageWidget : module.entry.isMeters ? metersWidget : module.entry.isClock ? clock : module.entry.isKeepAwake ? keepAwakeWidget : module.entry.isTimer ? timerWidget : title
+        sourceComponent: views[module.entry.id] ?? title
     }
 
-    Component {
-        id: agentsWidget
+    // The view of each widget, by its id.
+    QtObject {
+        id: views
 
-        ClaudeWidget {
+        property Component claude: ClaudeWidget {
             agents: module.agents
             isWide: module.entry.isWide
         }
-    }
-
-    Component {
-        id: usageWidget
-
-        ClaudeUsageWidget {
+        property Component claudeUsage: ClaudeUsageWidget {
             agents: module.agents
             isWide: module.entry.isWide
         }
-    }
-
-    Component {
-        id: metersWidget
-
-        MetersWidget {
-            isWide: module.entry.isWide
-            sampler: module.sampler
-        }
-    }
-
-    Component {
-        id: timerWidget
-
-        TimerWidgetView {
-            isWide: module.entry.isWide
-            timer: module.timer
-        }
-    }
-
-    Component {
-        id: keepAwakeWidget
-
-        KeepAwakeWidget {
+        property Component clock: ClockView {}
+        property Component keepAwake: KeepAwakeWidget {
             isWide: module.entry.isWide
             keepAwake: module.keepAwake
         }
-    }
-
-    Component {
-        id: clock
-
-        ClockView {}
+        property Component meters: MetersWidget {
+            isWide: module.entry.isWide
+            sampler: module.sampler
+        }
+        property Component timer: TimerWidgetView {
+            isWide: module.entry.isWide
+            timer: module.timer
+        }
     }
 
     Component {

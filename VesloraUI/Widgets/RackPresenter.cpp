@@ -5,18 +5,12 @@
 
 #include <algorithm>
 #include <numeric>
-#include <string_view>
 
 namespace veslora {
 
 namespace {
 
 constexpr double leastSpacing = 20;
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 } // namespace
 
 void RackPresenter::componentComplete() {
@@ -39,10 +33,8 @@ std::vector<WidgetEntry> RackPresenter::page() const {
 void RackPresenter::readRack() {
     std::vector<RackEntry> entries;
     for (const WidgetEntry& entry : page()) {
-        entries.push_back(
-            {text(rawValue(entry.id)), text(title(entry.id)), entry.width(), entry.size == WidgetSize::wide,
-             entry.id == WidgetID::claude, entry.id == WidgetID::claudeUsage, entry.id == WidgetID::meters,
-             entry.id == WidgetID::clock, entry.id == WidgetID::keepAwake, entry.id == WidgetID::timer});
+        entries.push_back({QString::fromUtf8(rawValue(entry.id)), QString::fromUtf8(title(entry.id)),
+                           entry.width(), entry.size == WidgetSize::wide});
     }
     m_modules.assign(std::move(entries));
     emit changed();

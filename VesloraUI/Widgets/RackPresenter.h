@@ -19,24 +19,12 @@ struct RackEntry {
     Q_PROPERTY(QString title MEMBER title FINAL)
     Q_PROPERTY(double width MEMBER width FINAL)
     Q_PROPERTY(bool isWide MEMBER isWide FINAL)
-    Q_PROPERTY(bool isAgents MEMBER isAgents FINAL)
-    Q_PROPERTY(bool isUsage MEMBER isUsage FINAL)
-    Q_PROPERTY(bool isMeters MEMBER isMeters FINAL)
-    Q_PROPERTY(bool isClock MEMBER isClock FINAL)
-    Q_PROPERTY(bool isKeepAwake MEMBER isKeepAwake FINAL)
-    Q_PROPERTY(bool isTimer MEMBER isTimer FINAL)
 
   public:
-    QString id;
+    QString id; ///< the widget's, by which the view is picked, as in "claudeUsage"
     QString title;
     double width = 0; ///< points
     bool isWide = false;
-    bool isAgents = false; ///< the agents widget stands here
-    bool isUsage = false;  ///< the usage widget stands here
-    bool isMeters = false; ///< the system's meters stand here
-    bool isClock = false;  ///< the clock stands here
-    bool isKeepAwake = false;
-    bool isTimer = false;
 
     bool operator==(const RackEntry&) const = default;
 };

@@ -5,6 +5,7 @@
 #include "VesloraCore/Json.h"
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
+#include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
@@ -168,6 +169,20 @@ TEST_F(ClaudeHooksTest, TellsWhatIsMissing) {
     platform.disk.put(settingsPath, changed.print(Json::Layout::pretty));
     EXPECT_FALSE(hooks.state().areInstalled);
     EXPECT_TRUE(hooks.state().areOutdated) << "no status line";
+}
+
+TEST_F(ClaudeHooksTest, ReadsTheSettingsOnlyWhenTheyChanged) {
+    FaultInjectingFiles files(platform.disk);
+    ClaudeHooks counted(files, support, settingsPath, platform.paths.executables);
+    EXPECT_FALSE(counted.state().areInstalled);
+    int before = files.operations();
+    EXPECT_FALSE(counted.state().areInstalled);
+    EXPECT_EQ(files.operations() - before, 1) << "one look for the settings, which are not there";
+    counted.install();
+    EXPECT_TRUE(counted.state().areInstalled);
+    before = files.operations();
+    EXPECT_TRUE(counted.state().areInstalled);
+    EXPECT_EQ(files.operations() - before, 4) << "one look at the settings, one at each script";
 }
 
 TEST_F(ClaudeHooksTest, RemoveWithoutSettingsDoesNothing) {

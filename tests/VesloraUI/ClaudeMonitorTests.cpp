@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeMonitor.h"
-#include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraUI/FakePlatform.h"
-#include "tests/support/FixedCalendar.h"
+#include "tests/VesloraUI/Claude/HookedMonitorTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,12 +18,9 @@ constexpr auto spool = "/home/me/.local/share/Veslora/claude-spool";
 constexpr auto answers = "/home/me/.local/share/Veslora/answers";
 constexpr auto sessions = "/home/me/.claude/sessions";
 
-class ClaudeMonitorTest : public testing::Test {
+class ClaudeMonitorTest : public HookedMonitorTest<ClaudeMonitor> {
   protected:
-    ClaudeMonitorTest() {
-        platform.tasks.alive = {10, 11};
-        monitor.onChange = [this] { ++changes; };
-    }
+    ClaudeMonitorTest() : HookedMonitorTest(spool, answers) {}
 
     /// A session's file. An empty `status` leaves the key out.
     void putSession(const std::string& id, const std::string& status, double since,
@@ -37,9 +32,8 @@ class ClaudeMonitorTest : public testing::Test {
     }
     void putEvent(const std::string& name, const std::string& event, const std::string& more = {},
                   const std::string& session = "s1") {
-        platform.disk.put(std::string(spool) + "/" + name, R"({"session_id":")" + session +
-                                                               R"(","hook_event_name":")" + event + "\"" +
-                                                               more + "}");
+        putIntoSpool(name,
+                     R"({"session_id":")" + session + R"(","hook_event_name":")" + event + "\"" + more + "}");
     }
     void putRequest(const std::string& id, const std::string& tool = "Bash",
                     const std::string& session = "s1") {
@@ -47,26 +41,6 @@ class ClaudeMonitorTest : public testing::Test {
                  R"(,"cwd":"/home/me/proj","tool_name":")" + tool + R"(","tool_input":{"command":"ls"})",
                  session);
     }
-    [[nodiscard]] std::optional<std::string> answerOf(const std::string& id) const {
-        return platform.disk.text(std::string(answers) + "/" + id);
-    }
-    [[nodiscard]] std::vector<std::string> pendingIds() const {
-        std::vector<std::string> ids;
-        for (const auto& request : monitor.pendingRequests()) {
-            ids.push_back(request.id);
-        }
-        return ids;
-    }
-    [[nodiscard]] double now() const { return platform.time.now(); }
-
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
-    ClaudeMonitor monitor{{platform.paths, platform.time, platform.disk, platform.watches, platform.tasks,
-                           platform.hosts, platform.multiplexer, test::fixedCalendar()},
-                          supportDirectory,
-                          settings};
-    int changes = 0;
 };
 
 TEST_F(ClaudeMonitorTest, BeatsIntoTheRuntimeFolderThroughALink) {
@@ -238,8 +212,8 @@ TEST_F(ClaudeMonitorTest, PassesWhatCannotBeAnsweredFromOutside) {
 }
 
 TEST_F(ClaudeMonitorTest, PassesWhatItCannotUnderstand) {
-    platform.disk.put(std::string(spool) + "/perm-aaa.json", "{\"half");
-    platform.disk.put(std::string(spool) + "/perm-bbb.json", "");
+    putIntoSpool("perm-aaa.json", "{\"half");
+    putIntoSpool("perm-bbb.json", "");
     platform.disk.putSpecial(std::string(spool) + "/perm-ccc.json");
     monitor.start();
     for (const char* id : {"aaa", "bbb", "ccc"}) {
@@ -340,14 +314,13 @@ TEST_F(ClaudeMonitorTest, NoNoticeFlashesUpBehindAnAnswer) {
     putSession("s1", "waiting", now(), R"(,"waitingFor":"permission prompt")");
     putRequest("aaa");
     monitor.start();
-    ASSERT_TRUE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status));
+    ASSERT_TRUE(waits());
     monitor.answer("aaa", ClaudeDecision::deny);
-    EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status));
+    EXPECT_FALSE(waits());
     platform.advance(1);
     putSession("s1", "waiting", now(), R"(,"waitingFor":"permission prompt")");
     monitor.refresh();
-    EXPECT_TRUE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status))
-        << "the next wait shows again";
+    EXPECT_TRUE(waits()) << "the next wait shows again";
 }
 
 TEST_F(ClaudeMonitorTest, TakesSpoolFilesByTimeThenByName) {
@@ -378,9 +351,9 @@ TEST_F(ClaudeMonitorTest, AnEventOfYesterdayIsDroppedUnheard) {
 
 TEST_F(ClaudeMonitorTest, SweepsLeftoversOlderThanADay) {
     platform.disk.clock = now() - 86'401;
-    platform.disk.put(std::string(spool) + "/tmp.oldold", "x");
+    putIntoSpool("tmp.oldold", "x");
     platform.disk.clock = now();
-    platform.disk.put(std::string(spool) + "/tmp.newnew", "x");
+    putIntoSpool("tmp.newnew", "x");
     monitor.start();
     EXPECT_FALSE(platform.disk.exists(std::string(spool) + "/tmp.oldold"));
     EXPECT_TRUE(platform.disk.exists(std::string(spool) + "/tmp.newnew"));
@@ -409,7 +382,7 @@ TEST_F(ClaudeMonitorTest, JumpRaisesTheTerminalAndCountsAsSeen) {
     monitor.start();
     monitor.jump("s1");
     EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{99, 7}));
-    EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status));
+    EXPECT_FALSE(waits());
 }
 
 TEST_F(ClaudeMonitorTest, JumpLeadsThroughThePaneThatTheSessionNames) {
@@ -419,8 +392,7 @@ TEST_F(ClaudeMonitorTest, JumpLeadsThroughThePaneThatTheSessionNames) {
     monitor.start();
     monitor.jump("s1");
     EXPECT_THAT(platform.multiplexer.calls, ElementsAre(FakeMultiplexer::Call{10, "%3"}));
-    EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status))
-        << "seen at once, whatever the multiplexer does";
+    EXPECT_FALSE(waits()) << "seen at once, whatever the multiplexer does";
     EXPECT_THAT(platform.hosts.activated, IsEmpty());
     platform.advance(0);
     EXPECT_THAT(platform.hosts.activated, ElementsAre(HostApp{99, 7}));
@@ -463,7 +435,7 @@ TEST_F(ClaudeMonitorTest, JumpingToAnUnseenSessionStillDismissesIt) {
     EXPECT_THAT(platform.hosts.activated, IsEmpty());
     putSession("s1", "busy", now() - 1);
     monitor.refresh();
-    EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries()[0].status));
+    EXPECT_FALSE(waits());
 }
 
 } // namespace

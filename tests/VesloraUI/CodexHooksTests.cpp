@@ -168,6 +168,16 @@ TEST_F(CodexHooksTest, ReadsTheFileOnlyWhenItChanged) {
     EXPECT_EQ(files.operations() - before, 3) << "one look at the file, one at each script";
 }
 
+TEST_F(CodexHooksTest, AReadThatFailedIsTriedAgain) {
+    hooks.install();
+    FaultInjectingFiles files(platform.disk);
+    CodexHooks other(files, support, hooksPath);
+    files.readError = std::errc::too_many_files_open;
+    EXPECT_FALSE(other.state().areInstalled);
+    files.readError.reset();
+    EXPECT_TRUE(other.state().areInstalled);
+}
+
 TEST_F(CodexHooksTest, AFullDiskAtAnyMomentLosesNothing) {
     const std::string before =
         R"({"a":1,"hooks":{"Stop":[{"hooks":[{"type":"command","command":"mine"}]}]}})";

@@ -5,9 +5,8 @@
 #include "VesloraUI/Claude/CodexMonitor.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/VesloraUI/Claude/HookedMonitorTest.h"
 #include "tests/support/FaultInjectingFiles.h"
-#include "tests/support/FixedCalendar.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,20 +26,10 @@ constexpr auto spool = "/home/me/.local/share/Veslora/codex-spool";
 constexpr auto answers = "/home/me/.local/share/Veslora/codex-answers";
 constexpr auto runtimeBeat = "/run/user/1000/veslora/heartbeat";
 
-class CodexMonitorTest : public testing::Test {
+class CodexMonitorTest : public HookedMonitorTest<CodexMonitor> {
   protected:
-    CodexMonitorTest() {
-        platform.tasks.alive = {10, 11, 500};
-        monitor.onChange = [this] { ++changes; };
-    }
+    CodexMonitorTest() : HookedMonitorTest(spool, answers) { platform.tasks.alive.insert(500); }
 
-    [[nodiscard]] AgentMonitorSeams seams() {
-        return {platform.paths, platform.time,  platform.disk,        platform.watches,
-                platform.tasks, platform.hosts, platform.multiplexer, test::fixedCalendar()};
-    }
-    void put(const std::string& name, const std::string& payload) {
-        platform.disk.put(std::string(spool) + "/" + name, payload);
-    }
     static std::string payload(const std::string& event, const std::string& more = {},
                                const std::string& session = "s1") {
         return R"({"session_id":")" + session + R"(","cwd":"/home/me/proj","hook_event_name":")" + event +
@@ -49,45 +38,26 @@ class CodexMonitorTest : public testing::Test {
     void putEvent(const std::string& event, const std::string& more = {}, const std::string& session = "s1",
                   int pid = 10) {
         // Names that rise, as all files of one refresh carry one moment here.
-        put("ev-" + std::to_string(pid) + "-e" + std::to_string(1000 + ++events) + ".json",
-            payload(event, more, session));
+        putIntoSpool("ev-" + std::to_string(pid) + "-e" + std::to_string(1000 + ++events) + ".json",
+                     payload(event, more, session));
     }
     void putRequest(const std::string& id, const std::string& tool = "Bash",
                     const std::string& session = "s1") {
-        put("perm-" + id + ".json",
-            payload("PermissionRequest", R"(,"tool_name":")" + tool + R"(","tool_input":{"command":"ls"})",
-                    session));
+        putIntoSpool("perm-" + id + ".json",
+                     payload("PermissionRequest",
+                             R"(,"tool_name":")" + tool + R"(","tool_input":{"command":"ls"})", session));
     }
     static std::string captured(const std::string& name) {
         std::ifstream file(std::string(VESLORA_TEST_DATA "/agents/codex/hooks/") + name, std::ios::binary);
         EXPECT_TRUE(file.good()) << name;
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
-    [[nodiscard]] std::optional<std::string> answerOf(const std::string& id) const {
-        return platform.disk.text(std::string(answers) + "/" + id);
-    }
-    [[nodiscard]] std::vector<std::string> pendingIds() const {
-        std::vector<std::string> ids;
-        for (const auto& request : monitor.pendingRequests()) {
-            ids.push_back(request.id);
-        }
-        return ids;
-    }
-    [[nodiscard]] bool waits(std::size_t index = 0) const {
-        return std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries().at(index).status);
-    }
     void runCodex(std::int32_t pid, const std::string& cwd = "/home/me/proj",
                   const std::string& executable = "/opt/bin/codex",
                   const std::string& commandLine = "codex") {
         platform.tasks.running.push_back({pid, executable, commandLine, cwd});
     }
-    [[nodiscard]] double now() const { return platform.time.now(); }
 
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
-    CodexMonitor monitor{seams(), supportDirectory, settings};
-    int changes = 0;
     int events = 0;
 };
 
@@ -119,9 +89,9 @@ TEST_F(CodexMonitorTest, HearsOfASessionAtOnce) {
 TEST_F(CodexMonitorTest, ANameOfAnotherFormIsDeletedUnread) {
     for (const char* name :
          {"tmp.abc.json", "ev-x-abc.json", "perm-abc.json", "other.json", "ev-10-a_b.json"}) {
-        put(name, payload("UserPromptSubmit"));
+        putIntoSpool(name, payload("UserPromptSubmit"));
     }
-    put("tmp.abcdef", "half");
+    putIntoSpool("tmp.abcdef", "half");
     monitor.start();
     EXPECT_THAT(monitor.summaries(), IsEmpty());
     EXPECT_THAT(platform.disk.list(spool).value(), ElementsAre("tmp.abcdef"));
@@ -131,8 +101,8 @@ TEST_F(CodexMonitorTest, ANameOfAnotherFormIsDeletedUnread) {
 
 TEST_F(CodexMonitorTest, TakesWhatCodexReallySends) {
     platform.tasks.alive.insert(17054);
-    put("ev-17054-aaaaaa.json", captured("UserPromptSubmit.json"));
-    put("perm-17054-bbbbbb.json", captured("PermissionRequest.Bash.json"));
+    putIntoSpool("ev-17054-aaaaaa.json", captured("UserPromptSubmit.json"));
+    putIntoSpool("perm-17054-bbbbbb.json", captured("PermissionRequest.Bash.json"));
     monitor.start();
     ASSERT_THAT(monitor.pendingRequests(), SizeIs(1));
     const ClaudePermissionRequest& request = monitor.pendingRequests().front();
@@ -147,7 +117,7 @@ TEST_F(CodexMonitorTest, TakesWhatCodexReallySends) {
 }
 
 TEST_F(CodexMonitorTest, ShowsAPatchInWords) {
-    put("perm-10-bbbbbb.json", captured("PermissionRequest.apply_patch.json"));
+    putIntoSpool("perm-10-bbbbbb.json", captured("PermissionRequest.apply_patch.json"));
     monitor.start();
     ASSERT_THAT(monitor.pendingRequests(), SizeIs(1));
     EXPECT_EQ(monitor.pendingRequests()[0].text,
@@ -276,14 +246,14 @@ TEST_F(CodexMonitorTest, APassFromTheIslandKeepsTheWait) {
 }
 
 TEST_F(CodexMonitorTest, PassesWhatItCannotUnderstand) {
-    put("perm-10-aaa.json", "{\"half");
-    put("perm-10-bbb.json", "");
+    putIntoSpool("perm-10-aaa.json", "{\"half");
+    putIntoSpool("perm-10-bbb.json", "");
     platform.disk.putSpecial(std::string(spool) + "/perm-10-ccc.json");
     platform.disk.put("/elsewhere.json", payload("PermissionRequest", R"(,"tool_name":"Bash")"));
     platform.disk.makeLink("/elsewhere.json", std::string(spool) + "/perm-10-ddd.json");
-    put("perm-10-eee.json", payload("Stop"));
-    put("perm-10-fff.json", payload("PermissionRequest", R"(,"tool_name":"Bash")", "../odd"));
-    put("perm-10-ggg.json", payload("PermissionRequest", R"(,"tool_name":"Bash")"));
+    putIntoSpool("perm-10-eee.json", payload("Stop"));
+    putIntoSpool("perm-10-fff.json", payload("PermissionRequest", R"(,"tool_name":"Bash")", "../odd"));
+    putIntoSpool("perm-10-ggg.json", payload("PermissionRequest", R"(,"tool_name":"Bash")"));
     platform.disk.giveAway(std::string(spool) + "/perm-10-ggg.json");
     monitor.start();
     for (const char* id : {"10-aaa", "10-bbb", "10-ccc", "10-ddd", "10-eee", "10-fff", "10-ggg"}) {
@@ -337,10 +307,10 @@ TEST_F(CodexMonitorTest, WhatIsADayOldIsDroppedUnheard) {
 
 TEST_F(CodexMonitorTest, SweepsLeftoversAndAnswersNobodyCameFor) {
     platform.disk.clock = now() - 86'401;
-    put("tmp.oldold", "x");
+    putIntoSpool("tmp.oldold", "x");
     platform.disk.put(std::string(answers) + "/10-old", "allow");
     platform.disk.clock = now();
-    put("tmp.newnew", "x");
+    putIntoSpool("tmp.newnew", "x");
     monitor.start();
     EXPECT_THAT(platform.disk.list(spool).value(), ElementsAre("tmp.newnew"));
     EXPECT_FALSE(answerOf("10-old"));

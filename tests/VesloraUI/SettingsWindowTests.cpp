@@ -6,10 +6,13 @@
 #include "VesloraUI/Views.h"
 #include "tests/VesloraUI/Scene.h"
 
+#include <QScreen>
 #include <QTest>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace veslora {
 namespace {
@@ -52,6 +55,58 @@ TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
     EXPECT_THAT(scene.texts(), ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3"));
+}
+
+TEST_F(SettingsWindowTest, TheRowOfTabsHasRoomForSeven) {
+    // As wide as the window, and the names that it will have.
+    constexpr int width = 460;
+    const std::vector<std::pair<QString, QString>> tabs{
+        {"General", "gearshape"},
+        {"Island", "rectangle.topthird.inset.filled"},
+        {"Timer", "timer"},
+        {"Music", "music.note"},
+        {"Metronome", "metronome"},
+        {"Agents", "sparkle"},
+        {"Keep Awake", "cup.and.saucer"},
+    };
+    QVariantList pages;
+    for (const auto& [title, symbol] : tabs) {
+        pages << QVariantMap{{"title", title}, {"symbol", symbol}};
+    }
+    scene.show("Settings/SettingsTabs.qml", {{"pages", pages}}, {width, 66});
+    EXPECT_LE(scene.view().property("implicitWidth").toDouble(), width - 2 * 8);
+    double end = 0;
+    for (int i = 0; i < pages.size(); ++i) {
+        const QString title = tabs[static_cast<std::size_t>(i)].first;
+        const auto* tab = scene.itemNamed(title);
+        ASSERT_TRUE(tab) << title.toStdString();
+        EXPECT_GE(tab->mapToScene({}).x(), end) << title.toStdString();
+        end = tab->mapToScene({tab->width(), 0}).x();
+        const auto* content = tab->property("contentItem").value<QQuickItem*>();
+        const auto* name = content->childItems().at(1);
+        EXPECT_EQ(name->property("text"), title);
+        EXPECT_LE(name->implicitWidth() + 16, tab->width()) << title.toStdString();
+        scene.press(title);
+        EXPECT_EQ(scene.view().property("current").toInt(), i);
+        EXPECT_TRUE(tab->property("checked").toBool()) << title.toStdString();
+    }
+}
+
+TEST_F(SettingsWindowTest, NoPageScrollsWhereTheScreenHasTheRoom) {
+    open();
+    const double most = scene.window().screen()->availableSize().height() - 60;
+    constexpr double wanted = 780;
+    EXPECT_EQ(scene.window().height(), std::min(wanted, most));
+    scene.window().setHeight(static_cast<int>(wanted));
+    for (const char* tab : {"General", "Timer", "Agents", "Keep Awake"}) {
+        scene.press(tab);
+        scene.advance(0);
+        const auto children = scene.window().contentItem()->childItems();
+        const auto page = std::ranges::find_if(
+            children, [](const QQuickItem* item) { return item->inherits("QQuickFlickable"); });
+        ASSERT_NE(page, children.end());
+        EXPECT_LE((*page)->property("contentHeight").toDouble(), (*page)->height()) << tab;
+    }
 }
 
 TEST_F(SettingsWindowTest, InstallsUpdatesAndRemovesTheHooks) {

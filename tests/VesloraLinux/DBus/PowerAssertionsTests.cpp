@@ -2,6 +2,7 @@
 #include "VesloraLinux/DBus/InhibitingService.h"
 #include "VesloraLinux/DBus/LoginManager.h"
 #include "VesloraLinux/DBus/PowerAssertions.h"
+#include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "tests/VesloraLinux/DBus/MockInhibitors.h"
 #include "tests/VesloraLinux/Support/PrivateBus.h"
@@ -56,7 +57,9 @@ class PowerAssertionsTests : public ::testing::Test {
         for (const Kind kind : {Kind::sessionManager, Kind::powerManagement, Kind::screenSaver}) {
             ways.push_back(std::make_unique<InhibitingService>(kind, sessionBus));
         }
-        ways.push_back(std::make_unique<LoginManager>(time, [systemBus] { return systemBus; }));
+        power.reset();
+        systemConnection = std::make_unique<SystemBus>(time, [systemBus] { return systemBus; });
+        ways.push_back(std::make_unique<LoginManager>(*systemConnection));
         ways.push_back(std::make_unique<FakeDisplay>(display));
         ways.push_back(nullptr); // a window system that has none
         power = std::make_unique<PowerAssertions>(time, std::move(ways));
@@ -108,6 +111,7 @@ class PowerAssertionsTests : public ::testing::Test {
     testing::MockScreenSaver screenSaver;
     testing::MockLoginManager loginManager;
     int display = 0;
+    std::unique_ptr<SystemBus> systemConnection;
     std::unique_ptr<PowerAssertions> power;
 };
 

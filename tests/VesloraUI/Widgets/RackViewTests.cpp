@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// The rack, drawn: which view stands for each widget, and that it stays while its place in the rack changes.
+#include "VesloraUI/Settings/SettingsKeys.h"
+#include "tests/VesloraUI/Scene.h"
+
+#include <QPointer>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace veslora {
+namespace {
+
+using testing::ElementsAre;
+
+class RackViewTest : public testing::Test {
+  protected:
+    void showRackOf(const std::string& layout) {
+        scene.close();
+        scene.settings.set(SettingsKeys::widgetLayout, layout);
+        rack = std::make_unique<RackModel>(scene.settings, scene.platform.taps);
+        scene.showRack(*rack, {700, 112});
+    }
+    void TearDown() override { scene.close(); }
+
+    /// What stands in the places of the rack, from left to right.
+    [[nodiscard]] std::vector<QPointer<QQuickItem>> views() const {
+        std::vector<QPointer<QQuickItem>> found;
+        const auto* row = scene.view().findChild<QQuickItem*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const auto* module : row->childItems()) {
+            if (typeOf(*module) == "RackModule") {
+                found.emplace_back(module->childItems().front()->property("item").value<QQuickItem*>());
+            }
+        }
+        std::ranges::sort(found, {}, [](const auto& view) { return view->mapToScene({}).x(); });
+        return found;
+    }
+    /// The name of the file that made it, where it was made by one of ours.
+    [[nodiscard]] static std::string typeOf(const QQuickItem& item) {
+        const std::string name = item.metaObject()->className();
+        return name.substr(0, name.find("_QMLTYPE"));
+    }
+    [[nodiscard]] std::vector<std::string> types() const {
+        std::vector<std::string> types;
+        for (const auto& view : views()) {
+            types.push_back(typeOf(*view));
+        }
+        return types;
+    }
+
+    Scene scene;
+    std::unique_ptr<RackModel> rack;
+};
+
+TEST_F(RackViewTest, EveryWidgetHasItsOwnView) {
+    const std::map<WidgetID, std::string> built{
+        {WidgetID::claude, "ClaudeWidget"}, {WidgetID::claudeUsage, "ClaudeUsageWidget"},
+        {WidgetID::clock, "ClockView"},     {WidgetID::keepAwake, "KeepAwakeWidget"},
+        {WidgetID::meters, "MetersWidget"}, {WidgetID::timer, "TimerWidgetView"},
+    };
+    for (const WidgetID id : allWidgetIDs) {
+        showRackOf(std::string(rawValue(id)));
+        const auto found = built.find(id);
+        if (found != built.end()) {
+            EXPECT_THAT(types(), ElementsAre(found->second)) << rawValue(id);
+        } else {
+            EXPECT_THAT(scene.texts(), ElementsAre(QString::fromUtf8(title(id))));
+        }
+    }
+}
+
+TEST_F(RackViewTest, ATickMakesNoViewAnew) {
+    showRackOf("timer,meters,claude");
+    const auto before = views();
+    ASSERT_EQ(before.size(), 3u);
+    scene.timer.start();
+    for (int second = 0; second < 5; ++second) {
+        scene.claude.publish({FakeMonitor::session("s" + std::to_string(second), ClaudeStatus::Idle{})}, {});
+        rack->stepSpacing(1); // has the whole page read anew
+        scene.advance(1);
+    }
+    EXPECT_EQ(views(), before);
+}
+
+TEST_F(RackViewTest, AViewStaysWhileItsPlaceInTheRackChanges) {
+    showRackOf("timer,claude:2,clock");
+    const auto before = views();
+    ASSERT_THAT(types(), ElementsAre("TimerWidgetView", "ClaudeWidget", "ClockView"));
+    rack->setSize(WidgetID::claude, WidgetSize::small);
+    scene.advance(0);
+    ASSERT_EQ(views(), before);
+    EXPECT_FALSE(before[1]->property("isWide").toBool()) << "and hears of its new size";
+    rack->drag(WidgetID::clock, 0);
+    rack->endDrag();
+    scene.advance(0);
+    EXPECT_THAT(views(), ElementsAre(before[2], before[0], before[1]));
+    rack->remove(WidgetID::timer);
+    rack->add(WidgetID::meters);
+    scene.advance(0);
+    EXPECT_THAT(types(), ElementsAre("ClockView", "ClaudeWidget", "MetersWidget"));
+    EXPECT_EQ(views()[1], before[1]);
+}
+
+} // namespace
+} // namespace veslora
