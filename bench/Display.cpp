@@ -136,6 +136,19 @@ std::optional<Area> Display::inputOf(xcb_window_t window) const {
     return Area{left + place->dst_x, top + place->dst_y, right - left, bottom - top};
 }
 
+Area Display::areaOf(xcb_window_t window) const {
+    const auto sizeCookie = xcb_get_geometry(m_connection.get(), window);
+    const auto placeCookie = xcb_translate_coordinates(m_connection.get(), window, m_screen->root, 0, 0);
+    const X11Reply<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(m_connection.get(), sizeCookie, nullptr));
+    const X11Reply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(m_connection.get(), placeCookie, nullptr));
+    if (!size || !place) {
+        throw std::runtime_error("the panel has gone");
+    }
+    return {place->dst_x, place->dst_y, size->width, size->height};
+}
+
 bool Display::hasCompositor() const {
     const auto cookie = xcb_get_selection_owner(m_connection.get(), atom("_NET_WM_CM_S0"));
     const X11Reply<xcb_get_selection_owner_reply_t> reply(

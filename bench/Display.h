@@ -62,6 +62,8 @@ class Display {
     /// The smallest area that holds all of a window's input region, on the display; absent while it takes no
     /// input.
     [[nodiscard]] std::optional<Area> inputOf(xcb_window_t window) const;
+    /// Where a window lies on the display.
+    [[nodiscard]] Area areaOf(xcb_window_t window) const;
     [[nodiscard]] bool hasCompositor() const;
 
   private:

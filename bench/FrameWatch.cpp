@@ -13,6 +13,14 @@ namespace {
 constexpr std::uint32_t gapMilliseconds = 8;
 } // namespace
 
+double Frame::area() const {
+    double total = 0;
+    for (const Area& each : damaged) {
+        total += each.width * each.height;
+    }
+    return total;
+}
+
 FrameWatch::FrameWatch(xcb_window_t window) : m_connection(xcb_connect(nullptr, nullptr)) {
     xcb_connection_t* const connection = m_connection.get();
     const auto* const extension = xcb_get_extension_data(connection, &xcb_damage_id);
@@ -30,23 +38,30 @@ FrameWatch::FrameWatch(xcb_window_t window) : m_connection(xcb_connect(nullptr, 
     }
 }
 
-const std::vector<double>& FrameWatch::frames() {
+const std::vector<Frame>& FrameWatch::frames() {
     // What fills the socket waits in the server until it is read; only a reply proves that nothing is left
     // there.
     const X11Reply<xcb_get_input_focus_reply_t> last(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
         if ((event->response_type & 0x7f) == m_event) {
-            take(reinterpret_cast<const xcb_damage_notify_event_t&>(*event).timestamp);
+            take(reinterpret_cast<const xcb_damage_notify_event_t&>(*event));
         }
     }
     return m_frames;
 }
 
-void FrameWatch::take(std::uint32_t milliseconds) {
+std::vector<Frame> FrameWatch::framesSince(std::size_t index) {
+    const auto& all = frames();
+    return {all.begin() + static_cast<std::ptrdiff_t>(index), all.end()};
+}
+
+void FrameWatch::take(const xcb_damage_notify_event_t& damage) {
+    const std::uint32_t milliseconds = damage.timestamp;
     if (m_frames.empty() || milliseconds - m_last >= gapMilliseconds) {
-        m_frames.push_back(milliseconds / 1000.0);
+        m_frames.push_back({milliseconds / 1000.0, {}});
     }
+    m_frames.back().damaged.push_back({damage.area.x, damage.area.y, damage.area.width, damage.area.height});
     m_last = milliseconds;
 }
 

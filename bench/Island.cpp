@@ -4,12 +4,22 @@
 #include "bench/Clock.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace veslora::bench {
 
-Island::Island(const Stage& stage, const Home&, const std::string& program)
+namespace {
+
+std::vector<std::string> commandOf(std::vector<std::string> runner, const std::string& program) {
+    runner.push_back(program);
+    return runner;
+}
+
+} // namespace
+
+Island::Island(const Stage& stage, const Home&, const std::string& program, std::vector<std::string> runner)
     : m_display(stage.display()), m_begin(monotonicNow()),
-      m_process(std::make_unique<testing::Program>(std::vector<std::string>{program})) {
+      m_process(std::make_unique<testing::Program>(commandOf(std::move(runner), program))) {
     m_startTime = waitUntil(
         "the island", [this] { return Stage::isBlack(m_display.pixel(notch)); }, 0.0005, m_begin);
     waitUntil("the panel", [this] {

@@ -11,13 +11,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace veslora::bench {
 
 class Island {
   public:
-    /// Starts the program and waits until the island is on screen.
-    Island(const Stage& stage, const Home& home, const std::string& program);
+    /// Starts the program and waits until the island is on screen. `runner` is put before its command and has
+    /// to become it, without a process of its own in between.
+    Island(const Stage& stage, const Home& home, const std::string& program,
+           std::vector<std::string> runner = {});
     /// Ends it and waits until it has left the screen.
     ~Island();
     Island(const Island&) = delete;
@@ -29,6 +32,8 @@ class Island {
     /// Seconds from the start of the program to the first black pixel.
     [[nodiscard]] double startTime() const { return m_startTime; }
 
+    /// The panel that it is drawn into, whatever its state.
+    [[nodiscard]] Area panel() const { return m_display.areaOf(m_panel); }
     /// Where it takes clicks: the open island or the alert; absent while it is closed.
     [[nodiscard]] std::optional<Area> area() const;
 

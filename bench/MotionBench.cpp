@@ -6,6 +6,7 @@
 #include "bench/Island.h"
 #include "bench/Measurements.h"
 #include "bench/RequestAlert.h"
+#include "bench/Use.h"
 
 #include <stdexcept>
 
@@ -15,22 +16,6 @@ namespace {
 
 constexpr Range share{1e-4, 400};
 const std::string wideAgents = R"({"widgetLayout": "claude:2,meters,keepAwake"})";
-
-/// What the program does in a stretch of time.
-struct Use {
-    double processor = 0; ///< in percent of a core
-    double framesPerSecond = 0;
-};
-
-Use useDuring(Island& island, double seconds) {
-    const std::size_t frames = island.frames().count();
-    const double time = island.meter().processorTime();
-    const double start = monotonicNow();
-    sleepFor(seconds);
-    const double elapsed = monotonicNow() - start;
-    return {100 * (island.meter().processorTime() - time) / elapsed,
-            static_cast<double>(island.frames().count() - frames) / elapsed};
-}
 
 /// Moves the pointer back and forth so many times a second; tells how many movements there were.
 int shake(const Display& display, double seconds, double rate) {
@@ -62,7 +47,7 @@ void addMotion(Motion& motion, Island& island, bool isOpening) {
     motion.time += monotonicNow() - start - rest;
     motion.processor += island.meter().processorTime() - processor;
     const auto& frames = island.frames().frames();
-    motion.drawnTime += frames.back() - frames[before];
+    motion.drawnTime += frames.back().time - frames[before].time;
     motion.frames += static_cast<double>(frames.size() - before - 1);
 }
 
@@ -126,9 +111,9 @@ void measureActivities(const Bench& bench) {
     const Range frames{0.1, 1000};
     bench.report.add({"open_ticking_cpu", open.processor, "% of a core", 2, share});
     bench.report.add({"working_cpu", working.processor, "% of a core", {}, share});
-    bench.report.add({"working_fps", working.framesPerSecond, "1/s", {}, frames});
+    bench.report.add({"working_fps", working.framesPerSecond(), "1/s", {}, frames});
     bench.report.add({"alert_cpu", alert.processor, "% of a core", {}, share});
-    bench.report.add({"alert_fps", alert.framesPerSecond, "1/s", {}, frames});
+    bench.report.add({"alert_fps", alert.framesPerSecond(), "1/s", {}, frames});
 }
 
 } // namespace veslora::bench
