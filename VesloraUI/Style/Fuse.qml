@@ -11,16 +11,16 @@ Item {
 
     implicitHeight: 2
 
+    Glide {
+        id: glide
+
+        target: Math.max(0, fuse.width * fuse.fraction)
+    }
+
     Rectangle {
         color: fuse.tint
         height: fuse.height
         radius: height / 2
-        width: Math.max(0, fuse.width * fuse.fraction)
-
-        Behavior on width {
-            NumberAnimation {
-                duration: 250
-            }
-        }
+        width: glide.value
     }
 }

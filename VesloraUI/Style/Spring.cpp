@@ -9,9 +9,12 @@ namespace veslora {
 
 namespace {
 constexpr double restDistance = 0.01;
-constexpr double restVelocity = 0.1;
+// A spring that passes its target at this speed goes beyond it by less than that distance.
+constexpr double restVelocity = 0.3;
 constexpr double longestFrame = 0.1;
 constexpr double firstStep = 2.0 / 60;
+// Frames are counted in whole milliseconds, so that one may come a little early.
+constexpr double earliness = 0.004;
 } // namespace
 
 void SpringMotion::advance(double seconds, double response, double damping) {
@@ -33,8 +36,8 @@ bool SpringMotion::isAtRest() const {
 
 void Spring::Drive::updateCurrentTime(int milliseconds) {
     const double seconds = (milliseconds - m_last) / 1000.0;
-    m_last = milliseconds;
-    if (seconds > 0) {
+    if (seconds > 0 && seconds > m_spring.m_interval - earliness) {
+        m_last = milliseconds;
         m_spring.advance(std::min(seconds, longestFrame));
     }
 }

@@ -22,7 +22,8 @@ struct SpringMotion {
     /// critical damping, below 1.
     void advance(double seconds, double response, double damping);
 
-    /// Whether what is left could not be seen: less than a hundredth of a point, and slow.
+    /// Whether what is left could not be seen: less than a hundredth of a point, or of whatever is counted,
+    /// and too slow to go beyond the target by more.
     [[nodiscard]] bool isAtRest() const;
 };
 
@@ -34,6 +35,8 @@ class Spring : public QObject, public QQmlParserStatus {
     /// Seconds, and the share of critical damping: the island's own where a view names none.
     Q_PROPERTY(double response MEMBER m_response FINAL)
     Q_PROPERTY(double damping MEMBER m_damping FINAL)
+    /// Seconds that lie between two steps at least; 0 where every frame of the scene is one.
+    Q_PROPERTY(double interval MEMBER m_interval FINAL)
     Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged FINAL)
 
@@ -75,6 +78,7 @@ class Spring : public QObject, public QQmlParserStatus {
     SpringMotion m_motion;
     double m_response = VesloraStyle::motionResponse;
     double m_damping = VesloraStyle::motionDamping;
+    double m_interval = 0;
     bool m_isComplete = false;
     Drive m_drive{*this};
 };

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/Spring.h"
+#include "tests/VesloraUI/AnimationTime.h"
+
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace veslora {
 namespace {
@@ -46,6 +51,75 @@ TEST(SpringMotion, OvershootsByLessThanAThousandth) {
     }
     EXPECT_LT(highest, 1001);
     EXPECT_TRUE(motion.isAtRest());
+}
+
+TEST(SpringMotion, StaysWhereItWouldRest) {
+    for (const auto& [itsResponse, itsDamping] : {std::pair{response, damping}, {0.5, 0.85}}) {
+        SpringMotion motion{.value = 0, .velocity = 0, .target = 1};
+        while (!motion.isAtRest()) {
+            motion.advance(0.001, itsResponse, itsDamping);
+        }
+        for (int i = 0; i < 1000; ++i) {
+            motion.advance(0.001, itsResponse, itsDamping);
+            ASSERT_NEAR(motion.value, 1, 0.01);
+        }
+    }
+}
+
+/// A spring that is to go from 0 to 1.
+class SpringTest : public ::testing::Test {
+  protected:
+    void setOut() {
+        time.install();
+        spring.componentComplete();
+        spring.setTarget(1);
+    }
+    /// How many steps it makes until it rests, with 60 frames a second.
+    [[nodiscard]] int steps() {
+        const QSignalSpy moved(&spring, &Spring::valueChanged);
+        for (int frame = 0; frame < 300 && spring.isRunning(); ++frame) {
+            time.advance(frame % 3 == 0 ? 16 : 17);
+        }
+        return static_cast<int>(moved.count());
+    }
+
+    testing::AnimationTime time;
+    Spring spring;
+};
+
+TEST_F(SpringTest, IsThereAtOnceAtFirst) {
+    spring.setTarget(7);
+    EXPECT_EQ(spring.value(), 7);
+    EXPECT_FALSE(spring.isRunning());
+}
+
+TEST_F(SpringTest, MakesAStepWithEachFrame) {
+    setOut();
+    EXPECT_GT(spring.value(), 0) << "the first frame shows that it moves";
+    for (int frame = 0; frame < 5; ++frame) {
+        const double before = spring.value();
+        time.advance(16);
+        EXPECT_GT(spring.value(), before) << frame;
+    }
+    EXPECT_GT(steps(), 0);
+    EXPECT_EQ(spring.value(), 1);
+    EXPECT_FALSE(spring.isRunning());
+}
+
+TEST_F(SpringTest, AnIntervalLeavesOutFramesAndTakesNoLonger) {
+    spring.setProperty("interval", 1.0 / 30);
+    setOut();
+    const int count = steps();
+    EXPECT_EQ(spring.value(), 1);
+    Spring other;
+    other.componentComplete();
+    other.setTarget(1);
+    const QSignalSpy moved(&other, &Spring::valueChanged);
+    for (int frame = 0; frame < 2 * count + 2; ++frame) {
+        time.advance(frame % 3 == 0 ? 16 : 17);
+    }
+    EXPECT_FALSE(other.isRunning());
+    EXPECT_NEAR(count, static_cast<double>(moved.count()) / 2, 1);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/StyleImages.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "tests/VesloraUI/AnimationTime.h"
 #include "tests/VesloraUI/Scene.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,57 @@ TEST(Fuse, DrawsNothingForANegativeFraction) {
     scene.show("Style/Fuse.qml", {{"fraction", -0.5}}, {100, 4});
     const auto* bar = qobject_cast<QQuickItem*>(&scene.view())->childItems().at(0);
     EXPECT_EQ(bar->width(), 0);
+}
+
+/// A fuse of 128 points, three quarters of which are left, and its bar.
+class FuseTest : public ::testing::Test {
+  protected:
+    FuseTest() {
+        time.install();
+        scene.show("Style/Fuse.qml", {{"fraction", 0.75}, {"width", 128}}, {128, 4});
+        bar = qobject_cast<QQuickItem*>(&scene.view())->childItems().at(0);
+    }
+    void burnTo(double width) { scene.view().setProperty("fraction", width / 128); }
+
+    testing::AnimationTime time;
+    Scene scene;
+    const QQuickItem* bar = nullptr;
+};
+
+TEST_F(FuseTest, IsThereAtOnceWhenItAppears) {
+    EXPECT_EQ(bar->width(), 96);
+}
+
+TEST_F(FuseTest, BurnsDownEvenlyInAQuarterOfASecond) {
+    burnTo(46);
+    EXPECT_EQ(bar->width(), 96);
+    time.advance(50);
+    EXPECT_DOUBLE_EQ(bar->width(), 86);
+    time.advance(150);
+    EXPECT_DOUBLE_EQ(bar->width(), 56);
+    time.advance(50);
+    EXPECT_EQ(bar->width(), 46);
+}
+
+TEST_F(FuseTest, WhatWouldNotBeSeenToMoveIsTakenAtOnce) {
+    for (const double width : {95.5, 94.5, 94.0, 95.0}) {
+        burnTo(width);
+        EXPECT_EQ(bar->width(), width);
+    }
+    burnTo(93.5);
+    EXPECT_EQ(bar->width(), 95);
+}
+
+TEST_F(FuseTest, ATargetThatMovesOnIsFollowedFromWhereItIs) {
+    burnTo(46);
+    time.advance(125);
+    EXPECT_DOUBLE_EQ(bar->width(), 71);
+    burnTo(70.5);
+    EXPECT_DOUBLE_EQ(bar->width(), 71) << "while it moves, a small step makes it no jump either";
+    time.advance(125);
+    EXPECT_DOUBLE_EQ(bar->width(), 70.75);
+    time.advance(125);
+    EXPECT_EQ(bar->width(), 70.5);
 }
 
 TEST(SegmentedMeter, LightsItsTicksFromTheLeft) {
