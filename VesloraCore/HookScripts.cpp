@@ -64,6 +64,15 @@ program_lives() {
     [ "$((number - beat))" -le 6 ]
 }
 
+# Where the program's process can be seen from here, its end is noticed at once. After a kill the file still names the
+# one that is gone, until the next one has started.
+process=''
+find_process() {
+    if [ -z "$process" ] && read_line "$here/pid" && read_number "$line" && [ -d "/proc/$number" ]; then
+        process=/proc/$number
+    fi
+}
+
 # Takes back what was filed and leaves the prompt to the agent.
 leave() {
     rm -f "$tmp" "$request" "$answer"
@@ -74,11 +83,7 @@ program_lives || exit 0
 read_number "${VESLORA_PERMISSION_WAIT:-20}" || number=20
 polls=$((number * 5))
 
-# Where the program's process can be seen from here, its end is noticed at once.
-process=''
-if read_line "$here/pid" && read_number "$line" && [ -d "/proc/$number" ]; then
-    process=/proc/$number
-fi
+find_process
 
 spool=$here/@spool@
 answers=$here/@answers@
@@ -107,7 +112,10 @@ while [ "$i" -lt "$polls" ]; do
     fi
     [ -e "$here/heartbeat" ] || leave
     [ -z "$process" ] || [ -d "$process" ] || leave
-    [ "$((i % 5))" -ne 4 ] || program_lives || leave
+    if [ "$((i % 5))" -eq 4 ]; then
+        program_lives || leave
+        find_process
+    fi
     sleep 0.2
     i=$((i + 1))
 done

@@ -283,6 +283,35 @@ TEST_P(PermissionScript, TheEndOfTheProgramsProcessEndsTheWait) {
     expectNothingLeft();
 }
 
+TEST_P(PermissionScript, AProgramThatStartsDuringTheWaitIsWatchedToo) {
+    // Its parent lets it vanish as soon as it is killed.
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t parent = fork();
+    if (parent == 0) {
+        signal(SIGCHLD, SIG_IGN);
+        const pid_t program = fork();
+        if (program > 0 && write(ends[1], &program, sizeof program) != sizeof program) {
+            _exit(1);
+        }
+        pause();
+        _exit(0);
+    }
+    pid_t program = 0;
+    ASSERT_EQ(read(ends[0], &program, sizeof program), static_cast<ssize_t>(sizeof program));
+    const std::string id = std::to_string(program);
+    room.write("pid", "99999999");
+    room.atPoll(2, "echo " + id + " >\"$support/pid\"\n");
+    room.atPoll(8, "kill -9 " + id + "\nwhile [ -d /proc/" + id + " ]; do :; done\n");
+    EXPECT_EQ(run(), silence);
+    EXPECT_EQ(room.polls(), 8);
+    expectNothingLeft();
+    kill(parent, SIGKILL);
+    waitpid(parent, nullptr, 0);
+    close(ends[0]);
+    close(ends[1]);
+}
+
 TEST_P(PermissionScript, AnOddPidFileChangesNothing) {
     int poll = 0;
     for (const char* pid : {"", "letters", "0", "-1", "99999999", "123456789012345678901234567890", "1\n2",
