@@ -17,6 +17,7 @@ Item {
     Accessible.name: label.text
     Accessible.role: Accessible.Button
     Accessible.onPressAction: key.clicked()
+    baselineOffset: label.y + label.baselineOffset
     height: 12
     width: label.implicitWidth
 

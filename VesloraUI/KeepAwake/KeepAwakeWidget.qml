@@ -25,10 +25,13 @@ Item {
     }
 
     VesloraLabel {
+        id: caption
+
         text: widget.isWide ? qsTr("Keep Awake") : qsTr("Awake")
     }
 
     KeepAwakeAgentKey {
+        anchors.baseline: caption.baseline
         anchors.right: parent.right
         isOn: presenter.whileClaudeWorks
         onClicked: presenter.toggleAgents()
