@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -78,6 +79,10 @@ std::vector<double> intervalsOf(const Openings& openings) {
 } // namespace
 
 void measureSampler(const Bench& bench) {
+    if (!Trace::isAllowed()) {
+        std::cerr << "What the program opens is not measured: this machine lets no program be watched.\n";
+        return;
+    }
     const Rack rack(bench.stage, "meters,clock");
     const Home home(bench.executables, rack.settings());
     const Trace trace(home.path() + "/openings");

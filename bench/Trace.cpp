@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "bench/Trace.h"
 
+#include "tests/VesloraLinux/Support/Program.h"
+
 #include <cstdlib>
 #include <fstream>
 #include <optional>
@@ -23,6 +25,10 @@ std::optional<Trace::Opening> openingIn(const std::string& line) {
 }
 
 } // namespace
+
+bool Trace::isAllowed() {
+    return testing::Program({"strace", "-o", "/dev/null", "true"}).wait() == 0;
+}
 
 std::vector<std::string> Trace::runner() const {
     return {"strace", "-D",          "-f", "-ttt", "-e", "trace=?open,?openat,?openat2",

@@ -12,6 +12,9 @@ class Trace {
     /// `path` is of the file that strace shall write.
     explicit Trace(std::string path) : m_path(std::move(path)) {}
 
+    /// Whether this machine lets a program be watched at all: not every container does.
+    [[nodiscard]] static bool isAllowed();
+
     /// To be put before the program's command: strace looks on from a process of its own, and the program
     /// keeps the one that was started. Nobody has to be allowed to watch another's processes for that.
     [[nodiscard]] std::vector<std::string> runner() const;
