@@ -27,7 +27,7 @@ class NotchViewTest : public testing::Test {
         scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
         shape = scene.view().property("outline").value<NotchOutline*>();
     }
-    ~NotchViewTest() override { scene.close(); }
+    void TearDown() override { scene.close(); }
 
     void ask(const std::string& id) {
         scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});

@@ -10,7 +10,6 @@
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
 
 ClaudeSessionRow row(const QString& id, const QString& name = {}) {
     ClaudeSessionRow made;

@@ -293,7 +293,7 @@ Result HookRoom::run(const std::string& script, std::string_view input, const Op
     const fs::perms mode = fs::status(m_support).permissions();
     if (options.user == User::stranger)
         fs::permissions(m_support, fs::perms(0555));
-    const Result result = start(script, input, options)->result();
+    Result result = start(script, input, options)->result();
     fs::permissions(m_support, mode);
     return result;
 }

@@ -34,7 +34,7 @@ class KeepAwakeWidgetTest : public testing::Test {
         QLocale::setDefault(QLocale::c());
         scene.platform.time.setClock(saturday);
     }
-    ~KeepAwakeWidgetTest() override {
+    void TearDown() override {
         scene.close();
         qunsetenv("TZ");
     }
@@ -292,7 +292,7 @@ class KeepAwakeActivityTest : public testing::Test {
         scene.keepAwake.onChange = [this] { model.setClock(scene.platform.time.now()); };
         scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
     }
-    ~KeepAwakeActivityTest() override { scene.close(); }
+    void TearDown() override { scene.close(); }
     /// Waits, with a deadline, until whatever left is gone.
     [[nodiscard]] bool settles() {
         return QTest::qWaitFor([this] { return !scene.itemWith("isLeaving", true); });
