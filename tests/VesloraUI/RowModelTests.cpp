@@ -10,7 +10,6 @@
 namespace veslora {
 namespace {
 
-
 ClaudeSessionRow row(const QString& id, const QString& name = {}) {
     ClaudeSessionRow made;
     made.id = id;
