@@ -109,8 +109,8 @@ TEST(RunningProcesses, FindsARealOneAlsoAfterItsProgramWasReplaced) {
     const ProcProcesses processes;
     const RunningProcess expected{running.pid(), program, program + " 1000",
                                   std::filesystem::current_path().string()};
-    // The new process may not have become the program yet.
-    for (int look = 0; look < 20000 && processes.processesNamed("veslora-test-codex").empty(); ++look) {
+    // The new process may not have become the program yet, or still show the command line of before.
+    for (int look = 0; look < 20000 && processes.processOf(running.pid()) != expected; ++look) {
         usleep(1000);
     }
     EXPECT_EQ(processes.processOf(running.pid()), expected);
