@@ -62,6 +62,10 @@ Timestamp LinuxScheduler::now() const {
     return m_deadlines->now();
 }
 
+double LinuxScheduler::steadyNow() const {
+    return readClock(CLOCK_BOOTTIME);
+}
+
 Task LinuxScheduler::after(double seconds, std::function<void()> run) {
     return m_deadlines->addOnce(seconds, std::move(run));
 }

@@ -24,6 +24,8 @@ class LinuxScheduler final : public Scheduler {
     LinuxScheduler& operator=(const LinuxScheduler&) = delete;
 
     [[nodiscard]] Timestamp now() const override;
+    /// CLOCK_BOOTTIME.
+    [[nodiscard]] double steadyNow() const override;
     /// Ends early only when somebody sets the wall clock past the moment that was meant: whoever waits for a
     /// time of day must look again then, and so does whoever waited for anything else.
     [[nodiscard]] Task after(double seconds, std::function<void()> run) override;

@@ -18,10 +18,13 @@ class ManualScheduler final : public Scheduler {
   public:
     /// A date in 2027 on which every period in use here has a multiple.
     static constexpr Timestamp defaultStart = 1'800'000'000;
+    /// Another number than the wall clock's and than none, so that nobody can take one for the other.
+    static constexpr double steadyStart = 5000;
 
     explicit ManualScheduler(Timestamp start = defaultStart) : m_wallStart(start), m_wallClock(start) {}
 
     [[nodiscard]] Timestamp now() const override { return m_wallClock; }
+    [[nodiscard]] double steadyNow() const override { return steadyStart + m_passed; }
     [[nodiscard]] Task after(double seconds, std::function<void()> run) override;
     [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;

@@ -315,3 +315,12 @@ TEST_F(ManualSchedulerTest, TellsWhatIsPendingAndWhenItFallsDue) {
     scheduler.suspend(100);
     EXPECT_EQ(scheduler.nextDelay(), 0);
 }
+
+TEST_F(ManualSchedulerTest, SteadyClockCountsSleepAndIgnoresTheWallClock) {
+    const double start = scheduler.steadyNow();
+    scheduler.advance(2);
+    scheduler.suspend(3);
+    EXPECT_DOUBLE_EQ(scheduler.steadyNow(), start + 5);
+    scheduler.setClock(ManualScheduler::defaultStart - 3600);
+    EXPECT_DOUBLE_EQ(scheduler.steadyNow(), start + 5);
+}
