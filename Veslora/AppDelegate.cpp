@@ -24,8 +24,8 @@ AgentMonitorSeams seamsOf(Platform& platform) {
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
-    : m_platform(platform),
-      m_environment(platform.scheduler(), settings, platform.haptics(), platform.sounds()),
+    : m_platform(platform), m_environment(platform.scheduler(), platform.frameClock(), settings,
+                                          platform.haptics(), platform.sounds()),
       m_support(platform.files(), platform.directories().support, platform.directories().runtime),
       m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
       m_agents(m_claude, &m_codex),

@@ -10,10 +10,6 @@ std::string AlertNotice::message(std::string_view message) {
     return std::string("Wants to use ").append(message.substr(wordy.size()));
 }
 
-bool ApprovalAlert::isArmed(Timestamp shownAt, Timestamp now) {
-    return now - shownAt >= armingDelay;
-}
-
 double ApprovalAlert::fuseProgress(Timestamp receivedAt, Timestamp now) {
     const double left = receivedAt + answerWindow - now;
     if (!(left > 0))

@@ -59,7 +59,7 @@ std::vector<Rect> HoverTracker::clickZones() const {
     std::vector<Rect> zones;
     if (m_isExpanded)
         zones.push_back(openZone());
-    if (isShowingAlert)
+    if (isShowingAlert && isAlertOnScreen)
         zones.push_back(alertSize ? m_geometry.alertFor(*alertSize) : m_geometry.alert);
     return zones;
 }

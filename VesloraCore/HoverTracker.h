@@ -22,6 +22,7 @@ class HoverTracker {
 
     std::optional<double> liveActivityWingWidth; ///< width of one wing shown while closed; absent for none
     bool isShowingAlert = false;                 ///< an alert keeps hovering from opening the island
+    bool isAlertOnScreen = false;                ///< and has been drawn: before that it takes no clicks
     std::optional<Size> alertSize;               ///< body of the alert, where it differs from the default one
     bool isEditing = false;                      ///< edit mode, which makes the open zone taller
     double openDelay;                            ///< seconds to rest in the hot zone; 0 opens at once

@@ -135,6 +135,9 @@ Pointer& LinuxPlatform::pointer() {
 Panel& LinuxPlatform::panel() {
     return m_parts->windowSystem->panel();
 }
+FrameClock& LinuxPlatform::frameClock() {
+    return m_parts->windowSystem->frameClock();
+}
 SoundPlaying& LinuxPlatform::sounds() {
     return m_parts->sounds;
 }

@@ -37,6 +37,7 @@ class LinuxPlatform final : public Platform {
     [[nodiscard]] Screens& screens() override;
     [[nodiscard]] Pointer& pointer() override;
     [[nodiscard]] Panel& panel() override;
+    [[nodiscard]] FrameClock& frameClock() override;
     [[nodiscard]] SoundPlaying& sounds() override;
     [[nodiscard]] HapticPerforming& haptics() override;
     [[nodiscard]] StatusMenu& statusMenu() override;

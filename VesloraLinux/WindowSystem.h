@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraUI/Platform/FrameClock.h"
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
@@ -20,6 +21,7 @@ class WindowSystem {
     [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;
+    [[nodiscard]] virtual FrameClock& frameClock() = 0;
     [[nodiscard]] virtual HostApplications& hostApplications() = 0;
 
     /// The window system's own way of keeping the display on, which must go before it does; null where it has

@@ -7,6 +7,7 @@ Fader {
     id: island
 
     required property NotchViewModel model
+    required property NotchOutline outline
 
     component: {
         switch (model.content) {
@@ -49,6 +50,7 @@ Fader {
 
         AlertFrame {
             model: island.model
+            outline: island.outline
 
             TimerDoneAlertView {
                 anchors.fill: parent
@@ -94,12 +96,19 @@ Fader {
         id: request
 
         AlertFrame {
+            id: requestFrame
+
             model: island.model
+            outline: island.outline
+            text: requestAlert.body
 
             ClaudeRequestAlert {
+                id: requestAlert
+
                 agents: island.model.agents
                 anchors.fill: parent
-                requestId: island.model.requestId
+                judge: requestFrame.judge
+                requestId: island.model.subject
             }
         }
     }
@@ -109,6 +118,7 @@ Fader {
 
         AlertFrame {
             model: island.model
+            outline: island.outline
 
             ClaudeNotice {
                 agents: island.model.agents

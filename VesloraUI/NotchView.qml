@@ -81,6 +81,7 @@ Item {
             NotchContent {
                 anchors.fill: parent
                 model: root.model
+                outline: shape
             }
         }
     }

@@ -54,8 +54,12 @@ NotchViewModel::Shown NotchViewModel::judge() const {
     Shown shown;
     shown.state = islandStateOf(m_isExpanded, activity.kind);
     shown.content = contentOf(shown.state, !requests.empty());
-    shown.requestId =
-        shown.content == ClaudeRequest ? QString::fromStdString(requests.front().id) : QString();
+    if (shown.content == ClaudeRequest) {
+        shown.subject = QString::fromStdString(requests.front().id);
+    } else if (shown.content == ClaudeNotice) {
+        const auto waiting = m_models.agents->waitingForApproval();
+        shown.subject = waiting.empty() ? QString() : QString::fromStdString(waiting.front().id);
+    }
     shown.wingWidth = activity.wingWidth.value_or(0);
     shown.layout = islandLayout({.state = shown.state,
                                  .notchSize = m_geometry.notch.size(),
@@ -69,12 +73,20 @@ NotchViewModel::Shown NotchViewModel::judge() const {
 }
 
 QString NotchViewModel::contentIdentity() const {
-    return QStringLiteral("%1/%2").arg(m_shown.content).arg(m_shown.requestId);
+    return QStringLiteral("%1/%2").arg(m_shown.content).arg(m_shown.subject);
+}
+
+void NotchViewModel::alertIsOnScreen(const QString& identity) {
+    if (!m_isAlertOnScreen && identity == contentIdentity()) {
+        m_isAlertOnScreen = true;
+        emit alertCameOnScreen();
+    }
 }
 
 void NotchViewModel::refresh() {
     const Shown before = std::exchange(m_shown, judge());
-    if (before.content != m_shown.content || before.requestId != m_shown.requestId) {
+    if (before.content != m_shown.content || before.subject != m_shown.subject) {
+        m_isAlertOnScreen = false;
         emit contentChanged();
     }
     if (before.layout != m_shown.layout || before.wingWidth != m_shown.wingWidth ||

@@ -28,7 +28,9 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(Content content READ content NOTIFY contentChanged FINAL)
     /// Differs whenever the view of the content must be a new one.
     Q_PROPERTY(QString contentIdentity READ contentIdentity NOTIFY contentChanged FINAL)
-    Q_PROPERTY(QString requestId READ requestId NOTIFY contentChanged FINAL)
+    /// Whom the content is about, where that may change while its kind stays: the request that an alert asks
+    /// about, or the session of a notice.
+    Q_PROPERTY(QString subject READ subject NOTIFY contentChanged FINAL)
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY layoutChanged FINAL)
     Q_PROPERTY(double islandWidth READ islandWidth NOTIFY layoutChanged FINAL)
     Q_PROPERTY(double islandHeight READ islandHeight NOTIFY layoutChanged FINAL)
@@ -73,7 +75,12 @@ class NotchViewModel : public QObject {
     [[nodiscard]] IslandState state() const { return m_shown.state; }
     [[nodiscard]] Content content() const { return m_shown.content; }
     [[nodiscard]] QString contentIdentity() const;
-    [[nodiscard]] QString requestId() const { return m_shown.requestId; }
+    [[nodiscard]] QString subject() const { return m_shown.subject; }
+    /// Whether the alert that shows stands on screen already, as its view has said. Until then a click that
+    /// falls where it will be was meant for what lies beneath.
+    [[nodiscard]] bool isAlertOnScreen() const { return m_isAlertOnScreen; }
+    /// To be said by the alert's view. One that is on its way out already changes nothing.
+    Q_INVOKABLE void alertIsOnScreen(const QString& identity);
     [[nodiscard]] bool isOpen() const { return veslora::isOpen(m_shown.state); }
     [[nodiscard]] double islandWidth() const { return m_shown.layout.width; }
     [[nodiscard]] double islandHeight() const { return m_shown.layout.height; }
@@ -92,12 +99,13 @@ class NotchViewModel : public QObject {
     /// Comes before `layoutChanged`, so that a view on its way out never takes the next one's size.
     void contentChanged();
     void layoutChanged();
+    void alertCameOnScreen();
 
   private:
     struct Shown {
         IslandState state = IslandState::closed;
         Content content = Nothing;
-        QString requestId;
+        QString subject;
         IslandLayout layout;
         double wingWidth = 0;
         bool operator==(const Shown&) const = default;
@@ -115,6 +123,7 @@ class NotchViewModel : public QObject {
     bool m_isExpanded = false;
     Timestamp m_clock;
     Shown m_shown;
+    bool m_isAlertOnScreen = false;
 };
 
 } // namespace veslora

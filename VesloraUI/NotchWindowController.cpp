@@ -135,6 +135,8 @@ void NotchWindowController::showContent(const NotchGeometry& geometry) {
     panel.place(*m_screen, geometry.windowFrame());
     panel.setContent(content.item.get());
     panel.setOutline(content.outline);
+    connect(model.get(), &NotchViewModel::alertCameOnScreen, this,
+            &NotchWindowController::updateClickThrough);
     // The former view goes before the model that it reads.
     m_content = std::move(content);
     m_model = std::move(model);
@@ -271,6 +273,7 @@ void NotchWindowController::updateClickThrough() {
     if (!m_tracker) {
         return;
     }
+    m_tracker->isAlertOnScreen = m_model && m_model->isAlertOnScreen();
     PanelZones zones{m_tracker->clickZones(), {}};
     if (const auto hotZone = m_tracker->hotZone()) {
         zones.hover.push_back(*hotZone);

@@ -41,6 +41,7 @@ class X11Panel final : public QObject, public Panel {
     [[nodiscard]] QQuickWindow* window() const override { return m_window.get(); }
 
     [[nodiscard]] xcb_window_t nativeWindow() const { return static_cast<xcb_window_t>(m_window->winId()); }
+    [[nodiscard]] const CompositorWatch& compositor() const { return m_compositor; }
     [[nodiscard]] const X11Stacking& stacking() const { return m_stacking; }
     [[nodiscard]] const std::optional<ScreenInfo>& screen() const { return m_screen; }
     /// Where the window lies, in points from the screen's top left corner.

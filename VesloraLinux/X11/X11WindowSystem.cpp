@@ -36,7 +36,8 @@ std::unique_ptr<X11WindowSystem> X11WindowSystem::make(Scheduler& scheduler, Pan
 X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connection> connection,
                                  PanelForm form)
     : m_form(form), m_connection(std::move(connection)), m_screens(*m_connection),
-      m_panel(*m_connection, m_screens, form), m_hostApplications(*m_connection) {
+      m_panel(*m_connection, m_screens, form), m_frameClock(*m_connection, m_panel),
+      m_hostApplications(*m_connection) {
     if (form == PanelForm::shaped) {
         m_pointer =
             std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraLinux/WindowSystem.h"
+#include "VesloraLinux/X11/X11FrameClock.h"
 #include "VesloraLinux/X11/X11HostApplications.h"
 #include "VesloraLinux/X11/X11Panel.h"
 #include "VesloraLinux/X11/X11Screens.h"
@@ -27,6 +28,7 @@ class X11WindowSystem final : public WindowSystem {
     [[nodiscard]] Screens& screens() override { return m_screens; }
     [[nodiscard]] Pointer& pointer() override { return *m_pointer; }
     [[nodiscard]] Panel& panel() override { return m_panel; }
+    [[nodiscard]] FrameClock& frameClock() override { return m_frameClock; }
     [[nodiscard]] HostApplications& hostApplications() override { return m_hostApplications; }
     /// None on a Wayland desktop: its compositor does not ask its X server when to blank the screen.
     [[nodiscard]] std::unique_ptr<Inhibitor> makeDisplayInhibitor() override;
@@ -38,6 +40,7 @@ class X11WindowSystem final : public WindowSystem {
     std::unique_ptr<X11Connection> m_connection;
     X11Screens m_screens;
     X11Panel m_panel;
+    X11FrameClock m_frameClock;
     std::unique_ptr<Pointer> m_pointer;
     X11HostApplications m_hostApplications;
 };

@@ -7,7 +7,10 @@ Item {
     id: view
 
     required property AgentsModel agents
+    required property PressJudge judge
     required property string requestId
+    /// The text that an answer is about.
+    readonly property Item body: body
 
     Timeline {
         id: timeline
@@ -21,6 +24,7 @@ Item {
         agents: view.agents
         date: timeline.date
         // Whatever is cut was not shown in full, whichever way it came to be cut.
+        isArmed: view.judge.isArmed
         isCut: body.truncated || body.lineCount > 2 || body.width <= 0
         requestId: view.requestId
     }
@@ -110,6 +114,7 @@ Item {
 
             KeyButton {
                 enabled: presenter.isDenyEnabled
+                judge: view.judge
                 opacity: enabled ? 1 : 0.4
                 text: qsTr("Deny")
                 onClicked: presenter.deny()
@@ -118,6 +123,7 @@ Item {
             KeyButton {
                 enabled: presenter.isAllowEnabled
                 isPrimary: true
+                judge: view.judge
                 opacity: enabled ? 1 : 0.4
                 text: qsTr("Allow")
                 onClicked: presenter.allow()

@@ -12,10 +12,21 @@
 namespace veslora {
 
 void ClaudeRequestPresenter::componentComplete() {
-    m_shownAt = ViewEnvironment::of(qmlEngine(this)).scheduler().now();
     connect(m_agents, &AgentsModel::changed, this, &ClaudeRequestPresenter::readAgents);
     readAgents();
-    setDate(m_shownAt);
+    setDate(ViewEnvironment::of(qmlEngine(this)).scheduler().now());
+}
+
+/// The island's next request has a presenter of its own: this one's view is on its way out by then, and must
+/// not show another request's text there.
+void ClaudeRequestPresenter::setRequestId(const QString& id) {
+    if (m_requestId.isEmpty()) {
+        m_requestId = id;
+    }
+}
+
+void ClaudeRequestPresenter::setArmed(bool isArmed) {
+    assign(this, m_isArmed, isArmed, &ClaudeRequestPresenter::keysChanged);
 }
 
 /// Once the request is gone, what was shown of it stays as it was: the view is on its way out.
@@ -47,7 +58,6 @@ void ClaudeRequestPresenter::setDate(double date) {
     }
     assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->receivedAt, date),
            &ClaudeRequestPresenter::progressChanged);
-    assign(this, m_isArmed, ApprovalAlert::isArmed(m_shownAt, date), &ClaudeRequestPresenter::keysChanged);
 }
 
 void ClaudeRequestPresenter::setCut(bool isCut) {
@@ -81,6 +91,7 @@ void ClaudeRequestPresenter::jump() {
 void ClaudeRequestPresenter::deny() {
     if (isDenyEnabled()) {
         m_agents->answer(m_requestId.toStdString(), ClaudeDecision::deny);
+        ViewEnvironment::of(qmlEngine(this)).haptics().perform(HapticPattern::generic);
     }
 }
 

@@ -20,7 +20,10 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
-    Q_PROPERTY(QString requestId MEMBER m_requestId REQUIRED FINAL)
+    /// Can't be changed once it stands.
+    Q_PROPERTY(QString requestId MEMBER m_requestId WRITE setRequestId REQUIRED FINAL)
+    /// Whether the alert has been on screen for long enough; false until its view knows better.
+    Q_PROPERTY(bool isArmed MEMBER m_isArmed WRITE setArmed FINAL)
     /// Seconds since 1970, from the view's timeline.
     Q_PROPERTY(double date MEMBER m_date WRITE setDate REQUIRED FINAL)
     /// Whether the text as laid out does not fit on screen whole. True until the view knows better.
@@ -40,6 +43,8 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     void classBegin() override {}
     void componentComplete() override;
 
+    void setRequestId(const QString& id);
+    void setArmed(bool isArmed);
     void setDate(double date);
     void setCut(bool isCut);
 
@@ -71,14 +76,13 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     QString m_requestId;
     double m_date = 0;
     bool m_isCut = true;
+    bool m_isArmed = false;
 
     std::optional<ClaudePermissionRequest> m_request;
-    Timestamp m_shownAt = 0;
     QString m_sessionName;
     QString m_text;
     int m_others = 0;
     bool m_isComplete = false;
-    bool m_isArmed = false;
     bool m_isPending = false;
     double m_progress = 1;
 };

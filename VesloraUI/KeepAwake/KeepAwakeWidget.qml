@@ -110,12 +110,11 @@ Item {
                 required property int index
                 required property var modelData
 
-                Accessible.name: modelData.symbol === "" ? modelData.label : modelData.helpText
                 helpText: modelData.helpText
                 padding: widget.isWide ? 10 : 6
                 symbol: modelData.symbol
                 symbolSize: 17
-                text: modelData.label
+                text: modelData.symbol === "" ? modelData.label : modelData.helpText
                 // Four keys share the small widget's 150 points.
                 width: widget.isWide ? implicitWidth : [34, 35, 35, 34][index]
                 onClicked: presenter.start(index)

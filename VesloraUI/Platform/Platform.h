@@ -5,6 +5,7 @@
 
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/FrameClock.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/Panel.h"
@@ -53,6 +54,7 @@ class Platform {
     [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;
+    [[nodiscard]] virtual FrameClock& frameClock() = 0;
     [[nodiscard]] virtual SoundPlaying& sounds() = 0;
     [[nodiscard]] virtual HapticPerforming& haptics() = 0;
     [[nodiscard]] virtual StatusMenu& statusMenu() = 0;

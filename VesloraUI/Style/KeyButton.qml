@@ -3,28 +3,21 @@
 import QtQuick
 import Veslora
 
-Item {
+KeyItem {
     id: key
 
-    property string text
     /// Drawn in place of the text, which then only is the key's name.
     property string symbol
     property real symbolSize: 13
-    property string helpText
     property bool isPrimary: false
     property bool isSelected: false
     property color tint: VesloraStyle.accentColor
     property real padding: 10
-    readonly property bool isPressed: area.pressed && area.containsMouse
-    signal clicked
 
     implicitHeight: 26
     implicitWidth: Math.max(34, (symbol !== "" ? symbolSize : label.implicitWidth - label.font.letterSpacing) + 2 * padding)
-    Accessible.name: text
-    Accessible.description: enabled ? helpText : qsTr("Not available now")
+    // Lets the key be found; what it says of itself is its own.
     Accessible.role: Accessible.Button
-    Accessible.onPressAction: if (key.enabled)
-        key.clicked()
 
     Item {
         width: parent.width
@@ -84,16 +77,8 @@ Item {
         }
     }
 
-    MouseArea {
-        id: area
-
-        anchors.fill: parent
-        hoverEnabled: key.helpText !== ""
-        onClicked: key.clicked()
-    }
-
     Tip {
-        isWanted: area.containsMouse && !area.pressed
+        isWanted: key.isHovered && !key.isPressed
         text: key.helpText
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clock, the settings, taps under the finger, short sounds, and
+// What views reach through their engine: the clocks, the settings, taps under the finger, short sounds, and
 // the shared ticks of their timelines.
 #pragma once
 
@@ -15,6 +15,7 @@ class QQmlEngine;
 namespace veslora {
 
 class Defaults;
+class FrameClock;
 class SoundPlaying;
 
 /// One repetition that every timeline of its period listens to. It runs while somebody does.
@@ -41,8 +42,10 @@ class ViewEnvironment : public QObject {
     Q_OBJECT
 
   public:
-    ViewEnvironment(Scheduler& scheduler, Defaults& settings, HapticPerforming& haptics, SoundPlaying& sounds)
-        : m_scheduler(scheduler), m_settings(settings), m_haptics(haptics), m_sounds(sounds) {}
+    ViewEnvironment(Scheduler& scheduler, FrameClock& frameClock, Defaults& settings,
+                    HapticPerforming& haptics, SoundPlaying& sounds)
+        : m_scheduler(scheduler), m_frameClock(frameClock), m_settings(settings), m_haptics(haptics),
+          m_sounds(sounds) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -51,6 +54,8 @@ class ViewEnvironment : public QObject {
     static ViewEnvironment& of(const QQmlEngine* engine);
 
     [[nodiscard]] Scheduler& scheduler() const { return m_scheduler; }
+    /// Of the island's panel, and of no other window.
+    [[nodiscard]] FrameClock& frameClock() const { return m_frameClock; }
     [[nodiscard]] Defaults& settings() const { return m_settings; }
     [[nodiscard]] HapticPerforming& haptics() const { return m_haptics; }
     [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
@@ -63,6 +68,7 @@ class ViewEnvironment : public QObject {
 
   private:
     Scheduler& m_scheduler;
+    FrameClock& m_frameClock;
     Defaults& m_settings;
     HapticPerforming& m_haptics;
     SoundPlaying& m_sounds;

@@ -17,14 +17,6 @@ TEST(AlertNotice, AnyOtherMessageStandsAsItIs) {
         EXPECT_EQ(AlertNotice::message(message), message);
 }
 
-TEST(ApprovalAlert, ArmsSixTenthsOfASecondAfterItCameOnScreen) {
-    EXPECT_FALSE(ApprovalAlert::isArmed(0, 0));
-    EXPECT_FALSE(ApprovalAlert::isArmed(0, 0.59));
-    EXPECT_TRUE(ApprovalAlert::isArmed(0, 0.6));
-    EXPECT_TRUE(ApprovalAlert::isArmed(0, 3600));
-    EXPECT_FALSE(ApprovalAlert::isArmed(100, 50)) << "A clock set back does not arm it.";
-}
-
 TEST(ApprovalAlert, FuseBurnsForTwentySeconds) {
     EXPECT_EQ(ApprovalAlert::fuseProgress(100, 100), 1);
     EXPECT_EQ(ApprovalAlert::fuseProgress(100, 105), 0.75);

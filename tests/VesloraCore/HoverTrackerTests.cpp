@@ -148,6 +148,7 @@ TEST_F(HoverTrackerTest, AlertDisarmsAnArmedIsland) {
 
 TEST_F(HoverTrackerTest, ClosedIslandTakesClicksOnTheAlertAlone) {
     tracker.isShowingAlert = true;
+    tracker.isAlertOnScreen = true;
     EXPECT_THAT(tracker.clickZones(), ElementsAre(geometry.alert));
     EXPECT_TRUE(tracker.acceptsClicks({780, 974}));
     EXPECT_FALSE(tracker.acceptsClicks({779, 974}));
@@ -155,6 +156,14 @@ TEST_F(HoverTrackerTest, ClosedIslandTakesClicksOnTheAlertAlone) {
     EXPECT_THAT(tracker.clickZones(), ElementsAre(Rect{700, 946, 520, 134}));
     EXPECT_TRUE(tracker.acceptsClicks({700, 946}));
     EXPECT_FALSE(tracker.acceptsClicks({700, 945}));
+}
+
+TEST_F(HoverTrackerTest, AnAlertTakesNoClicksBeforeItIsDrawn) {
+    tracker.isShowingAlert = true;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre());
+    tracker.isShowingAlert = false;
+    tracker.isAlertOnScreen = true;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre()) << "none shows any more";
 }
 
 TEST_F(HoverTrackerTest, ClosedIslandWithWingsTakesNoClicks) {
@@ -167,6 +176,7 @@ TEST_F(HoverTrackerTest, OpenIslandWithAnAlertTakesClicksOnBoth) {
     open();
     tracker.expandedWidth = 400;
     tracker.isShowingAlert = true;
+    tracker.isAlertOnScreen = true;
     tracker.alertSize = NotchGeometry::claudeRequestAlertSize;
     EXPECT_EQ(tracker.clickZones().size(), 2U);
     EXPECT_TRUE(tracker.acceptsClicks({960, 895})) << "Below the alert, inside the open zone.";
@@ -177,6 +187,7 @@ TEST_F(HoverTrackerTest, OpenIslandWithAnAlertTakesClicksOnBoth) {
 TEST_F(HoverTrackerTest, OpenIslandWithAnAlertClosesAsUsualAndStillTakesTheAlertsClicks) {
     open();
     tracker.isShowingAlert = true;
+    tracker.isAlertOnScreen = true;
     EXPECT_FALSE(tracker.update(inOpenZone, 2));
     EXPECT_TRUE(tracker.update(faraway, 3));
     EXPECT_FALSE(tracker.isExpanded());

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The alert of a permission request, drawn and pressed.
+#include "VesloraUI/Style/PressJudge.h"
 #include "tests/VesloraUI/Scene.h"
 
+#include <QAccessible>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -19,6 +21,29 @@ using testing::Pair;
 /// The room that the alert leaves its content.
 constexpr QSize room{472, 86};
 
+/// Lets everything count, or nothing.
+class FakeJudge final : public PressJudge {
+  public:
+    [[nodiscard]] bool isArmed() const override { return m_isArmed; }
+    void setArmed(bool isArmed) {
+        m_isArmed = isArmed;
+        emit isArmedChanged();
+    }
+    void press(std::uint32_t eventTime) override { presses.push_back(eventTime); }
+    [[nodiscard]] bool release(std::uint32_t eventTime) override {
+        releases.push_back(eventTime);
+        return counts;
+    }
+    [[nodiscard]] bool act() override { return counts; }
+
+    bool counts = true;
+    std::vector<std::uint32_t> presses;
+    std::vector<std::uint32_t> releases;
+
+  private:
+    bool m_isArmed = true;
+};
+
 class ClaudeRequestAlertTest : public testing::Test {
   protected:
     void ask(const std::string& text, const std::string& id = "r1") {
@@ -26,10 +51,14 @@ class ClaudeRequestAlertTest : public testing::Test {
     }
     void showAlert(const QString& id = "r1") {
         scene.show("Claude/ClaudeRequestAlert.qml",
-                   {{"agents", QVariant::fromValue(&scene.agents)}, {"requestId", id}}, room);
+                   {{"agents", QVariant::fromValue(&scene.agents)},
+                    {"judge", QVariant::fromValue(&judge)},
+                    {"requestId", id}},
+                   room);
     }
     [[nodiscard]] double now() const { return scene.platform.time.now(); }
 
+    FakeJudge judge;
     Scene scene;
 };
 
@@ -57,16 +86,17 @@ TEST_F(ClaudeRequestAlertTest, NamesCodexAndCountsTheOthers) {
     EXPECT_THAT(scene.texts(), Contains("+2 waiting"));
 }
 
-TEST_F(ClaudeRequestAlertTest, KeysAreDeadForTheFirstMomentButJumpIsNot) {
+TEST_F(ClaudeRequestAlertTest, KeysAreDeadUntilTheAlertIsArmedButJumpIsNot) {
+    judge.setArmed(false);
     ask("ls");
     showAlert();
-    scene.advance(0.5);
     EXPECT_FALSE(scene.isEnabled("Deny"));
     EXPECT_FALSE(scene.isEnabled("Allow"));
     scene.press("Deny");
     scene.press("Allow");
     EXPECT_THAT(scene.claude.answered, IsEmpty());
     EXPECT_TRUE(scene.isEnabled("Jump"));
+    judge.counts = false;
     scene.press("Jump");
     EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::pass)));
     EXPECT_THAT(scene.claude.log, ElementsAre("jump s1"));
@@ -77,11 +107,85 @@ TEST_F(ClaudeRequestAlertTest, KeysAnswerOnceTheyAreArmed) {
          {std::pair("Allow", ClaudeDecision::allow), std::pair("Deny", ClaudeDecision::deny)}) {
         ask("ls");
         showAlert();
-        scene.advance(0.7);
         scene.press(key);
         EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", decision)));
         scene.claude.answered.clear();
     }
+}
+
+TEST_F(ClaudeRequestAlertTest, KeysAskTheJudgeWithTheTimesOfTheEvents) {
+    ask("ls");
+    showAlert();
+    judge.counts = false;
+    const QPointF allow = scene.centerOf("Allow");
+    constexpr std::uint32_t wrapped = 4294967000U;
+    const auto send = [&](QEvent::Type type, Qt::MouseButtons held, std::uint64_t time) {
+        QMouseEvent event(type, allow, allow, allow, Qt::LeftButton, held, Qt::NoModifier);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(&scene.window(), &event);
+    };
+    send(QEvent::MouseButtonPress, Qt::LeftButton, wrapped);
+    send(QEvent::MouseButtonRelease, Qt::NoButton, (std::uint64_t{1} << 32) + 5);
+    EXPECT_THAT(judge.presses, ElementsAre(wrapped));
+    EXPECT_THAT(judge.releases, ElementsAre(5U));
+    EXPECT_THAT(scene.claude.answered, IsEmpty()) << "the judge has refused it";
+}
+
+TEST_F(ClaudeRequestAlertTest, AnAccessibleActionAsksTheJudgeToo) {
+    ask("ls");
+    showAlert();
+    auto* allow = QAccessible::queryAccessibleInterface(scene.itemNamed("Allow"));
+    judge.counts = false;
+    allow->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+    judge.counts = true;
+    allow->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::allow)));
+}
+
+TEST_F(ClaudeRequestAlertTest, ADeadKeyIsDisabledAndOffersNoPressToAccessibility) {
+    judge.setArmed(false);
+    ask("ls");
+    showAlert();
+    auto* allow = QAccessible::queryAccessibleInterface(scene.itemNamed("Allow"));
+    EXPECT_TRUE(allow->state().disabled);
+    EXPECT_THAT(allow->actionInterface()->actionNames(), IsEmpty());
+    allow->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+    judge.setArmed(true);
+    EXPECT_FALSE(allow->state().disabled);
+    EXPECT_THAT(allow->actionInterface()->actionNames(),
+                ElementsAre(QAccessibleActionInterface::pressAction()));
+    EXPECT_EQ(allow->role(), QAccessible::Button);
+    EXPECT_TRUE(allow->parent());
+}
+
+TEST_F(ClaudeRequestAlertTest, APressThatBeganOnALiveKeyDoesNotEndOnItAfterItWasDead) {
+    ask("ls");
+    showAlert();
+    const QPointF allow = scene.centerOf("Allow");
+    scene.pressDown("Allow");
+    judge.setArmed(false);
+    judge.setArmed(true);
+    scene.release(allow);
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+}
+
+TEST_F(ClaudeRequestAlertTest, DenyTapsTheFinger) {
+    ask("ls");
+    showAlert();
+    scene.press("Deny");
+    EXPECT_THAT(scene.platform.taps.performed, ElementsAre(HapticPattern::generic));
+}
+
+TEST_F(ClaudeRequestAlertTest, AnAlertThatLeavesNeverShowsTheNextRequest) {
+    ask("ls");
+    showAlert();
+    scene.view().setProperty("requestId", "r2");
+    ask("rm -rf x", "r2");
+    EXPECT_THAT(scene.texts(), Contains("ls"));
+    EXPECT_THAT(scene.texts(), Not(Contains("rm -rf x")));
+    EXPECT_FALSE(scene.isEnabled("Allow"));
 }
 
 TEST_F(ClaudeRequestAlertTest, NoKeystrokeReachesAKey) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace veslora {
@@ -29,6 +30,13 @@ Task FakeMultiplexer::showPane(std::int32_t pid, const std::optional<std::string
     const auto found = clients.find(pid);
     const Client client = found == clients.end() ? std::nullopt : Client(found->second);
     return m_scheduler.after(0, [client, done = std::move(done)] { done(client); });
+}
+
+Task FakeFrameClock::afterFrame(std::function<void(std::uint32_t)> shown) {
+    ++marks;
+    // A frame that never stands on screen is waited for for ever.
+    const double wait = isStuck ? std::numeric_limits<double>::infinity() : 0;
+    return m_scheduler.after(wait, [time = eventTime(), shown = std::move(shown)] { shown(time); });
 }
 
 ScreenInfo FakeScreens::make(const std::string& name, double width, double height, bool isBuiltIn) {

@@ -130,6 +130,27 @@ class FakePanel final : public Panel {
     [[nodiscard]] bool takesClicksAt(Point point) const;
 };
 
+/// Draws at once, and stamps frames and events by the test's own clock.
+class FakeFrameClock final : public FrameClock {
+  public:
+    ScreenLook screen = ScreenLook::asDrawn;
+    bool isStuck = false; ///< the window system does not get to draw
+    int looks = 0;
+    int marks = 0; ///< how often the time of a frame was asked for
+
+    explicit FakeFrameClock(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+    /// The moment, by the clock that stamps events.
+    [[nodiscard]] std::uint32_t eventTime() const {
+        return static_cast<std::uint32_t>(std::llround(m_scheduler.steadyNow() * 1000));
+    }
+    [[nodiscard]] Task afterFrame(std::function<void(std::uint32_t)> shown) override;
+    [[nodiscard]] ScreenLook look(const QRectF& /*area*/) override { return ++looks, screen; }
+
+  private:
+    Scheduler& m_scheduler;
+};
+
 class RecordingSounds final : public SoundPlaying {
   public:
     std::vector<std::string> played;
@@ -191,6 +212,7 @@ class FakePlatform final : public Platform {
     FakeScreens displays;
     FakePointer mouse;
     FakePanel window;
+    FakeFrameClock frames{time};
     RecordingSounds sound;
     RecordingHaptics taps;
     FixedTextMeasuring measuring;
@@ -213,6 +235,7 @@ class FakePlatform final : public Platform {
     [[nodiscard]] Screens& screens() override { return displays; }
     [[nodiscard]] Pointer& pointer() override { return mouse; }
     [[nodiscard]] Panel& panel() override { return window; }
+    [[nodiscard]] FrameClock& frameClock() override { return frames; }
     [[nodiscard]] SoundPlaying& sounds() override { return sound; }
     [[nodiscard]] HapticPerforming& haptics() override { return taps; }
     [[nodiscard]] StatusMenu& statusMenu() override { return menu; }

@@ -29,6 +29,8 @@ class NotchWindowControllerTest : public testing::Test {
     void letWait(double since, const std::string& id = "s1") {
         claude.publish({FakeMonitor::session(id, ClaudeStatus::NeedsApproval{"", since})}, {});
     }
+    /// What the alert's view says once it is on screen.
+    void drawAlert() { controller.model()->alertIsOnScreen(controller.model()->contentIdentity()); }
     [[nodiscard]] bool isExpanded() const { return controller.tracker()->isExpanded(); }
     [[nodiscard]] IslandState state() const { return controller.model()->state(); }
 
@@ -126,14 +128,33 @@ TEST_F(NotchWindowControllerTest, AnAlertTakesClicksOnItsOwnSize) {
     letWait(1);
     EXPECT_EQ(state(), IslandState::claudeAlert);
     EXPECT_EQ(controller.model()->islandWidth(), 360);
+    drawAlert();
     EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
     EXPECT_FALSE(platform.window.takesClicksAt({480, 860}));
     claude.publish(claude.summaries(), {FakeMonitor::request("r", platform.time.now())});
     EXPECT_EQ(controller.model()->islandWidth(), 520);
     EXPECT_EQ(controller.model()->islandHeight(), 28 + 104);
+    drawAlert();
     EXPECT_TRUE(platform.window.takesClicksAt({480, 860}));
     claude.publish({}, {});
     EXPECT_FALSE(platform.window.takesClicksAt({720, 800}));
+}
+
+TEST_F(NotchWindowControllerTest, AClickBeforeTheAlertsFrameFallsOnWhatLiesBeneath) {
+    start();
+    letWait(1);
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800})) << "the notice was not drawn yet";
+    const QString notice = controller.model()->contentIdentity();
+    claude.publish(claude.summaries(), {FakeMonitor::request("r", platform.time.now())});
+    controller.model()->alertIsOnScreen(notice);
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800})) << "its view is on its way out already";
+    drawAlert();
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
+    claude.publish(claude.summaries(), {FakeMonitor::request("r2", platform.time.now())});
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800})) << "the next request was not drawn yet";
+    emit platform.displays.changed();
+    drawAlert();
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800})) << "in a new layout too";
 }
 
 TEST_F(NotchWindowControllerTest, AnAlertKeepsHoverFromOpening) {
@@ -266,13 +287,15 @@ TEST_F(NotchWindowControllerTest, EditingPinsTheIslandOpen) {
     EXPECT_FALSE(platform.mouse.isWatchingPresses);
 }
 
-TEST_F(NotchWindowControllerTest, AnOpenIslandHidesAnAlertButKeepsItsClicks) {
+TEST_F(NotchWindowControllerTest, AnOpenIslandHidesAnAlertUntilItCloses) {
     start();
     openByHover();
     letWait(1);
     EXPECT_EQ(state(), IslandState::expanded);
     platform.mouse.moveTo(farAway);
     EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800}));
+    drawAlert();
     EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
 }
 
@@ -307,6 +330,7 @@ TEST_F(NotchWindowControllerTest, ATimerStandsInTheWingsAndDropsAtItsEnd) {
     EXPECT_EQ(state(), IslandState::alert);
     EXPECT_EQ(controller.tracker()->liveActivityWingWidth, std::nullopt);
     EXPECT_EQ(controller.model()->islandWidth(), 360);
+    drawAlert();
     EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
     EXPECT_THAT(platform.sound.played, ElementsAre("Glass"));
     EXPECT_THAT(platform.notices.log, ElementsAre("permission", "finished 300"));
@@ -373,6 +397,7 @@ TEST_F(NotchWindowControllerTest, AFinishedTimerGoesBeforeAPrompt) {
     EXPECT_FALSE(platform.window.takesClicksAt({480, 860}));
     controller.timer().dismissDone();
     EXPECT_EQ(state(), IslandState::claudeAlert);
+    drawAlert();
     EXPECT_TRUE(platform.window.takesClicksAt({480, 860}));
 }
 

@@ -126,15 +126,23 @@ QPointF Scene::centerOf(const QString& name) const {
     return node ? m_window->mapFromGlobal(QRectF(node->rect()).center()) : QPointF(-1, -1);
 }
 
+/// Lets the next event of the mouse be of now.
+void Scene::stampMouse() const {
+    QTest::lastMouseTimestamp = static_cast<int>(platform.frames.eventTime());
+}
+
 void Scene::press(const QString& name) {
+    stampMouse();
     QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centerOf(name).toPoint());
 }
 
 void Scene::pressDown(const QString& name) {
+    stampMouse();
     QTest::mousePress(m_window.get(), Qt::LeftButton, {}, centerOf(name).toPoint());
 }
 
 void Scene::release(QPointF point) {
+    stampMouse();
     QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, point.toPoint());
 }
 

@@ -41,7 +41,7 @@ class Scene {
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
-    ViewEnvironment environment{platform.time, settings, platform.taps, platform.sound};
+    ViewEnvironment environment{platform.time, platform.frames, settings, platform.taps, platform.sound};
     QQmlEngine engine;
 
     /// Shows the view of a file in a window of that size, with what it asks for.
@@ -61,7 +61,7 @@ class Scene {
     [[nodiscard]] QStringList names() const;
     /// The middle of a control, in the window's coordinates.
     [[nodiscard]] QPointF centerOf(const QString& name) const;
-    /// A press and a release of the left button in the middle of a control.
+    /// A press and a release of the left button in the middle of a control, both of now.
     void press(const QString& name);
     void pressDown(const QString& name);
     void release(QPointF point);
@@ -83,6 +83,7 @@ class Scene {
 
   private:
     [[nodiscard]] QAccessibleInterface* find(const QString& name) const;
+    void stampMouse() const;
 
     std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<QObject> m_view;
