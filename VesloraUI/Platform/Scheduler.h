@@ -22,9 +22,9 @@ class Scheduler {
     /// The wall clock.
     [[nodiscard]] virtual Timestamp now() const = 0;
 
-    /// Seconds since some moment, which differs from run to run. Unlike the wall clock it can't be set, and it
-    /// never goes back; time during which the machine slept counts. Whatever decides about an answer is timed
-    /// by it.
+    /// Seconds since some moment, which differs from run to run. Unlike the wall clock it can't be set, and
+    /// it never goes back; time during which the machine slept counts. Whatever decides about an answer is
+    /// timed by it.
     [[nodiscard]] virtual double steadyNow() const = 0;
 
     /// Calls `run` once, `seconds` from now. The wait counts time during which the machine slept. A wait of

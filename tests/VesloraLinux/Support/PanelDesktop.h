@@ -12,7 +12,8 @@
 
 namespace veslora::testing {
 
-/// A red island of a given size at the top centre of its item; the rest of the item is clear.
+/// A red island of a given size at the top centre of its item, with a blue mark on it; the rest of the item
+/// is clear.
 class TestIsland : public QQuickPaintedItem {
   public:
     TestIsland() { setAcceptedMouseButtons(Qt::AllButtons); }
@@ -29,15 +30,18 @@ class TestIsland : public QQuickPaintedItem {
 
     int presses = 0;
     QPointF lastPress;
+    std::uint32_t lastPressTime = 0; ///< by the event's own stamp
     int frames = 0;
 
   protected:
     void paint(QPainter* painter) override {
         ++frames;
         painter->fillPath(outline(), Qt::red);
+        painter->fillRect(QRectF(width() / 2 - 10, 14, 20, 10), Qt::blue);
     }
     void mousePressEvent(QMouseEvent* event) override {
         ++presses;
+        lastPressTime = static_cast<std::uint32_t>(event->timestamp());
         lastPress = event->position();
     }
 

@@ -1,0 +1,330 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+"""Tries to make the whole program answer for a user who never saw the question, or lose what is the user's.
+
+Everything comes from outside: real hook scripts file the prompts, a real pointer clicks, and the program is stopped,
+flooded, given wrong clocks, full disks and linked folders. Each attack fails if an answer came that nobody meant, and
+also if the considered press after it is not accepted.
+"""
+
+import argparse
+import contextlib
+import json
+import os
+import signal
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.dont_write_bytecode = True
+sys.path.insert(0, os.path.join(ROOT, "tools"))
+
+# pylint: disable=wrong-import-position
+from stage import Agent, Screen, Stage, end, start_program, start_terminal, wait_for  # noqa: E402
+
+SHIFTED_CLOCK = r"""
+#define _GNU_SOURCE
+#include <dlfcn.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <time.h>
+/* The wall clock, moved by as many seconds as a file says. */
+int clock_gettime(clockid_t clock, struct timespec* now) {
+    static int (*real)(clockid_t, struct timespec*);
+    if (!real) real = (int (*)(clockid_t, struct timespec*))dlsym(RTLD_NEXT, "clock_gettime");
+    int result = real(clock, now);
+    const char* path = getenv("SHIFTED_CLOCK");
+    FILE* file = clock == CLOCK_REALTIME && path ? fopen(path, "r") : NULL;
+    if (file) {
+        long seconds = 0;
+        if (fscanf(file, "%ld", &seconds) == 1) now->tv_sec += seconds;
+        fclose(file);
+    }
+    return result;
+}
+"""
+
+
+class Attack:
+    """One program on a stage of its own, with hooks in and an agent beside it."""
+
+    def __init__(self, stage, screen, program):
+        self.stage = stage
+        self.screen = screen
+        self.program = program
+        self.support = os.path.join(stage.home, ".local", "share", "Veslora")
+        self.veslora = start_program(stage, program)
+        self.agent = None
+        self.allow = None
+
+    def install(self):
+        """Through the settings window, as a user does."""
+        subprocess.run([self.program], env=self.stage.env, timeout=20, check=True)
+        wait_for("the settings window", lambda: self.screen.find("Agents"))
+        self.screen.press("Agents")
+        wait_for("the agents' tab", lambda: self.screen.find("Install"))
+        self.screen.press("Install")
+        wait_for("the hooks", lambda: self.screen.find("Installed"))
+        self.agent = Agent(self.stage, "attacked", start_terminal(self.stage, "attacked", "60x12+40+560", "exec sleep 900"))
+        self.stage.start("xterm", "-geometry", "60x12+700+560", "-title", "elsewhere", stderr=subprocess.DEVNULL)
+        wait_for("another window", lambda: self.stage.run("xdotool", "search", "--name", "^elsewhere$"))
+        self.stage.run("xdotool", "search", "--name", "^elsewhere$", "windowactivate", "--sync")
+        self.agent.session("busy")
+
+    def ask(self, command="make all"):
+        return self.agent.ask(command)
+
+    def learn_place(self):
+        """Where “Allow” stands: the same place for every prompt of one line."""
+        prompt = self.ask()
+        wait_for("the prompt", lambda: self.screen.is_enabled("Allow"))
+        frame = self.screen.find("Allow").get_extents(self.screen.atspi.CoordType.SCREEN)
+        self.allow = (frame.x + frame.width // 2, frame.y + frame.height // 2)
+        self.considered("Deny", prompt)
+
+    def considered(self, key, prompt):
+        """A press that means it, which must be accepted."""
+        wait_for(f"“{key}” to come alive", lambda: self.screen.is_enabled(key))
+        self.screen.press(key)
+        prompt.wait(10)
+        printed = prompt.stdout.read()
+        decision = json.loads(printed)["hookSpecificOutput"]["decision"]["behavior"]
+        assert decision == key.lower(), f"{key} was pressed, and the script printed {printed!r}"
+        wait_for("the alert to go", lambda: not self.screen.find("Allow"))
+
+    def park(self):
+        self.stage.run("xdotool", "mousemove", *map(str, self.allow))
+
+    def click(self):
+        self.stage.run("xdotool", "click", "1")
+
+    def refuse(self, prompt, what):
+        """Sees that the script has printed nothing so far, and that the prompt can still be answered."""
+        time.sleep(0.6)
+        assert prompt.poll() is None, f"{what}: the prompt ended by itself: {prompt.stdout.read()!r}"
+        self.considered("Deny", prompt)
+
+    # Each attack.
+
+    def stall_by_signal(self, times):
+        for turn in range(times):
+            delay = (0.005, 0.03, 0.06, 0.09, 0.12, 0.15, 0.2)[turn % 7]
+            self.park()
+            prompt = self.ask()
+            filed = time.monotonic()
+            time.sleep(delay)
+            self.veslora.send_signal(signal.SIGSTOP)
+            time.sleep(max(0.0, 0.25 - (time.monotonic() - filed)))
+            self.click()
+            time.sleep(0.7)
+            self.veslora.send_signal(signal.SIGCONT)
+            self.refuse(prompt, f"stopped {delay} s after the prompt")
+
+    def stall_after_the_frame(self, times):
+        """The click is old enough by its time, but came while nothing was drawn."""
+        for _ in range(times):
+            self.park()
+            prompt = self.ask()
+            wait_for("the alert", lambda: self.screen.find("Allow"))
+            self.veslora.send_signal(signal.SIGSTOP)
+            time.sleep(0.9)
+            self.click()
+            self.veslora.send_signal(signal.SIGCONT)
+            self.refuse(prompt, "stopped with the alert on screen")
+
+    def stall_by_large_files(self, times, files):
+        spool = os.path.join(self.support, "claude-spool")
+        payload = {"session_id": self.agent.payload["session_id"], "hook_event_name": "PostToolUse", "tool_name": "Read",
+                   "tool_input": {}, "tool_response": {"content": "x\\n" * 8_250_000}}
+        text = json.dumps(payload)
+        for turn in range(times):
+            paths = []
+            for number in range(files):
+                path = os.path.join(self.stage.home, f"large-{turn}-{number}")
+                with open(path, "w", encoding="utf-8") as file:
+                    file.write(text[:16_500_000 - 2] + '"}}' if len(text) > 16_500_000 else text)
+                paths.append(path)
+            self.park()
+            prompt = self.ask()
+            time.sleep(0.012)
+            for number, path in enumerate(paths):
+                os.rename(path, os.path.join(spool, f"tmp.large{turn}{number}.json"))
+            time.sleep(0.25)
+            self.click()
+            self.refuse(prompt, f"{files} large files")
+
+    def clock_set_forward(self, times):
+        for _ in range(times):
+            self.park()
+            prompt = self.ask()
+            self.shift(3)
+            time.sleep(0.3)
+            self.click()
+            self.refuse(prompt, "the clock was set 3 s forward")
+            self.shift(0)
+
+    def clock_set_back(self):
+        """An hour back: the prompt's file comes from the future then. It must be answered, and leave no ghost."""
+        self.shift(-3600)
+        prompt = self.ask()
+        self.considered("Allow", prompt)
+        prompt = self.ask("second")
+        wait_for("the next prompt", lambda: self.screen.find("second"))
+        self.considered("Deny", prompt)
+        self.shift(0)
+
+    def shift(self, seconds):
+        path = self.stage.env["SHIFTED_CLOCK"]
+        with open(path + ".new", "w", encoding="utf-8") as file:
+            file.write(str(seconds))
+        os.rename(path + ".new", path)
+
+    def text_without_ink(self):
+        """Characters that can't be seen, or that hide others: none may be allowed unless it is spelled out."""
+        hidden = {
+            "object replacement": "ls -la '" + "\ufffc" * 110 + "'; rm -rf ~",
+            "wide blanks": "echo done" + "\u2003" * 42 + "\ufffc" * 73 + "; rm -rf ~",
+            "private use": "rm " + "\ue000" * 40 + "x",
+            "unassigned": "rm " + "\u0378" * 40 + "x",
+            "noncharacters": "rm " + "\ufdd0" * 40 + "x",
+            "joiners": "rm a" + "\u034f" * 400 + "b",
+            "variation selectors": "rm a" + "\ufe0f" * 300 + "b",
+            "marks": "rm a" + "\u0301" * 3000 + "b",
+            "enclosing marks": "rm a" + "\u20dd" * 30 + "b",
+            "fillers": "rm " + "\u115f" * 60 + "b",
+            "line separators": "ls" + "\u2028" * 50 + "rm -rf ~",
+        }
+        for name, command in hidden.items():
+            prompt = self.ask(command)
+            wait_for(f"the prompt of {name}", lambda: self.screen.is_enabled("Deny"))
+            assert not self.screen.is_enabled("Allow"), f"{name} can be allowed"
+            self.park()
+            self.click()
+            self.refuse(prompt, name)
+        # Few enough of them are spelled, stand whole on screen, and may be allowed.
+        prompt = self.ask("rm a\u034fb\u200bc \u05d0 ; # \u05d1")
+        wait_for("the prompt", lambda: self.screen.find("rm a⟨U+034F⟩b⟨U+200B⟩c \u05d0 ; # \u05d1"))
+        self.considered("Allow", prompt)
+
+    def linked_folder(self):
+        """A spool that is a link to another folder: nothing there may be read or deleted."""
+        other = os.path.join(self.stage.home, "documents")
+        os.mkdir(other)
+        for name in ("invoice.json", "perm-aaaaaa.json", "tmp.aaaaaa"):
+            with open(os.path.join(other, name), "w", encoding="utf-8") as file:
+                file.write('{"mine": true}')
+            os.utime(os.path.join(other, name), (1, 1))
+        spool = os.path.join(self.support, "claude-spool")
+        os.rename(spool, spool + ".kept")
+        os.symlink(other, spool)
+        # Two ticks of the program, in which it looks at its folders.
+        beat = os.path.join(self.support, "heartbeat")
+        for _ in range(2):
+            before = os.stat(beat).st_mtime_ns
+            wait_for("a tick", lambda b=before: os.stat(beat).st_mtime_ns != b)
+        assert sorted(os.listdir(other)) == ["invoice.json", "perm-aaaaaa.json", "tmp.aaaaaa"], os.listdir(other)
+        os.unlink(spool)
+        os.rename(spool + ".kept", spool)
+        prompt = self.ask()
+        self.considered("Allow", prompt)
+
+    def full_disk(self):
+        """An answer that can't be written: the alert says so and stays, and the next press answers."""
+        answers = os.path.join(self.support, "answers")
+        os.makedirs(answers, mode=0o700, exist_ok=True)
+        mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k,mode=700", "veslora-test", answers],
+                                 check=False, capture_output=True)
+        if mounted.returncode != 0:
+            print("  full disk: only an administrator can make one; left out", flush=True)
+            return
+        try:
+            prompt = self.ask()
+            wait_for("the prompt", lambda: self.screen.is_enabled("Allow"))
+            filler = os.path.join(answers, "filler")
+            with open(filler, "wb") as file, contextlib.suppress(OSError):
+                while True:
+                    file.write(b"x" * 4096)
+                    file.flush()
+            self.screen.press("Allow")
+            wait_for("the failure to be told", lambda: self.screen.find("Couldn't answer"))
+            assert prompt.poll() is None, "nothing was answered"
+            assert self.screen.is_enabled("Allow"), "it can be tried again"
+            os.unlink(filler)
+            self.considered("Allow", prompt)
+        finally:
+            subprocess.run(["umount", "--lazy", answers], check=True)
+
+    def hung_compositor(self):
+        """What the program drew never came on screen: a press there means nothing."""
+        prompt = self.ask("first")
+        self.considered("Deny", prompt)
+        self.park()
+        self.stage.compositor.send_signal(signal.SIGSTOP)
+        prompt = self.ask("second")
+        try:
+            wait_for("the alert", lambda: self.screen.is_enabled("Allow"))
+            self.click()
+            time.sleep(0.6)
+            assert prompt.poll() is None, "answered on a screen that shows something else"
+        finally:
+            self.stage.compositor.send_signal(signal.SIGCONT)
+        self.considered("Allow", prompt)
+
+    def forged_press(self):
+        """A press that another program sends to the window carries whatever time its sender likes."""
+        prompt = self.ask()
+        wait_for("the prompt", lambda: self.screen.is_enabled("Allow"))
+        self.park()
+        for window in self.stage.run("xdotool", "search", "--pid", str(self.veslora.pid)).split():
+            self.stage.run("xdotool", "click", "--window", window, "1")
+        self.refuse(prompt, "a press that was sent")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", required=True, help="the program to attack")
+    parser.add_argument("--times", type=int, default=3, help="how often each race is tried")
+    parser.add_argument("--only", help="the one attack to try")
+    arguments = parser.parse_args()
+    stage = Stage()
+    try:
+        stage.open()
+        library = os.path.join(stage.home, "clock.so")
+        subprocess.run(["cc", "-shared", "-fPIC", "-o", library, "-x", "c", "-", "-ldl"], input=SHIFTED_CLOCK, text=True,
+                       check=True)
+        stage.env["SHIFTED_CLOCK"] = os.path.join(stage.home, "shift")
+        program = os.path.join(stage.home, "veslora-with-clock")
+        with open(program, "w", encoding="utf-8") as file:
+            file.write(f'#!/bin/sh\nexport LD_PRELOAD="{library}"\nexec "{os.path.abspath(arguments.program)}" "$@"\n')
+        os.chmod(program, 0o755)
+        attack = Attack(stage, Screen(stage, stage.home), program)
+        attack.install()
+        attack.learn_place()
+        times = arguments.times
+        attacks = {
+            "stall by signal": lambda: attack.stall_by_signal(times),
+            "stall after the frame": lambda: attack.stall_after_the_frame(times),
+            "stall by a large file": lambda: attack.stall_by_large_files(times, 1),
+            "stall by three large files": lambda: attack.stall_by_large_files(1, 3),
+            "clock set forward": lambda: attack.clock_set_forward(times),
+            "clock set back": attack.clock_set_back,
+            "forged press": attack.forged_press,
+            "hung compositor": attack.hung_compositor,
+            "text without ink": attack.text_without_ink,
+            "linked folder": attack.linked_folder,
+            "full disk": attack.full_disk,
+        }
+        for name, run in attacks.items():
+            if arguments.only in (None, name):
+                started = time.monotonic()
+                run()
+                print(f"  {name}: held ({time.monotonic() - started:.1f} s)", flush=True)
+        end(attack.veslora, os.path.join(attack.support, "heartbeat"))
+    finally:
+        stage.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
