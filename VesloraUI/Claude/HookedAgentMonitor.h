@@ -6,6 +6,7 @@
 
 #include "VesloraCore/Calendar.h"
 #include "VesloraCore/ClaudePermissions.h"
+#include "VesloraUI/Claude/AgentAnswers.h"
 #include "VesloraUI/Claude/AgentHooks.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 #include "VesloraUI/Claude/AgentSpool.h"
