@@ -4,7 +4,6 @@
 #include "VesloraCore/IdentifierText.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
-#include <tuple>
 #include <vector>
 
 namespace veslora {
@@ -17,13 +16,19 @@ bool AgentAnswers::isId(const std::string& id) {
     return id.size() <= longest && IdentifierText::isPlain(id);
 }
 
-void AgentAnswers::write(ClaudeDecision decision, const std::string& id) {
+std::error_code AgentAnswers::write(ClaudeDecision decision, const std::string& id) {
     if (!isId(id)) {
-        return;
+        return std::make_error_code(std::errc::invalid_argument);
     }
-    m_support.createFolder(m_name);
-    std::ignore = m_files.write(m_support.pathOf(m_name) + "/" + id, std::string(word(decision)),
-                                {.mode = SupportDirectory::fileMode});
+    if (const auto error = m_support.createFolder(m_name)) {
+        return error;
+    }
+    return m_files.write(m_support.pathOf(m_name) + "/" + id, std::string(word(decision)),
+                         {.mode = SupportDirectory::fileMode});
+}
+
+bool AgentAnswers::hasBeenTaken(const std::string& id) const {
+    return !m_files.stat(m_support.pathOf(m_name) + "/" + id, Links::refuse);
 }
 
 void AgentAnswers::removeStale(Timestamp now) {

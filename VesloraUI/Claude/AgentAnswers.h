@@ -25,8 +25,12 @@ class AgentAnswers {
     /// Ids that a script can have made: ASCII letters, digits and "-". Nothing else ever names a file.
     [[nodiscard]] static bool isId(const std::string& id);
 
-    /// An odd id is not answered. A failure is ignored: the script then runs out its wait.
-    void write(ClaudeDecision decision, const std::string& id);
+    /// Where there is an error nothing was answered, and the script runs out its wait. An odd id gives
+    /// `invalid_argument`.
+    std::error_code write(ClaudeDecision decision, const std::string& id);
+
+    /// Whether the answer of that id lies there no longer, as a script removes it when it takes it.
+    [[nodiscard]] bool hasBeenTaken(const std::string& id) const;
 
     void removeStale(Timestamp now);
 

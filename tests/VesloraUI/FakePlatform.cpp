@@ -31,6 +31,15 @@ Task FakeMultiplexer::showPane(std::int32_t pid, const std::optional<std::string
     return m_scheduler.after(0, [client, done = std::move(done)] { done(client); });
 }
 
+Task FakeMultiplexer::findClients(std::int32_t pid, const std::optional<std::string>& pane,
+                                  std::function<void(const Clients&)> done) {
+    looks.push_back({pid, pane});
+    const bool isTooLate = answerTime > findLimit;
+    return m_scheduler.after(std::min(answerTime, findLimit), [this, pid, isTooLate, done = std::move(done)] {
+        done(isTooLate ? Clients() : showing[pid]);
+    });
+}
+
 ScreenInfo FakeScreens::make(const std::string& name, double width, double height, bool isBuiltIn) {
     ScreenInfo screen;
     screen.name = name;
