@@ -11,8 +11,7 @@ namespace veslora {
 
 HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
                                        Defaults& settings, std::string_view spool, std::string_view answers)
-    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool),
-      m_answers(seams.files, support, answers),
+    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool), m_answers(support, answers),
       m_requests(seams.scheduler, FrontTerminal(seams.hostApplications, seams.multiplexer), m_answers,
                  [this] { publishState(); }),
       m_settings(settings), m_untakenAnswers(seams.scheduler, m_answers) {}

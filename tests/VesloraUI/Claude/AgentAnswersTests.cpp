@@ -21,7 +21,7 @@ class AgentAnswersTest : public testing::Test {
     MemoryFiles disk;
     FaultInjectingFiles files{disk};
     SupportDirectory support{files, "/support", "/support"};
-    AgentAnswers answers{files, support, "answers"};
+    AgentAnswers answers{support, "answers"};
 };
 
 TEST_F(AgentAnswersTest, OneWordForOurUserAlone) {
@@ -54,6 +54,35 @@ TEST_F(AgentAnswersTest, WhatNobodyCameForGoesAfterAMinute) {
     EXPECT_TRUE(answerOf("old"));
     answers.removeStale(1060.5);
     EXPECT_THAT(disk.list("/support/answers").value(), ElementsAre("new"));
+}
+
+TEST_F(AgentAnswersTest, TellsWhyNothingWasWritten) {
+    EXPECT_FALSE(answers.write(ClaudeDecision::allow, "a"));
+    EXPECT_EQ(answers.write(ClaudeDecision::allow, "../a"), std::errc::invalid_argument);
+    files.writeError = std::errc::no_space_on_device;
+    EXPECT_EQ(answers.write(ClaudeDecision::allow, "b"), std::errc::no_space_on_device);
+    EXPECT_FALSE(answerOf("b"));
+}
+
+TEST_F(AgentAnswersTest, AnAnswerIsTakenOnceItsFileIsGone) {
+    EXPECT_FALSE(answers.hasBeenTaken("a")) << "nothing can have been taken from a folder that is not there";
+    answers.write(ClaudeDecision::allow, "a");
+    EXPECT_FALSE(answers.hasBeenTaken("a"));
+    disk.remove("/support/answers/a");
+    EXPECT_TRUE(answers.hasBeenTaken("a"));
+}
+
+TEST_F(AgentAnswersTest, ALinkInPlaceOfTheFolderLedToAnothersFiles) {
+    disk.clock = 1000;
+    disk.put("/others/precious", "x");
+    disk.put("/others/a", "x");
+    disk.makeDirectory("/support", 0700);
+    disk.makeLink("/others", "/support/answers");
+    answers.removeStale(5000);
+    EXPECT_TRUE(disk.exists("/others/precious"));
+    EXPECT_TRUE(answers.write(ClaudeDecision::allow, "a"));
+    EXPECT_EQ(disk.text("/others/a"), "x");
+    EXPECT_FALSE(answers.hasBeenTaken("b"));
 }
 
 } // namespace
