@@ -10,8 +10,8 @@ std::string AlertNotice::message(std::string_view message) {
     return std::string("Wants to use ").append(message.substr(wordy.size()));
 }
 
-double ApprovalAlert::fuseProgress(Timestamp receivedAt, Timestamp now) {
-    const double left = receivedAt + answerWindow - now;
+double ApprovalAlert::fuseProgress(double answerBy, double now) {
+    const double left = answerBy - now;
     if (!(left > 0))
         return 0;
     return left < answerWindow ? left / answerWindow : 1;

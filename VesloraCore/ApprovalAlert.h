@@ -2,8 +2,6 @@
 // The rules of the alert by which an agent asks for the user's leave.
 #pragma once
 
-#include "VesloraCore/Timestamp.h"
-
 #include <string>
 #include <string_view>
 
@@ -22,9 +20,9 @@ namespace ApprovalAlert {
 /// Seconds for which the agent waits for an answer from here before it asks in the terminal itself.
 inline constexpr double answerWindow = 20;
 
-/// How much of the fuse is left: from 1 when the request came in to 0 at the end of the answer window and
-/// after.
-[[nodiscard]] double fuseProgress(Timestamp receivedAt, Timestamp now);
+/// How much of the fuse is left: from 1 at the start of the answer window to 0 at its end, `answerBy`, and
+/// after. Both are steady seconds.
+[[nodiscard]] double fuseProgress(double answerBy, double now);
 
 } // namespace ApprovalAlert
 

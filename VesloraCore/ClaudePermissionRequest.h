@@ -18,13 +18,18 @@ struct ClaudePermissionRequest {
     std::string cwd;       ///< working directory, possibly empty
     std::string tool;      ///< as the agent named it, never empty
     std::string text;      ///< what it wants to do, whole; see ClaudeRequestText
+    /// When the hook filed it, by the wall clock as the agent knows it; for comparing with what the agent
+    /// tells.
     Timestamp receivedAt = 0;
     AgentKind agent = AgentKind::claude;
     std::string input; ///< what the tool would be given, as ToolUse::inputText writes it
+    /// When it can no longer be answered, on a clock that nobody can set; see ClaudePermissions::answerBy.
+    double answerBy = 0;
     bool operator==(const ClaudePermissionRequest&) const = default;
 
     /// Nothing for bytes that are no JSON object, of another event than "PermissionRequest", or without a
-    /// session or a tool. `home` is the path that the text shortens to "~"; `agent` is always Claude.
+    /// session or a tool. `home` is the path that the text shortens to "~"; `agent` is always Claude, and
+    /// `answerBy` is left to the caller, who has the clock.
     [[nodiscard]] static std::optional<ClaudePermissionRequest>
     parse(std::string_view payload, std::string_view id, Timestamp receivedAt, std::string_view home);
 };

@@ -12,11 +12,16 @@ namespace {
 // margin.
 constexpr double longestLead = 0.1;
 
-bool isAnswerable(const ClaudePermissionRequest& request, Timestamp now) {
-    return request.receivedAt + ClaudePermissions::wait > now;
+} // namespace
+
+double ClaudePermissions::answerBy(Timestamp receivedAt, Timestamp now, double steadyNow) {
+    const double age = std::clamp(now - receivedAt, 0.0, wait);
+    return steadyNow + (wait - age);
 }
 
-} // namespace
+bool ClaudePermissions::isAnswerable(const ClaudePermissionRequest& request, double steadyNow) {
+    return request.answerBy > steadyNow;
+}
 
 void ClaudePermissions::add(const ClaudePermissionRequest& request) {
     if (!deadline(request.id))
@@ -27,28 +32,35 @@ void ClaudePermissions::remove(std::string_view id) {
     std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) { return request.id == id; });
 }
 
-void ClaudePermissions::removeExpired(Timestamp now) {
+void ClaudePermissions::removeExpired(double steadyNow) {
     std::erase_if(m_requests,
-                  [&](const ClaudePermissionRequest& request) { return !isAnswerable(request, now); });
+                  [&](const ClaudePermissionRequest& request) { return !isAnswerable(request, steadyNow); });
 }
 
-std::vector<ClaudePermissionRequest> ClaudePermissions::pending(Timestamp now) const {
+std::vector<ClaudePermissionRequest> ClaudePermissions::pending(double steadyNow) const {
     std::vector<ClaudePermissionRequest> found;
     std::copy_if(m_requests.begin(), m_requests.end(), std::back_inserter(found),
-                 [&](const ClaudePermissionRequest& request) { return isAnswerable(request, now); });
+                 [&](const ClaudePermissionRequest& request) { return isAnswerable(request, steadyNow); });
     std::stable_sort(found.begin(), found.end(),
                      [](const ClaudePermissionRequest& a, const ClaudePermissionRequest& b) {
-                         return a.receivedAt < b.receivedAt;
+                         return a.answerBy < b.answerBy;
                      });
     return found;
 }
 
-std::optional<Timestamp> ClaudePermissions::deadline(std::string_view id) const {
+std::optional<double> ClaudePermissions::deadline(std::string_view id) const {
     for (const ClaudePermissionRequest& request : m_requests) {
         if (request.id == id)
-            return request.receivedAt + wait;
+            return request.answerBy;
     }
     return std::nullopt;
+}
+
+std::optional<double> ClaudePermissions::nextDeadline() const {
+    std::optional<double> next;
+    for (const ClaudePermissionRequest& request : m_requests)
+        next = std::min(next.value_or(request.answerBy), request.answerBy);
+    return next;
 }
 
 bool ClaudePermissions::canBeAnsweredOutside(std::string_view tool) {

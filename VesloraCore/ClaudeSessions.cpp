@@ -97,8 +97,34 @@ void ClaudeSessions::dismissApproval(const std::string& id) {
         return;
     Record& record = found->second;
     record.approvalDismissed = true;
+    if (const std::optional<Timestamp> stamp = waitOf(record).fileStamp)
+        record.dismissedWait = stamp;
+}
+
+ClaudeSessions::Wait ClaudeSessions::waitOf(const Record& record) {
+    Wait found;
     if (record.file && record.file->waitingFor)
-        record.dismissedWait = record.file->statusSince.value_or(distantPast);
+        found.fileStamp = record.file->statusSince.value_or(distantPast);
+    if (record.approval)
+        found.notifiedAt = record.approval->since;
+    return found;
+}
+
+ClaudeSessions::Wait ClaudeSessions::waitOf(const std::string& id) const {
+    const auto found = m_records.find(id);
+    return found != m_records.end() ? waitOf(found->second) : Wait();
+}
+
+// The file and the notification each for itself: either may have come or gone since.
+void ClaudeSessions::raiseApproval(const std::string& id, const Wait& wait) {
+    const auto found = m_records.find(id);
+    if (found == m_records.end())
+        return;
+    Record& record = found->second;
+    if (wait.fileStamp && record.dismissedWait == wait.fileStamp)
+        record.dismissedWait.reset();
+    if (wait.notifiedAt && waitOf(record).notifiedAt == wait.notifiedAt)
+        record.approvalDismissed = false;
 }
 
 std::vector<ClaudeSessionSummary> ClaudeSessions::summaries(Timestamp now) const {

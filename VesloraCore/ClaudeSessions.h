@@ -32,6 +32,18 @@ class ClaudeSessions {
     /// Hides the current wait of a session until it waits anew. An unknown identifier does nothing.
     void dismissApproval(const std::string& id);
 
+    /// What a session waits for the user with, to tell one wait from a later one. Empty while it does not
+    /// wait.
+    struct Wait {
+        std::optional<Timestamp> fileStamp;  ///< of the file that says so
+        std::optional<Timestamp> notifiedAt; ///< of the notification
+        bool operator==(const Wait&) const = default;
+    };
+    /// The current wait, dismissed or not. Empty for an unknown identifier.
+    [[nodiscard]] Wait waitOf(const std::string& id) const;
+    /// Shows again what `dismissApproval` hid, as far as the session still waits with just that.
+    void raiseApproval(const std::string& id, const Wait& wait);
+
     /// One summary for each session that has a file, as `ordered` sorts them.
     [[nodiscard]] std::vector<ClaudeSessionSummary> summaries(Timestamp now) const;
     /// Those that wait, the longest wait first.
@@ -69,6 +81,7 @@ class ClaudeSessions {
         bool operator==(const Record&) const = default;
     };
 
+    static Wait waitOf(const Record& record);
     static void take(Record& record, const ClaudeSessionFile& file, Timestamp now);
     static ClaudeSessionStatus status(const Record& record, const ClaudeSessionFile& file, Timestamp now);
     static std::optional<ClaudeSessionStatus> wait(const Record& record, const ClaudeSessionFile& file,

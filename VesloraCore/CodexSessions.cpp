@@ -28,6 +28,15 @@ const CodexSessions::Client* clientIn(const std::string& cwd, const Clients& cli
     return shared;
 }
 
+std::vector<std::int32_t> clientsIn(const std::string& cwd, const Clients& clients) {
+    std::vector<std::int32_t> found;
+    for (const CodexSessions::Client& client : clients) {
+        if (client.cwd == cwd)
+            found.push_back(client.pid);
+    }
+    return found;
+}
+
 } // namespace
 
 void CodexSessions::apply(const CodexHookEvent& event) {
@@ -36,8 +45,11 @@ void CodexSessions::apply(const CodexHookEvent& event) {
         return;
     }
     Record& record = m_records[event.sessionId];
-    if (event.pid)
+    if (event.pid) {
         record.pid = event.pid;
+        record.isPidGuessed = false;
+        record.neighbours.clear();
+    }
     if (!event.cwd.empty())
         record.cwd = event.cwd;
     record.lastEventAt = std::max(record.lastEventAt, event.time);
@@ -76,13 +88,22 @@ void CodexSessions::needsApproval(const std::string& id, const std::string& mess
     Record& record = m_records[id];
     record.approval = Approval{message, at};
     record.approvalDismissed = false;
+    record.isAnswered = false;
     record.lastEventAt = std::max(record.lastEventAt, at);
 }
 
-void CodexSessions::approvalAnswered(const std::string& id) {
+std::optional<Timestamp> CodexSessions::approvalAnswered(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found != m_records.end())
-        found->second.approval.reset();
+    if (found == m_records.end() || !found->second.approval)
+        return std::nullopt;
+    found->second.isAnswered = true;
+    return found->second.approval->since;
+}
+
+void CodexSessions::raiseApproval(const std::string& id, Timestamp since) {
+    const auto found = m_records.find(id);
+    if (found != m_records.end() && found->second.approval && found->second.approval->since == since)
+        found->second.isAnswered = false;
 }
 
 void CodexSessions::markSeen(const std::string& id) {
@@ -108,12 +129,25 @@ void CodexSessions::reconcile(const Clients& clients, Timestamp now) {
     for (Record* record : seekers) {
         if (const Client* client = clientIn(record->cwd, clients, taken)) {
             record->pid = client->pid;
+            record->isPidGuessed = true;
             taken.insert(client->pid);
         } else if (mayGo(*record, now)) {
             lost.insert(record);
         }
     }
     std::erase_if(m_records, [&](const auto& entry) { return lost.contains(&entry.second); });
+    for (auto& [id, record] : m_records) {
+        if (record.isPidGuessed)
+            record.neighbours = clientsIn(record.cwd, clients);
+    }
+}
+
+std::vector<std::int32_t> CodexSessions::processesOf(const std::string& id) const {
+    const auto found = m_records.find(id);
+    if (found == m_records.end() || !found->second.pid)
+        return {};
+    const Record& record = found->second;
+    return record.neighbours.empty() ? std::vector(1, *record.pid) : record.neighbours;
 }
 
 // Those whose process is not known or not among the clients; the ones heard of last come first, since what is
@@ -156,7 +190,7 @@ std::vector<ClaudeSessionSummary> CodexSessions::summaries(Timestamp now) const 
 }
 
 ClaudeSessionStatus CodexSessions::status(const Record& record, Timestamp now) {
-    if (record.approval && !record.approvalDismissed)
+    if (record.approval && !record.approvalDismissed && !record.isAnswered)
         return ClaudeStatus::NeedsApproval{record.approval->message, record.approval->since};
     if (record.finishedAt && !record.seen && now - *record.finishedAt < ClaudeSessions::finishedExpiry)
         return ClaudeStatus::Finished{*record.finishedAt};

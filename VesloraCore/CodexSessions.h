@@ -32,13 +32,20 @@ class CodexSessions {
     void apply(const CodexHookEvent& event);
     /// The session asks for leave, `at` that moment. Makes a session that is not known yet.
     void needsApproval(const std::string& id, const std::string& message, Timestamp at);
-    /// The session's request was answered. An unknown identifier does nothing.
-    void approvalAnswered(const std::string& id);
+    /// The session's request was answered, so that it no longer waits. When it had asked; nothing where it
+    /// did not wait.
+    std::optional<Timestamp> approvalAnswered(const std::string& id);
+    /// The answer to what the session asked at `since` never reached it: it waits as before, unless it has
+    /// gone on or asked anew meanwhile.
+    void raiseApproval(const std::string& id, Timestamp since);
 
     /// Holds the sessions against the processes that run now. One whose process is not among them gets the
     /// first client of its working directory that no other session has, or else the first one there; without
     /// any it goes once it rests and the grace is over.
     void reconcile(const std::vector<Client>& clients, Timestamp now);
+    /// The processes in which the session may run: its own, where that is known, or else every client of its
+    /// working directory at the last `reconcile`, as which of them it is was a guess.
+    [[nodiscard]] std::vector<std::int32_t> processesOf(const std::string& id) const;
     /// Removes every session whose process is known and fails `isAlive`.
     void removeDead(const std::function<bool(std::int32_t)>& isAlive);
 
@@ -61,10 +68,14 @@ class CodexSessions {
     };
     struct Record {
         std::optional<std::int32_t> pid; ///< once it is known
+        bool isPidGuessed = false;       ///< by the working directory
+        /// All clients of the working directory where the process was guessed.
+        std::vector<std::int32_t> neighbours;
         std::string cwd;
         std::optional<Timestamp> workingSince; ///< start of the current turn
         std::optional<Approval> approval;      ///< an open request
         bool approvalDismissed = false;
+        bool isAnswered = false;             ///< that request was, though the session has not gone on yet
         std::optional<Timestamp> finishedAt; ///< end of the last turn
         bool seen = false;                   ///< the user has seen that finish
         std::optional<std::string> activity;

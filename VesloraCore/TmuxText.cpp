@@ -31,6 +31,24 @@ std::optional<Number> numberOf(std::string_view text) {
     return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;
 }
 
+struct ListedClient {
+    std::int64_t activity = 0;
+    std::int32_t pid = 0;
+};
+
+// Those that show the pane.
+std::vector<ListedClient> clientsOf(std::string_view pane, std::string_view listing) {
+    std::vector<ListedClient> found;
+    while (!listing.empty()) {
+        std::string_view line = takeUntil(listing, '\n');
+        const auto activity = numberOf<std::int64_t>(takeUntil(line, ' '));
+        const auto pid = numberOf<std::int32_t>(takeUntil(line, ' '));
+        if (activity && pid && *pid >= 1 && line == pane)
+            found.push_back({*activity, *pid});
+    }
+    return found;
+}
+
 } // namespace
 
 std::optional<std::string> paneOf(std::string_view place) {
@@ -52,19 +70,20 @@ std::optional<std::string> socketOf(std::string_view variable) {
     return variable.starts_with('/') ? std::optional(std::string(variable)) : std::nullopt;
 }
 
-std::optional<std::int32_t> clientShowing(std::string_view pane, std::string_view listing) {
-    std::optional<std::int32_t> found;
-    std::int64_t latest = 0;
-    while (!listing.empty()) {
-        std::string_view line = takeUntil(listing, '\n');
-        const auto activity = numberOf<std::int64_t>(takeUntil(line, ' '));
-        const auto pid = numberOf<std::int32_t>(takeUntil(line, ' '));
-        if (!activity || !pid || *pid < 1 || line != pane || (found && *activity <= latest))
-            continue;
-        found = pid;
-        latest = *activity;
-    }
+std::vector<std::int32_t> clientsShowing(std::string_view pane, std::string_view listing) {
+    std::vector<std::int32_t> found;
+    for (const ListedClient& client : clientsOf(pane, listing))
+        found.push_back(client.pid);
     return found;
+}
+
+std::optional<std::int32_t> clientShowing(std::string_view pane, std::string_view listing) {
+    const std::vector<ListedClient> clients = clientsOf(pane, listing);
+    const auto latest =
+        std::max_element(clients.begin(), clients.end(), [](const ListedClient& a, const ListedClient& b) {
+            return a.activity < b.activity;
+        });
+    return latest == clients.end() ? std::nullopt : std::optional(latest->pid);
 }
 
 } // namespace veslora::TmuxText

@@ -7,11 +7,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora::TmuxText {
 
-/// The form in which `clientShowing` reads tmux's clients: one a line, when it was last used, its process,
-/// and the pane that is active in it.
+/// The form in which tmux's clients are read here: one a line, when it was last used, its process, and the
+/// active pane of its active window.
 inline constexpr std::string_view clientFormat = "#{client_activity} #{client_pid} #{pane_id}";
 
 /// The pane at the end of a place such as "main:@0.%0": "%0". A pane by itself is a place too. Nothing for
@@ -22,8 +23,11 @@ inline constexpr std::string_view clientFormat = "#{client_activity} #{client_pi
 /// "/tmp/tmux-1000/default,2757,0". Nothing for text of another form and for a path that is not absolute.
 [[nodiscard]] std::optional<std::string> socketOf(std::string_view variable);
 
-/// The process of the client that shows a pane; of several, the one used last. Lines that can't be read are
-/// passed over.
+/// The processes of all clients that show a pane. A client that may only watch counts too, since its user
+/// sees the pane all the same. Lines that can't be read are passed over.
+[[nodiscard]] std::vector<std::int32_t> clientsShowing(std::string_view pane, std::string_view listing);
+
+/// Of the clients that show a pane, the one used last.
 [[nodiscard]] std::optional<std::int32_t> clientShowing(std::string_view pane, std::string_view listing);
 
 } // namespace veslora::TmuxText

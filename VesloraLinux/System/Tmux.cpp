@@ -24,22 +24,15 @@ bool isOwnSocket(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode) && status.st_uid == geteuid();
 }
 
-/// One call for everything. The pane is a number behind "%", so that it can be neither an option nor the end
-/// of a command.
-QStringList commandFor(const std::string& socket, const std::string& pane) {
-    return {QStringLiteral("-S"),
-            QFile::decodeName(QByteArray::fromStdString(socket)),
-            QStringLiteral("select-window"),
-            QStringLiteral("-t"),
-            QString::fromUtf8(pane),
-            QStringLiteral(";"),
-            QStringLiteral("select-pane"),
-            QStringLiteral("-t"),
-            QString::fromUtf8(pane),
-            QStringLiteral(";"),
-            QStringLiteral("list-clients"),
-            QStringLiteral("-F"),
-            QString::fromUtf8(TmuxText::clientFormat)};
+/// The pane is a number behind "%", so that it can be neither an option nor the end of a command.
+QStringList select(const std::string& pane) {
+    const QString number = QString::fromUtf8(pane);
+    return {QStringLiteral("select-window"), QStringLiteral("-t"), number, QStringLiteral(";"),
+            QStringLiteral("select-pane"),   QStringLiteral("-t"), number, QStringLiteral(";")};
+}
+
+QStringList listClients() {
+    return {QStringLiteral("list-clients"), QStringLiteral("-F"), QString::fromUtf8(TmuxText::clientFormat)};
 }
 
 /// A server of the same kind that the program itself was started under has no part in this.
@@ -55,18 +48,59 @@ QProcessEnvironment environment() {
 Tmux::Tmux(Scheduler& scheduler, const ProcProcesses& processes, QString program)
     : m_scheduler(scheduler), m_processes(processes), m_program(std::move(program)) {}
 
+Tmux::~Tmux() {
+    for (auto* process : m_running.findChildren<QProcess*>()) {
+        process->disconnect();
+        process->kill();
+        process->waitForFinished();
+    }
+}
+
+bool Tmux::mayHold(std::int32_t pid) const {
+    return socketOf(pid).has_value();
+}
+
 Task Tmux::showPane(std::int32_t pid, const std::optional<std::string>& pane,
                     std::function<void(Client)> done) {
-    const auto socket = TmuxText::socketOf(m_processes.environmentOf(pid, "TMUX").value_or(""));
-    const auto number =
-        TmuxText::paneOf(pane ? *pane : m_processes.environmentOf(pid, "TMUX_PANE").value_or(""));
-    if (!socket || !number || !isOwnSocket(*socket)) {
+    const auto place = placeOf(pid, pane);
+    if (!place) {
         return m_scheduler.after(0, [done = std::move(done)] { done(std::nullopt); });
     }
+    // One call for everything.
+    return run(*place, select(place->pane) + listClients(), timeLimit,
+               [pane = place->pane, done = std::move(done)](const std::string& output) {
+                   done(TmuxText::clientShowing(pane, output));
+               });
+}
 
-    const auto client = std::make_shared<Client>();
+Task Tmux::findClients(std::int32_t pid, const std::optional<std::string>& pane,
+                       std::function<void(const Clients&)> done) {
+    const auto place = placeOf(pid, pane);
+    if (!place || m_running.children().size() >= mostAtOnce) {
+        return m_scheduler.after(0, [done = std::move(done)] { done({}); });
+    }
+    return run(*place, listClients(), findLimit,
+               [pane = place->pane, done = std::move(done)](const std::string& output) {
+                   done(TmuxText::clientsShowing(pane, output));
+               });
+}
+
+std::optional<std::string> Tmux::socketOf(std::int32_t pid) const {
+    auto socket = TmuxText::socketOf(m_processes.environmentOf(pid, "TMUX").value_or(""));
+    return socket && isOwnSocket(*socket) ? socket : std::nullopt;
+}
+
+std::optional<Tmux::Place> Tmux::placeOf(std::int32_t pid, const std::optional<std::string>& pane) const {
+    const auto socket = socketOf(pid);
+    const auto number =
+        TmuxText::paneOf(pane ? *pane : m_processes.environmentOf(pid, "TMUX_PANE").value_or(""));
+    return socket && number ? std::optional(Place{*socket, *number}) : std::nullopt;
+}
+
+Task Tmux::run(const Place& place, const QStringList& command, double limit, Reader done) {
+    const auto output = std::make_shared<std::string>();
     const auto state = std::make_shared<TaskState>();
-    state->run = [client, done = std::move(done)] { done(*client); };
+    state->run = [output, done = std::move(done)] { done(*output); };
     const auto finish = [state] {
         if (const auto run = std::exchange(state->run, nullptr)) {
             run();
@@ -77,31 +111,35 @@ Task Tmux::showPane(std::int32_t pid, const std::optional<std::string>& pane,
     process->setProcessEnvironment(environment());
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
-    const auto limit = std::make_shared<Task>(m_scheduler.after(timeLimit, [process] { process->kill(); }));
+    // Whoever waits is told at once, however long the end of the program takes.
+    const auto timeout = std::make_shared<Task>(m_scheduler.after(limit, [process, finish] {
+        process->kill();
+        finish();
+    }));
     QObject::connect(process, &QProcess::readyReadStandardOutput, process, [process] {
         if (process->bytesAvailable() > outputCap) {
             process->kill();
         }
     });
-    QObject::connect(process, &QProcess::finished, process,
-                     [=, number = *number](int exitCode, QProcess::ExitStatus status) {
-                         limit->cancel();
-                         process->deleteLater();
-                         if (status == QProcess::NormalExit && exitCode == 0) {
-                             *client = TmuxText::clientShowing(
-                                 number, process->readAllStandardOutput().toStdString());
-                         }
-                         finish();
-                     });
+    QObject::connect(process, &QProcess::finished, process, [=](int exitCode, QProcess::ExitStatus status) {
+        timeout->cancel();
+        process->deleteLater();
+        if (status == QProcess::NormalExit && exitCode == 0) {
+            *output = process->readAllStandardOutput().toStdString();
+        }
+        finish();
+    });
     QObject::connect(process, &QProcess::errorOccurred, process, [=](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
-            limit->cancel();
+            timeout->cancel();
             // It may fail while it is still being started, within this very call.
             QMetaObject::invokeMethod(process, finish, Qt::QueuedConnection);
             process->deleteLater();
         }
     });
-    process->start(m_program, commandFor(*socket, *number), QIODevice::ReadOnly);
+    const QStringList arguments{QStringLiteral("-S"),
+                                QFile::decodeName(QByteArray::fromStdString(place.socket))};
+    process->start(m_program, arguments + command, QIODevice::ReadOnly);
     return Task(state);
 }
 

@@ -16,6 +16,13 @@
 
 namespace veslora {
 
+/// What became of an answer.
+enum class AnswerOutcome {
+    given,   ///< it lies ready for the agent
+    tooLate, ///< the request was over, so the agent asks in its terminal; the session goes on waiting
+    failed,  ///< it could not be written; the request can be answered again
+};
+
 class AgentMonitor : public QObject {
     Q_OBJECT
 
@@ -37,9 +44,10 @@ class AgentMonitor : public QObject {
     virtual void start() = 0;
     virtual void stop() = 0;
 
-    /// Tells the script that waits under that id what the user decided. An unknown id is answered too: nobody
-    /// reads it, and the answer is cleared away after a while.
-    virtual void answer(const std::string& requestId, ClaudeDecision decision) = 0;
+    /// Tells the script that waits under that id what the user decided. A request that is over, and an
+    /// unknown id, gets "pass" whatever the decision: a script that should still wait is let go, and
+    /// otherwise the answer is cleared away after a while.
+    virtual AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) = 0;
     /// Brings the session's terminal forward, and counts what the session had to say as seen.
     virtual void jump(const std::string& sessionId) = 0;
     virtual void dismissApproval(const std::string& sessionId) = 0;

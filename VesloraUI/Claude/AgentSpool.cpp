@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/AgentSpool.h"
 
-#include "VesloraCore/IdentifierText.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <algorithm>
@@ -74,33 +73,6 @@ void AgentSpool::sweepLeftovers(const std::vector<std::string>& names, Timestamp
         const auto found = m_files.stat(m_path + "/" + name, Links::refuse);
         if (found && found->modified < now - eventLifetime) {
             m_files.remove(m_path + "/" + name);
-        }
-    }
-}
-
-AgentAnswers::AgentAnswers(Files& files, SupportDirectory& support, std::string_view name)
-    : m_files(files), m_support(support), m_name(name) {}
-
-bool AgentAnswers::isId(const std::string& id) {
-    constexpr std::size_t longest = 64;
-    return id.size() <= longest && IdentifierText::isPlain(id);
-}
-
-void AgentAnswers::write(ClaudeDecision decision, const std::string& id) {
-    if (!isId(id)) {
-        return;
-    }
-    m_support.createFolder(m_name);
-    std::ignore = m_files.write(m_support.pathOf(m_name) + "/" + id, std::string(word(decision)),
-                                {.mode = SupportDirectory::fileMode});
-}
-
-void AgentAnswers::removeStale(Timestamp now) {
-    const std::string directory = m_support.pathOf(m_name);
-    for (const std::string& name : m_files.list(directory).value_or(std::vector<std::string>())) {
-        const auto found = m_files.stat(directory + "/" + name, Links::refuse);
-        if (found && found->modified < now - lifetime) {
-            m_files.remove(directory + "/" + name);
         }
     }
 }

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The folder into which an agent's hook scripts drop one file for each event and request, and the one in
-// which they look for answers. Main thread only.
+// The folder into which an agent's hook scripts drop one file for each event and request. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeDecision.h"
 #include "VesloraCore/Timestamp.h"
 #include "VesloraUI/Platform/Files.h"
 
@@ -50,28 +48,6 @@ class AgentSpool {
     /// Files that could not be deleted, by name, so that they are not taken again and again.
     std::map<std::string, std::int64_t> m_stuck;
     Timestamp m_lastSweep = distantPast;
-};
-
-/// The folder of answers, one file for each request, named by its id and holding one word.
-class AgentAnswers {
-  public:
-    /// Seconds after which no script can come for an answer any more.
-    static constexpr double lifetime = 60;
-
-    AgentAnswers(Files& files, SupportDirectory& support, std::string_view name);
-
-    /// Ids that a script can have made: ASCII letters, digits and "-". Nothing else ever names a file.
-    [[nodiscard]] static bool isId(const std::string& id);
-
-    /// An odd id is not answered. A failure is ignored: the script then runs out its wait.
-    void write(ClaudeDecision decision, const std::string& id);
-
-    void removeStale(Timestamp now);
-
-  private:
-    Files& m_files;
-    SupportDirectory& m_support;
-    std::string m_name;
 };
 
 } // namespace veslora

@@ -86,7 +86,7 @@ std::vector<ClaudePermissionRequest> AgentsModel::pendingRequests() const {
     if (m_codex) {
         all.insert(all.end(), m_codex->pendingRequests().begin(), m_codex->pendingRequests().end());
     }
-    std::ranges::stable_sort(all, std::less<>(), &ClaudePermissionRequest::receivedAt);
+    std::ranges::stable_sort(all, std::less<>(), &ClaudePermissionRequest::answerBy);
     return all;
 }
 
@@ -108,9 +108,9 @@ void AgentsModel::stop() {
     }
 }
 
-void AgentsModel::answer(const std::string& requestId, ClaudeDecision decision) {
+AnswerOutcome AgentsModel::answer(const std::string& requestId, ClaudeDecision decision) {
     AgentMonitor& monitor = knowsRequest(m_codex, requestId) ? *m_codex : m_claude;
-    monitor.answer(requestId, decision);
+    return monitor.answer(requestId, decision);
 }
 
 AgentMonitor& AgentsModel::monitorOfSession(const std::string& sessionId) const {

@@ -48,7 +48,7 @@ class AgentsModel : public QObject {
     void stop();
 
     /// Each goes to Codex if the id is one of Codex's, and otherwise to Claude Code.
-    void answer(const std::string& requestId, ClaudeDecision decision);
+    AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision);
     void jump(const std::string& sessionId);
     void dismissApproval(const std::string& sessionId);
 

@@ -28,8 +28,7 @@ ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& s
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
       m_hooks(seams.files, support, seams.directories.claude + "/settings.json",
               seams.directories.executables),
-      m_usage({seams.scheduler, seams.files, seams.watcher},
-              support.pathOf(SupportNames::statusLineSnapshots), seams.directories.claude + "/projects",
+      m_usage({seams.scheduler, seams.files, seams.watcher}, support, seams.directories.claude + "/projects",
               seams.calendar, [this] { return m_liveSessionIds; }) {}
 
 void ClaudeMonitor::stop() {
@@ -90,27 +89,32 @@ void ClaudeMonitor::readSessionFiles() {
 /// The user answered in the terminal while the island still asked. No answer is written: the agent would
 /// ignore it.
 void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events) {
-    for (const ClaudePermissionRequest& request : m_permissions.pending(now())) {
+    for (const ClaudePermissionRequest& request : m_requests.open()) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
         const bool byEvent = std::ranges::any_of(events, [&](const auto& event) {
             return ClaudePermissions::isAnsweredElsewhere(request, event);
         });
         if (byEvent || (file && ClaudePermissions::isAnsweredElsewhere(
                                     request, m_state.lastWaitOf(request.sessionId), *file))) {
-            m_permissions.remove(request.id);
+            m_requests.remove(request.id);
         }
     }
 }
 
 /// A session that neither works nor waits any more, since after the request, is past that prompt.
 void ClaudeMonitor::dropOvertaken() {
-    for (const ClaudePermissionRequest& request : m_permissions.pending(now())) {
+    for (const ClaudePermissionRequest& request : m_requests.open()) {
         const ClaudeSessionFile* file = fileOf(request.sessionId);
         if (file && !file->isBusy && !file->waitingFor && file->statusSince &&
             *file->statusSince > request.receivedAt) {
-            m_permissions.remove(request.id);
+            m_requests.remove(request.id);
         }
     }
+}
+
+std::function<void()> ClaudeMonitor::requestWasAnswered(const std::string& sessionId) {
+    m_state.dismissApproval(sessionId);
+    return [this, sessionId, wait = m_state.waitOf(sessionId)] { m_state.raiseApproval(sessionId, wait); };
 }
 
 std::vector<ClaudeSessionSummary> ClaudeMonitor::currentSessions() const {

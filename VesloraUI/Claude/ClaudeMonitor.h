@@ -48,7 +48,7 @@ class ClaudeMonitor : public HookedAgentMonitor {
     void dropOvertaken() override;
     /// The session's file still says that it waits until the script has come for the answer. Without this the
     /// notice of that wait would flash up behind the request.
-    void requestWasAnswered(const std::string& sessionId) override { m_state.dismissApproval(sessionId); }
+    [[nodiscard]] std::function<void()> requestWasAnswered(const std::string& sessionId) override;
     void markSeen(const std::string& sessionId) override { m_state.markSeen(sessionId); }
     void hideApproval(const std::string& sessionId) override { m_state.dismissApproval(sessionId); }
     [[nodiscard]] std::optional<std::string> paneOf(const std::string& sessionId) const override;

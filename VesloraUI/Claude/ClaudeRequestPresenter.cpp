@@ -53,11 +53,11 @@ void ClaudeRequestPresenter::readAgents() {
 
 void ClaudeRequestPresenter::setDate(double date) {
     m_date = date;
-    if (!m_request) {
-        return;
+    if (m_request) {
+        const double now = ViewEnvironment::of(qmlEngine(this)).scheduler().steadyNow();
+        assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->answerBy, now),
+               &ClaudeRequestPresenter::progressChanged);
     }
-    assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->receivedAt, date),
-           &ClaudeRequestPresenter::progressChanged);
 }
 
 void ClaudeRequestPresenter::setCut(bool isCut) {
@@ -77,28 +77,36 @@ QString ClaudeRequestPresenter::waitingText() const {
 }
 
 QString ClaudeRequestPresenter::note() const {
+    if (m_hasFailed) {
+        return tr("Couldn't answer");
+    }
     return m_request && !isShownInFull() ? tr("Too long to show here · use Jump") : QString();
 }
 
 void ClaudeRequestPresenter::jump() {
     const auto request = m_request;
     if (m_isPending && request) {
-        m_agents->answer(request->id, ClaudeDecision::pass);
+        answer(ClaudeDecision::pass);
         m_agents->jump(request->sessionId);
     }
 }
 
 void ClaudeRequestPresenter::deny() {
     if (isDenyEnabled()) {
-        m_agents->answer(m_requestId.toStdString(), ClaudeDecision::deny);
+        answer(ClaudeDecision::deny);
         ViewEnvironment::of(qmlEngine(this)).haptics().perform(HapticPattern::generic);
     }
 }
 
 void ClaudeRequestPresenter::allow() {
     if (isAllowEnabled()) {
-        m_agents->answer(m_requestId.toStdString(), ClaudeDecision::allow);
+        answer(ClaudeDecision::allow);
     }
+}
+
+void ClaudeRequestPresenter::answer(ClaudeDecision decision) {
+    const AnswerOutcome outcome = m_agents->answer(m_requestId.toStdString(), decision);
+    assign(this, m_hasFailed, outcome == AnswerOutcome::failed, &ClaudeRequestPresenter::keysChanged);
 }
 
 } // namespace veslora

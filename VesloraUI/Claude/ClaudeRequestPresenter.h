@@ -53,7 +53,7 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     [[nodiscard]] QString waitingText() const;
     /// The whole text where it can be shown, otherwise its beginning.
     [[nodiscard]] QString text() const { return m_text; }
-    /// Why "Allow" stays dim for good; empty where it does not.
+    /// What went wrong with the last answer, or why "Allow" stays dim for good; empty where neither is so.
     [[nodiscard]] QString note() const;
     [[nodiscard]] double progress() const { return m_progress; }
     [[nodiscard]] bool isDenyEnabled() const { return m_isArmed && m_isPending; }
@@ -71,6 +71,7 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
   private:
     [[nodiscard]] bool isShownInFull() const { return m_isComplete && !m_isCut; }
     void readAgents();
+    void answer(ClaudeDecision decision);
 
     AgentsModel* m_agents = nullptr;
     QString m_requestId;
@@ -84,6 +85,7 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     int m_others = 0;
     bool m_isComplete = false;
     bool m_isPending = false;
+    bool m_hasFailed = false; ///< the last answer could not be written
     double m_progress = 1;
 };
 

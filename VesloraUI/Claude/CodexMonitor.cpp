@@ -91,6 +91,15 @@ std::vector<CodexSessions::Client> CodexMonitor::runningClients() const {
     return clients;
 }
 
+std::function<void()> CodexMonitor::requestWasAnswered(const std::string& sessionId) {
+    const auto since = m_state.approvalAnswered(sessionId);
+    return [this, sessionId, since] {
+        if (since) {
+            m_state.raiseApproval(sessionId, *since);
+        }
+    };
+}
+
 std::vector<ClaudeSessionSummary> CodexMonitor::currentSessions() const {
     return m_state.summaries(now());
 }
@@ -99,12 +108,12 @@ std::vector<ClaudeSessionSummary> CodexMonitor::currentSessions() const {
 /// prompt of its own, so a script that should still wait is let go.
 void CodexMonitor::dropOvertaken() {
     const auto sessions = currentSessions();
-    for (const ClaudePermissionRequest& request : m_permissions.pending(now())) {
+    for (const ClaudePermissionRequest& request : m_requests.open()) {
         const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
         if (session == sessions.end() ||
             !std::holds_alternative<ClaudeStatus::NeedsApproval>(session->status)) {
             m_answers.write(ClaudeDecision::pass, request.id);
-            m_permissions.remove(request.id);
+            m_requests.remove(request.id);
         }
     }
 }

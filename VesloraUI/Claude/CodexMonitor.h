@@ -37,12 +37,17 @@ class CodexMonitor : public HookedAgentMonitor {
     void readSessions() override;
     [[nodiscard]] std::vector<ClaudeSessionSummary> currentSessions() const override;
     void dropOvertaken() override;
-    void requestWasAnswered(const std::string& sessionId) override { m_state.approvalAnswered(sessionId); }
+    [[nodiscard]] std::function<void()> requestWasAnswered(const std::string& sessionId) override;
     void markSeen(const std::string& sessionId) override { m_state.markSeen(sessionId); }
     void hideApproval(const std::string& sessionId) override { m_state.dismissApproval(sessionId); }
     /// Codex does not tell; its process may know.
     [[nodiscard]] std::optional<std::string> paneOf(const std::string& /*sessionId*/) const override {
         return std::nullopt;
+    }
+
+    /// Which of a folder's terminals is the session's can't be told.
+    [[nodiscard]] std::vector<std::int32_t> processesOf(const ClaudeSessionSummary& session) const override {
+        return m_state.processesOf(session.id);
     }
 
     CodexHooks m_hooks;

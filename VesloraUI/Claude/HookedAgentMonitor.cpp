@@ -11,8 +11,10 @@ namespace veslora {
 
 HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
                                        Defaults& settings, std::string_view spool, std::string_view answers)
-    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool),
-      m_answers(seams.files, support, answers), m_settings(settings) {}
+    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool), m_answers(support, answers),
+      m_requests(seams.scheduler, FrontTerminal(seams.hostApplications, seams.multiplexer), m_answers,
+                 [this] { publishState(); }),
+      m_settings(settings), m_untakenAnswers(seams.scheduler, m_answers) {}
 
 void HookedAgentMonitor::start() {
     m_spool.create();
@@ -28,6 +30,8 @@ void HookedAgentMonitor::stop() {
     m_presence.reset();
     m_refreshTask.cancel();
     m_raiseTask.cancel();
+    m_requests.stop();
+    m_untakenAnswers.stop();
     m_spoolWatch.reset();
 }
 
@@ -67,44 +71,74 @@ void HookedAgentMonitor::handle(const std::vector<ClaudePermissionRequest>& requ
         return;
     }
     const auto sessions = currentSessions();
-    for (const ClaudePermissionRequest& request : requests) {
-        if (canAnswer(request, sessions)) {
-            m_permissions.add(request);
+    // Read once, so that requests that came one after the other keep that order.
+    const Timestamp wallNow = now();
+    const double steadyNow = m_seams.scheduler.steadyNow();
+    for (ClaudePermissionRequest request : requests) {
+        request.answerBy = ClaudePermissions::answerBy(request.receivedAt, wallNow, steadyNow);
+        if (mayAnswer(request)) {
+            m_requests.take(request, placeOf(request.sessionId, sessions));
         } else {
             m_answers.write(ClaudeDecision::pass, request.id);
         }
     }
 }
 
-/// Not when the user wants no alerts, already looks at the session's terminal, or could not answer it from
-/// outside.
-bool HookedAgentMonitor::canAnswer(const ClaudePermissionRequest& request,
-                                   const std::vector<ClaudeSessionSummary>& sessions) const {
-    if (!m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) ||
-        !m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) ||
-        !ClaudePermissions::canBeAnsweredOutside(request.tool)) {
-        return false;
+/// Not when the user wants no alerts, or could not answer it from outside.
+bool HookedAgentMonitor::mayAnswer(const ClaudePermissionRequest& request) const {
+    return m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) &&
+           m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) &&
+           ClaudePermissions::canBeAnsweredOutside(request.tool);
+}
+
+SessionPlace HookedAgentMonitor::placeOf(const std::string& sessionId,
+                                         const std::vector<ClaudeSessionSummary>& sessions) const {
+    const auto session = std::ranges::find(sessions, sessionId, &ClaudeSessionSummary::id);
+    if (session == sessions.end()) {
+        return {};
     }
-    const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
-    return session == sessions.end() || session->pid < 1 ||
-           !m_seams.hostApplications.isFrontmost(session->pid);
+    return {processesOf(*session), TmuxText::paneOf(paneOf(sessionId).value_or(""))};
+}
+
+std::vector<std::int32_t> HookedAgentMonitor::processesOf(const ClaudeSessionSummary& session) const {
+    return session.pid < 1 ? std::vector<std::int32_t>() : std::vector(1, session.pid);
 }
 
 void HookedAgentMonitor::publishState() {
-    m_permissions.removeExpired(now());
+    m_requests.removeExpired();
     dropOvertaken();
-    publish(currentSessions(), m_permissions.pending(now()));
+    if (m_presence) {
+        m_requests.awaitDeadline();
+    }
+    publish(currentSessions(), m_requests.shown());
 }
 
-void HookedAgentMonitor::answer(const std::string& requestId, ClaudeDecision decision) {
-    m_answers.write(decision, requestId);
-    const auto request = std::ranges::find(pendingRequests(), requestId, &ClaudePermissionRequest::id);
-    if (decision != ClaudeDecision::pass && request != pendingRequests().end()) {
-        requestWasAnswered(request->sessionId);
-    }
+AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDecision decision) {
     // A copy, as publishing replaces the list that the caller's text may lie in.
     const std::string id = requestId; // NOLINT(performance-unnecessary-copy-initialization)
-    m_permissions.remove(id);
+    const auto requests = m_requests.shown();
+    const auto request = std::ranges::find(requests, id, &ClaudePermissionRequest::id);
+    if (request == requests.end()) {
+        m_answers.write(ClaudeDecision::pass, id);
+        m_requests.remove(id);
+        publishState();
+        return AnswerOutcome::tooLate;
+    }
+    if (m_answers.write(decision, id)) {
+        return AnswerOutcome::failed;
+    }
+    if (decision != ClaudeDecision::pass) {
+        m_untakenAnswers.expect(
+            id, request->sessionId,
+            [this, raise = requestWasAnswered(request->sessionId)] { raiseAgain(raise); });
+    }
+    m_requests.remove(id);
+    publishState();
+    return AnswerOutcome::given;
+}
+
+void HookedAgentMonitor::raiseAgain(const std::function<void()>& raise) {
+    raise();
     publishState();
 }
 
@@ -113,11 +147,11 @@ void HookedAgentMonitor::jump(const std::string& sessionId) {
     const std::string id = sessionId; // NOLINT(performance-unnecessary-copy-initialization)
     raiseTerminal(id);
     markSeen(id);
-    hideApproval(id);
-    publishState();
+    dismissApproval(id);
 }
 
 void HookedAgentMonitor::dismissApproval(const std::string& sessionId) {
+    m_untakenAnswers.forget(sessionId);
     hideApproval(std::string(sessionId));
     publishState();
 }

@@ -5,11 +5,13 @@
 #pragma once
 
 #include "VesloraCore/Calendar.h"
-#include "VesloraCore/ClaudePermissions.h"
+#include "VesloraUI/Claude/AgentAnswers.h"
 #include "VesloraUI/Claude/AgentHooks.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 #include "VesloraUI/Claude/AgentSpool.h"
+#include "VesloraUI/Claude/RequestQueue.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Claude/UntakenAnswers.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Platform.h"
 
@@ -44,7 +46,7 @@ class HookedAgentMonitor : public AgentMonitor {
 
     void start() override;
     void stop() override;
-    void answer(const std::string& requestId, ClaudeDecision decision) override;
+    AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) override;
     void jump(const std::string& sessionId) override;
     void dismissApproval(const std::string& sessionId) override;
     void installHooks() override;
@@ -68,12 +70,16 @@ class HookedAgentMonitor : public AgentMonitor {
     [[nodiscard]] virtual std::vector<ClaudeSessionSummary> currentSessions() const = 0;
     /// Takes out of the queue what the session is past, before the queue is published.
     virtual void dropOvertaken() = 0;
-    /// The session's request was decided on from the island, though its agent may not have heard of it yet.
-    virtual void requestWasAnswered(const std::string& sessionId) = 0;
+    /// The session's request was decided on from the island, though its agent may not have heard of it yet,
+    /// so its wait no longer shows. What shows it again, should the agent never hear of it; it does nothing
+    /// if the session has gone on from that wait by then.
+    [[nodiscard]] virtual std::function<void()> requestWasAnswered(const std::string& sessionId) = 0;
     virtual void markSeen(const std::string& sessionId) = 0;
     virtual void hideApproval(const std::string& sessionId) = 0;
     /// The multiplexer's pane that the session is known to run in.
     [[nodiscard]] virtual std::optional<std::string> paneOf(const std::string& sessionId) const = 0;
+    /// The processes that the session may run in; empty where none is known.
+    [[nodiscard]] virtual std::vector<std::int32_t> processesOf(const ClaudeSessionSummary& session) const;
     /// A folder that is not there yet, or that somebody replaced, is watched once it can be.
     virtual void ensureWatches();
 
@@ -90,19 +96,22 @@ class HookedAgentMonitor : public AgentMonitor {
     SupportDirectory& m_support;
     AgentSpool m_spool;
     AgentAnswers m_answers;
-    ClaudePermissions m_permissions;
+    RequestQueue m_requests;
 
   private:
     void tick();
     void publishState();
-    [[nodiscard]] bool canAnswer(const ClaudePermissionRequest& request,
-                                 const std::vector<ClaudeSessionSummary>& sessions) const;
+    [[nodiscard]] bool mayAnswer(const ClaudePermissionRequest& request) const;
+    [[nodiscard]] SessionPlace placeOf(const std::string& sessionId,
+                                       const std::vector<ClaudeSessionSummary>& sessions) const;
+    void raiseAgain(const std::function<void()>& raise);
     void raiseTerminal(const std::string& sessionId);
     bool activateHostOf(std::int32_t pid);
 
     Defaults& m_settings;
     std::shared_ptr<SupportDirectory::Presence> m_presence;
     std::unique_ptr<DirectoryWatch> m_spoolWatch;
+    UntakenAnswers m_untakenAnswers;
     Task m_refreshTask;
     Task m_raiseTask;
 };

@@ -18,9 +18,9 @@ TEST(AlertNotice, AnyOtherMessageStandsAsItIs) {
 }
 
 TEST(ApprovalAlert, FuseBurnsForTwentySeconds) {
-    EXPECT_EQ(ApprovalAlert::fuseProgress(100, 100), 1);
-    EXPECT_EQ(ApprovalAlert::fuseProgress(100, 105), 0.75);
-    EXPECT_EQ(ApprovalAlert::fuseProgress(100, 120), 0);
-    EXPECT_EQ(ApprovalAlert::fuseProgress(100, 500), 0) << "It rests there: a late answer is still possible.";
-    EXPECT_EQ(ApprovalAlert::fuseProgress(100, 50), 1);
+    EXPECT_EQ(ApprovalAlert::fuseProgress(120, 100), 1);
+    EXPECT_EQ(ApprovalAlert::fuseProgress(120, 105), 0.75);
+    EXPECT_EQ(ApprovalAlert::fuseProgress(120, 120), 0);
+    EXPECT_EQ(ApprovalAlert::fuseProgress(120, 500), 0);
+    EXPECT_EQ(ApprovalAlert::fuseProgress(120, 50), 1);
 }

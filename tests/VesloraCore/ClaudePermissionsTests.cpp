@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view home = "/home/me";
 
+// Both clocks show the same number here, unless a test says otherwise.
 ClaudePermissionRequest request(const std::string& id, Timestamp receivedAt) {
     ClaudePermissionRequest made;
     made.id = id;
@@ -17,6 +18,7 @@ ClaudePermissionRequest request(const std::string& id, Timestamp receivedAt) {
     made.tool = "Bash";
     made.text = "ls";
     made.receivedAt = receivedAt;
+    made.answerBy = receivedAt + ClaudePermissions::wait;
     made.input = R"({"command":"ls"})";
     return made;
 }
@@ -155,6 +157,51 @@ TEST(ClaudePermissions, RemovesByIdAndByAge) {
     permissions.removeExpired(120);
     EXPECT_FALSE(permissions.deadline("c"));
     EXPECT_EQ(permissions.deadline("b"), 130.0);
+}
+
+TEST(ClaudePermissions, TheTimeForAnAnswerIsTwentySecondsLessTheAge) {
+    EXPECT_EQ(ClaudePermissions::answerBy(100, 100, 5000), 5020);
+    EXPECT_EQ(ClaudePermissions::answerBy(100, 105, 5000), 5015);
+    EXPECT_EQ(ClaudePermissions::answerBy(100, 120, 5000), 5000);
+    EXPECT_EQ(ClaudePermissions::answerBy(100, 90'000, 5000), 5000) << "no less than none";
+}
+
+TEST(ClaudePermissions, ARequestFromTheFutureCountsAsJustFiled) {
+    EXPECT_EQ(ClaudePermissions::answerBy(100, 99, 5000), 5020);
+    EXPECT_EQ(ClaudePermissions::answerBy(3700, 100, 5000), 5020);
+    EXPECT_EQ(ClaudePermissions::answerBy(1e300, -1e300, 5000), 5020);
+}
+
+TEST(ClaudePermissions, AnAnswerAtJustTheDeadlineIsTooLate) {
+    EXPECT_TRUE(ClaudePermissions::isAnswerable(request("a", 100), 119.999));
+    EXPECT_FALSE(ClaudePermissions::isAnswerable(request("a", 100), 120));
+    EXPECT_FALSE(ClaudePermissions::isAnswerable(request("a", 100), 121));
+}
+
+TEST(ClaudePermissions, TheWallClockNeitherEndsNorOrdersARequest) {
+    ClaudePermissions permissions;
+    ClaudePermissionRequest first = request("first", 100);
+    first.receivedAt = 9e9;
+    ClaudePermissionRequest second = request("second", 101);
+    second.receivedAt = -9e9;
+    permissions.add(second);
+    permissions.add(first);
+    EXPECT_EQ(ids(permissions.pending(110)), "first second ");
+    EXPECT_EQ(ids(permissions.pending(120)), "second ");
+    permissions.removeExpired(121);
+    EXPECT_FALSE(permissions.nextDeadline());
+}
+
+TEST(ClaudePermissions, TheNextDeadlineIsTheFirstOfAll) {
+    ClaudePermissions permissions;
+    EXPECT_FALSE(permissions.nextDeadline());
+    permissions.add(request("b", 105));
+    permissions.add(request("a", 100));
+    EXPECT_EQ(permissions.nextDeadline(), 120.0);
+    permissions.removeExpired(120);
+    EXPECT_EQ(permissions.nextDeadline(), 125.0);
+    permissions.remove("b");
+    EXPECT_FALSE(permissions.nextDeadline());
 }
 
 TEST(ClaudePermissions, QuestionsAndPlansAreAnsweredInTheTerminal) {

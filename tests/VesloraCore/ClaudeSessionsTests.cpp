@@ -334,3 +334,62 @@ TEST(ClaudeSessions, FollowsACapturedPromptFromItsStartToItsEnd) {
     }
     EXPECT_EQ(seen, "ibwbf");
 }
+
+TEST(ClaudeSessions, ADismissedWaitThatStillStandsIsRaisedAgain) {
+    ClaudeSessions sessions;
+    sessions.update({file("waiting", 100)}, 100);
+    sessions.dismissApproval("s");
+    const ClaudeSessions::Wait wait = sessions.waitOf("s");
+    EXPECT_EQ(wait, (ClaudeSessions::Wait{100, std::nullopt}));
+    ASSERT_NE(status(sessions, 101), Status(NeedsApproval{"permission prompt", 100}));
+    sessions.update({file("waiting", 100)}, 101);
+    sessions.raiseApproval("s", wait);
+    EXPECT_EQ(status(sessions, 101), Status(NeedsApproval{"permission prompt", 100}));
+}
+
+TEST(ClaudeSessions, ANotificationIsRaisedAgainOnlyWhileItStands) {
+    ClaudeSessions sessions;
+    sessions.update({file("busy", 90)}, 100);
+    sessions.apply(event(Event::NeedsYou{"Claude needs you"}, 100));
+    sessions.dismissApproval("s");
+    const ClaudeSessions::Wait wait = sessions.waitOf("s");
+    EXPECT_EQ(wait, (ClaudeSessions::Wait{std::nullopt, 100}));
+    ClaudeSessions answered = sessions;
+    sessions.raiseApproval("s", wait);
+    EXPECT_EQ(status(sessions, 101), Status(NeedsApproval{"Claude needs you", 100}));
+    answered.apply(event(Event::ToolDone{}, 101));
+    answered.raiseApproval("s", wait);
+    EXPECT_EQ(status(answered, 101), Status(Working{90}));
+}
+
+TEST(ClaudeSessions, ANotificationThatCameSinceDoesNotKeepTheFilesWaitHidden) {
+    ClaudeSessions sessions;
+    sessions.update({file("waiting", 100)}, 100);
+    sessions.dismissApproval("s");
+    const ClaudeSessions::Wait wait = sessions.waitOf("s");
+    sessions.apply(event(Event::NeedsYou{"Claude needs you"}, 100.5));
+    sessions.raiseApproval("s", wait);
+    EXPECT_EQ(status(sessions, 101), Status(NeedsApproval{"Claude needs you", 100}));
+}
+
+TEST(ClaudeSessions, ALaterWaitThatTheUserDismissedStaysHidden) {
+    ClaudeSessions sessions;
+    sessions.update({file("waiting", 100)}, 100);
+    sessions.dismissApproval("s");
+    const ClaudeSessions::Wait first = sessions.waitOf("s");
+    sessions.update({file("waiting", 100.5)}, 100.5);
+    sessions.dismissApproval("s");
+    sessions.raiseApproval("s", first);
+    EXPECT_FALSE(std::holds_alternative<NeedsApproval>(status(sessions, 101)));
+}
+
+TEST(ClaudeSessions, WithoutAWaitNothingIsRaised) {
+    ClaudeSessions sessions;
+    EXPECT_EQ(sessions.waitOf("unknown"), ClaudeSessions::Wait());
+    sessions.raiseApproval("unknown", {100, 100});
+    EXPECT_EQ(sessions, ClaudeSessions());
+    sessions.update({file("busy", 90)}, 100);
+    sessions.dismissApproval("s");
+    sessions.raiseApproval("s", sessions.waitOf("s"));
+    EXPECT_EQ(status(sessions, 101), Status(Working{90}));
+}

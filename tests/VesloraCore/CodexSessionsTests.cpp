@@ -156,10 +156,65 @@ TEST_F(CodexSessionsTest, ADismissedRequestIsHiddenUntilTheNext) {
     EXPECT_EQ(status(t0 + 1), Status(ClaudeStatus::NeedsApproval{"again", t0 + 1}));
 }
 
+TEST_F(CodexSessionsTest, AnAnswerThatNeverArrivedLeavesTheWait) {
+    sessions.needsApproval("s", "m", t0);
+    const auto since = sessions.approvalAnswered("s");
+    EXPECT_EQ(since, t0);
+    ASSERT_EQ(status(t0), Status(ClaudeStatus::Idle{}));
+    apply(Event::Ignored{}, t0 + 1);
+    sessions.raiseApproval("s", t0);
+    EXPECT_EQ(status(t0 + 1), Status(ClaudeStatus::NeedsApproval{"m", t0}));
+}
+
+TEST_F(CodexSessionsTest, ASessionThatHasGoneOnWaitsForNothing) {
+    for (const Event::Kind& kind : {Event::Kind(Event::ToolDone{}), Event::Kind(Event::Prompt{}),
+                                    Event::Kind(Event::Interrupt{}), Event::Kind(Event::Stop{})}) {
+        sessions.needsApproval("s", "m", t0);
+        sessions.approvalAnswered("s");
+        apply(kind, t0 + 0.5);
+        sessions.raiseApproval("s", t0);
+        EXPECT_FALSE(std::holds_alternative<ClaudeStatus::NeedsApproval>(status(t0 + 1)));
+    }
+}
+
+TEST_F(CodexSessionsTest, AnOldAnswerSaysNothingOfTheNextRequest) {
+    sessions.needsApproval("s", "first", t0);
+    sessions.approvalAnswered("s");
+    sessions.needsApproval("s", "second", t0 + 1);
+    EXPECT_EQ(status(t0 + 1), Status(ClaudeStatus::NeedsApproval{"second", t0 + 1}));
+    sessions.approvalAnswered("s");
+    sessions.raiseApproval("s", t0);
+    EXPECT_EQ(status(t0 + 1), Status(ClaudeStatus::Idle{}));
+}
+
+TEST_F(CodexSessionsTest, AWaitThatTheUserDismissedIsNotRaisedAgain) {
+    sessions.needsApproval("s", "m", t0);
+    sessions.approvalAnswered("s");
+    sessions.dismissApproval("s");
+    sessions.raiseApproval("s", t0);
+    EXPECT_EQ(status(t0), Status(ClaudeStatus::Idle{}));
+}
+
+TEST_F(CodexSessionsTest, AGuessedProcessMayBeAnyOfItsFolder) {
+    apply(Event::Start{}, t0, "guessed");
+    apply(Event::Start{}, t0, "known", 9);
+    EXPECT_THAT(sessions.processesOf("guessed"), IsEmpty());
+    sessions.reconcile({{7, "/home/me/proj"}, {8, "/elsewhere"}, {9, "/home/me/proj"}}, t0);
+    EXPECT_THAT(sessions.processesOf("guessed"), ElementsAre(7, 9));
+    EXPECT_THAT(sessions.processesOf("known"), ElementsAre(9));
+    sessions.reconcile({{6, "/home/me/proj"}, {7, "/home/me/proj"}, {9, "/home/me/proj"}}, t0);
+    EXPECT_EQ(summary(t0, "guessed").pid, 7);
+    EXPECT_THAT(sessions.processesOf("guessed"), ElementsAre(6, 7, 9)) << "one that was opened since";
+    apply(Event::Ignored{}, t0, "guessed", 7);
+    EXPECT_THAT(sessions.processesOf("guessed"), ElementsAre(7)) << "known by now";
+    EXPECT_THAT(sessions.processesOf("unknown"), IsEmpty());
+}
+
 TEST_F(CodexSessionsTest, UnknownIdentifiersMakeNothing) {
     sessions.markSeen("x");
     sessions.dismissApproval("x");
-    sessions.approvalAnswered("x");
+    EXPECT_FALSE(sessions.approvalAnswered("x"));
+    sessions.raiseApproval("x", t0);
     EXPECT_TRUE(sessions.isEmpty());
 }
 

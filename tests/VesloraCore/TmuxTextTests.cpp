@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/TmuxText.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace veslora;
@@ -38,6 +39,13 @@ TEST(TmuxText, PicksTheClientThatShowsThePaneAndWasUsedLast) {
     EXPECT_EQ(TmuxText::clientShowing("%1", listing), 12);
     EXPECT_EQ(TmuxText::clientShowing("%2", listing), std::nullopt);
     EXPECT_EQ(TmuxText::clientShowing("%0", "1 5 %0"), 5) << "a last line without its end";
+}
+
+TEST(TmuxText, ListsEveryClientThatShowsThePane) {
+    const char* const listing = "100 11 %0\n300 12 %1\n200 13 %0\nodd\n1 14 %00\n";
+    EXPECT_THAT(TmuxText::clientsShowing("%0", listing), testing::ElementsAre(11, 13));
+    EXPECT_THAT(TmuxText::clientsShowing("%2", listing), testing::IsEmpty());
+    EXPECT_THAT(TmuxText::clientsShowing("%0", ""), testing::IsEmpty());
 }
 
 TEST(TmuxText, PassesOverLinesThatItCannotRead) {

@@ -47,7 +47,9 @@ class FakeJudge final : public PressJudge {
 class ClaudeRequestAlertTest : public testing::Test {
   protected:
     void ask(const std::string& text, const std::string& id = "r1") {
-        scene.claude.publish(scene.claude.summaries(), {FakeMonitor::request(id, now(), text)});
+        auto request = FakeMonitor::request(id, now(), text);
+        request.answerBy = scene.platform.time.steadyNow() + 20;
+        scene.claude.publish(scene.claude.summaries(), {request});
     }
     void showAlert(const QString& id = "r1") {
         scene.show("Claude/ClaudeRequestAlert.qml",
@@ -246,12 +248,28 @@ TEST_F(ClaudeRequestAlertTest, TheFuseBurnsForTwentySeconds) {
     EXPECT_DOUBLE_EQ(fraction(), 0);
 }
 
-TEST_F(ClaudeRequestAlertTest, AnAnswerIsPossibleForAsLongAsTheRequestPends) {
+TEST_F(ClaudeRequestAlertTest, TheFuseDoesNotHeedTheWallClock) {
     ask("ls");
     showAlert();
-    scene.advance(25);
-    scene.press("Deny");
-    EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::deny)));
+    scene.platform.time.setClock(now() - 3600);
+    scene.advance(10);
+    const auto* fuse = scene.itemWith("implicitHeight", 2.0);
+    ASSERT_TRUE(fuse);
+    EXPECT_NEAR(fuse->property("fraction").toDouble(), 0.5, 0.01);
+}
+
+TEST_F(ClaudeRequestAlertTest, AnAnswerThatCouldNotBeWrittenIsToldAndCanBeTriedAgain) {
+    ask("ls");
+    showAlert();
+    scene.claude.outcome = AnswerOutcome::failed;
+    scene.press("Allow");
+    EXPECT_THAT(scene.texts(), Contains("Couldn't answer"));
+    EXPECT_TRUE(scene.isEnabled("Allow"));
+    scene.claude.outcome = AnswerOutcome::given;
+    scene.press("Allow");
+    EXPECT_THAT(scene.claude.answered,
+                ElementsAre(Pair("r1", ClaudeDecision::allow), Pair("r1", ClaudeDecision::allow)));
+    EXPECT_THAT(scene.texts(), Not(Contains("Couldn't answer")));
 }
 
 TEST_F(ClaudeRequestAlertTest, NothingCanBePressedOnceTheRequestIsGone) {

@@ -31,16 +31,21 @@ class FakeMonitor final : public AgentMonitor {
     FakeUsageMonitor usageMonitor;
     std::vector<std::string> log;
     bool failInstalls = false;
+    AnswerOutcome outcome = AnswerOutcome::given;
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
 
     [[nodiscard]] AgentUsageMonitor* usage() override { return &usageMonitor; }
     void start() override { log.emplace_back("start"); }
     void stop() override { log.emplace_back("stop"); }
-    void answer(const std::string& requestId, ClaudeDecision decision) override {
+    AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) override {
         answered.emplace_back(requestId, decision);
+        if (outcome == AnswerOutcome::failed) {
+            return outcome;
+        }
         auto requests = pendingRequests();
         std::erase_if(requests, [&](const auto& request) { return request.id == answered.back().first; });
         publish(summaries(), std::move(requests));
+        return outcome;
     }
     void jump(const std::string& sessionId) override { log.push_back("jump " + sessionId); }
     void dismissApproval(const std::string& sessionId) override { log.push_back("dismiss " + sessionId); }
@@ -59,9 +64,11 @@ class FakeMonitor final : public AgentMonitor {
                                         AgentKind agent = AgentKind::claude) {
         return {id, "name of " + id, 10, std::move(status), std::nullopt, agent};
     }
+    /// Its time ends twenty seconds after that moment.
     static ClaudePermissionRequest request(const std::string& id, Timestamp receivedAt,
                                            const std::string& text = "ls") {
-        return {id, "s1", "/home/me/folder", "Bash", text, receivedAt, AgentKind::claude, {}};
+        return {id, "s1",           "/home/me/folder", "Bash", text, receivedAt, AgentKind::claude,
+                {}, receivedAt + 20};
     }
 };
 

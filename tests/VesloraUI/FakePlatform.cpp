@@ -39,6 +39,15 @@ Task FakeFrameClock::afterFrame(std::function<void(std::uint32_t)> shown) {
     return m_scheduler.after(wait, [time = eventTime(), shown = std::move(shown)] { shown(time); });
 }
 
+Task FakeMultiplexer::findClients(std::int32_t pid, const std::optional<std::string>& pane,
+                                  std::function<void(const Clients&)> done) {
+    looks.push_back({pid, pane});
+    const bool isTooLate = answerTime > findLimit;
+    return m_scheduler.after(std::min(answerTime, findLimit), [this, pid, isTooLate, done = std::move(done)] {
+        done(isTooLate ? Clients() : showing[pid]);
+    });
+}
+
 ScreenInfo FakeScreens::make(const std::string& name, double width, double height, bool isBuiltIn) {
     ScreenInfo screen;
     screen.name = name;

@@ -55,11 +55,17 @@ class FakeMultiplexer final : public TerminalMultiplexer {
     };
     std::map<std::int32_t, std::int32_t> clients; ///< by the process that asks
     std::vector<Call> calls;
+    std::map<std::int32_t, Clients> showing; ///< by the process that asks; those in it are held
+    double answerTime = 0;                   ///< seconds until `findClients` answers
+    std::vector<Call> looks;
 
     explicit FakeMultiplexer(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
+    [[nodiscard]] bool mayHold(std::int32_t pid) const override { return showing.contains(pid); }
     [[nodiscard]] Task showPane(std::int32_t pid, const std::optional<std::string>& pane,
                                 std::function<void(Client)> done) override;
+    [[nodiscard]] Task findClients(std::int32_t pid, const std::optional<std::string>& pane,
+                                   std::function<void(const Clients&)> done) override;
 
   private:
     Scheduler& m_scheduler;

@@ -1,114 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The way through a real tmux server, on a socket of the test's own.
-#include "VesloraLinux/System/Tmux.h"
-#include "tests/VesloraLinux/Support/TemporaryFolder.h"
-#include "tests/VesloraLinux/Support/Waiting.h"
-#include "tests/support/ManualScheduler.h"
-
-#include <QProcess>
-
-#include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
+// The way through a real tmux server to the pane of a session.
+#include "tests/VesloraLinux/System/TmuxTest.h"
 
 namespace veslora {
 namespace {
 
-using testing::TemporaryFolder;
+using testing::AttachedClient;
+using testing::TmuxTest;
 using testing::waitUntil;
-
-/// A user who looks at the server through a terminal.
-class AttachedClient {
-  public:
-    AttachedClient(const std::string& socket, const std::string& session)
-        : m_pid(forkpty(&m_terminal, nullptr, nullptr, nullptr)) {
-        if (m_pid == 0) {
-            setenv("TERM", "xterm", 1);
-            unsetenv("TMUX");
-            execlp("tmux", "tmux", "-S", socket.c_str(), "attach", "-t", session.c_str(), nullptr);
-            _exit(127);
-        }
-    }
-    AttachedClient(const AttachedClient&) = delete;
-    AttachedClient& operator=(const AttachedClient&) = delete;
-    ~AttachedClient() {
-        kill(m_pid, SIGKILL);
-        waitpid(m_pid, nullptr, 0);
-        close(m_terminal);
-    }
-    [[nodiscard]] std::int32_t pid() const { return m_pid; }
-
-  private:
-    int m_terminal = -1;
-    pid_t m_pid;
-};
-
-class TmuxTest : public ::testing::Test {
-  protected:
-    void TearDown() override { tmux({"kill-server"}); }
-
-    /// What a command prints, without the end of its last line.
-    QString tmux(const QStringList& command) const {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove("TMUX");
-        process.setProcessEnvironment(environment);
-        process.start("tmux", QStringList{"-f", "/dev/null", "-S", QString::fromStdString(socket)} + command);
-        EXPECT_TRUE(process.waitForFinished());
-        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-    }
-    void startServer() const {
-        tmux({"new-session", "-d", "-s", "main", "-x", "80", "-y", "24", "exec sleep 1000"});
-        tmux({"split-window", "-t", "main", "exec sleep 1000"});
-        tmux({"new-window", "-t", "main", "exec sleep 1000"});
-    }
-    [[nodiscard]] std::int32_t processIn(const QString& pane) const {
-        return tmux({"display-message", "-p", "-t", pane, "#{pane_pid}"}).toInt();
-    }
-    [[nodiscard]] QString activePaneOf(const QString& session) const {
-        return tmux({"display-message", "-p", "-t", session + ":", "#{pane_id}"});
-    }
-    [[nodiscard]] bool showsItself(const AttachedClient& client) const {
-        return waitUntil([&] {
-            return tmux({"list-clients", "-F", "#{client_pid}"})
-                .split('\n')
-                .contains(QString::number(client.pid()));
-        });
-    }
-    /// Asks, and waits for what comes of it.
-    TerminalMultiplexer::Client show(TerminalMultiplexer& asked, std::int32_t pid,
-                                     const std::optional<std::string>& pane) {
-        int calls = 0;
-        TerminalMultiplexer::Client found;
-        const Task task = asked.showPane(pid, pane, [&](TerminalMultiplexer::Client client) {
-            ++calls;
-            found = client;
-        });
-        EXPECT_EQ(calls, 0) << "never within the call";
-        EXPECT_TRUE(waitUntil([&] {
-            scheduler.advance(0);
-            return calls > 0;
-        }));
-        EXPECT_EQ(calls, 1);
-        return found;
-    }
-    /// A process 42 that claims to run under that server.
-    ProcProcesses claiming(const std::string& variable, const std::string& pane) const {
-        std::filesystem::create_directory(folder.path("42"));
-        folder.put("42/environ", "TMUX=" + variable + '\0' + "TMUX_PANE=" + pane + '\0');
-        return ProcProcesses(folder.path());
-    }
-
-    testing::CoreApplication application;
-    TemporaryFolder folder;
-    std::string socket = folder.path("s");
-    ManualScheduler scheduler;
-    ProcProcesses processes;
-    Tmux multiplexer{scheduler, processes};
-};
 
 TEST_F(TmuxTest, SelectsTheWindowAndThePaneAndTellsTheClient) {
     startServer();
