@@ -8,7 +8,11 @@
 namespace veslora {
 
 void ClaudeActivityPresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::changed, this, &ClaudeActivityPresenter::readAgents);
+    connect(m_agents, &AgentsModel::changed, this, [this] {
+        if (m_isLive) {
+            readAgents();
+        }
+    });
     readAgents();
     readSpinner();
 }

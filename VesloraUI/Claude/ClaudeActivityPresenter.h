@@ -17,6 +17,8 @@ class ClaudeActivityPresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
+    /// False once the view is on its way out: it then keeps what it showed.
+    Q_PROPERTY(bool isLive MEMBER m_isLive FINAL)
     Q_PROPERTY(Kind kind MEMBER m_kind REQUIRED FINAL)
     /// Seconds since 1970, from the view's timeline; only a spinner asks for it.
     Q_PROPERTY(double date MEMBER m_date WRITE setDate FINAL)
@@ -55,6 +57,7 @@ class ClaudeActivityPresenter : public QObject, public QQmlParserStatus {
     void readSpinner();
 
     AgentsModel* m_agents = nullptr;
+    bool m_isLive = true;
     Kind m_kind = Finished;
     double m_date = 0;
     AgentKind m_agent = AgentKind::claude;

@@ -30,6 +30,7 @@ WingsView {
         id: presenter
 
         agents: view.agents
+        isLive: view.enabled
         kind: ClaudeActivityPresenter.Finished
     }
 }

@@ -12,6 +12,7 @@ Item {
         id: presenter
 
         agents: view.agents
+        isLive: view.enabled
     }
 
     Column {

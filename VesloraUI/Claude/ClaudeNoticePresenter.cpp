@@ -6,7 +6,11 @@
 namespace veslora {
 
 void ClaudeNoticePresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::changed, this, &ClaudeNoticePresenter::readAgents);
+    connect(m_agents, &AgentsModel::changed, this, [this] {
+        if (m_isLive) {
+            readAgents();
+        }
+    });
     readAgents();
 }
 

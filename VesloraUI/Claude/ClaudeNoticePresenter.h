@@ -16,6 +16,8 @@ class ClaudeNoticePresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
+    /// False once the view is on its way out: it then keeps what it showed.
+    Q_PROPERTY(bool isLive MEMBER m_isLive FINAL)
     Q_PROPERTY(QString name READ name NOTIFY changed FINAL)
     Q_PROPERTY(QString message READ message NOTIFY changed FINAL)
     Q_PROPERTY(QString moreText READ moreText NOTIFY changed FINAL)
@@ -43,6 +45,7 @@ class ClaudeNoticePresenter : public QObject, public QQmlParserStatus {
     void readAgents();
 
     AgentsModel* m_agents = nullptr;
+    bool m_isLive = true;
     std::string m_sessionId;
     QString m_name;
     QString m_message;

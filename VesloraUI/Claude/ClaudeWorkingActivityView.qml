@@ -36,6 +36,7 @@ WingsView {
 
         agents: view.agents
         date: timeline.date
+        isLive: view.enabled
         kind: ClaudeActivityPresenter.Working
     }
 }

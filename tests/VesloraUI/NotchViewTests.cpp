@@ -128,6 +128,24 @@ TEST_F(NotchViewTest, TheNoticeSaysWhatTheSessionWants) {
     EXPECT_THAT(scene.claude.log, ElementsAre("jump a", "dismiss a"));
 }
 
+TEST_F(NotchViewTest, ANoticeThatLeavesKeepsItsSession) {
+    const auto wait = [this](const std::string& id) {
+        scene.claude.publish({FakeMonitor::session(id, ClaudeStatus::NeedsApproval{"m", 1})}, {});
+    };
+    wait("a");
+    ASSERT_TRUE(settles());
+    const QPointF dismiss = scene.centerOf("Dismiss");
+    scene.pressDown("Dismiss");
+    wait("b");
+    EXPECT_TRUE(hasLeaving());
+    EXPECT_THAT(scene.texts(), Contains("name of a")) << "on its way out";
+    ASSERT_TRUE(settles());
+    EXPECT_THAT(scene.texts(), Contains("name of b"));
+    EXPECT_THAT(scene.texts(), Not(Contains("name of a")));
+    scene.release(dismiss);
+    EXPECT_THAT(scene.claude.log, IsEmpty()) << "the press began on the other session";
+}
+
 TEST_F(NotchViewTest, WorkingShowsASpinnerAndFinishedSaysDone) {
     scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Working{1})}, {});
     ASSERT_TRUE(settles());
