@@ -77,14 +77,14 @@ std::optional<CodexHookEvent> CodexMonitor::eventOf(const SpoolFile& file, const
 /// terminal to jump to. The session is then found by its working directory.
 std::optional<std::int32_t> CodexMonitor::sessionProcess(std::optional<std::int32_t> hookParent) const {
     const auto process = hookParent ? m_seams.processes.processOf(*hookParent) : std::nullopt;
-    const bool isServer = process && CodexProcess::isServer(process->executable, process->commandLine);
+    const bool isServer = process && CodexProcess::isServer(process->executable, process->firstArgument);
     return isServer ? std::nullopt : hookParent;
 }
 
 std::vector<CodexSessions::Client> CodexMonitor::runningClients() const {
     std::vector<CodexSessions::Client> clients;
     for (const RunningProcess& process : m_seams.processes.processesNamed(CodexProcess::programName)) {
-        if (process.workingDirectory && CodexProcess::isClient(process.executable, process.commandLine)) {
+        if (process.workingDirectory && CodexProcess::isClient(process.executable, process.firstArgument)) {
             clients.push_back({process.pid, *process.workingDirectory});
         }
     }
