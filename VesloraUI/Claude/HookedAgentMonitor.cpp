@@ -10,8 +10,14 @@
 namespace veslora {
 
 HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
-                                       Defaults& settings, std::string_view spool, std::string_view answers)
-    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool),
+                                       Defaults& settings, std::string_view spool, std::string_view answers,
+                                       UnderstandSpoolFile understand)
+    : m_seams(seams), m_support(support),
+      m_spool(seams.scheduler, seams.files, support, spool, std::move(understand),
+              [this] {
+                  readSessions();
+                  publishState();
+              }),
       m_answers(seams.files, support, answers), m_settings(settings) {}
 
 void HookedAgentMonitor::start() {
@@ -29,6 +35,7 @@ void HookedAgentMonitor::stop() {
     m_refreshTask.cancel();
     m_raiseTask.cancel();
     m_spoolWatch.reset();
+    m_spool.stop();
 }
 
 void HookedAgentMonitor::tick() {
@@ -38,6 +45,7 @@ void HookedAgentMonitor::tick() {
 }
 
 void HookedAgentMonitor::refresh() {
+    m_spool.take();
     readSessions();
     m_answers.removeStale(now());
     const AgentHooks::State state = hooks().state();
@@ -47,8 +55,8 @@ void HookedAgentMonitor::refresh() {
     usage()->refresh();
 }
 
-bool HookedAgentMonitor::isRecent(const SpoolFile& file) const {
-    return file.time >= now() - AgentSpool::eventLifetime;
+bool HookedAgentMonitor::isRecent(Timestamp time) const {
+    return time >= now() - AgentSpool::eventLifetime;
 }
 
 void HookedAgentMonitor::ensureWatches() {

@@ -22,9 +22,9 @@ class Scheduler {
     /// The wall clock.
     [[nodiscard]] virtual Timestamp now() const = 0;
 
-    /// Seconds since some moment, which differs from run to run. Unlike the wall clock it can't be set, and it
-    /// never goes back; time during which the machine slept counts. Whatever decides about an answer is timed
-    /// by it.
+    /// Seconds since some moment, which differs from run to run. Unlike the wall clock it can't be set, and
+    /// it never goes back; time during which the machine slept counts. Whatever decides about an answer is
+    /// timed by it.
     [[nodiscard]] virtual double steadyNow() const = 0;
 
     /// Calls `run` once, `seconds` from now. The wait counts time during which the machine slept. A wait of
@@ -43,6 +43,10 @@ class Scheduler {
     /// Does `work` on another thread at low priority, then `then` on the main thread. Cancelling does not
     /// interrupt `work`; it only drops `then`. `work` must not touch anything that the main thread does.
     [[nodiscard]] virtual Task background(std::function<void()> work, std::function<void()> then) = 0;
+
+    /// As `background`, for what somebody waits for: at usual priority, and never behind background work.
+    /// Pieces of it are done one after the other.
+    [[nodiscard]] virtual Task concurrently(std::function<void()> work, std::function<void()> then) = 0;
 };
 
 } // namespace veslora

@@ -359,14 +359,39 @@ TEST_F(CodexMonitorTest, AnIdleRefreshTellsNobody) {
     EXPECT_EQ(changes, before);
 }
 
-TEST_F(CodexMonitorTest, AFullSpoolIsTakenInOneGo) {
+TEST_F(CodexMonitorTest, AFullSpoolIsTaken) {
     for (int count = 0; count < 4096; ++count) {
         putEvent("PreToolUse",
                  R"(,"tool_name":"Bash","tool_input":{"command":")" + std::string(200, 'x') + "\"}");
     }
     monitor.start();
+    finishReading();
     EXPECT_THAT(monitor.summaries(), SizeIs(1));
     EXPECT_THAT(platform.disk.list(spool).value(), IsEmpty());
+}
+
+TEST_F(CodexMonitorTest, ARequestOverAMegabyteIsPassedAndShowsAsAWait) {
+    monitor.start();
+    putIntoSpool("perm-10-aaaaaa.json",
+                 payload("PermissionRequest", R"(,"tool_name":"Bash","tool_input":{"command":")" +
+                                                  std::string(ClaudePermissionRequest::longestPayload, 'x') +
+                                                  "\"}"));
+    monitor.refresh();
+    finishReading();
+    EXPECT_EQ(answerOf("10-aaaaaa"), "pass");
+    EXPECT_THAT(pendingIds(), IsEmpty());
+    ASSERT_THAT(monitor.summaries(), SizeIs(1));
+    EXPECT_EQ(monitor.summaries()[0].status,
+              ClaudeSessionStatus(ClaudeStatus::NeedsApproval{"Wants to use Bash", now()}));
+}
+
+TEST_F(CodexMonitorTest, ARequestWhoseScriptHasEndedRaisesNoWait) {
+    platform.disk.clock = now() - 21;
+    putRequest("10-aaaaaa");
+    monitor.start();
+    EXPECT_THAT(pendingIds(), IsEmpty());
+    ASSERT_THAT(monitor.summaries(), SizeIs(1)) << "a sign of life all the same";
+    EXPECT_FALSE(waits());
 }
 
 /// Both agents' monitors on one support directory, as the program has them.
