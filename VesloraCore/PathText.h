@@ -16,4 +16,11 @@ namespace veslora::PathText {
     return path.substr(path.find_last_of('/') + 1);
 }
 
+/// Whether text can name an entry of a folder and nothing else: not empty, without a slash or a null byte,
+/// and neither "." nor "..".
+[[nodiscard]] constexpr bool isName(std::string_view text) {
+    return !text.empty() && text != "." && text != ".." &&
+           text.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
 } // namespace veslora::PathText

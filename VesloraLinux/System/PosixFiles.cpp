@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The half of PosixFiles that changes nothing: reading, asking, listing, following links.
 #include "VesloraLinux/System/PosixFiles.h"
 
-#include "VesloraLinux/System/FileDescriptor.h"
+#include "VesloraLinux/System/PosixFolder.h"
+#include "VesloraLinux/System/PosixReading.h"
+#include "VesloraLinux/System/PosixWriting.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,123 +11,17 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <filesystem>
-#include <limits>
 
 namespace veslora {
 namespace {
 
-constexpr int safeOpen = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
-
-std::error_code refusal(const struct stat& status, const ReadOptions& options) {
-    if (S_ISDIR(status.st_mode)) {
-        return std::make_error_code(std::errc::is_a_directory);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        return std::make_error_code(std::errc::not_supported);
-    }
-    if (options.owners == Owners::ours && status.st_uid != geteuid()) {
-        return std::make_error_code(std::errc::permission_denied);
-    }
-    if (static_cast<std::uint64_t>(status.st_size) > options.cap) {
-        return std::make_error_code(std::errc::file_too_large);
-    }
-    return {};
-}
-
-/// Reads up to the end, which may lie elsewhere by now than `expected` says.
-ReadResult readAll(int descriptor, std::size_t expected, std::size_t cap) {
-    ReadResult result;
-    std::size_t length = 0;
-    // One byte more than expected, so that the end shows without a second round.
-    result.bytes.resize(expected + 1);
-    while (true) {
-        if (length == result.bytes.size()) {
-            result.bytes.resize(length * 2);
-        }
-        const ssize_t count = ::read(descriptor, result.bytes.data() + length, result.bytes.size() - length);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            return {{}, lastError()};
-        }
-        if (count == 0) {
-            break;
-        }
-        length += static_cast<std::size_t>(count);
-        if (length > cap) {
-            return {{}, std::make_error_code(std::errc::file_too_large)};
-        }
-    }
-    result.bytes.resize(length);
-    return result;
-}
-
-/// Saturates, since a file may carry any stamp at all.
-std::int64_t nanoseconds(const timespec& time) {
-    std::int64_t result = 0;
-    if (__builtin_mul_overflow(std::int64_t{time.tv_sec}, std::int64_t{1000000000}, &result) ||
-        __builtin_add_overflow(result, std::int64_t{time.tv_nsec}, &result)) {
-        return time.tv_sec < 0 ? std::numeric_limits<std::int64_t>::min()
-                               : std::numeric_limits<std::int64_t>::max();
-    }
-    return result;
-}
-
-FileStat fileStat(const struct stat& status) {
-    FileStat result;
-    result.device = status.st_dev;
-    result.inode = status.st_ino;
-    result.size = status.st_size;
-    result.modified =
-        static_cast<double>(status.st_mtim.tv_sec) + static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
-    result.modifiedNanoseconds = nanoseconds(status.st_mtim);
-    result.mode = status.st_mode & 07777U;
-    result.isRegular = S_ISREG(status.st_mode);
-    result.isDirectory = S_ISDIR(status.st_mode);
-    result.isLink = S_ISLNK(status.st_mode);
-    result.isOurs = status.st_uid == geteuid();
-    return result;
-}
-
-class PosixFileReader final : public FileReader {
-  public:
-    explicit PosixFileReader(FileDescriptor file) : m_file(std::move(file)) {}
-
-    std::optional<FileStat> stat() override {
-        struct stat status {};
-        return fstat(m_file.value(), &status) == 0 ? std::optional(fileStat(status)) : std::nullopt;
-    }
-
-    std::size_t read(char* bytes, std::size_t capacity, std::uint64_t offset) override {
-        ssize_t count = -1;
-        do {
-            count = pread(m_file.value(), bytes, capacity, static_cast<off_t>(offset));
-        } while (count < 0 && errno == EINTR);
-        return count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-
-  private:
-    FileDescriptor m_file;
-};
+using PosixReading::lastError;
+using PosixWriting::openPlace;
+using PosixWriting::Place;
 
 std::optional<std::string> realPath(const std::string& path) {
     char resolved[PATH_MAX];
     return realpath(path.c_str(), resolved) != nullptr ? std::optional<std::string>(resolved) : std::nullopt;
-}
-
-std::optional<std::string> linkTarget(const std::string& path) {
-    char target[PATH_MAX];
-    const ssize_t length = readlink(path.c_str(), target, sizeof target);
-    if (length <= 0 || static_cast<std::size_t>(length) == sizeof target) {
-        return std::nullopt;
-    }
-    return std::string(target, static_cast<std::size_t>(length));
 }
 
 /// `realpath` knows only what exists, but a configuration file may be a link to one that is yet to be made.
@@ -140,7 +35,7 @@ std::optional<std::string> resolveMissing(const std::string& path, int roundsLef
         return std::nullopt;
     }
     const std::string parent = slash == 0 ? "/" : path.substr(0, slash);
-    if (const auto target = linkTarget(path)) {
+    if (const auto target = PosixReading::linkTarget(AT_FDCWD, path.c_str())) {
         return resolveMissing(target->front() == '/' ? *target : parent + "/" + *target, roundsLeft - 1);
     }
     const auto resolvedParent = resolveMissing(parent, roundsLeft - 1);
@@ -150,51 +45,40 @@ std::optional<std::string> resolveMissing(const std::string& path, int roundsLef
     return (*resolvedParent == "/" ? "" : *resolvedParent) + path.substr(slash);
 }
 
+std::error_code makeOneDirectory(const std::string& path, std::uint32_t mode) {
+    if (mkdir(path.c_str(), mode) == 0) {
+        // The user's mask may have taken away what the caller asked for.
+        return chmod(path.c_str(), mode) == 0 ? std::error_code() : lastError();
+    }
+    const std::error_code error = lastError();
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0) {
+        return S_ISDIR(status.st_mode) ? std::error_code() : std::make_error_code(std::errc::not_a_directory);
+    }
+    return error;
+}
+
 } // namespace
 
+OpenedFolder PosixFiles::openFolder(const std::string& path) {
+    return PosixFolder::openAt(AT_FDCWD, path);
+}
+
 ReadResult PosixFiles::read(const std::string& path, const ReadOptions& options) {
-    const int flags = safeOpen | O_RDONLY | (options.links == Links::refuse ? O_NOFOLLOW : 0);
-    const FileDescriptor file(openat(AT_FDCWD, path.c_str(), flags));
-    if (!file) {
-        return {{}, lastError()};
-    }
-    struct stat status {};
-    if (fstat(file.value(), &status) != 0) {
-        return {{}, lastError()};
-    }
-    if (const std::error_code error = refusal(status, options)) {
-        return {{}, error};
-    }
-    return readAll(file.value(), static_cast<std::size_t>(status.st_size), options.cap);
+    return PosixReading::read(AT_FDCWD, path.c_str(), options);
 }
 
 std::unique_ptr<FileReader> PosixFiles::open(const std::string& path) {
-    FileDescriptor file(openat(AT_FDCWD, path.c_str(), safeOpen | O_RDONLY | O_NOFOLLOW));
-    struct stat status {};
-    constexpr ReadOptions anyLength = {.cap = std::numeric_limits<std::size_t>::max()};
-    if (!file || fstat(file.value(), &status) != 0 || refusal(status, anyLength)) {
-        return nullptr;
-    }
-    return std::make_unique<PosixFileReader>(std::move(file));
+    return PosixReading::open(AT_FDCWD, path.c_str());
 }
 
 std::optional<FileStat> PosixFiles::stat(const std::string& path, Links links) {
-    struct stat status {};
-    if (fstatat(AT_FDCWD, path.c_str(), &status, links == Links::refuse ? AT_SYMLINK_NOFOLLOW : 0) != 0) {
-        return std::nullopt;
-    }
-    return fileStat(status);
+    return PosixReading::stat(AT_FDCWD, path.c_str(), links);
 }
 
 std::optional<std::vector<std::string>> PosixFiles::list(const std::string& directory) {
-    std::error_code error;
-    std::vector<std::string> names;
-    for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
-         entry.increment(error)) {
-        names.push_back(entry->path().filename().string());
-    }
-    // Half a list would look as if the rest had been removed.
-    return error ? std::nullopt : std::optional(std::move(names));
+    const FileDescriptor folder(openat(AT_FDCWD, directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return folder ? PosixReading::list(folder.value()) : std::nullopt;
 }
 
 std::string PosixFiles::resolve(const std::string& path) {
@@ -203,9 +87,41 @@ std::string PosixFiles::resolve(const std::string& path) {
 }
 
 bool PosixFiles::isExecutable(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-           faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
+    return PosixReading::isExecutable(AT_FDCWD, path.c_str(), Links::follow);
+}
+
+std::error_code PosixFiles::write(const std::string& path, const std::string& bytes,
+                                  const WriteOptions& options) {
+    Place place;
+    const std::error_code error = openPlace(path, place);
+    return error ? error : PosixWriting::write(place.folder.value(), place.name, bytes, options);
+}
+
+std::error_code PosixFiles::remove(const std::string& path) {
+    return unlink(path.c_str()) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code PosixFiles::makeDirectory(const std::string& path, std::uint32_t mode) {
+    std::error_code error = makeOneDirectory(path, mode);
+    if (error != std::errc::no_such_file_or_directory) {
+        return error;
+    }
+    error.clear();
+    for (std::size_t end = path.find('/', 1); !error && end != std::string::npos;
+         end = path.find('/', end + 1)) {
+        error = makeOneDirectory(path.substr(0, end), mode);
+    }
+    return error ? error : makeOneDirectory(path, mode);
+}
+
+std::error_code PosixFiles::setMode(const std::string& path, std::uint32_t mode) {
+    return chmod(path.c_str(), mode) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code PosixFiles::makeLink(const std::string& target, const std::string& path) {
+    Place place;
+    const std::error_code error = openPlace(path, place);
+    return error ? error : PosixWriting::makeLink(target, place.folder.value(), place.name);
 }
 
 } // namespace veslora

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Files by POSIX calls. Every open is non-blocking and judged by the opened file itself, never by an earlier
-// look at its path, so that nobody can swap a file between the look and the use. Stateless; usable from any
-// thread.
+// Files by POSIX calls; how they are read and written safely is in PosixReading and PosixWriting. Stateless;
+// usable from any thread.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -10,6 +9,7 @@ namespace veslora {
 
 class PosixFiles final : public Files {
   public:
+    [[nodiscard]] OpenedFolder openFolder(const std::string& path) override;
     [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& path) override;
     [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;

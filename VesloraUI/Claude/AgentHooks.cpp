@@ -9,7 +9,7 @@ namespace veslora {
 
 AgentHooks::AgentHooks(Files& files, SupportDirectory& support, std::string configuration,
                        std::span<const std::string_view> scripts)
-    : m_files(files), m_support(support), m_scripts(files, support, scripts),
+    : m_files(files), m_support(support), m_scripts(support, scripts),
       m_configuration(std::move(configuration)) {}
 
 AgentHooks::State AgentHooks::state() {

@@ -56,34 +56,36 @@ void ClaudeHooks::install() {
 }
 
 void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const {
-    const std::string original = m_support.pathOf(SupportNames::statusLineOriginal);
-    const std::string wrapped = m_support.pathOf(SupportNames::statusLineWrapped);
+    const OpenedFolder folder = m_support.open();
+    throwIfFailed(folder.error, m_support.path());
+    const std::string original(SupportNames::statusLineOriginal);
+    const std::string wrapped(SupportNames::statusLineWrapped);
     if (!previous) {
         if (!wasOurs) {
-            m_files.remove(original);
-            m_files.remove(wrapped);
+            folder->remove(original);
+            folder->remove(wrapped);
         }
         return;
     }
     const WriteOptions options{.mode = SupportDirectory::fileMode, .sync = Sync::yes};
-    throwIfFailed(m_files.write(original, *previous, options), original);
+    throwIfFailed(folder->write(original, *previous, options), m_support.pathOf(original));
     if (const auto command = ClaudeStatusLineInstaller::commandOf(*previous)) {
-        throwIfFailed(m_files.write(wrapped, *command, options), wrapped);
+        throwIfFailed(folder->write(wrapped, *command, options), m_support.pathOf(wrapped));
     } else {
         // What an earlier status line had left must not go on running in the place of this one.
-        m_files.remove(wrapped);
+        folder->remove(wrapped);
     }
 }
 
 void ClaudeHooks::writeHelper() const {
     constexpr std::size_t largest = std::size_t{64} << 20;
-    const ReadResult helper =
-        m_files.read(m_helpers + "/" + std::string(SupportNames::jsonValue),
-                     {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
+    const std::string name(SupportNames::jsonValue);
+    const ReadResult helper = m_files.read(
+        m_helpers + "/" + name, {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
+    const OpenedFolder folder = m_support.open();
     // Without it the status line says less, but the hooks work; so an installation without it is not refused.
-    if (helper) {
-        std::ignore = m_files.write(m_support.pathOf(SupportNames::jsonValue), helper.bytes,
-                                    {.mode = SupportDirectory::scriptMode});
+    if (helper && folder) {
+        std::ignore = folder->write(name, helper.bytes, {.mode = SupportDirectory::scriptMode});
     }
 }
 
@@ -100,13 +102,17 @@ bool ClaudeHooks::remove() {
         return false;
     }
     const std::string withoutHooks = ClaudeHooksInstaller::removing(*old, commands());
-    const ReadResult original = m_files.read(m_support.pathOf(SupportNames::statusLineOriginal), {});
+    const OpenedFolder folder = m_support.open();
+    const ReadResult original = folder ? folder->read(std::string(SupportNames::statusLineOriginal), {})
+                                       : ReadResult{{}, folder.error};
     const auto previous = original ? std::optional<std::string_view>(original.bytes) : std::nullopt;
     settings.write(ClaudeStatusLineInstaller::removing(
                        withoutHooks, m_scripts.commandOf(SupportNames::claudeStatusLine), previous),
                    old);
-    m_files.remove(m_support.pathOf(SupportNames::statusLineOriginal));
-    m_files.remove(m_support.pathOf(SupportNames::statusLineWrapped));
+    if (folder) {
+        folder->remove(std::string(SupportNames::statusLineOriginal));
+        folder->remove(std::string(SupportNames::statusLineWrapped));
+    }
     forgetConfiguration();
     return true;
 }

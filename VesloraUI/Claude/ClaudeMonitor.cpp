@@ -32,8 +32,7 @@ ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& s
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
       m_hooks(seams.files, support, seams.directories.claude + "/settings.json",
               seams.directories.executables),
-      m_usage({seams.scheduler, seams.files, seams.watcher},
-              support.pathOf(SupportNames::statusLineSnapshots), seams.directories.claude + "/projects",
+      m_usage({seams.scheduler, seams.files, seams.watcher}, support, seams.directories.claude + "/projects",
               seams.calendar, [this] { return m_liveSessionIds; }) {}
 
 void ClaudeMonitor::stop() {

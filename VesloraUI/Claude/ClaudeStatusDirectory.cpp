@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 
+#include "VesloraCore/SupportNames.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
+
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -18,16 +21,17 @@ std::vector<ClaudeStatusSnapshot>
 ClaudeStatusDirectory::read(Timestamp now, const std::optional<std::set<std::string>>& liveSessionIds) {
     std::map<std::string, Known> current;
     std::vector<ClaudeStatusSnapshot> snapshots;
-    for (const std::string& name : m_files.list(m_path).value_or(std::vector<std::string>())) {
-        const auto stat =
-            name.ends_with(".json") ? m_files.stat(m_path + "/" + name, Links::refuse) : std::nullopt;
+    const OpenedFolder folder = m_support.openFolder(SupportNames::statusLineSnapshots);
+    const auto names = folder ? folder->list() : std::nullopt;
+    for (const std::string& name : names.value_or(std::vector<std::string>())) {
+        const auto stat = name.ends_with(".json") ? folder->stat(name) : std::nullopt;
         if (!stat || !stat->isOurFile()) {
             continue;
         }
-        Known known = look(name, *stat, now);
+        Known known = look(*folder.folder, name, *stat, now);
         if (known.snapshot && liveSessionIds && !liveSessionIds->contains(known.snapshot->sessionId) &&
             now - stat->modified > lifetime) {
-            m_files.remove(m_path + "/" + name);
+            folder->remove(name);
             continue;
         }
         if (known.snapshot) {
@@ -40,14 +44,14 @@ ClaudeStatusDirectory::read(Timestamp now, const std::optional<std::set<std::str
     return snapshots;
 }
 
-ClaudeStatusDirectory::Known ClaudeStatusDirectory::look(const std::string& name, const FileStat& stat,
-                                                         Timestamp now) {
+ClaudeStatusDirectory::Known ClaudeStatusDirectory::look(Folder& folder, const std::string& name,
+                                                         const FileStat& stat, Timestamp now) {
     const auto found = m_known.find(name);
     if (found != m_known.end() && found->second.stat.isSame(stat)) {
         return std::move(found->second);
     }
     Known known;
-    if (const ReadResult read = m_files.read(m_path + "/" + name, {.links = Links::refuse, .cap = cap})) {
+    if (const ReadResult read = folder.read(name, {.cap = cap})) {
         known.stat.remember(stat, now);
         known.snapshot = ClaudeStatusSnapshot::parse(read.bytes, stat.modified);
     }

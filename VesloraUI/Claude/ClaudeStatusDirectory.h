@@ -14,12 +14,14 @@
 
 namespace veslora {
 
+class SupportDirectory;
+
 class ClaudeStatusDirectory {
   public:
     /// Seconds for which the file of a session that is gone is kept.
     static constexpr double lifetime = 300;
 
-    ClaudeStatusDirectory(Files& files, std::string path) : m_files(files), m_path(std::move(path)) {}
+    explicit ClaudeStatusDirectory(const SupportDirectory& support) : m_support(support) {}
 
     /// Every readable status, newest first. The files of sessions that are not among `liveSessionIds` are
     /// removed once they are old enough; none is while it is absent.
@@ -31,10 +33,9 @@ class ClaudeStatusDirectory {
         SettledStat stat;
         std::optional<ClaudeStatusSnapshot> snapshot;
     };
-    [[nodiscard]] Known look(const std::string& name, const FileStat& stat, Timestamp now);
+    [[nodiscard]] Known look(Folder& folder, const std::string& name, const FileStat& stat, Timestamp now);
 
-    Files& m_files;
-    std::string m_path;
+    const SupportDirectory& m_support;
     std::map<std::string, Known> m_known; ///< by name
 };
 

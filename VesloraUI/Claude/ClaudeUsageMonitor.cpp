@@ -16,12 +16,11 @@ bool speaksOfLimits(const ClaudeStatusSnapshot& snapshot) {
 
 } // namespace
 
-ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const std::string& statusDirectory,
+ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const SupportDirectory& support,
                                        const std::string& projectsDirectory,
                                        std::shared_ptr<const Calendar> calendar,
                                        LiveSessionIds liveSessionIds)
-    : m_scheduler(seams.scheduler), m_statusDirectory(seams.files, statusDirectory),
-      m_liveSessionIds(std::move(liveSessionIds)),
+    : m_scheduler(seams.scheduler), m_statusDirectory(support), m_liveSessionIds(std::move(liveSessionIds)),
       m_transcripts(seams, projectsDirectory, {ClaudeUsageLine::marker},
                     ClaudeUsageTally(seams.scheduler.now(), std::move(calendar)),
                     [this] { publishToday(); }) {}

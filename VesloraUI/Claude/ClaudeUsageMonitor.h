@@ -23,9 +23,9 @@ class ClaudeUsageMonitor final : public AgentUsageMonitor {
     /// The sessions that live; absent while nothing can be said of any.
     using LiveSessionIds = std::function<std::optional<std::set<std::string>>()>;
 
-    /// `statusDirectory` is where the status-line script files its input, `projectsDirectory` where the agent
-    /// keeps its transcripts.
-    ClaudeUsageMonitor(const TranscriptSeams& seams, const std::string& statusDirectory,
+    /// The status-line script files its input in the support folder; the agent keeps its transcripts in
+    /// `projectsDirectory`.
+    ClaudeUsageMonitor(const TranscriptSeams& seams, const SupportDirectory& support,
                        const std::string& projectsDirectory, std::shared_ptr<const Calendar> calendar,
                        LiveSessionIds liveSessionIds);
 

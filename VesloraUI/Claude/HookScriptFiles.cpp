@@ -11,32 +11,40 @@
 
 namespace veslora {
 
-HookScriptFiles::HookScriptFiles(Files& files, SupportDirectory& support,
-                                 std::span<const std::string_view> names)
-    : m_files(files), m_support(support), m_names(names) {}
+HookScriptFiles::HookScriptFiles(const SupportDirectory& support, std::span<const std::string_view> names)
+    : m_support(support), m_names(names) {}
 
 std::string HookScriptFiles::commandOf(std::string_view name) const {
     return shellQuoted(m_support.pathOf(name));
 }
 
 bool HookScriptFiles::areReady() const {
-    return std::ranges::all_of(
-        m_names, [this](std::string_view name) { return m_files.isExecutable(m_support.pathOf(name)); });
+    const OpenedFolder folder = m_support.open();
+    return folder && std::ranges::all_of(m_names, [&folder](std::string_view name) {
+               return folder->isExecutable(std::string(name));
+           });
 }
 
 void HookScriptFiles::write() const {
+    const OpenedFolder folder = m_support.open();
+    throwIfFailed(folder.error, m_support.path());
     for (const std::string_view name : m_names) {
-        const std::string path = m_support.pathOf(name);
-        throwIfFailed(
-            m_files.write(path, std::string(HookScripts::text(name)), {.mode = SupportDirectory::scriptMode}),
-            path);
-        throwIfFailed(m_files.setMode(path, SupportDirectory::scriptMode), path);
+        throwIfFailed(writeOne(*folder.folder, name), m_support.pathOf(name));
     }
 }
 
+std::error_code HookScriptFiles::writeOne(Folder& folder, std::string_view name) {
+    return folder.write(std::string(name), std::string(HookScripts::text(name)),
+                        {.mode = SupportDirectory::scriptMode});
+}
+
 bool HookScriptFiles::update() const {
-    const bool isCurrent = std::ranges::all_of(m_names, [this](std::string_view name) {
-        const ReadResult found = m_files.read(m_support.pathOf(name), {});
+    const OpenedFolder folder = m_support.open();
+    if (!folder) {
+        return false;
+    }
+    const bool isCurrent = std::ranges::all_of(m_names, [&folder](std::string_view name) {
+        const ReadResult found = folder->read(std::string(name), {});
         return found.error == std::errc::no_such_file_or_directory ||
                (found && found.bytes == HookScripts::text(name));
     });
@@ -44,8 +52,7 @@ bool HookScriptFiles::update() const {
         return false;
     }
     for (const std::string_view name : m_names) {
-        std::ignore = m_files.write(m_support.pathOf(name), std::string(HookScripts::text(name)),
-                                    {.mode = SupportDirectory::scriptMode});
+        std::ignore = writeOne(*folder.folder, name);
     }
     return true;
 }

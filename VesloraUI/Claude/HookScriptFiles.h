@@ -15,7 +15,7 @@ class SupportDirectory;
 class HookScriptFiles {
   public:
     /// `names` are of HookScripts and must outlive this.
-    HookScriptFiles(Files& files, SupportDirectory& support, std::span<const std::string_view> names);
+    HookScriptFiles(const SupportDirectory& support, std::span<const std::string_view> names);
 
     /// The command that runs a script, as it stands in an agent's configuration.
     [[nodiscard]] std::string commandOf(std::string_view name) const;
@@ -31,8 +31,9 @@ class HookScriptFiles {
     bool update() const;
 
   private:
-    Files& m_files;
-    SupportDirectory& m_support;
+    [[nodiscard]] static std::error_code writeOne(Folder& folder, std::string_view name);
+
+    const SupportDirectory& m_support;
     std::span<const std::string_view> m_names;
 };
 

@@ -15,16 +15,32 @@ std::error_code SupportDirectory::create() {
     if (const auto error = m_files.makeDirectory(m_path, directoryMode)) {
         return error;
     }
+    const OpenedFolder folder = open();
+    if (!folder) {
+        return folder.error;
+    }
     // An older folder, or one that somebody else made, is closed to others too.
-    const auto found = m_files.stat(m_path, Links::follow);
-    return found && found->mode != directoryMode ? m_files.setMode(m_path, directoryMode) : std::error_code();
+    const auto found = folder->stat();
+    return found && found->mode != directoryMode ? folder->setMode(directoryMode) : std::error_code();
 }
 
-std::error_code SupportDirectory::createFolder(std::string_view name) {
+OpenedFolder SupportDirectory::createFolder(std::string_view name) {
     if (const auto error = create()) {
-        return error;
+        return {nullptr, error};
     }
-    return m_files.makeDirectory(pathOf(name), directoryMode);
+    const OpenedFolder folder = open();
+    if (!folder) {
+        return {nullptr, folder.error};
+    }
+    if (const auto error = folder->makeFolder(std::string(name), directoryMode)) {
+        return {nullptr, error};
+    }
+    return folder->openFolder(std::string(name));
+}
+
+OpenedFolder SupportDirectory::openFolder(std::string_view name) const {
+    OpenedFolder folder = open();
+    return folder ? folder->openFolder(std::string(name)) : std::move(folder);
 }
 
 std::shared_ptr<SupportDirectory::Presence> SupportDirectory::show(std::int32_t pid, Timestamp now) {
@@ -50,35 +66,45 @@ void SupportDirectory::writeHeartbeat(Timestamp now) {
 
 std::error_code SupportDirectory::writeBeat(const std::string& beat) {
     const WriteOptions options{.mode = fileMode};
+    const std::string name(SupportNames::heartbeat);
     if (!hasRuntime()) {
         create();
-        return m_files.write(pathOf(SupportNames::heartbeat), beat, options);
+        const OpenedFolder folder = open();
+        return folder ? folder->write(name, beat, options) : folder.error;
     }
     m_files.makeDirectory(m_runtime, directoryMode);
-    const std::string target = m_runtime + "/" + std::string(SupportNames::heartbeat);
-    if (const auto error = m_files.write(target, beat, options)) {
-        return error;
+    const OpenedFolder runtime = m_files.openFolder(m_runtime);
+    const std::error_code error = runtime ? runtime->write(name, beat, options) : runtime.error;
+    return error ? error : linkTo(m_runtime + "/" + name);
+}
+
+std::error_code SupportDirectory::linkTo(const std::string& beat) {
+    const std::string name(SupportNames::heartbeat);
+    OpenedFolder folder = open();
+    if (folder && folder->linkTarget(name) == beat) {
+        return {};
     }
-    const auto link = m_files.stat(pathOf(SupportNames::heartbeat), Links::refuse);
-    if (!link || !link->isLink ||
-        m_files.resolve(pathOf(SupportNames::heartbeat)) != m_files.resolve(target)) {
-        create();
-        return m_files.makeLink(target, pathOf(SupportNames::heartbeat));
-    }
-    return {};
+    create();
+    folder = open();
+    return folder ? folder->makeLink(beat, name) : folder.error;
 }
 
 void SupportDirectory::writeProcess(std::int32_t pid) {
-    std::ignore =
-        m_files.write(pathOf(SupportNames::processId), std::to_string(pid) + "\n", {.mode = fileMode});
+    if (const OpenedFolder folder = open()) {
+        std::ignore = folder->write(std::string(SupportNames::processId), std::to_string(pid) + "\n",
+                                    {.mode = fileMode});
+    }
 }
 
 void SupportDirectory::removeSigns() {
-    if (hasRuntime()) {
-        m_files.remove(m_runtime + "/" + std::string(SupportNames::heartbeat));
+    const OpenedFolder runtime = hasRuntime() ? m_files.openFolder(m_runtime) : OpenedFolder{};
+    if (runtime) {
+        runtime->remove(std::string(SupportNames::heartbeat));
     }
-    m_files.remove(pathOf(SupportNames::heartbeat));
-    m_files.remove(pathOf(SupportNames::processId));
+    if (const OpenedFolder folder = open()) {
+        folder->remove(std::string(SupportNames::heartbeat));
+        folder->remove(std::string(SupportNames::processId));
+    }
     m_lastBeat.reset();
 }
 

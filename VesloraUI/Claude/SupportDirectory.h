@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The folder in which the program and the hook scripts meet, and the signs by which the scripts know that the
-// program is there to answer. Main thread only.
+// program is there to answer. It must be our user's own; a link in its place counts as no folder, so that
+// nothing is ever read, written or deleted elsewhere. Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -28,8 +29,14 @@ class SupportDirectory {
 
     /// Makes the folder, for our user alone. A failure is the caller's to show or to try again.
     std::error_code create();
-    /// Makes a folder in it, for our user alone.
-    std::error_code createFolder(std::string_view name);
+    /// Makes a folder in it, for our user alone, and opens it.
+    OpenedFolder createFolder(std::string_view name);
+
+    /// The folder as it is now. Whatever the program or a script keeps in it is reached through this, since a
+    /// path could lead through a link into a folder of somebody else's.
+    [[nodiscard]] OpenedFolder open() const { return m_files.openFolder(m_path); }
+    /// A folder in it, as it is now.
+    [[nodiscard]] OpenedFolder openFolder(std::string_view name) const;
 
     /// The signs of life, which stand as long as anybody holds this.
     class Presence {
@@ -57,6 +64,8 @@ class SupportDirectory {
     [[nodiscard]] bool hasRuntime() const { return m_runtime != m_path; }
 
     std::error_code writeBeat(const std::string& beat);
+    /// Lets the support folder's heartbeat be a link to the file at that path.
+    std::error_code linkTo(const std::string& beat);
     void writeProcess(std::int32_t pid);
     void removeSigns();
 

@@ -77,9 +77,59 @@ class FileReader {
     [[nodiscard]] virtual std::size_t read(char* bytes, std::size_t capacity, std::uint64_t offset) = 0;
 };
 
+class Folder;
+
+/// Either a folder or the reason why there is none.
+struct OpenedFolder {
+    std::unique_ptr<Folder> folder;
+    std::error_code error;
+
+    explicit operator bool() const { return folder != nullptr; }
+    [[nodiscard]] Folder* operator->() const { return folder.get(); }
+};
+
+/// A folder that was opened, and what lies in it by its name. It stays the same folder whatever its path
+/// leads to by now; in one that was deleted nothing is found or made. A name that is empty, "." or "..", or
+/// that holds a slash, is refused (`invalid_argument`, or absent), and a link in the folder is never
+/// followed, whatever the options say. Any thread, one at a time.
+class Folder {
+  public:
+    virtual ~Folder() = default;
+
+    /// Of the folder itself.
+    [[nodiscard]] virtual std::optional<FileStat> stat() = 0;
+    /// Sets the permission bits of the folder itself.
+    virtual std::error_code setMode(std::uint32_t mode) = 0;
+
+    // As the operations of `Files`.
+    [[nodiscard]] virtual std::optional<std::vector<std::string>> list() = 0;
+    [[nodiscard]] virtual std::optional<FileStat> stat(const std::string& name) = 0;
+    [[nodiscard]] virtual ReadResult read(const std::string& name, const ReadOptions& options) = 0;
+    [[nodiscard]] virtual std::unique_ptr<FileReader> open(const std::string& name) = 0;
+    [[nodiscard]] virtual std::error_code write(const std::string& name, const std::string& bytes,
+                                                const WriteOptions& options) = 0;
+    virtual std::error_code remove(const std::string& name) = 0;
+    [[nodiscard]] virtual bool isExecutable(const std::string& name) = 0;
+
+    /// Makes or replaces the symbolic link `name`, in one step, so that it points to `target`.
+    virtual std::error_code makeLink(const std::string& target, const std::string& name) = 0;
+    /// What a symbolic link says; absent where there is none.
+    [[nodiscard]] virtual std::optional<std::string> linkTarget(const std::string& name) = 0;
+
+    /// Opens a folder in this one, on the conditions of `Files::openFolder`.
+    [[nodiscard]] virtual OpenedFolder openFolder(const std::string& name) = 0;
+    /// Makes a folder in this one. One that is there already is no error and keeps its mode.
+    virtual std::error_code makeFolder(const std::string& name, std::uint32_t mode) = 0;
+};
+
 class Files {
   public:
     virtual ~Files() = default;
+
+    /// Opens a folder of our own user. Links above it are followed, as the user may have moved their home;
+    /// one in its own place is refused (`not_a_directory`), and so is another user's folder
+    /// (`permission_denied`). May be called on any thread.
+    [[nodiscard]] virtual OpenedFolder openFolder(const std::string& path) = 0;
 
     /// Opens a regular file of our own user for reading piece by piece; links are refused. Null when there is
     /// none. May be called on any thread, as may `stat` and `list`; a reader belongs to one thread at a time.

@@ -5,6 +5,7 @@
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeUsageMonitor.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/LocalCalendar.h"
 #include "bench/Clock.h"
 #include "bench/Report.h"
@@ -52,8 +53,9 @@ double milliseconds(const std::function<void()>& work) {
 class Run {
   public:
     explicit Run(const std::string& projects)
-        : m_monitor({m_scheduler, m_files, m_watcher}, projects + "/no-status", projects,
-                    std::make_shared<LocalCalendar>(), [] { return std::nullopt; }) {
+        : m_support(m_files, projects + "/no-support", projects + "/no-support"),
+          m_monitor({m_scheduler, m_files, m_watcher}, m_support, projects, std::make_shared<LocalCalendar>(),
+                    [] { return std::nullopt; }) {
         QObject::connect(&m_monitor, &AgentUsageMonitor::changed, [this] { m_changed = monotonicNow(); });
     }
 
@@ -135,6 +137,7 @@ class Run {
     PosixFiles m_files;
     LinuxScheduler m_scheduler;
     InotifyDirectoryWatcher m_watcher;
+    SupportDirectory m_support;
     ClaudeUsageMonitor m_monitor;
     double m_changed = 0;
 };

@@ -173,7 +173,8 @@ TEST_F(ClaudeHooksTest, TellsWhatIsMissing) {
 
 TEST_F(ClaudeHooksTest, ReadsTheSettingsOnlyWhenTheyChanged) {
     FaultInjectingFiles files(platform.disk);
-    ClaudeHooks counted(files, support, settingsPath, platform.paths.executables);
+    SupportDirectory folder(files, platform.paths.support, platform.paths.runtime);
+    ClaudeHooks counted(files, folder, settingsPath, platform.paths.executables);
     EXPECT_FALSE(counted.state().areInstalled);
     int before = files.operations();
     EXPECT_FALSE(counted.state().areInstalled);
@@ -182,7 +183,8 @@ TEST_F(ClaudeHooksTest, ReadsTheSettingsOnlyWhenTheyChanged) {
     EXPECT_TRUE(counted.state().areInstalled);
     before = files.operations();
     EXPECT_TRUE(counted.state().areInstalled);
-    EXPECT_EQ(files.operations() - before, 4) << "one look at the settings, one at each script";
+    EXPECT_EQ(files.operations() - before, 5)
+        << "one look at the settings, one at the folder and each script";
 }
 
 TEST_F(ClaudeHooksTest, RemoveWithoutSettingsDoesNothing) {

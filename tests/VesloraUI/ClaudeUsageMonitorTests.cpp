@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Iso8601.h"
 #include "VesloraUI/Claude/ClaudeUsageMonitor.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/LocalCalendar.h"
 #include "tests/VesloraUI/TranscriptWorld.h"
 #include "tests/support/FaultInjectingFiles.h"
@@ -15,6 +16,7 @@ namespace {
 using test::TranscriptWorld;
 using test::usageLine;
 
+constexpr auto supportPath = "/home/me/.local/share/Veslora";
 constexpr auto status = "/home/me/.local/share/Veslora/statusline";
 constexpr auto today = "2027-01-15T08:00:00Z"; // what ManualScheduler begins with
 
@@ -22,7 +24,7 @@ class ClaudeUsageMonitorTest : public testing::Test {
   protected:
     void start() {
         monitor = std::make_unique<ClaudeUsageMonitor>(TranscriptSeams{world.time, files, world.watcher},
-                                                       status, TranscriptWorld::folder, calendar,
+                                                       support, TranscriptWorld::folder, calendar,
                                                        [this] { return liveSessionIds; });
         QObject::connect(monitor.get(), &AgentUsageMonitor::changed, [this] { ++changes; });
     }
@@ -51,6 +53,7 @@ class ClaudeUsageMonitorTest : public testing::Test {
 
     TranscriptWorld world;
     FaultInjectingFiles files{world.files};
+    SupportDirectory support{files, supportPath, supportPath};
     std::shared_ptr<const Calendar> calendar = test::fixedCalendar();
     std::optional<std::set<std::string>> liveSessionIds;
     std::unique_ptr<ClaudeUsageMonitor> monitor;
@@ -274,7 +277,8 @@ TEST_F(ClaudeUsageMonitorTest, ADayEndsWhenThePlacesClocksSaySo) {
         place.files.clock = place.time.now();
         place.append("p/a.jsonl", usageLine("m", 5, std::string(each.lastOfDay)) +
                                       usageLine("n", 70, std::string(each.firstOfNext)));
-        ClaudeUsageMonitor local(place.seams(), status, TranscriptWorld::folder,
+        const SupportDirectory folder(place.files, supportPath, supportPath);
+        ClaudeUsageMonitor local(place.seams(), folder, TranscriptWorld::folder,
                                  std::make_shared<LocalCalendar>(QTimeZone(each.zone)),
                                  [] { return std::nullopt; });
         local.loadToday();
@@ -299,7 +303,7 @@ TEST_F(ClaudeUsageMonitorTest, ARefreshWithNothingNewLooksAtNoTranscript) {
     EXPECT_EQ(output(), 50);
     const int before = files.operations();
     monitor->refresh();
-    // The list of the folder of status files.
+    // The support folder, in which there is none of status files.
     EXPECT_EQ(files.operations() - before, 1);
     EXPECT_EQ(world.time.pendingBackground(), 0U);
 }

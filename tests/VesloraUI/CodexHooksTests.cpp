@@ -154,7 +154,8 @@ TEST_F(CodexHooksTest, TellsWhatIsMissing) {
 
 TEST_F(CodexHooksTest, ReadsTheFileOnlyWhenItChanged) {
     FaultInjectingFiles files(platform.disk);
-    CodexHooks counted(files, support, hooksPath);
+    SupportDirectory folder(files, platform.paths.support, platform.paths.runtime);
+    CodexHooks counted(files, folder, hooksPath);
     EXPECT_FALSE(counted.state().areInstalled);
     files.readError = std::errc::io_error;
     EXPECT_FALSE(counted.state().areInstalled);
@@ -165,7 +166,7 @@ TEST_F(CodexHooksTest, ReadsTheFileOnlyWhenItChanged) {
     EXPECT_TRUE(counted.state().areInstalled) << "nothing was read anew";
     const int before = files.operations();
     EXPECT_TRUE(counted.state().areInstalled);
-    EXPECT_EQ(files.operations() - before, 3) << "one look at the file, one at each script";
+    EXPECT_EQ(files.operations() - before, 4) << "one look at the file, one at the folder and at each script";
 }
 
 TEST_F(CodexHooksTest, AReadThatFailedIsTriedAgain) {
@@ -196,7 +197,8 @@ TEST_F(CodexHooksTest, AFullDiskAtAnyMomentLosesNothing) {
             EXPECT_EQ(machine.disk.text(hooksPath), before) << "failed at operation " << step;
             continue;
         }
-        EXPECT_TRUE(CodexHooks(machine.disk, folder, hooksPath).state().areInstalled) << step;
+        SupportDirectory sound(machine.disk, machine.paths.support, machine.paths.runtime);
+        EXPECT_TRUE(CodexHooks(machine.disk, sound, hooksPath).state().areInstalled) << step;
         EXPECT_TRUE(Json::parse(*machine.disk.text(hooksPath))->find("a")) << step;
     }
     EXPECT_GT(failures, 5);

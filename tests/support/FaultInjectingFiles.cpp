@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/FaultInjectingFiles.h"
 
+#include <utility>
+
 namespace veslora {
 
 void FaultInjectingFiles::failOperation(int number, std::errc code) {
@@ -17,14 +19,17 @@ std::error_code FaultInjectingFiles::countWrite() {
     return !failure && writeError ? std::make_error_code(*writeError) : failure;
 }
 
+std::error_code FaultInjectingFiles::countRead() {
+    const std::error_code failure = count();
+    return !failure && readError ? std::make_error_code(*readError) : failure;
+}
+
 ReadResult FaultInjectingFiles::read(const std::string& path, const ReadOptions& options) {
-    if (const auto failure = count()) {
-        return {{}, failure};
-    }
-    if (readError) {
-        return {{}, std::make_error_code(*readError)};
-    }
-    ReadResult result = m_inner.read(path, options);
+    const auto failure = countRead();
+    return failure ? ReadResult{{}, failure} : limited(m_inner.read(path, options));
+}
+
+ReadResult FaultInjectingFiles::limited(ReadResult result) const {
     if (readLimit && result.bytes.size() > *readLimit) {
         result.bytes.resize(*readLimit);
     }
@@ -32,7 +37,7 @@ ReadResult FaultInjectingFiles::read(const std::string& path, const ReadOptions&
 }
 
 std::unique_ptr<FileReader> FaultInjectingFiles::open(const std::string& path) {
-    return count() || readError ? nullptr : m_inner.open(path);
+    return countRead() ? nullptr : m_inner.open(path);
 }
 
 std::optional<FileStat> FaultInjectingFiles::stat(const std::string& path, Links links) {
@@ -75,6 +80,74 @@ std::string FaultInjectingFiles::resolve(const std::string& path) {
 
 bool FaultInjectingFiles::isExecutable(const std::string& path) {
     return !count() && m_inner.isExecutable(path);
+}
+
+class FaultInjectingFiles::OpenFolder final : public Folder {
+  public:
+    OpenFolder(FaultInjectingFiles& files, std::unique_ptr<Folder> inner)
+        : m_files(files), m_inner(std::move(inner)) {}
+
+    std::optional<FileStat> stat() override { return m_files.count() ? std::nullopt : m_inner->stat(); }
+    std::error_code setMode(std::uint32_t mode) override {
+        const auto failure = m_files.count();
+        return failure ? failure : m_inner->setMode(mode);
+    }
+    std::optional<std::vector<std::string>> list() override {
+        return m_files.count() ? std::nullopt : m_inner->list();
+    }
+    std::optional<FileStat> stat(const std::string& name) override {
+        return m_files.count() ? std::nullopt : m_inner->stat(name);
+    }
+    ReadResult read(const std::string& name, const ReadOptions& options) override {
+        const auto failure = m_files.countRead();
+        return failure ? ReadResult{{}, failure} : m_files.limited(m_inner->read(name, options));
+    }
+    std::unique_ptr<FileReader> open(const std::string& name) override {
+        return m_files.countRead() ? nullptr : m_inner->open(name);
+    }
+    std::error_code write(const std::string& name, const std::string& bytes,
+                          const WriteOptions& options) override {
+        const auto failure = m_files.countWrite();
+        return failure ? failure : m_inner->write(name, bytes, options);
+    }
+    std::error_code remove(const std::string& name) override {
+        const auto failure = m_files.count();
+        return failure ? failure : m_inner->remove(name);
+    }
+    bool isExecutable(const std::string& name) override {
+        return !m_files.count() && m_inner->isExecutable(name);
+    }
+    std::error_code makeLink(const std::string& target, const std::string& name) override {
+        const auto failure = m_files.countWrite();
+        return failure ? failure : m_inner->makeLink(target, name);
+    }
+    std::optional<std::string> linkTarget(const std::string& name) override {
+        return m_files.count() ? std::nullopt : m_inner->linkTarget(name);
+    }
+    OpenedFolder openFolder(const std::string& name) override {
+        const auto failure = m_files.count();
+        return failure ? OpenedFolder{nullptr, failure} : m_files.wrapped(m_inner->openFolder(name));
+    }
+    std::error_code makeFolder(const std::string& name, std::uint32_t mode) override {
+        const auto failure = m_files.countWrite();
+        return failure ? failure : m_inner->makeFolder(name, mode);
+    }
+
+  private:
+    FaultInjectingFiles& m_files;
+    std::unique_ptr<Folder> m_inner;
+};
+
+OpenedFolder FaultInjectingFiles::wrapped(OpenedFolder opened) {
+    if (opened) {
+        opened.folder = std::make_unique<OpenFolder>(*this, std::move(opened.folder));
+    }
+    return opened;
+}
+
+OpenedFolder FaultInjectingFiles::openFolder(const std::string& path) {
+    const auto failure = count();
+    return failure ? OpenedFolder{nullptr, failure} : wrapped(m_inner.openFolder(path));
 }
 
 } // namespace veslora

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Files that fail when a test wants them to, in front of others that work.
+// Files that fail when a test wants them to, in front of others that work. What is done through an opened
+// folder counts and fails as the rest does.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -26,6 +27,7 @@ class FaultInjectingFiles final : public Files {
     /// How many operations there were.
     [[nodiscard]] int operations() const { return m_operations; }
 
+    [[nodiscard]] OpenedFolder openFolder(const std::string& path) override;
     [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& path) override;
     [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
@@ -40,8 +42,13 @@ class FaultInjectingFiles final : public Files {
     [[nodiscard]] bool isExecutable(const std::string& path) override;
 
   private:
+    class OpenFolder;
+    /// What becomes of a read that was let through.
+    [[nodiscard]] ReadResult limited(ReadResult result) const;
     [[nodiscard]] std::error_code count();
     [[nodiscard]] std::error_code countWrite();
+    [[nodiscard]] std::error_code countRead();
+    [[nodiscard]] OpenedFolder wrapped(OpenedFolder opened);
 
     Files& m_inner;
     int m_operations = 0;

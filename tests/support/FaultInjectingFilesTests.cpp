@@ -88,3 +88,32 @@ TEST_F(FaultInjectingFilesTest, FailsToOpen) {
     EXPECT_FALSE(files.open("/note"));
     EXPECT_TRUE(files.open("/note"));
 }
+
+TEST_F(FaultInjectingFilesTest, WhatGoesThroughAFolderFailsToo) {
+    memory.put("/box/note", "12345");
+    const OpenedFolder folder = files.openFolder("/box");
+    ASSERT_TRUE(folder);
+    files.writeError = std::errc::no_space_on_device;
+    EXPECT_EQ(folder->write("note", "", {}), std::errc::no_space_on_device);
+    EXPECT_EQ(folder->makeFolder("inner", 0700), std::errc::no_space_on_device);
+    EXPECT_EQ(folder->makeLink("/note", "link"), std::errc::no_space_on_device);
+    EXPECT_EQ(folder->read("note", {}).bytes, "12345");
+    files.writeError.reset();
+    files.readLimit = 3;
+    EXPECT_EQ(folder->read("note", {}).bytes, "123");
+    files.readError = std::errc::io_error;
+    EXPECT_EQ(folder->read("note", {}).error, std::errc::io_error);
+    EXPECT_FALSE(folder->open("note"));
+    EXPECT_EQ(files.operations(), 8);
+}
+
+TEST_F(FaultInjectingFilesTest, AFolderInAFolderFailsToo) {
+    memory.put("/box/inner/note", "12345");
+    const OpenedFolder inner = files.openFolder("/box")->openFolder("inner");
+    ASSERT_TRUE(inner);
+    files.failOperation(1, std::errc::io_error);
+    EXPECT_EQ(inner->remove("note"), std::errc::io_error);
+    files.failOperation(1, std::errc::io_error);
+    EXPECT_EQ(files.openFolder("/box").error, std::errc::io_error);
+    EXPECT_EQ(memory.text("/box/inner/note"), "12345");
+}

@@ -75,6 +75,7 @@ MemoryFiles::Node* MemoryFiles::find(const std::string& path, Links last) {
 }
 
 ReadResult MemoryFiles::read(const std::string& path, const ReadOptions& options) {
+    ++m_reads;
     const Node* node = find(path, options.links);
     if (node == nullptr) {
         return {{}, error(std::errc::no_such_file_or_directory)};

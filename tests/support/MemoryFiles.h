@@ -16,6 +16,7 @@ class MemoryFiles final : public Files {
 
     MemoryFiles();
 
+    [[nodiscard]] OpenedFolder openFolder(const std::string& path) override;
     [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& path) override;
     [[nodiscard]] ReadResult read(const std::string& path, const ReadOptions& options) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
@@ -43,7 +44,7 @@ class MemoryFiles final : public Files {
     void touch(const std::string& path);
     /// Makes something that is neither file nor directory nor link, such as a pipe.
     void putSpecial(const std::string& path);
-    /// Gives a file to another user.
+    /// Gives a file or a folder to another user.
     void giveAway(const std::string& path);
 
     /// What a file holds, links followed and whoever owns it; absent where there is none.
@@ -52,10 +53,13 @@ class MemoryFiles final : public Files {
     /// How many files and links were written or made through the seam, and by how many of them the disk was
     /// made to hold them.
     [[nodiscard]] int writes() const { return m_writes; }
+    /// How many files were read whole, or were to be.
+    [[nodiscard]] int reads() const { return m_reads; }
     [[nodiscard]] int syncedWrites() const { return m_syncedWrites; }
 
   private:
     class Reader;
+    class OpenFolder;
     enum class Kind { file, directory, link, special };
     struct Node {
         Kind kind = Kind::file;
@@ -75,6 +79,7 @@ class MemoryFiles final : public Files {
     std::map<std::string, Node> m_nodes; ///< by their paths without any link in them
     std::uint64_t m_lastInode = 0;
     int m_writes = 0;
+    int m_reads = 0;
     int m_syncedWrites = 0;
 };
 

@@ -198,3 +198,67 @@ TEST_F(MemoryFilesTest, ReadsPiecesOfAnOpenFile) {
     files.giveAway("/home/user/log");
     EXPECT_FALSE(files.open("/home/user/log"));
 }
+
+TEST_F(MemoryFilesTest, AnOpenedFolderReachesWhatLiesInIt) {
+    files.put("/home/user/box/file", "text");
+    const OpenedFolder folder = files.openFolder("/home/user/box");
+    ASSERT_TRUE(folder);
+    EXPECT_EQ(folder->read("file", {}).bytes, "text");
+    EXPECT_FALSE(folder->write("new", "bytes", {.mode = 0755}));
+    EXPECT_TRUE(folder->isExecutable("new"));
+    EXPECT_EQ(files.text("/home/user/box/new"), "bytes");
+    EXPECT_TRUE(folder->open("new"));
+    EXPECT_THAT(*folder->list(), UnorderedElementsAre("file", "new"));
+    EXPECT_FALSE(folder->remove("file"));
+    EXPECT_FALSE(folder->stat("file"));
+    EXPECT_FALSE(folder->makeFolder("inner", 0700));
+    EXPECT_FALSE(folder->makeFolder("inner", 0755)) << "one that is there already is no error";
+    EXPECT_EQ(folder->openFolder("inner")->stat()->mode, 0700U);
+    EXPECT_FALSE(folder->setMode(0700));
+    EXPECT_EQ(folder->stat()->mode, 0700U);
+    EXPECT_FALSE(folder->makeLink("/target", "link"));
+    EXPECT_EQ(folder->linkTarget("link"), "/target");
+}
+
+TEST_F(MemoryFilesTest, OnlyOurOwnFoldersAreOpened) {
+    files.put("/home/user/box/file", "text");
+    EXPECT_FALSE(files.makeLink("/home/user/box", "/home/user/link"));
+    EXPECT_EQ(files.openFolder("/home/user/link").error, std::errc::not_a_directory);
+    EXPECT_FALSE(files.openFolder("/home/user/link/"));
+    EXPECT_FALSE(files.makeDirectory("/home/user/box/inner", 0700));
+    EXPECT_TRUE(files.openFolder("/home/user/link/inner")) << "a link above it is followed";
+    EXPECT_EQ(files.openFolder("/home/user/box/file").error, std::errc::not_a_directory);
+    EXPECT_EQ(files.openFolder("/home/user/none").error, std::errc::no_such_file_or_directory);
+    files.giveAway("/home/user/box");
+    EXPECT_EQ(files.openFolder("/home/user/box").error, std::errc::permission_denied);
+}
+
+TEST_F(MemoryFilesTest, AnOpenedFolderStaysTheSameWhenALinkTakesItsPlace) {
+    files.put("/home/user/box/file", "ours");
+    files.put("/home/user/other/file", "theirs");
+    const OpenedFolder folder = files.openFolder("/home/user/box");
+    files.move("/home/user/box", "/home/user/moved");
+    EXPECT_FALSE(files.makeLink("/home/user/other", "/home/user/box"));
+    EXPECT_EQ(folder->read("file", {}).bytes, "ours");
+    EXPECT_FALSE(folder->remove("file"));
+    EXPECT_EQ(files.text("/home/user/other/file"), "theirs");
+    files.removeTree("/home/user/moved");
+    EXPECT_EQ(folder->write("file", "", {}), std::errc::no_such_file_or_directory);
+    EXPECT_THAT(*folder->list(), IsEmpty());
+}
+
+TEST_F(MemoryFilesTest, NoNameOrLinkLeadsOutOfAnOpenedFolder) {
+    files.put("/home/user/box/file", "ours");
+    files.put("/home/user/secret", "theirs");
+    EXPECT_FALSE(files.makeLink("/home/user/secret", "/home/user/box/link"));
+    const OpenedFolder folder = files.openFolder("/home/user/box");
+    for (const char* name : {"../secret", "/home/user/secret", ".", "..", "./file", ""}) {
+        EXPECT_EQ(folder->read(name, {}).error, std::errc::invalid_argument) << name;
+        EXPECT_EQ(folder->write(name, "", {}), std::errc::invalid_argument) << name;
+        EXPECT_EQ(folder->remove(name), std::errc::invalid_argument) << name;
+        EXPECT_FALSE(folder->stat(name)) << name;
+        EXPECT_FALSE(folder->open(name)) << name;
+    }
+    EXPECT_EQ(folder->read("link", {.links = Links::follow}).error, std::errc::too_many_symbolic_link_levels);
+    EXPECT_EQ(folder->openFolder("link").error, std::errc::not_a_directory);
+}

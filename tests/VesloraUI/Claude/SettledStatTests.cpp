@@ -3,6 +3,7 @@
 #include "VesloraUI/Claude/ClaudeSessionDirectory.h"
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 #include "VesloraUI/Claude/SettledStat.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/support/FaultInjectingFiles.h"
 #include "tests/support/MemoryFiles.h"
 
@@ -83,21 +84,24 @@ TEST(SettledStat, AStampOfTheFutureIsNeverAtRest) {
 /// A folder of such files, on a disk on which reads can fail.
 class SettledFilesTest : public testing::Test {
   protected:
-    void put(const std::string& text) { disk.put("/files/1.json", text); }
+    void put(const std::string& text) {
+        disk.put("/files/1.json", text);
+        disk.put("/support/statusline/1.json", text);
+    }
 
     /// How often the file is read while `look` is called that often.
     template <class Look>
     int readsOf(Look look, int times) {
-        const int before = files.operations();
+        const int before = disk.reads();
         for (int i = 0; i < times; ++i) {
             look();
         }
-        // A list and a stat belong to each look.
-        return files.operations() - before - 2 * times;
+        return disk.reads() - before;
     }
 
     MemoryFiles disk;
     FaultInjectingFiles files{disk};
+    SupportDirectory support{files, "/support", "/support"};
 };
 
 TEST_F(SettledFilesTest, ASessionIsReadOnceAndOnceMoreWhenItChanges) {
@@ -112,19 +116,19 @@ TEST_F(SettledFilesTest, ASessionIsReadOnceAndOnceMoreWhenItChanges) {
 }
 
 TEST_F(SettledFilesTest, AStatusIsReadOnceAndOnceMoreWhenItChanges) {
-    ClaudeStatusDirectory statuses(files, "/files");
+    ClaudeStatusDirectory statuses(support);
     put(R"({"session_id":"s1"})");
     const auto look = [&] { EXPECT_THAT(statuses.read(now + 60, std::nullopt), SizeIs(1)); };
     EXPECT_EQ(readsOf(look, 3), 1);
     disk.clock = now + 1;
-    disk.rewrite("/files/1.json", R"({"session_id":"s2"})");
+    disk.rewrite("/support/statusline/1.json", R"({"session_id":"s2"})");
     EXPECT_EQ(readsOf(look, 3), 1);
     EXPECT_EQ(statuses.read(now + 60, std::nullopt).front().sessionId, "s2");
 }
 
 TEST_F(SettledFilesTest, AReadThatFailedIsTriedAgain) {
     ClaudeSessionDirectory sessions(files, "/files");
-    ClaudeStatusDirectory statuses(files, "/files");
+    ClaudeStatusDirectory statuses(support);
     put(R"({"sessionId":"s1","session_id":"s1","pid":10})");
     files.readError = std::errc::too_many_files_open;
     EXPECT_THAT(sessions.read(now + 60), IsEmpty());

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The half of PosixFiles that changes things. A file or link is made under a passing name beside its place
-// and moved there by a rename, so that no reader ever meets half of it.
-#include "VesloraLinux/System/FileDescriptor.h"
-#include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraLinux/System/PosixWriting.h"
+
+#include "VesloraLinux/System/PosixReading.h"
 
 #include <fcntl.h>
 #include <sys/random.h>
@@ -12,30 +11,10 @@
 #include <cstdio>
 #include <ctime>
 
-namespace veslora {
+namespace veslora::PosixWriting {
 namespace {
 
-std::error_code lastError() {
-    return {errno, std::generic_category()};
-}
-
-/// A path cut at its last slash, with the folder held open: it stays the same one whatever is renamed
-/// meanwhile.
-struct Place {
-    FileDescriptor folder;
-    std::string name;
-};
-
-std::error_code openPlace(const std::string& path, Place& place) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos || slash + 1 == path.size()) {
-        return std::make_error_code(std::errc::invalid_argument);
-    }
-    place.name = path.substr(slash + 1);
-    const std::string folder = slash == 0 ? "/" : path.substr(0, slash);
-    place.folder = FileDescriptor(openat(AT_FDCWD, folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return place.folder ? std::error_code() : lastError();
-}
+using PosixReading::lastError;
 
 std::string passingName() {
     std::uint64_t random = 0;
@@ -52,16 +31,16 @@ std::string passingName() {
     return name;
 }
 
-/// A name in `place`'s folder under which something may be made. Unless it was moved to its place, what was
+/// A name in a folder under which something may be made. Unless it was moved to its place, what was
 /// made is removed again.
 class PassingEntry {
   public:
-    explicit PassingEntry(const Place& place) : m_place(place), m_name(passingName()) {}
+    explicit PassingEntry(int folder) : m_folder(folder), m_name(passingName()) {}
     PassingEntry(const PassingEntry&) = delete;
     PassingEntry& operator=(const PassingEntry&) = delete;
     ~PassingEntry() {
         if (m_isMade) {
-            unlinkat(m_place.folder.value(), m_name.c_str(), 0);
+            unlinkat(m_folder, m_name.c_str(), 0);
         }
     }
 
@@ -70,7 +49,7 @@ class PassingEntry {
     std::error_code make(const Make& make) {
         constexpr int mostAttempts = 100;
         for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-            if (make(m_place.folder.value(), m_name.c_str())) {
+            if (make(m_folder, m_name.c_str())) {
                 m_isMade = true;
                 return {};
             }
@@ -82,9 +61,8 @@ class PassingEntry {
         return std::make_error_code(std::errc::file_exists);
     }
 
-    std::error_code moveToPlace() {
-        if (renameat(m_place.folder.value(), m_name.c_str(), m_place.folder.value(), m_place.name.c_str()) !=
-            0) {
+    std::error_code moveTo(const std::string& name) {
+        if (renameat(m_folder, m_name.c_str(), m_folder, name.c_str()) != 0) {
             return lastError();
         }
         m_isMade = false;
@@ -92,7 +70,7 @@ class PassingEntry {
     }
 
   private:
-    const Place& m_place;
+    int m_folder;
     std::string m_name;
     bool m_isMade = false;
 };
@@ -129,10 +107,9 @@ std::error_code dress(int descriptor, const std::optional<struct stat>& former, 
     return fchmod(descriptor, mode) == 0 ? std::error_code() : lastError();
 }
 
-std::optional<struct stat> regularFileAt(const Place& place) {
+std::optional<struct stat> regularFileAt(int folder, const std::string& name) {
     struct stat status {};
-    if (fstatat(place.folder.value(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-        !S_ISREG(status.st_mode)) {
+    if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }
     return status;
@@ -152,80 +129,49 @@ std::error_code fill(FileDescriptor& file, const std::string& bytes, const std::
     return file.close() == 0 ? std::error_code() : lastError();
 }
 
-std::error_code makeOneDirectory(const std::string& path, std::uint32_t mode) {
-    if (mkdir(path.c_str(), mode) == 0) {
-        // The user's mask may have taken away what the caller asked for.
-        return chmod(path.c_str(), mode) == 0 ? std::error_code() : lastError();
-    }
-    const std::error_code error = lastError();
-    struct stat status {};
-    if (::stat(path.c_str(), &status) == 0) {
-        return S_ISDIR(status.st_mode) ? std::error_code() : std::make_error_code(std::errc::not_a_directory);
-    }
-    return error;
-}
-
 } // namespace
 
-std::error_code PosixFiles::write(const std::string& path, const std::string& bytes,
-                                  const WriteOptions& options) {
-    Place place;
-    if (const std::error_code error = openPlace(path, place)) {
-        return error;
+std::error_code openPlace(const std::string& path, Place& place) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos || slash + 1 == path.size()) {
+        return std::make_error_code(std::errc::invalid_argument);
     }
-    PassingEntry entry(place);
+    place.name = path.substr(slash + 1);
+    const std::string folder = slash == 0 ? "/" : path.substr(0, slash);
+    place.folder = FileDescriptor(openat(AT_FDCWD, folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return place.folder ? std::error_code() : lastError();
+}
+
+std::error_code write(int folder, const std::string& name, const std::string& bytes,
+                      const WriteOptions& options) {
+    PassingEntry entry(folder);
     FileDescriptor file;
-    const std::error_code made = entry.make([&file](int folder, const char* name) {
+    const std::error_code made = entry.make([&file](int where, const char* passing) {
         constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-        file = FileDescriptor(openat(folder, name, flags, 0600));
+        file = FileDescriptor(openat(where, passing, flags, 0600));
         return static_cast<bool>(file);
     });
     if (made) {
         return made;
     }
-    if (const std::error_code error = fill(file, bytes, regularFileAt(place), options)) {
+    if (const std::error_code error = fill(file, bytes, regularFileAt(folder, name), options)) {
         return error;
     }
-    if (const std::error_code error = entry.moveToPlace()) {
+    if (const std::error_code error = entry.moveTo(name)) {
         return error;
     }
     // Some file systems know no sync of a folder; the new file is in place whatever is answered here.
     if (options.sync == Sync::yes) {
-        fsync(place.folder.value());
+        fsync(folder);
     }
     return {};
 }
 
-std::error_code PosixFiles::remove(const std::string& path) {
-    return unlink(path.c_str()) == 0 ? std::error_code() : lastError();
-}
-
-std::error_code PosixFiles::makeDirectory(const std::string& path, std::uint32_t mode) {
-    std::error_code error = makeOneDirectory(path, mode);
-    if (error != std::errc::no_such_file_or_directory) {
-        return error;
-    }
-    error.clear();
-    for (std::size_t end = path.find('/', 1); !error && end != std::string::npos;
-         end = path.find('/', end + 1)) {
-        error = makeOneDirectory(path.substr(0, end), mode);
-    }
-    return error ? error : makeOneDirectory(path, mode);
-}
-
-std::error_code PosixFiles::setMode(const std::string& path, std::uint32_t mode) {
-    return chmod(path.c_str(), mode) == 0 ? std::error_code() : lastError();
-}
-
-std::error_code PosixFiles::makeLink(const std::string& target, const std::string& path) {
-    Place place;
-    if (const std::error_code error = openPlace(path, place)) {
-        return error;
-    }
-    PassingEntry entry(place);
+std::error_code makeLink(const std::string& target, int folder, const std::string& name) {
+    PassingEntry entry(folder);
     const std::error_code made = entry.make(
-        [&target](int folder, const char* name) { return symlinkat(target.c_str(), folder, name) == 0; });
-    return made ? made : entry.moveToPlace();
+        [&target](int where, const char* passing) { return symlinkat(target.c_str(), where, passing) == 0; });
+    return made ? made : entry.moveTo(name);
 }
 
-} // namespace veslora
+} // namespace veslora::PosixWriting
