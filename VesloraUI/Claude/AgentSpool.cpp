@@ -16,9 +16,9 @@ constexpr double sweepPeriod = 3600;
 
 } // namespace
 
-AgentSpool::AgentSpool(Scheduler& scheduler, Files& files, SupportDirectory& support, std::string_view name,
+AgentSpool::AgentSpool(Scheduler& scheduler, SupportDirectory& support, std::string_view name,
                        UnderstandSpoolFile understand, std::function<void()> onNews)
-    : m_scheduler(scheduler), m_files(files), m_support(support), m_name(name), m_path(support.pathOf(name)),
+    : m_scheduler(scheduler), m_support(support), m_name(name), m_path(support.pathOf(name)),
       m_understand(std::move(understand)), m_onNews(std::move(onNews)) {}
 
 AgentSpool::~AgentSpool() {
@@ -47,14 +47,18 @@ void AgentSpool::take() {
 
 void AgentSpool::begin() {
     m_hasMore = false;
+    OpenedFolder opened = m_support.openFolder(m_name);
+    if (!opened) {
+        return;
+    }
     const Timestamp now = m_scheduler.now();
     std::optional<Timestamp> sweepBefore;
     if (now - m_lastSweep >= sweepPeriod) {
         m_lastSweep = now;
         sweepBefore = now - eventLifetime;
     }
-    m_round =
-        std::make_shared<SpoolRound>(m_files, m_path, m_understand, std::exchange(m_stuck, {}), sweepBefore);
+    m_round = std::make_shared<SpoolRound>(std::move(opened.folder), m_understand, std::exchange(m_stuck, {}),
+                                           sweepBefore);
     if (m_round->find(atOnce.files)) {
         m_round->read(atOnce);
     }

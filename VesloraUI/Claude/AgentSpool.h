@@ -34,7 +34,7 @@ class AgentSpool {
     static constexpr SpoolPortion aside = {128, std::size_t{1} << 20, SpoolRound::payloadCap};
 
     /// `onNews` is called whenever something was taken in that was read in the background.
-    AgentSpool(Scheduler& scheduler, Files& files, SupportDirectory& support, std::string_view name,
+    AgentSpool(Scheduler& scheduler, SupportDirectory& support, std::string_view name,
                UnderstandSpoolFile understand, std::function<void()> onNews);
     ~AgentSpool();
     AgentSpool(const AgentSpool&) = delete;
@@ -56,7 +56,6 @@ class AgentSpool {
     void portionWasRead();
 
     Scheduler& m_scheduler;
-    Files& m_files;
     SupportDirectory& m_support;
     std::string m_name;
     std::string m_path;

@@ -12,12 +12,11 @@ namespace veslora {
 HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
                                        Defaults& settings, std::string_view spool, std::string_view answers,
                                        UnderstandSpoolFile understand)
-    : m_seams(seams), m_support(support),
-      m_spool(seams.scheduler, seams.files, support, spool, std::move(understand),
-              [this] {
-                  readSessions();
-                  publishState();
-              }),
+    : m_seams(seams), m_support(support), m_spool(seams.scheduler, support, spool, std::move(understand),
+                                                  [this] {
+                                                      readSessions();
+                                                      publishState();
+                                                  }),
       m_answers(seams.files, support, answers), m_settings(settings) {}
 
 void HookedAgentMonitor::start() {

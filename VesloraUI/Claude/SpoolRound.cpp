@@ -2,7 +2,6 @@
 #include "VesloraUI/Claude/SpoolRound.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <stdexcept>
 #include <string_view>
@@ -18,13 +17,13 @@ constexpr std::string_view leftoverPrefix = "tmp.";
 
 } // namespace
 
-SpoolRound::SpoolRound(Files& files, std::string path, UnderstandSpoolFile understand, Stuck stuck,
+SpoolRound::SpoolRound(std::unique_ptr<Folder> folder, UnderstandSpoolFile understand, Stuck stuck,
                        std::optional<Timestamp> sweepBefore)
-    : m_files(files), m_path(std::move(path)), m_understand(std::move(understand)), m_stuck(std::move(stuck)),
+    : m_folder(std::move(folder)), m_understand(std::move(understand)), m_stuck(std::move(stuck)),
       m_sweepBefore(sweepBefore) {}
 
 bool SpoolRound::find(std::size_t most) {
-    const auto names = m_files.list(m_path).value_or(std::vector<std::string>());
+    const auto names = m_folder->listSome(most + 1).value_or(std::vector<std::string>());
     m_isFound = names.size() <= most;
     if (m_isFound) {
         find(names);
@@ -34,11 +33,11 @@ bool SpoolRound::find(std::size_t most) {
 
 void SpoolRound::findAll() {
     try {
-        find(std::numeric_limits<std::size_t>::max());
+        m_isFound = true;
+        find(m_folder->list().value_or(std::vector<std::string>()));
     } catch (const std::bad_alloc&) {
         // More names than memory: as a folder that can't be listed.
         m_left.clear();
-        m_isFound = true;
     }
 }
 
@@ -52,7 +51,7 @@ void SpoolRound::find(const std::vector<std::string>& names) {
             sweep(name);
             continue;
         }
-        const auto found = m_files.stat(pathOf(name), Links::refuse);
+        const auto found = m_folder->stat(name);
         const auto stuck = stuckBefore.find(name);
         if (found && stuck != stuckBefore.end() && stuck->second == found->modifiedNanoseconds) {
             m_stuck.insert(*stuck);
@@ -67,9 +66,9 @@ void SpoolRound::sweep(const std::string& name) {
     if (!m_sweepBefore || !name.starts_with(leftoverPrefix)) {
         return;
     }
-    const auto found = m_files.stat(pathOf(name), Links::refuse);
+    const auto found = m_folder->stat(name);
     if (found && found->modified < *m_sweepBefore) {
-        m_files.remove(pathOf(name));
+        m_folder->remove(name);
     }
 }
 
@@ -94,7 +93,7 @@ void SpoolRound::read(const SpoolPortion& portion) {
 std::optional<SpoolNews> SpoolRound::understandNext(std::size_t longest, std::size_t& bytes) {
     SpoolFile file{m_left.front().name, m_left.front().time, {}};
     try {
-        file.content = m_files.read(pathOf(file.name), {.links = Links::refuse, .cap = longest});
+        file.content = m_folder->read(file.name, {.cap = longest});
         bytes += file.content.bytes.size();
         if (file.content.error == std::errc::file_too_large && longest < payloadCap) {
             return std::nullopt;
@@ -118,7 +117,7 @@ void SpoolRound::takeIn() {
         if (understood.news) {
             understood.news();
         }
-        const std::error_code error = m_files.remove(pathOf(understood.entry.name));
+        const std::error_code error = m_folder->remove(understood.entry.name);
         if (error && error != std::errc::no_such_file_or_directory) {
             m_stuck[understood.entry.name] = understood.entry.nanoseconds;
         }

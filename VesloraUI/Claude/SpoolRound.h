@@ -11,6 +11,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -47,7 +48,7 @@ class SpoolRound {
 
     /// Leftovers of scripts that are older than `sweepBefore` are deleted as they are found; absent where
     /// there is no need to look.
-    SpoolRound(Files& files, std::string path, UnderstandSpoolFile understand, Stuck stuck,
+    SpoolRound(std::unique_ptr<Folder> folder, UnderstandSpoolFile understand, Stuck stuck,
                std::optional<Timestamp> sweepBefore);
 
     /// Finds what there is, unless that is more than `most` files. Whether it was found.
@@ -79,10 +80,8 @@ class SpoolRound {
     void sweep(const std::string& name);
     /// What is to be taken in of the next file; absent if it is longer than `longest`, and not read then.
     [[nodiscard]] std::optional<SpoolNews> understandNext(std::size_t longest, std::size_t& bytes);
-    [[nodiscard]] std::string pathOf(const std::string& name) const { return m_path + "/" + name; }
 
-    Files& m_files;
-    std::string m_path;
+    std::unique_ptr<Folder> m_folder;
     UnderstandSpoolFile m_understand;
     Stuck m_stuck;
     std::optional<Timestamp> m_sweepBefore;

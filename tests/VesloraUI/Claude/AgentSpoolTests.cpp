@@ -54,7 +54,7 @@ class AgentSpoolTest : public testing::Test {
     }
     [[nodiscard]] std::unique_ptr<AgentSpool> make() {
         return std::make_unique<AgentSpool>(
-            time, files, support, "spool", [this](const SpoolFile& file) { return understand(file); },
+            time, support, "spool", [this](const SpoolFile& file) { return understand(file); },
             [this] { ++calls; });
     }
 
@@ -229,11 +229,38 @@ TEST_F(AgentSpoolTest, WhatCannotBeDeletedIsTakenOnce) {
 
 TEST_F(AgentSpoolTest, AFolderThatCannotBeListedIsEmpty) {
     put("1.json");
-    files.failOperation(1, std::errc::io_error);
-    spool->take();
-    EXPECT_THAT(taken, IsEmpty());
+    // Opening the support folder, opening the spool in it, listing that.
+    for (const int operation : {1, 2, 3}) {
+        files.failOperation(operation, std::errc::io_error);
+        spool->take();
+        EXPECT_THAT(taken, IsEmpty()) << operation;
+    }
     spool->take();
     EXPECT_THAT(taken, ElementsAre("1.json"));
+}
+
+TEST_F(AgentSpoolTest, FilesBehindALinkAreNotOurs) {
+    putLarge("1.json");
+    spool->take();
+    disk.put("/home/me/photos/a.json", "precious");
+    disk.removeTree(folder);
+    disk.makeLink("/home/me/photos", folder);
+    finish();
+    spool->take();
+    finish();
+    EXPECT_THAT(taken, IsEmpty());
+    EXPECT_EQ(disk.text("/home/me/photos/a.json"), "precious");
+}
+
+TEST_F(AgentSpoolTest, ASpoolThatIsReplacedWhileItIsReadLosesNothing) {
+    putLarge("1.json");
+    put("2.json");
+    spool->take();
+    disk.move(folder, "/home/me/elsewhere");
+    put("1.json", "another");
+    finish();
+    EXPECT_THAT(taken, ElementsAre("1.json", "2.json"));
+    EXPECT_EQ(disk.text(std::string(folder) + "/1.json"), "another") << "not the file that was read";
 }
 
 /// Whatever comes when and however large it is: each file is taken once, and those that lay there together in
