@@ -26,12 +26,12 @@ class AgentSpool {
   public:
     /// An event older than this was left by a hook long ago and is not worth hearing of.
     static constexpr double eventLifetime = 86400;
-    /// What is read at once. So many files come between two looks while agents work; the bytes are read in a
-    /// few milliseconds.
-    static constexpr SpoolPortion atOnce = {64, std::size_t{256} << 10, std::size_t{64} << 10};
+    /// What is read at once. No more comes between two looks while agents work. Twice these bytes, at most,
+    /// are understood in 8 ms, where all of them are numbers that have to be built.
+    static constexpr SpoolPortion atOnce = {64, std::size_t{64} << 10, std::size_t{64} << 10};
     /// What is read in the background between two returns to the main thread, which takes in and deletes as
     /// many files at once.
-    static constexpr SpoolPortion aside = {128, std::size_t{1} << 20, SpoolRound::payloadCap};
+    static constexpr SpoolPortion aside = {512, std::size_t{1} << 20, SpoolRound::payloadCap};
 
     /// `onNews` is called whenever something was taken in that was read in the background.
     AgentSpool(Scheduler& scheduler, SupportDirectory& support, std::string_view name,

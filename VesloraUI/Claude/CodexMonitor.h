@@ -9,6 +9,7 @@
 #include "VesloraUI/Claude/CodexUsageMonitor.h"
 #include "VesloraUI/Claude/HookedAgentMonitor.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,7 +39,7 @@ class CodexMonitor : public HookedAgentMonitor {
                                                         const std::string& home);
     void take(CodexHookEvent event);
     void take(const Prompt& prompt);
-    [[nodiscard]] std::optional<std::int32_t> sessionProcess(std::optional<std::int32_t> hookParent) const;
+    [[nodiscard]] std::optional<std::int32_t> sessionProcess(std::optional<std::int32_t> hookParent);
     [[nodiscard]] std::vector<CodexSessions::Client> runningClients() const;
 
     [[nodiscard]] AgentHooks& hooks() override { return m_hooks; }
@@ -55,6 +56,7 @@ class CodexMonitor : public HookedAgentMonitor {
 
     CodexHooks m_hooks;
     CodexSessions m_state;
+    std::map<std::int32_t, bool> m_isServer; ///< hooks' parents that were looked at since `readSessions`
     std::vector<ClaudePermissionRequest> m_newRequests; ///< that `readSessions` has not looked at yet
     CodexUsageMonitor m_usage;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraUI/Claude/HookedMonitorTest.h"
+#include "tests/VesloraUI/Claude/ClaudeMonitorTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,36 +11,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-constexpr auto support = "/home/me/.local/share/Veslora";
-constexpr auto spool = "/home/me/.local/share/Veslora/claude-spool";
-constexpr auto answers = "/home/me/.local/share/Veslora/answers";
-constexpr auto sessions = "/home/me/.claude/sessions";
-
-class ClaudeMonitorTest : public HookedMonitorTest<ClaudeMonitor> {
-  protected:
-    ClaudeMonitorTest() : HookedMonitorTest(spool, answers) {}
-
-    /// A session's file. An empty `status` leaves the key out.
-    void putSession(const std::string& id, const std::string& status, double since,
-                    const std::string& more = {}, int pid = 10) {
-        platform.disk.put(std::string(sessions) + "/" + std::to_string(pid) + ".json",
-                          R"({"sessionId":")" + id + R"(","pid":)" + std::to_string(pid) +
-                              R"(,"cwd":"/home/me/proj","status":")" + status + R"(","statusUpdatedAt":)" +
-                              std::to_string(static_cast<std::int64_t>(since * 1000)) + more + "}");
-    }
-    void putEvent(const std::string& name, const std::string& event, const std::string& more = {},
-                  const std::string& session = "s1") {
-        putIntoSpool(name,
-                     R"({"session_id":")" + session + R"(","hook_event_name":")" + event + "\"" + more + "}");
-    }
-    void putRequest(const std::string& id, const std::string& tool = "Bash",
-                    const std::string& session = "s1") {
-        putEvent("perm-" + id + ".json", "PermissionRequest",
-                 R"(,"cwd":"/home/me/proj","tool_name":")" + tool + R"(","tool_input":{"command":"ls"})",
-                 session);
-    }
-};
 
 TEST_F(ClaudeMonitorTest, BeatsIntoTheRuntimeFolderThroughALink) {
     monitor.start();
@@ -308,111 +277,6 @@ TEST_F(ClaudeMonitorTest, ANewPromptEndsTheRequest) {
     putEvent("tmp.111111.json", "UserPromptSubmit");
     monitor.refresh();
     EXPECT_THAT(pendingIds(), IsEmpty());
-}
-
-TEST_F(ClaudeMonitorTest, ARequestGoesWithItsTerminal) {
-    const auto closed = [this](const std::function<void()>& close) {
-        putSession("s1", "busy", now());
-        putRequest("aaa");
-        monitor.refresh();
-        EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
-        platform.disk.rewrite(std::string(sessions) + "/10.json", R"({"sessionId":"s1","pi)");
-        monitor.refresh();
-        EXPECT_THAT(pendingIds(), ElementsAre("aaa")) << "a half-written file is not gone";
-        close();
-        monitor.refresh();
-        EXPECT_THAT(pendingIds(), IsEmpty());
-        EXPECT_FALSE(answerOf("aaa"));
-        platform.advance(30);
-    };
-    monitor.start();
-    closed([this] { platform.disk.remove(std::string(sessions) + "/10.json"); });
-    closed([this] { platform.tasks.alive.erase(10); });
-    platform.tasks.alive.insert(10);
-    closed([this] { putSession("cleared", "idle", now()); });
-}
-
-TEST_F(ClaudeMonitorTest, ARequestOfASessionThatNeverHadAFileStays) {
-    platform.disk.makeDirectory(sessions, 0700);
-    putRequest("aaa");
-    monitor.start();
-    platform.advance(10);
-    EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
-}
-
-TEST_F(ClaudeMonitorTest, AFolderThatIsAwaySaysNothingOfARequest) {
-    putSession("s1", "busy", now());
-    putRequest("aaa");
-    monitor.start();
-    platform.disk.removeTree(sessions);
-    monitor.refresh();
-    EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
-}
-
-TEST_F(ClaudeMonitorTest, ALargeEventIsHeardBeforeTheRequestBehindIt) {
-    putSession("s1", "busy", now());
-    monitor.start();
-    platform.disk.clock = now() - 0.012;
-    putEvent("tmp.111111.json", "PreToolUse",
-             R"(,"tool_name":"Write","tool_input":{"content":")" + std::string(16'000'000, 'x') +
-                 R"(","file_path":"/a/b.txt"})");
-    platform.disk.clock = now();
-    putRequest("aaa");
-    monitor.refresh();
-    EXPECT_FALSE(monitor.summaries()[0].activity);
-    EXPECT_THAT(pendingIds(), IsEmpty());
-    platform.advance(2);
-    EXPECT_THAT(pendingIds(), IsEmpty()) << "the ticks go on, and the request waits for its turn";
-    finishReading();
-    EXPECT_EQ(monitor.summaries()[0].activity, "Write: b.txt");
-    EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
-    platform.advance(18);
-    EXPECT_THAT(pendingIds(), IsEmpty()) << "its time runs from when it was filed";
-}
-
-TEST_F(ClaudeMonitorTest, ALargeEventEndsTheRequestBeforeIt) {
-    putRequest("aaa");
-    platform.disk.clock = now() + 0.5;
-    putEvent("tmp.111111.json", "PostToolUse",
-             R"(,"tool_response":")" + std::string(1'000'000, 'x') +
-                 R"(","tool_name":"Bash","tool_input":{"command":"ls"})");
-    monitor.start();
-    EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
-    finishReading();
-    EXPECT_THAT(pendingIds(), IsEmpty());
-}
-
-TEST_F(ClaudeMonitorTest, ARequestOverAMegabyteIsPassed) {
-    putSession("s1", "waiting", now(), R"(,"waitingFor":"permission prompt")");
-    monitor.start();
-    putEvent("perm-aaa.json", "PermissionRequest",
-             R"(,"tool_name":"Bash","tool_input":{"command":")" +
-                 std::string(ClaudePermissionRequest::longestPayload, 'x') + "\"}");
-    monitor.refresh();
-    finishReading();
-    EXPECT_EQ(answerOf("aaa"), "pass");
-    EXPECT_THAT(pendingIds(), IsEmpty());
-    EXPECT_TRUE(waits()) << "the notice of the session's own wait";
-}
-
-TEST_F(ClaudeMonitorTest, AWaitWithoutAStampIsToldOnce) {
-    platform.disk.put(std::string(sessions) + "/10.json",
-                      R"({"sessionId":"s1","pid":10,"status":"waiting","waitingFor":"permission prompt"})");
-    monitor.start();
-    const int before = changes;
-    platform.advance(10);
-    EXPECT_EQ(changes, before);
-}
-
-TEST_F(ClaudeMonitorTest, NothingIsTakenInAfterTheEnd) {
-    monitor.start();
-    putEvent("perm-aaa.json", "PermissionRequest",
-             R"(,"tool_name":"Bash","tool_input":{"command":")" + std::string(100'000, 'x') + "\"}");
-    monitor.refresh();
-    monitor.stop();
-    finishReading();
-    EXPECT_THAT(pendingIds(), IsEmpty());
-    EXPECT_TRUE(platform.disk.exists(std::string(spool) + "/perm-aaa.json"));
 }
 
 TEST_F(ClaudeMonitorTest, NoNoticeFlashesUpBehindAnAnswer) {
