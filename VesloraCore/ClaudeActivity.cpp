@@ -60,6 +60,11 @@ std::string describe(std::string_view tool, const Json& input) {
     return std::string(GraphemeClusters::prefix(text, longest - 1)) + "…";
 }
 
+std::string describe(const HookPayload& payload) {
+    return describe(payload.tool,
+                    payload.inputTexts({"description", "command", "file_path", "pattern", "url", "query"}));
+}
+
 std::optional<std::string> mcpName(std::string_view tool) {
     constexpr std::string_view separator = "__";
     constexpr std::string_view start = "mcp__";

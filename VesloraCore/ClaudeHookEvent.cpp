@@ -3,34 +3,42 @@
 #include "VesloraCore/ClaudeHookEvent.h"
 
 #include "VesloraCore/ClaudeActivity.h"
+#include "VesloraCore/HookPayload.h"
+#include "VesloraCore/JsonScanner.h"
+#include "VesloraCore/JsonText.h"
+#include "VesloraCore/Utf8.h"
 
 namespace veslora {
 
 namespace {
 
-ClaudeHookEvent::Kind toolStart(const Json& payload) {
-    return ClaudeHookEvent::ToolStart{
-        ClaudeActivity::describe(payload.textAt("tool_name"), ToolUse::inputOf(payload))};
+// What is kept of a message, which may be of any length: whole code points, far more than a notice shows.
+std::string beginning(std::string message) {
+    if (message.size() <= HookPayload::longestText)
+        return message;
+    std::size_t end = HookPayload::longestText;
+    while (end > 0 && (static_cast<unsigned char>(message[end]) & 0xC0U) == 0x80)
+        --end;
+    return message.substr(0, end);
 }
 
 // The type decides where there is one; earlier agents sent the message alone.
-ClaudeHookEvent::Kind notification(const Json& payload) {
-    const std::string message = payload.textAt("message");
-    const std::string* type = payload.stringAt("notification_type");
+ClaudeHookEvent::Kind notification(const HookPayload& payload) {
+    const auto& type = payload.notificationType;
     const bool isCall = type ? *type == "permission_prompt" || *type == "elicitation_dialog"
-                             : message.find("needs your permission") != std::string::npos;
+                             : payload.message.find("needs your permission") != std::string::npos;
     if (!isCall)
         return ClaudeHookEvent::Ignored{};
-    return ClaudeHookEvent::NeedsYou{message};
+    return ClaudeHookEvent::NeedsYou{beginning(payload.message)};
 }
 
-ClaudeHookEvent::Kind kindOf(std::string_view name, const Json& payload) {
+ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
     if (name == "UserPromptSubmit")
         return ClaudeHookEvent::Prompt{};
     if (name == "Stop")
         return ClaudeHookEvent::Stop{};
     if (name == "PreToolUse")
-        return toolStart(payload);
+        return ClaudeHookEvent::ToolStart{ClaudeActivity::describe(payload)};
     if (name == "PostToolUse")
         return ClaudeHookEvent::ToolDone{};
     if (name == "Notification")
@@ -38,30 +46,36 @@ ClaudeHookEvent::Kind kindOf(std::string_view name, const Json& payload) {
     return ClaudeHookEvent::Ignored{};
 }
 
-std::optional<ClaudeHookEvent> eventOf(const Json& payload, Timestamp time) {
-    const std::string* sessionId = payload.stringAt("session_id");
-    const std::string* name = payload.stringAt("hook_event_name");
-    if (!sessionId || sessionId->empty() || !name)
-        return std::nullopt;
-    ClaudeHookEvent event{*sessionId, time, kindOf(*name, payload), std::nullopt};
-    if (std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind))
-        event.tool = ToolUse::of(payload);
-    return event;
-}
-
 } // namespace
 
 std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view payload, Timestamp time) {
-    const std::optional<Json> root = Json::parse(payload);
-    return root ? eventOf(*root, time) : std::nullopt;
+    const std::optional<HookPayload> read = HookPayload::parse(payload);
+    if (!read || !read->sessionId || read->sessionId->empty() || !read->eventName)
+        return std::nullopt;
+    ClaudeHookEvent event{*read->sessionId, time, kindOf(*read->eventName, *read), std::nullopt};
+    if (std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind))
+        event.tool = ToolUse::of(*read);
+    return event;
 }
 
 std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view line) {
-    const std::optional<Json> root = Json::parse(line);
-    const Json* time = root ? root->find("t") : nullptr;
-    const Json* payload = root ? root->objectAt("e") : nullptr;
-    const std::optional<double> seconds = time ? time->number() : std::nullopt;
-    return seconds && payload ? eventOf(*payload, *seconds) : std::nullopt;
+    if (!Utf8::isValid(line))
+        return std::nullopt;
+    JsonScanner scanner(line);
+    std::string_view time;
+    std::string_view payload;
+    const bool isObject = scanner.object([&](JsonScanner::Key key) {
+        if (key == "t")
+            time = scanner.raw();
+        else if (key == "e")
+            payload = scanner.raw();
+        else
+            scanner.skip();
+    });
+    if (!isObject || !scanner.isComplete() || !JsonText::isNumber(time))
+        return std::nullopt;
+    const std::optional<double> seconds = JsonText::number(time);
+    return seconds ? parse(payload, *seconds) : std::nullopt;
 }
 
 } // namespace veslora

@@ -18,7 +18,7 @@ struct ClaudeHookEvent {
         std::string text;
         bool operator==(const ToolStart&) const = default;
     };
-    /// The agent wants the user; `message` may be empty.
+    /// The agent wants the user; `message` may be empty, and is cut after HookPayload::longestText bytes.
     struct NeedsYou {
         std::string message;
         bool operator==(const NeedsYou&) const = default;

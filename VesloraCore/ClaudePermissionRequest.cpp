@@ -7,25 +7,31 @@
 
 namespace veslora {
 
+std::optional<ClaudePermissionRequest> ClaudePermissionRequest::of(const HookPayload& payload,
+                                                                   std::string_view id, Timestamp receivedAt,
+                                                                   std::string_view home) {
+    const std::optional<Json> input = payload.isRequest() ? payload.input() : std::nullopt;
+    if (!input)
+        return std::nullopt;
+    ClaudePermissionRequest request;
+    request.sessionId = *payload.sessionId;
+    request.tool = payload.tool;
+    request.id = id;
+    request.cwd = payload.cwd;
+    request.text = ClaudeRequestText::describe(request.tool, *input, home);
+    request.receivedAt = receivedAt;
+    request.input = ToolUse::inputText(*input);
+    return request;
+}
+
 std::optional<ClaudePermissionRequest> ClaudePermissionRequest::parse(std::string_view payload,
                                                                       std::string_view id,
                                                                       Timestamp receivedAt,
                                                                       std::string_view home) {
-    const std::optional<Json> root = Json::parse(payload);
-    if (!root || root->textAt("hook_event_name") != "PermissionRequest")
+    if (payload.size() > longestPayload)
         return std::nullopt;
-    ClaudePermissionRequest request;
-    request.sessionId = root->textAt("session_id");
-    request.tool = root->textAt("tool_name");
-    if (request.sessionId.empty() || request.tool.empty())
-        return std::nullopt;
-    const Json& input = ToolUse::inputOf(*root);
-    request.id = id;
-    request.cwd = root->textAt("cwd");
-    request.text = ClaudeRequestText::describe(request.tool, input, home);
-    request.receivedAt = receivedAt;
-    request.input = ToolUse::inputText(input);
-    return request;
+    const std::optional<HookPayload> read = HookPayload::parse(payload);
+    return read ? of(*read, id, receivedAt, home) : std::nullopt;
 }
 
 } // namespace veslora

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/AgentKind.h"
+#include "VesloraCore/HookPayload.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <optional>
@@ -13,6 +14,9 @@
 namespace veslora {
 
 struct ClaudePermissionRequest {
+    /// A longer payload gives no request, in bytes: an alert shows a hundred characters of it.
+    static constexpr std::size_t longestPayload = HookPayload::longestInput;
+
     std::string id;        ///< of the spool file, and the name of the answer file
     std::string sessionId; ///< never empty
     std::string cwd;       ///< working directory, possibly empty
@@ -27,9 +31,12 @@ struct ClaudePermissionRequest {
     double answerBy = 0;
     bool operator==(const ClaudePermissionRequest&) const = default;
 
-    /// Nothing for bytes that are no JSON object, of another event than "PermissionRequest", or without a
-    /// session or a tool. `home` is the path that the text shortens to "~"; `agent` is always Claude, and
-    /// `answerBy` is left to the caller, who has the clock.
+    /// Nothing for a payload that is no request, or whose input is too long to be built. `home` is the path
+    /// that the text shortens to "~"; `agent` is always Claude, and `answerBy` is left to the caller, who has
+    /// the clock.
+    [[nodiscard]] static std::optional<ClaudePermissionRequest>
+    of(const HookPayload& payload, std::string_view id, Timestamp receivedAt, std::string_view home);
+    /// The same of bytes; nothing for those that are no JSON object or are too long.
     [[nodiscard]] static std::optional<ClaudePermissionRequest>
     parse(std::string_view payload, std::string_view id, Timestamp receivedAt, std::string_view home);
 };

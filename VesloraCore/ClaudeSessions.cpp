@@ -31,8 +31,10 @@ void ClaudeSessions::update(const std::vector<ClaudeSessionFile>& files, Timesta
     for (const ClaudeSessionFile& file : files)
         present.insert(file.sessionId);
     for (auto& [id, record] : m_records) {
-        if (!present.contains(id))
+        if (!present.contains(id)) {
             record.file.reset();
+            record.unstampedWaitSeenAt.reset();
+        }
     }
     for (const ClaudeSessionFile& file : files)
         take(m_records[file.sessionId], file, now);
@@ -54,6 +56,10 @@ void ClaudeSessions::take(Record& record, const ClaudeSessionFile& file, Timesta
     }
     if (file.waitingFor && file.statusSince)
         record.lastWait = file.statusSince;
+    if (!file.waitingFor || file.statusSince)
+        record.unstampedWaitSeenAt.reset();
+    else if (!record.unstampedWaitSeenAt)
+        record.unstampedWaitSeenAt = now;
     record.wasBusy = isActive;
     record.file = file;
 }
@@ -184,7 +190,10 @@ std::optional<ClaudeSessionStatus> ClaudeSessions::wait(const Record& record, co
     if (record.dismissedWait == file.statusSince.value_or(distantPast))
         return std::nullopt;
     const std::string fallback = file.waitingFor->empty() ? "Waiting for you" : *file.waitingFor;
-    const Timestamp since = file.statusSince.value_or(approval ? approval->since : now);
+    // Without a stamp, since it was first heard of: a wait that began anew at each look would sound each
+    // time.
+    const Timestamp seen = record.unstampedWaitSeenAt.value_or(now);
+    const Timestamp since = file.statusSince.value_or(approval ? std::min(approval->since, seen) : seen);
     return ClaudeStatus::NeedsApproval{approval ? approval->message : fallback, since};
 }
 

@@ -74,6 +74,8 @@ class ClaudeSessions {
         bool approvalDismissed = false;
         std::optional<Timestamp> dismissedWait; ///< stamp of the file's wait that the user dismissed
         std::optional<Timestamp> lastWait;      ///< stamp of the last wait seen in the file
+        /// When the file was first seen in the wait that it is in without a stamp.
+        std::optional<Timestamp> unstampedWaitSeenAt;
         std::optional<Timestamp> finishedAt;
         bool seen = false; ///< the user has seen that finish
         std::optional<std::string> activity;

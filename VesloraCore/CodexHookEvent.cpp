@@ -4,20 +4,14 @@
 
 #include "VesloraCore/ClaudeActivity.h"
 #include "VesloraCore/IdentifierText.h"
-#include "VesloraCore/ToolUse.h"
 
 namespace veslora {
 
 namespace {
 
-CodexHookEvent::Kind toolStart(const Json& payload) {
-    return CodexHookEvent::ToolStart{
-        ClaudeActivity::describe(payload.textAt("tool_name"), ToolUse::inputOf(payload))};
-}
-
-CodexHookEvent::Kind kindOf(std::string_view name, const Json& payload) {
+CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
     if (name == "PreToolUse")
-        return toolStart(payload);
+        return CodexHookEvent::ToolStart{ClaudeActivity::describe(payload)};
     if (name == "SessionStart")
         return CodexHookEvent::Start{};
     if (name == "UserPromptSubmit")
@@ -35,14 +29,17 @@ CodexHookEvent::Kind kindOf(std::string_view name, const Json& payload) {
 
 } // namespace
 
+std::optional<CodexHookEvent> CodexHookEvent::of(const HookPayload& payload, Timestamp time,
+                                                 std::optional<std::int32_t> pid) {
+    if (!payload.sessionId || !IdentifierText::isPlain(*payload.sessionId) || !payload.eventName)
+        return std::nullopt;
+    return CodexHookEvent{*payload.sessionId, time, pid, payload.cwd, kindOf(*payload.eventName, payload)};
+}
+
 std::optional<CodexHookEvent> CodexHookEvent::parse(std::string_view payload, Timestamp time,
                                                     std::optional<std::int32_t> pid) {
-    const std::optional<Json> root = Json::parse(payload);
-    const std::string* sessionId = root ? root->stringAt("session_id") : nullptr;
-    const std::string* name = root ? root->stringAt("hook_event_name") : nullptr;
-    if (!sessionId || !IdentifierText::isPlain(*sessionId) || !name)
-        return std::nullopt;
-    return CodexHookEvent{*sessionId, time, pid, root->textAt("cwd"), kindOf(*name, *root)};
+    const std::optional<HookPayload> read = HookPayload::parse(payload);
+    return read ? of(*read, time, pid) : std::nullopt;
 }
 
 } // namespace veslora

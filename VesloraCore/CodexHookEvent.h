@@ -2,6 +2,7 @@
 // One event of a Codex session, from the payload that its hook was given. Plain values, any thread.
 #pragma once
 
+#include "VesloraCore/HookPayload.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <cstdint>
@@ -56,8 +57,10 @@ struct CodexHookEvent {
     Kind kind = Ignored{};
     bool operator==(const CodexHookEvent&) const = default;
 
-    /// Nothing for bytes that are no JSON object, name no event, or whose session has no identifier of that
-    /// form.
+    /// Nothing for a payload that names no event, or whose session has no identifier of that form.
+    [[nodiscard]] static std::optional<CodexHookEvent> of(const HookPayload& payload, Timestamp time,
+                                                          std::optional<std::int32_t> pid);
+    /// The same of bytes; nothing for those that are no JSON object.
     [[nodiscard]] static std::optional<CodexHookEvent> parse(std::string_view payload, Timestamp time,
                                                              std::optional<std::int32_t> pid);
 };

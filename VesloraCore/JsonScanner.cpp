@@ -209,6 +209,13 @@ std::optional<std::string> JsonScanner::string() {
     return unescaped ? std::optional(std::move(unescaped->text)) : std::nullopt;
 }
 
+std::string_view JsonScanner::raw() {
+    skipBlanks();
+    const std::size_t start = m_at;
+    skip();
+    return m_failed ? std::string_view() : m_document.substr(start, m_at - start);
+}
+
 std::int64_t JsonScanner::count() {
     if (isNext('{') || isNext('[') || isNext('"')) {
         skip();

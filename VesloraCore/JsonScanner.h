@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Reads a JSON document from front to back without building anything of it: for the lines of transcripts, of
-// which a gigabyte is read for four numbers each. It takes what `Json::parse` takes and refuses what that
-// refuses. Plain value, any thread.
+// which a gigabyte is read for four numbers each, and for what hooks bring, where a tool's answer may be
+// megabytes that nobody asks for. It takes what `Json::parse` takes and refuses what that refuses. Plain
+// value, any thread.
 #pragma once
 
 #include <cstddef>
@@ -52,6 +53,9 @@ class JsonScanner {
     void skip();
     /// Steps over the next value. Its text if it is a string.
     [[nodiscard]] std::optional<std::string> string();
+    /// Steps over the next value. Its bytes as they stand in the document, without the blanks around it;
+    /// empty for a broken one.
+    [[nodiscard]] std::string_view raw();
     /// Steps over the next value. What it counts: a number without its fraction, 1 for true; 0 for anything
     /// else and for a number beyond 64 bits.
     [[nodiscard]] std::int64_t count();

@@ -3,6 +3,7 @@
 #include "VesloraCore/ToolUse.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace veslora {
 
@@ -27,14 +28,9 @@ std::string ToolUse::inputText(const Json& input) {
     return std::to_string(text.size()) + " bytes, hash " + std::to_string(hashOf(text));
 }
 
-const Json& ToolUse::inputOf(const Json& payload) {
-    static const Json empty = Json::makeObject();
-    const Json* input = payload.objectAt("tool_input");
-    return input ? *input : empty;
-}
-
-ToolUse ToolUse::of(const Json& payload) {
-    return {payload.textAt("tool_name"), inputText(inputOf(payload))};
+ToolUse ToolUse::of(const HookPayload& payload) {
+    const std::optional<Json> input = payload.input();
+    return {payload.tool, input ? inputText(*input) : std::string()};
 }
 
 } // namespace veslora

@@ -50,12 +50,15 @@ LinuxScheduler::LinuxScheduler(std::function<Timestamp()> wallClock)
     : m_deadlines(std::make_shared<Deadlines>(wallClock ? std::move(wallClock)
                                                         : [] { return readClock(CLOCK_REALTIME); })),
       m_mainThread(std::make_unique<MainThread>()) {
-    m_pool.setMaxThreadCount(2);
+    m_background.setMaxThreadCount(2);
+    m_concurrent.setMaxThreadCount(1);
 }
 
 LinuxScheduler::~LinuxScheduler() {
-    m_pool.clear();
-    m_pool.waitForDone();
+    for (QThreadPool* pool : {&m_background, &m_concurrent}) {
+        pool->clear();
+        pool->waitForDone();
+    }
 }
 
 Timestamp LinuxScheduler::now() const {
@@ -79,11 +82,22 @@ Task LinuxScheduler::every(double seconds, Precision precision, std::function<vo
 }
 
 Task LinuxScheduler::background(std::function<void()> work, std::function<void()> then) {
+    return start(m_background, Priority::low, std::move(work), std::move(then));
+}
+
+Task LinuxScheduler::concurrently(std::function<void()> work, std::function<void()> then) {
+    return start(m_concurrent, Priority::usual, std::move(work), std::move(then));
+}
+
+Task LinuxScheduler::start(QThreadPool& pool, Priority priority, std::function<void()> work,
+                           std::function<void()> then) {
     auto state = std::make_shared<TaskState>();
     state->run = std::move(then);
     // The pool's thread hands the state on without looking into it: its callback is the main thread's.
-    m_pool.start([this, state, work = std::move(work)] {
-        makeThisThreadNice();
+    pool.start([this, state, priority, work = std::move(work)] {
+        if (priority == Priority::low) {
+            makeThisThreadNice();
+        }
         work();
         QCoreApplication::postEvent(m_mainThread.get(), new WorkEnd(state));
     });

@@ -32,6 +32,7 @@ class LinuxScheduler final : public Scheduler {
     [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;
     [[nodiscard]] Task background(std::function<void()> work, std::function<void()> then) override;
+    [[nodiscard]] Task concurrently(std::function<void()> work, std::function<void()> then) override;
 
     /// Looks at every deadline again, as after a step of the wall clock.
     void wallClockWasSet();
@@ -41,9 +42,13 @@ class LinuxScheduler final : public Scheduler {
     [[nodiscard]] int coarseTimer() const;
 
   private:
+    enum class Priority { low, usual };
+    Task start(QThreadPool& pool, Priority priority, std::function<void()> work, std::function<void()> then);
+
     std::shared_ptr<Deadlines> m_deadlines;
     std::unique_ptr<QObject> m_mainThread;
-    QThreadPool m_pool;
+    QThreadPool m_background;
+    QThreadPool m_concurrent;
 };
 
 } // namespace veslora

@@ -53,6 +53,10 @@ std::optional<std::vector<std::string>> PosixFolder::list() {
     return PosixReading::list(m_folder.value());
 }
 
+std::optional<std::vector<std::string>> PosixFolder::listSome(std::size_t most) {
+    return PosixReading::list(m_folder.value(), most);
+}
+
 std::optional<FileStat> PosixFolder::stat(const std::string& name) {
     return isName(name) ? PosixReading::stat(m_folder.value(), name.c_str(), Links::refuse) : std::nullopt;
 }

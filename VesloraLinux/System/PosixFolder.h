@@ -19,6 +19,7 @@ class PosixFolder final : public Folder {
     [[nodiscard]] std::optional<FileStat> stat() override;
     std::error_code setMode(std::uint32_t mode) override;
     [[nodiscard]] std::optional<std::vector<std::string>> list() override;
+    [[nodiscard]] std::optional<std::vector<std::string>> listSome(std::size_t most) override;
     [[nodiscard]] std::optional<FileStat> stat(const std::string& name) override;
     [[nodiscard]] ReadResult read(const std::string& name, const ReadOptions& options) override;
     [[nodiscard]] std::unique_ptr<FileReader> open(const std::string& name) override;

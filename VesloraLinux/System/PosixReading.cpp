@@ -171,7 +171,7 @@ bool isExecutable(int folder, const char* name, Links links) {
     return found && found->isRegular && faccessat(folder, name, X_OK, AT_EACCESS) == 0;
 }
 
-std::optional<std::vector<std::string>> list(int folder) {
+std::optional<std::vector<std::string>> list(int folder, std::size_t most) {
     // A descriptor of its own, as a listing moves its place and closes it.
     FileDescriptor own(openat(folder, ".", safeOpen | O_DIRECTORY));
     const Listing listing(own ? fdopendir(own.value()) : nullptr);
@@ -181,7 +181,11 @@ std::optional<std::vector<std::string>> list(int folder) {
     own.release();
     std::vector<std::string> names;
     errno = 0;
-    while (const dirent* entry = readdir(listing.directory)) {
+    while (names.size() < most) {
+        const dirent* entry = readdir(listing.directory);
+        if (entry == nullptr) {
+            break;
+        }
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..") {
             names.emplace_back(name);

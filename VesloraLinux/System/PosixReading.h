@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <limits>
 
 namespace veslora::PosixReading {
 
@@ -26,7 +27,8 @@ namespace veslora::PosixReading {
 [[nodiscard]] std::optional<std::string> linkTarget(int folder, const char* name);
 [[nodiscard]] bool isExecutable(int folder, const char* name, Links links);
 
-/// The names in an opened folder, which is read from its beginning.
-[[nodiscard]] std::optional<std::vector<std::string>> list(int folder);
+/// The names in an opened folder, so many at most, which is read from its beginning.
+[[nodiscard]] std::optional<std::vector<std::string>>
+list(int folder, std::size_t most = std::numeric_limits<std::size_t>::max());
 
 } // namespace veslora::PosixReading

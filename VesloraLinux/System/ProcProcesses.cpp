@@ -39,6 +39,16 @@ std::vector<std::int32_t> processIdsIn(const std::string& root) {
     return ids;
 }
 
+/// `commandLine` is as the kernel tells it: every argument has a zero byte behind it.
+std::string firstArgumentIn(std::string_view commandLine) {
+    const std::size_t name = commandLine.find('\0');
+    if (name == std::string_view::npos) {
+        return {};
+    }
+    commandLine.remove_prefix(name + 1);
+    return std::string(commandLine.substr(0, commandLine.find('\0')));
+}
+
 } // namespace
 
 ProcProcesses::ProcProcesses(std::string root) : m_root(std::move(root)) {}
@@ -76,12 +86,8 @@ std::optional<std::string> ProcProcesses::linkOf(std::int32_t pid, std::string_v
 }
 
 RunningProcess ProcProcesses::withDetails(std::int32_t pid, std::string executable) const {
-    std::string arguments = fileBeginning(pathOf(pid, "cmdline"), commandLineCap);
-    while (arguments.ends_with('\0')) {
-        arguments.pop_back();
-    }
-    std::ranges::replace(arguments, '\0', ' ');
-    return {pid, std::move(executable), std::move(arguments), linkOf(pid, "cwd")};
+    return {pid, std::move(executable),
+            firstArgumentIn(fileBeginning(pathOf(pid, "cmdline"), commandLineCap)), linkOf(pid, "cwd")};
 }
 
 std::optional<RunningProcess> ProcProcesses::processOf(std::int32_t pid) const {

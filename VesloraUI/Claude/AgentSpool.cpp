@@ -3,78 +3,89 @@
 
 #include "VesloraUI/Claude/SupportDirectory.h"
 
-#include <algorithm>
-#include <string_view>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace veslora {
 
 namespace {
 
-constexpr std::string_view suffix = ".json";
-constexpr std::string_view leftoverPrefix = "tmp.";
 constexpr double sweepPeriod = 3600;
 
 } // namespace
 
-struct AgentSpool::Entry {
-    std::int64_t nanoseconds;
-    std::string name;
-    Timestamp time;
+AgentSpool::AgentSpool(Scheduler& scheduler, SupportDirectory& support, std::string_view name,
+                       UnderstandSpoolFile understand, std::function<void()> onNews)
+    : m_scheduler(scheduler), m_support(support), m_name(name), m_path(support.pathOf(name)),
+      m_understand(std::move(understand)), m_onNews(std::move(onNews)) {}
 
-    bool operator<(const Entry& other) const {
-        return std::tie(nanoseconds, name) < std::tie(other.nanoseconds, other.name);
-    }
-};
-
-AgentSpool::AgentSpool(Files& files, SupportDirectory& support, std::string_view name)
-    : m_files(files), m_support(support), m_name(name), m_path(support.pathOf(name)) {}
+AgentSpool::~AgentSpool() {
+    stop();
+}
 
 void AgentSpool::create() {
     m_support.createFolder(m_name);
 }
 
-void AgentSpool::take(Timestamp now, const std::function<void(const SpoolFile&)>& each) {
-    const auto names = m_files.list(m_path).value_or(std::vector<std::string>());
-    if (names.empty()) {
-        return;
-    }
-    sweepLeftovers(names, now);
-    std::vector<Entry> entries;
-    for (const std::string& name : names) {
-        if (!name.ends_with(suffix)) {
-            continue;
-        }
-        const auto found = m_files.stat(m_path + "/" + name, Links::refuse);
-        const auto stuck = m_stuck.find(name);
-        if (found && (stuck == m_stuck.end() || stuck->second != found->modifiedNanoseconds)) {
-            entries.push_back({found->modifiedNanoseconds, name, found->modified});
-        }
-    }
-    std::ranges::sort(entries, std::less<>());
-    for (const Entry& entry : entries) {
-        const std::string path = m_path + "/" + entry.name;
-        each({entry.name, entry.time, m_files.read(path, {.links = Links::refuse, .cap = payloadCap})});
-        if (m_files.remove(path)) {
-            m_stuck[entry.name] = entry.nanoseconds;
-        }
+void AgentSpool::stop() {
+    m_reading.cancel();
+    m_hasMore = false;
+    if (const auto round = std::exchange(m_round, nullptr)) {
+        round->cancel();
     }
 }
 
-void AgentSpool::sweepLeftovers(const std::vector<std::string>& names, Timestamp now) {
-    if (now - m_lastSweep < sweepPeriod) {
+void AgentSpool::take() {
+    if (m_round) {
+        m_hasMore = true;
+    } else {
+        begin();
+    }
+}
+
+void AgentSpool::begin() {
+    m_hasMore = false;
+    OpenedFolder opened = m_support.openFolder(m_name);
+    if (!opened) {
         return;
     }
-    m_lastSweep = now;
-    for (const std::string& name : names) {
-        if (!name.starts_with(leftoverPrefix) || name.ends_with(suffix)) {
-            continue;
-        }
-        const auto found = m_files.stat(m_path + "/" + name, Links::refuse);
-        if (found && found->modified < now - eventLifetime) {
-            m_files.remove(m_path + "/" + name);
-        }
+    const Timestamp now = m_scheduler.now();
+    std::optional<Timestamp> sweepBefore;
+    if (now - m_lastSweep >= sweepPeriod) {
+        m_lastSweep = now;
+        sweepBefore = now - eventLifetime;
     }
+    m_round = std::make_shared<SpoolRound>(std::move(opened.folder), m_understand, std::exchange(m_stuck, {}),
+                                           sweepBefore);
+    if (m_round->find(atOnce.files)) {
+        m_round->read(atOnce);
+    }
+    takeIn();
+}
+
+void AgentSpool::takeIn() {
+    m_round->takeIn();
+    if (!m_round->isOver()) {
+        readOn();
+        return;
+    }
+    m_stuck = m_round->takeStuck();
+    m_round.reset();
+}
+
+void AgentSpool::readOn() {
+    m_reading =
+        m_scheduler.concurrently([round = m_round] { round->read(aside); }, [this] { portionWasRead(); });
+}
+
+void AgentSpool::portionWasRead() {
+    takeIn();
+    if (!m_round && m_hasMore) {
+        begin();
+    }
+    // Last, as whoever hears of it may ask for more or put an end to it all.
+    m_onNews();
 }
 
 } // namespace veslora

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace veslora {
 
@@ -24,7 +25,10 @@ std::optional<std::string> requestIdOf(const std::string& fileName) {
 } // namespace
 
 ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : HookedAgentMonitor(seams, support, settings, SupportNames::claudeSpool, SupportNames::claudeAnswers),
+    : HookedAgentMonitor(seams, support, settings, SupportNames::claudeSpool, SupportNames::claudeAnswers,
+                         [this, home = seams.directories.home](const SpoolFile& file) {
+                             return understand(this, home, file);
+                         }),
       m_sessionDirectory(seams.files, seams.directories.claude + "/sessions"),
       m_hooks(seams.files, support, seams.directories.claude + "/settings.json",
               seams.directories.executables),
@@ -42,36 +46,36 @@ void ClaudeMonitor::ensureWatches() {
 }
 
 void ClaudeMonitor::readSessions() {
-    const Batch batch = readSpool();
+    const Batch batch = std::exchange(m_batch, {});
     readSessionFiles();
     m_state.update(m_sessionFiles, now());
     handle(batch.requests);
     dropAnsweredElsewhere(batch.events);
+    dropGone();
 }
 
-ClaudeMonitor::Batch ClaudeMonitor::readSpool() {
-    Batch batch;
-    m_spool.take(now(), [&](const SpoolFile& file) {
-        if (const auto id = requestIdOf(file.name)) {
-            auto request = file.content && AgentAnswers::isId(*id)
-                               ? ClaudePermissionRequest::parse(file.content.bytes, *id, file.time,
-                                                                m_seams.directories.home)
-                               : std::nullopt;
-            if (request) {
-                batch.requests.push_back(std::move(*request));
-            } else {
-                m_answers.write(ClaudeDecision::pass, *id);
-            }
-            return;
+SpoolNews ClaudeMonitor::understand(ClaudeMonitor* monitor, const std::string& home, const SpoolFile& file) {
+    if (const auto id = requestIdOf(file.name)) {
+        auto request = file.content && AgentAnswers::isId(*id)
+                           ? ClaudePermissionRequest::parse(file.content.bytes, *id, file.time, home)
+                           : std::nullopt;
+        if (!request) {
+            return [monitor, id = *id] { monitor->m_answers.write(ClaudeDecision::pass, id); };
         }
-        auto event = file.content && isRecent(file) ? ClaudeHookEvent::parse(file.content.bytes, file.time)
-                                                    : std::nullopt;
-        if (event) {
-            m_state.apply(*event);
-            batch.events.push_back(std::move(*event));
-        }
-    });
-    return batch;
+        return [monitor, request = std::move(*request)] { monitor->m_batch.requests.push_back(request); };
+    }
+    auto event = file.content ? ClaudeHookEvent::parse(file.content.bytes, file.time) : std::nullopt;
+    if (!event) {
+        return {};
+    }
+    return [monitor, event = std::move(*event)] { monitor->take(event); };
+}
+
+void ClaudeMonitor::take(const ClaudeHookEvent& event) {
+    if (isRecent(event.time)) {
+        m_state.apply(event);
+        m_batch.events.push_back(event);
+    }
 }
 
 void ClaudeMonitor::readSessionFiles() {
@@ -99,6 +103,22 @@ void ClaudeMonitor::dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& ev
             m_requests.remove(request.id);
         }
     }
+}
+
+/// A session that had a file and has none any more is over: its terminal was closed, its agent was killed, or
+/// it was cleared, which can't be done while a prompt is open. While its folder is away nothing can be said.
+void ClaudeMonitor::dropGone() {
+    std::set<std::string> withFile;
+    for (const ClaudePermissionRequest& request : m_requests.open()) {
+        const bool hasFile = fileOf(request.sessionId) != nullptr;
+        const bool hadFile = m_requestsWithFile.contains(request.id);
+        if (hadFile && !hasFile && m_liveSessionIds) {
+            m_requests.remove(request.id);
+        } else if (hadFile || hasFile) {
+            withFile.insert(request.id);
+        }
+    }
+    m_requestsWithFile = std::move(withFile);
 }
 
 /// A session that neither works nor waits any more, since after the request, is past that prompt.

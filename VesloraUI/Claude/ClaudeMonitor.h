@@ -33,13 +33,18 @@ class ClaudeMonitor : public HookedAgentMonitor {
     }
 
   private:
+    /// What the spool brought and `readSessions` has not looked at yet.
     struct Batch {
         std::vector<ClaudePermissionRequest> requests;
         std::vector<ClaudeHookEvent> events;
     };
-    [[nodiscard]] Batch readSpool();
+    /// On any thread; only the outcome touches `monitor`.
+    [[nodiscard]] static SpoolNews understand(ClaudeMonitor* monitor, const std::string& home,
+                                              const SpoolFile& file);
+    void take(const ClaudeHookEvent& event);
     void readSessionFiles();
     void dropAnsweredElsewhere(const std::vector<ClaudeHookEvent>& events);
+    void dropGone();
     [[nodiscard]] const ClaudeSessionFile* fileOf(const std::string& sessionId) const;
 
     [[nodiscard]] AgentHooks& hooks() override { return m_hooks; }
@@ -58,6 +63,8 @@ class ClaudeMonitor : public HookedAgentMonitor {
     ClaudeHooks m_hooks;
 
     ClaudeSessions m_state;
+    Batch m_batch;
+    std::set<std::string> m_requestsWithFile; ///< pending requests whose session was seen to have a file
     std::vector<ClaudeSessionFile> m_sessionFiles;
     std::optional<std::set<std::string>> m_liveSessionIds;
     std::unique_ptr<DirectoryWatch> m_sessionsWatch;

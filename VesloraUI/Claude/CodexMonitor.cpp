@@ -5,17 +5,22 @@
 #include "VesloraCore/SupportNames.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veslora {
 
 CodexMonitor::CodexMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : HookedAgentMonitor(seams, support, settings, SupportNames::codexSpool, SupportNames::codexAnswers),
+    : HookedAgentMonitor(seams, support, settings, SupportNames::codexSpool, SupportNames::codexAnswers,
+                         [this, home = seams.directories.home](const SpoolFile& file) {
+                             return understand(this, home, file);
+                         }),
       m_hooks(seams.files, support, seams.directories.codex + "/hooks.json"),
       m_usage({seams.scheduler, seams.files, seams.watcher}, seams.directories.codex + "/sessions",
               seams.calendar) {}
 
 void CodexMonitor::readSessions() {
-    const auto requests = readSpool();
+    const auto requests = std::exchange(m_newRequests, {});
+    m_isServer.clear();
     // A look at every process of the machine, so only while there is a session to look for.
     if (!m_state.isEmpty()) {
         m_state.reconcile(runningClients(), now());
@@ -24,67 +29,85 @@ void CodexMonitor::readSessions() {
     handle(requests);
 }
 
-std::vector<ClaudePermissionRequest> CodexMonitor::readSpool() {
-    std::vector<ClaudePermissionRequest> requests;
-    m_spool.take(now(), [&](const SpoolFile& file) {
-        const auto name = CodexSpoolName::parse(file.name);
-        if (name && name->kind == CodexSpoolName::Kind::permission) {
-            if (auto request = takeRequest(file, *name)) {
-                requests.push_back(std::move(*request));
-            } else {
-                m_answers.write(ClaudeDecision::pass, name->id);
-            }
-        } else if (name) {
-            applyEvent(file, *name);
+SpoolNews CodexMonitor::understand(CodexMonitor* monitor, const std::string& home, const SpoolFile& file) {
+    const auto name = CodexSpoolName::parse(file.name);
+    if (!name) {
+        return {};
+    }
+    if (name->kind == CodexSpoolName::Kind::permission) {
+        auto prompt = promptOf(file, *name, home);
+        if (!prompt) {
+            return [monitor, id = name->id] { monitor->m_answers.write(ClaudeDecision::pass, id); };
         }
-    });
-    return requests;
+        return [monitor, prompt = std::move(*prompt)] { monitor->take(prompt); };
+    }
+    auto event =
+        file.content ? CodexHookEvent::parse(file.content.bytes, file.time, name->pid) : std::nullopt;
+    if (!event) {
+        return {};
+    }
+    return [monitor, event = std::move(*event)] { monitor->take(event); };
 }
 
-void CodexMonitor::applyEvent(const SpoolFile& file, const CodexSpoolName& name) {
-    const auto event = isRecent(file) ? eventOf(file, name) : std::nullopt;
-    if (event) {
-        m_state.apply(*event);
+std::optional<CodexMonitor::Prompt> CodexMonitor::promptOf(const SpoolFile& file, const CodexSpoolName& name,
+                                                           const std::string& home) {
+    const std::string& bytes = file.content.bytes;
+    const auto payload =
+        file.content && AgentAnswers::isId(name.id) ? HookPayload::parse(bytes) : std::nullopt;
+    auto event =
+        payload && payload->isRequest() ? CodexHookEvent::of(*payload, file.time, name.pid) : std::nullopt;
+    if (!event) {
+        return std::nullopt;
+    }
+    auto request = bytes.size() <= ClaudePermissionRequest::longestPayload
+                       ? ClaudePermissionRequest::of(*payload, name.id, file.time, home)
+                       : std::nullopt;
+    if (request) {
+        request->agent = AgentKind::codex;
+    }
+    return Prompt{name.id, std::move(*event), payload->tool, std::move(request)};
+}
+
+void CodexMonitor::take(CodexHookEvent event) {
+    if (isRecent(event.time)) {
+        event.pid = sessionProcess(event.pid);
+        m_state.apply(event);
     }
 }
 
 /// No file tells that the session waits, so the request itself does, also one that only the terminal will
-/// answer. A session that no event could come from would wait for ever, and is not begun.
-std::optional<ClaudePermissionRequest> CodexMonitor::takeRequest(const SpoolFile& file,
-                                                                 const CodexSpoolName& name) {
-    const auto event = eventOf(file, name);
-    auto request =
-        event && AgentAnswers::isId(name.id)
-            ? ClaudePermissionRequest::parse(file.content.bytes, name.id, file.time, m_seams.directories.home)
-            : std::nullopt;
-    if (!request) {
-        return std::nullopt;
+/// answer. The script of an old one has ended, and what came of its prompt nobody knows.
+void CodexMonitor::take(const Prompt& prompt) {
+    take(prompt.event);
+    if (now() - prompt.event.time <= ClaudePermissions::wait) {
+        m_state.needsApproval(prompt.event.sessionId, "Wants to use " + prompt.tool, prompt.event.time);
     }
-    request->agent = AgentKind::codex;
-    if (isRecent(file)) {
-        m_state.apply(*event);
-        m_state.needsApproval(request->sessionId, "Wants to use " + request->tool, file.time);
+    if (prompt.request) {
+        m_newRequests.push_back(*prompt.request);
+    } else {
+        m_answers.write(ClaudeDecision::pass, prompt.id);
     }
-    return request;
-}
-
-std::optional<CodexHookEvent> CodexMonitor::eventOf(const SpoolFile& file, const CodexSpoolName& name) const {
-    return file.content ? CodexHookEvent::parse(file.content.bytes, file.time, sessionProcess(name.pid))
-                        : std::nullopt;
 }
 
 /// The hook's parent, unless that is the server behind all terminals: it outlives the session, and has no
 /// terminal to jump to. The session is then found by its working directory.
-std::optional<std::int32_t> CodexMonitor::sessionProcess(std::optional<std::int32_t> hookParent) const {
-    const auto process = hookParent ? m_seams.processes.processOf(*hookParent) : std::nullopt;
-    const bool isServer = process && CodexProcess::isServer(process->executable, process->commandLine);
-    return isServer ? std::nullopt : hookParent;
+std::optional<std::int32_t> CodexMonitor::sessionProcess(std::optional<std::int32_t> hookParent) {
+    if (!hookParent) {
+        return std::nullopt;
+    }
+    // OPTIMIZATION: most events come from one parent, and a look costs 20 microseconds.
+    const auto [known, isNew] = m_isServer.try_emplace(*hookParent, false);
+    if (isNew) {
+        const auto process = m_seams.processes.processOf(*hookParent);
+        known->second = process && CodexProcess::isServer(process->executable, process->firstArgument);
+    }
+    return known->second ? std::nullopt : hookParent;
 }
 
 std::vector<CodexSessions::Client> CodexMonitor::runningClients() const {
     std::vector<CodexSessions::Client> clients;
     for (const RunningProcess& process : m_seams.processes.processesNamed(CodexProcess::programName)) {
-        if (process.workingDirectory && CodexProcess::isClient(process.executable, process.commandLine)) {
+        if (process.workingDirectory && CodexProcess::isClient(process.executable, process.firstArgument)) {
             clients.push_back({process.pid, *process.workingDirectory});
         }
     }

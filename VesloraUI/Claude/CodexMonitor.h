@@ -9,6 +9,7 @@
 #include "VesloraUI/Claude/CodexUsageMonitor.h"
 #include "VesloraUI/Claude/HookedAgentMonitor.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,13 +25,21 @@ class CodexMonitor : public HookedAgentMonitor {
     [[nodiscard]] CodexUsageMonitor* usage() override { return &m_usage; }
 
   private:
-    [[nodiscard]] std::vector<ClaudePermissionRequest> readSpool();
-    void applyEvent(const SpoolFile& file, const CodexSpoolName& name);
-    [[nodiscard]] std::optional<ClaudePermissionRequest> takeRequest(const SpoolFile& file,
-                                                                     const CodexSpoolName& name);
-    [[nodiscard]] std::optional<CodexHookEvent> eventOf(const SpoolFile& file,
-                                                        const CodexSpoolName& name) const;
-    [[nodiscard]] std::optional<std::int32_t> sessionProcess(std::optional<std::int32_t> hookParent) const;
+    /// What a request's file says, as far as it could be understood.
+    struct Prompt {
+        std::string id;
+        CodexHookEvent event;
+        std::string tool;
+        std::optional<ClaudePermissionRequest> request; ///< absent if it is too long for the island
+    };
+    /// On any thread; only the outcome touches `monitor`.
+    [[nodiscard]] static SpoolNews understand(CodexMonitor* monitor, const std::string& home,
+                                              const SpoolFile& file);
+    [[nodiscard]] static std::optional<Prompt> promptOf(const SpoolFile& file, const CodexSpoolName& name,
+                                                        const std::string& home);
+    void take(CodexHookEvent event);
+    void take(const Prompt& prompt);
+    [[nodiscard]] std::optional<std::int32_t> sessionProcess(std::optional<std::int32_t> hookParent);
     [[nodiscard]] std::vector<CodexSessions::Client> runningClients() const;
 
     [[nodiscard]] AgentHooks& hooks() override { return m_hooks; }
@@ -52,6 +61,8 @@ class CodexMonitor : public HookedAgentMonitor {
 
     CodexHooks m_hooks;
     CodexSessions m_state;
+    std::map<std::int32_t, bool> m_isServer; ///< hooks' parents that were looked at since `readSessions`
+    std::vector<ClaudePermissionRequest> m_newRequests; ///< that `readSessions` has not looked at yet
     CodexUsageMonitor m_usage;
 };
 

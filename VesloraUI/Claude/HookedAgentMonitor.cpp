@@ -10,8 +10,14 @@
 namespace veslora {
 
 HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
-                                       Defaults& settings, std::string_view spool, std::string_view answers)
-    : m_seams(seams), m_support(support), m_spool(seams.files, support, spool), m_answers(support, answers),
+                                       Defaults& settings, std::string_view spool, std::string_view answers,
+                                       UnderstandSpoolFile understand)
+    : m_seams(seams), m_support(support), m_spool(seams.scheduler, support, spool, std::move(understand),
+                                                  [this] {
+                                                      readSessions();
+                                                      publishState();
+                                                  }),
+      m_answers(support, answers),
       m_requests(seams.scheduler, FrontTerminal(seams.hostApplications, seams.multiplexer), m_answers,
                  [this] { publishState(); }),
       m_settings(settings), m_untakenAnswers(seams.scheduler, m_answers) {}
@@ -33,6 +39,7 @@ void HookedAgentMonitor::stop() {
     m_requests.stop();
     m_untakenAnswers.stop();
     m_spoolWatch.reset();
+    m_spool.stop();
 }
 
 void HookedAgentMonitor::tick() {
@@ -42,6 +49,7 @@ void HookedAgentMonitor::tick() {
 }
 
 void HookedAgentMonitor::refresh() {
+    m_spool.take();
     readSessions();
     m_answers.removeStale(now());
     const AgentHooks::State state = hooks().state();
@@ -51,8 +59,8 @@ void HookedAgentMonitor::refresh() {
     usage()->refresh();
 }
 
-bool HookedAgentMonitor::isRecent(const SpoolFile& file) const {
-    return file.time >= now() - AgentSpool::eventLifetime;
+bool HookedAgentMonitor::isRecent(Timestamp time) const {
+    return time >= now() - AgentSpool::eventLifetime;
 }
 
 void HookedAgentMonitor::ensureWatches() {

@@ -60,11 +60,13 @@ class HookedAgentMonitor : public AgentMonitor {
 
   protected:
     /// `spool` and `answers` are the names of the agent's folders in the support directory.
+    /// `understand` is asked about each file of the spool.
     HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings,
-                       std::string_view spool, std::string_view answers);
+                       std::string_view spool, std::string_view answers, UnderstandSpoolFile understand);
 
     [[nodiscard]] virtual AgentHooks& hooks() = 0;
-    /// Takes in what the spool brought and what else tells of sessions, and handles the requests.
+    /// Takes in what else tells of sessions than the spool, and handles the requests that this brought since
+    /// the last call.
     virtual void readSessions() = 0;
     /// The sessions as of now.
     [[nodiscard]] virtual std::vector<ClaudeSessionSummary> currentSessions() const = 0;
@@ -88,8 +90,8 @@ class HookedAgentMonitor : public AgentMonitor {
     /// Queues the requests that the user may answer in the island, and leaves the others to the agent.
     void handle(const std::vector<ClaudePermissionRequest>& requests);
 
-    /// Whether an event of that file is still worth hearing of.
-    [[nodiscard]] bool isRecent(const SpoolFile& file) const;
+    /// Whether an event of that time is still worth hearing of.
+    [[nodiscard]] bool isRecent(Timestamp time) const;
     [[nodiscard]] Timestamp now() const { return m_seams.scheduler.now(); }
 
     AgentMonitorSeams m_seams;

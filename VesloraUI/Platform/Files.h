@@ -103,6 +103,8 @@ class Folder {
 
     // As the operations of `Files`.
     [[nodiscard]] virtual std::optional<std::vector<std::string>> list() = 0;
+    /// So many of the names at most, whichever come first, for a folder that may hold any number of them.
+    [[nodiscard]] virtual std::optional<std::vector<std::string>> listSome(std::size_t most) = 0;
     [[nodiscard]] virtual std::optional<FileStat> stat(const std::string& name) = 0;
     [[nodiscard]] virtual ReadResult read(const std::string& name, const ReadOptions& options) = 0;
     [[nodiscard]] virtual std::unique_ptr<FileReader> open(const std::string& name) = 0;

@@ -16,7 +16,7 @@ struct RunningProcess {
     /// The whole path of its program, as it was when the process began: an upgrade that has replaced the
     /// program since changes nothing.
     std::string executable;
-    std::string commandLine; ///< its arguments, joined by blanks; cut where it is very long
+    std::string firstArgument; ///< the one after the program's own name; empty where there is none
     std::optional<std::string> workingDirectory; ///< absent where it can't be read
     bool operator==(const RunningProcess&) const = default;
 };

@@ -43,6 +43,10 @@ class Scheduler {
     /// Does `work` on another thread at low priority, then `then` on the main thread. Cancelling does not
     /// interrupt `work`; it only drops `then`. `work` must not touch anything that the main thread does.
     [[nodiscard]] virtual Task background(std::function<void()> work, std::function<void()> then) = 0;
+
+    /// As `background`, for what somebody waits for: at usual priority, and never behind background work.
+    /// Pieces of it are done one after the other.
+    [[nodiscard]] virtual Task concurrently(std::function<void()> work, std::function<void()> then) = 0;
 };
 
 } // namespace veslora

@@ -55,6 +55,25 @@ std::string ids(const std::vector<ClaudeSessionSummary>& summaries) {
 
 } // namespace
 
+TEST(ClaudeSessions, AWaitWithoutAStampBeganWhenItWasFirstSeen) {
+    ClaudeSessions sessions;
+    const auto since = [&](Timestamp now) {
+        sessions.update({file("waiting", std::nullopt)}, now);
+        return std::get<NeedsApproval>(status(sessions, now)).since;
+    };
+    EXPECT_EQ(since(100), 100);
+    EXPECT_EQ(since(102), 100);
+    sessions.apply(event(Event::NeedsYou{"call"}, 106));
+    EXPECT_EQ(since(108), 100) << "the same wait, told a second time";
+    sessions.update({file("busy", std::nullopt)}, 110);
+    sessions.apply(event(Event::ToolDone{}, 110));
+    EXPECT_EQ(since(112), 112) << "another one";
+    sessions.update({}, 114);
+    EXPECT_EQ(since(116), 116);
+    sessions.update({file("waiting", 117)}, 118);
+    EXPECT_EQ(since(120), 120);
+}
+
 TEST(ClaudeSessions, AnEmptyStateHasNoSummaries) {
     ClaudeSessions sessions;
     EXPECT_TRUE(sessions.summaries(0).empty());
@@ -100,7 +119,7 @@ TEST(ClaudeSessions, AWaitingFileNeedsApproval) {
     ClaudeSessionFile bare = file("waiting", std::nullopt);
     bare.waitingFor = "";
     sessions.update({bare}, 11);
-    EXPECT_EQ(status(sessions, 12), Status(NeedsApproval{"Waiting for you", 12}));
+    EXPECT_EQ(status(sessions, 12), Status(NeedsApproval{"Waiting for you", 11}));
 }
 
 TEST(ClaudeSessions, ANotificationSaysWhatTheFileWaitsFor) {

@@ -53,9 +53,8 @@ class CodexMonitorTest : public HookedMonitorTest<CodexMonitor> {
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
     void runCodex(std::int32_t pid, const std::string& cwd = "/home/me/proj",
-                  const std::string& executable = "/opt/bin/codex",
-                  const std::string& commandLine = "codex") {
-        platform.tasks.running.push_back({pid, executable, commandLine, cwd});
+                  const std::string& executable = "/opt/bin/codex", const std::string& firstArgument = {}) {
+        platform.tasks.running.push_back({pid, executable, firstArgument, cwd});
     }
 
     int events = 0;
@@ -126,7 +125,7 @@ TEST_F(CodexMonitorTest, ShowsAPatchInWords) {
 
 TEST_F(CodexMonitorTest, TheServersProcessIsNotTheSessions) {
     platform.tasks.running = {
-        {500, "/home/me/.codex/packages/app-server-daemon/bin/codex", "codex app-server", "/home/me/proj"}};
+        {500, "/home/me/.codex/packages/app-server-daemon/bin/codex", "app-server", "/home/me/proj"}};
     runCodex(11);
     putEvent("UserPromptSubmit", {}, "s1", 500);
     monitor.start();
@@ -135,7 +134,7 @@ TEST_F(CodexMonitorTest, TheServersProcessIsNotTheSessions) {
 }
 
 TEST_F(CodexMonitorTest, AServerIsNoClientWhicheverWayItIsTold) {
-    runCodex(500, "/home/me/proj", "/opt/bin/codex", "codex app-server --listen unix://");
+    runCodex(500, "/home/me/proj", "/opt/bin/codex", "app-server");
     runCodex(501, "/home/me/proj", "/home/me/app-server/codex");
     putEvent("UserPromptSubmit", {}, "s1", 0);
     monitor.start();
@@ -143,7 +142,7 @@ TEST_F(CodexMonitorTest, AServerIsNoClientWhicheverWayItIsTold) {
 }
 
 TEST_F(CodexMonitorTest, AClientWhoseFolderCannotBeReadIsNone) {
-    platform.tasks.running = {{11, "/opt/bin/codex", "codex", std::nullopt}};
+    platform.tasks.running = {{11, "/opt/bin/codex", "", std::nullopt}};
     putEvent("UserPromptSubmit", {}, "s1", 0);
     monitor.start();
     EXPECT_EQ(monitor.summaries().at(0).pid, 0);
@@ -177,7 +176,7 @@ TEST_F(CodexMonitorTest, AProcessThatDiedIsReplacedBeforeItIsMissed) {
 
 TEST_F(CodexMonitorTest, PassesARequestWhoseTerminalIsInFront) {
     // The process is found by the folder before the request is looked at.
-    platform.tasks.running = {{500, "/opt/bin/codex", "codex app-server", "/"}};
+    platform.tasks.running = {{500, "/opt/bin/codex", "app-server", "/"}};
     runCodex(11);
     platform.hosts.frontmost = {11};
     putRequest("500-aaaaaa");
@@ -360,14 +359,39 @@ TEST_F(CodexMonitorTest, AnIdleRefreshTellsNobody) {
     EXPECT_EQ(changes, before);
 }
 
-TEST_F(CodexMonitorTest, AFullSpoolIsTakenInOneGo) {
+TEST_F(CodexMonitorTest, AFullSpoolIsTaken) {
     for (int count = 0; count < 4096; ++count) {
         putEvent("PreToolUse",
                  R"(,"tool_name":"Bash","tool_input":{"command":")" + std::string(200, 'x') + "\"}");
     }
     monitor.start();
+    finishReading();
     EXPECT_THAT(monitor.summaries(), SizeIs(1));
     EXPECT_THAT(platform.disk.list(spool).value(), IsEmpty());
+}
+
+TEST_F(CodexMonitorTest, ARequestOverAMegabyteIsPassedAndShowsAsAWait) {
+    monitor.start();
+    putIntoSpool("perm-10-aaaaaa.json",
+                 payload("PermissionRequest", R"(,"tool_name":"Bash","tool_input":{"command":")" +
+                                                  std::string(ClaudePermissionRequest::longestPayload, 'x') +
+                                                  "\"}"));
+    monitor.refresh();
+    finishReading();
+    EXPECT_EQ(answerOf("10-aaaaaa"), "pass");
+    EXPECT_THAT(pendingIds(), IsEmpty());
+    ASSERT_THAT(monitor.summaries(), SizeIs(1));
+    EXPECT_EQ(monitor.summaries()[0].status,
+              ClaudeSessionStatus(ClaudeStatus::NeedsApproval{"Wants to use Bash", now()}));
+}
+
+TEST_F(CodexMonitorTest, ARequestWhoseScriptHasEndedRaisesNoWait) {
+    platform.disk.clock = now() - 21;
+    putRequest("10-aaaaaa");
+    monitor.start();
+    EXPECT_THAT(pendingIds(), IsEmpty());
+    ASSERT_THAT(monitor.summaries(), SizeIs(1)) << "a sign of life all the same";
+    EXPECT_FALSE(waits());
 }
 
 /// Both agents' monitors on one support directory, as the program has them.

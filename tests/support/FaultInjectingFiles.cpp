@@ -95,6 +95,9 @@ class FaultInjectingFiles::OpenFolder final : public Folder {
     std::optional<std::vector<std::string>> list() override {
         return m_files.count() ? std::nullopt : m_inner->list();
     }
+    std::optional<std::vector<std::string>> listSome(std::size_t most) override {
+        return m_files.count() ? std::nullopt : m_inner->listSome(most);
+    }
     std::optional<FileStat> stat(const std::string& name) override {
         return m_files.count() ? std::nullopt : m_inner->stat(name);
     }

@@ -29,6 +29,9 @@ class ManualScheduler final : public Scheduler {
     [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;
     [[nodiscard]] Task background(std::function<void()> work, std::function<void()> then) override;
+    [[nodiscard]] Task concurrently(std::function<void()> work, std::function<void()> then) override {
+        return background(std::move(work), std::move(then));
+    }
 
     /// Lets `seconds` pass and runs everything that falls due meanwhile in the order of its moments, first
     /// come first served at one moment, with the clock at that moment. What a callback starts runs too if it

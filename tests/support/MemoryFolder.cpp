@@ -32,6 +32,13 @@ class MemoryFiles::OpenFolder final : public Folder {
         const auto path = own();
         return path ? m_files.list(*path) : std::vector<std::string>();
     }
+    std::optional<std::vector<std::string>> listSome(std::size_t most) override {
+        auto names = list();
+        if (names && names->size() > most) {
+            names->resize(most);
+        }
+        return names;
+    }
     std::optional<FileStat> stat(const std::string& name) override {
         const auto path = of(name);
         return path ? m_files.stat(*path, Links::refuse) : std::nullopt;

@@ -45,7 +45,7 @@ class LaidOutProcesses : public ::testing::Test {
 
 TEST_F(LaidOutProcesses, TellsProgramArgumentsAndFolder) {
     put("42", "/opt/bin/codex", arguments({"codex", "--no-daemon", "-m", "a b"}), "/home/me/proj");
-    const RunningProcess expected{42, "/opt/bin/codex", "codex --no-daemon -m a b", "/home/me/proj"};
+    const RunningProcess expected{42, "/opt/bin/codex", "--no-daemon", "/home/me/proj"};
     EXPECT_EQ(processes.processOf(42), expected);
     EXPECT_THAT(processes.processesNamed("codex"), ElementsAre(expected));
 }
@@ -67,7 +67,7 @@ TEST_F(LaidOutProcesses, FindsTheExactNameAloneAndByRisingIds) {
 
 TEST_F(LaidOutProcesses, AnUpgradedProgramAndARemovedFolderKeepTheirNames) {
     put("42", "/opt/bin/codex (deleted)", "codex", "/home/me/gone (deleted)");
-    EXPECT_EQ(processes.processOf(42), (RunningProcess{42, "/opt/bin/codex", "codex", "/home/me/gone"}));
+    EXPECT_EQ(processes.processOf(42), (RunningProcess{42, "/opt/bin/codex", "", "/home/me/gone"}));
     EXPECT_EQ(processes.processesNamed("codex").size(), 1u);
 }
 
@@ -76,9 +76,18 @@ TEST_F(LaidOutProcesses, AFolderThatCannotBeReadIsAbsent) {
     EXPECT_EQ(processes.processOf(42)->workingDirectory, std::nullopt);
 }
 
+TEST_F(LaidOutProcesses, TheFirstArgumentKeepsItsBlanks) {
+    put("42", "/opt/my bin/codex", arguments({"/opt/my bin/codex", "a b", "c"}));
+    EXPECT_EQ(processes.processOf(42)->firstArgument, "a b");
+    put("43", "/opt/bin/codex", arguments({"codex", "", "app-server"}));
+    EXPECT_EQ(processes.processOf(43)->firstArgument, "");
+    put("44", "/opt/bin/codex", std::string("codex\0unended", 13));
+    EXPECT_EQ(processes.processOf(44)->firstArgument, "unended");
+}
+
 TEST_F(LaidOutProcesses, CutsAVeryLongCommandLine) {
-    put("42", "/opt/bin/codex", std::string(3 * ProcProcesses::commandLineCap, 'x'));
-    EXPECT_EQ(processes.processOf(42)->commandLine.size(), ProcProcesses::commandLineCap);
+    put("42", "/opt/bin/codex", arguments({"x", std::string(3 * ProcProcesses::commandLineCap, 'x')}));
+    EXPECT_EQ(processes.processOf(42)->firstArgument.size(), ProcProcesses::commandLineCap - 2);
 }
 
 TEST_F(LaidOutProcesses, NothingOfWhatIsNotThere) {
@@ -107,8 +116,7 @@ TEST(RunningProcesses, FindsARealOneAlsoAfterItsProgramWasReplaced) {
     std::filesystem::copy_file("/bin/sleep", program);
     const Program running({program, "1000"});
     const ProcProcesses processes;
-    const RunningProcess expected{running.pid(), program, program + " 1000",
-                                  std::filesystem::current_path().string()};
+    const RunningProcess expected{running.pid(), program, "1000", std::filesystem::current_path().string()};
     // The new process may not have become the program yet, or still show the command line of before.
     for (int look = 0; look < 20000 && processes.processOf(running.pid()) != expected; ++look) {
         usleep(1000);

@@ -48,6 +48,11 @@ class HookedMonitorTest : public testing::Test {
     [[nodiscard]] bool waits(std::size_t index = 0) const {
         return std::holds_alternative<ClaudeStatus::NeedsApproval>(monitor.summaries().at(index).status);
     }
+    /// Lets everything be read that is read in the background.
+    void finishReading() {
+        while (platform.time.runBackground() > 0) {
+        }
+    }
     [[nodiscard]] double now() const { return platform.time.now(); }
 
     FakePlatform platform;
