@@ -209,6 +209,8 @@ TEST_F(MemoryFilesTest, AnOpenedFolderReachesWhatLiesInIt) {
     EXPECT_EQ(files.text("/home/user/box/new"), "bytes");
     EXPECT_TRUE(folder->open("new"));
     EXPECT_THAT(*folder->list(), UnorderedElementsAre("file", "new"));
+    EXPECT_EQ(folder->listSome(1)->size(), 1U);
+    EXPECT_EQ(folder->listSome(3), folder->list());
     EXPECT_FALSE(folder->remove("file"));
     EXPECT_FALSE(folder->stat("file"));
     EXPECT_FALSE(folder->makeFolder("inner", 0700));

@@ -13,6 +13,7 @@
 #include <limits>
 #include <memory>
 #include <thread>
+#include <vector>
 
 namespace veslora {
 namespace {
@@ -298,6 +299,30 @@ TEST_F(LinuxSchedulerTests, WorksInTheBackgroundAndEndsOnTheMainThread) {
     EXPECT_GE(niceness, 10);
     EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), getpriority(PRIO_PROCESS, 0));
     EXPECT_FALSE(task.isActive());
+}
+
+TEST_F(LinuxSchedulerTests, WhatSomebodyWaitsForIsNotBehindBackgroundWork) {
+    const auto mayEnd = std::make_shared<std::atomic<bool>>(false);
+    std::vector<Task> busy;
+    for (int count = 0; count < 4; ++count) {
+        busy.push_back(scheduler.background(
+            [mayEnd] {
+                while (!*mayEnd) {
+                    std::this_thread::yield();
+                }
+            },
+            [] {}));
+    }
+    std::vector<int> order;
+    int niceness = -1;
+    const Task first =
+        scheduler.concurrently([&] { niceness = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())); },
+                               [&] { order.push_back(1); });
+    const Task second = scheduler.concurrently([] {}, [&] { order.push_back(2); });
+    EXPECT_TRUE(waitUntil([&] { return order.size() == 2; }));
+    *mayEnd = true;
+    EXPECT_EQ(order, (std::vector<int>{1, 2}));
+    EXPECT_EQ(niceness, getpriority(PRIO_PROCESS, 0));
 }
 
 TEST_F(LinuxSchedulerTests, DropsTheEndOfBackgroundWorkThatWasCancelled) {

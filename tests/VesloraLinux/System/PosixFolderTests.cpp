@@ -48,6 +48,8 @@ TEST_F(PosixFolderTests, ReachesWhatLiesInIt) {
     EXPECT_EQ(folder->open("new")->read(bytes, 8, 0), 5U);
     EXPECT_THAT(*folder->list(), UnorderedElementsAre("file", "new"));
     EXPECT_THAT(*folder->list(), UnorderedElementsAre("file", "new")) << "a list begins at the beginning";
+    EXPECT_EQ(folder->listSome(1)->size(), 1U);
+    EXPECT_EQ(folder->listSome(3), folder->list());
     EXPECT_FALSE(folder->remove("file"));
     EXPECT_EQ(folder->remove("file"), std::errc::no_such_file_or_directory);
     EXPECT_EQ(folder->read("file", {}).error, std::errc::no_such_file_or_directory);
