@@ -53,17 +53,21 @@ class Marks {
             return false;
         }
         const Script script = Scripts::of(codePoint);
-        const bool isForeign = script > Script::inherited && m_base && script != Scripts::of(*m_base);
-        const bool isStray = !m_base || *m_base == U' ' || isForeign || m_marks.size() == mostMarks ||
+        const bool isForeign = script > Script::inherited && script != Scripts::of(m_base);
+        const bool isStray = m_base == none || isForeign || m_marks.size() == mostMarks ||
                              std::ranges::find(m_marks, codePoint) != m_marks.end();
-        m_marks.push_back(codePoint);
+        if (!isStray)
+            m_marks.push_back(codePoint);
         return isStray;
     }
     /// What came last is not shown as itself, so that no mark can stand on it.
-    void forgetBase() { m_base.reset(); }
+    void forgetBase() { m_base = none; }
 
   private:
-    std::optional<char32_t> m_base;
+    /// No mark belongs on a blank either.
+    static constexpr char32_t none = U' ';
+
+    char32_t m_base = none;
     std::vector<char32_t> m_marks;
 };
 

@@ -37,19 +37,23 @@ void TextInk::add(const TextLines::Letter& letter) {
         m_inks.emplace_back();
         return;
     }
+    // What is counted is this letter's alone, even where the one before reached beyond its outline.
+    m_painter.setCompositionMode(QPainter::CompositionMode_Source);
+    m_painter.fillRect(QRectF(QPointF(ink.area.topLeft()) / m_ratio, QSizeF(ink.area.size()) / m_ratio),
+                       Qt::transparent);
+    m_painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     for (const QGlyphRun& run : letter.runs) {
         m_painter.drawGlyphRun({m_margin, m_margin}, run);
     }
     ink.alpha.reserve(static_cast<std::size_t>(ink.area.width()) *
                       static_cast<std::size_t>(ink.area.height()));
     for (int y = ink.area.top(); y <= ink.area.bottom(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(m_scratch.scanLine(y));
+        const auto* row = reinterpret_cast<const QRgb*>(m_scratch.constScanLine(y));
         for (int x = ink.area.left(); x <= ink.area.right(); ++x) {
-            // Wiped for the next letter as it is read.
-            const int alpha = qAlpha(std::exchange(row[x], 0));
+            const int alpha = qAlpha(row[x]);
             ink.alpha.push_back(static_cast<std::uint8_t>(alpha));
             ink.sum += alpha;
-            m_total[index(x, y)] = static_cast<std::uint16_t>(m_total[index(x, y)] + alpha);
+            m_total[index(x, y)] = m_total[index(x, y)] + static_cast<std::uint32_t>(alpha);
         }
     }
     m_inks.push_back(std::move(ink));
@@ -72,7 +76,7 @@ int TextInk::shared(const Ink& ink) const {
     auto alpha = ink.alpha.begin();
     for (int y = ink.area.top(); y <= ink.area.bottom(); ++y) {
         for (int x = ink.area.left(); x <= ink.area.right(); ++x, ++alpha) {
-            sum += std::min<int>(*alpha, m_total[index(x, y)] - *alpha);
+            sum += static_cast<int>(std::min<std::uint32_t>(*alpha, m_total[index(x, y)] - *alpha));
         }
     }
     return sum;

@@ -53,7 +53,7 @@ class TextInk {
     QImage m_scratch;
     QPainter m_painter;
     std::vector<Ink> m_inks;
-    std::vector<std::uint16_t> m_total; ///< the ink of all letters, by picture element
+    std::vector<std::uint32_t> m_total; ///< the ink of all letters, by picture element
     /// A glyph's outline costs 0.05 ms in a font of bitmaps, which draws it for that.
     QHash<std::pair<QRawFont, quint32>, QRectF> m_outlines;
 };

@@ -31,8 +31,28 @@ TEST(VisibleText, OrdinaryTextStays) {
 }
 
 TEST(VisibleText, LineEndsAndTabsShowAsSigns) {
-    EXPECT_EQ(spelled("a\r\n\tb\n"), "a ␍ ⏎ ⇥ b ⏎ ");
+    EXPECT_EQ(spelled("ls\npwd"), "ls ⏎ pwd");
+    EXPECT_EQ(spelled("ls \npwd"), "ls ⏎ pwd");
+    EXPECT_EQ(spelled("ls\n"), "ls ⏎ ");
     EXPECT_EQ(spelled("\nls"), "⏎ ls");
+    EXPECT_EQ(spelled("a\r\nb"), "a ␍ ⏎ b");
+    EXPECT_EQ(spelled("a\tb"), "a ⇥ b");
+    EXPECT_EQ(spelled("a\n\n\nb"), "a ⏎ ⏎ ⏎ b");
+    EXPECT_EQ(spelled(""), "");
+}
+
+TEST(VisibleText, WhatHidesIsSpelledOut) {
+    EXPECT_EQ(spelled("a\xE2\x80\xAE"
+                      "b"),
+              "a⟨U+202E⟩b");
+    EXPECT_EQ(spelled("\xC2\xAD"), "⟨U+00AD⟩");
+    EXPECT_EQ(spelled("\a"), "⟨U+0007⟩");
+    EXPECT_EQ(spelled("\0"s), "⟨U+0000⟩");
+    EXPECT_EQ(spelled("\x1B[31m"), "⟨U+001B⟩[31m");
+    EXPECT_EQ(spelled("\xE2\x80\xA8"), "⟨U+2028⟩");
+    EXPECT_EQ(spelled("\xE2\x80\xA9"), "⟨U+2029⟩");
+    EXPECT_EQ(spelled("\xF3\xA0\x81\x81"), "⟨U+E0041⟩");
+    EXPECT_EQ(spelled("\xFF"), "⟨U+FFFD⟩");
 }
 
 TEST(VisibleText, SignsThatCameWithTheTextCannotForgeOurs) {
