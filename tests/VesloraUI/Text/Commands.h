@@ -3,11 +3,10 @@
 #pragma once
 
 #include "VesloraCore/Json.h"
-#include "tests/VesloraCore/TestData.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,7 @@ struct Command {
 };
 
 inline std::vector<Command> commands() {
-    std::istringstream lines(dataFile("commands.txt"));
+    std::ifstream lines(VESLORA_TEST_DATA "/commands.txt");
     std::vector<Command> all;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with('#')) {

@@ -193,7 +193,7 @@ TEST_F(ProvenTextTest, DrawsThePixelsThatWereJudged) {
 }
 
 TEST_F(ProvenTextTest, AllThatIsProvenOfRandomTextsCanBeSeen) {
-    constexpr int rounds = 3000;
+    constexpr int rounds = 2000;
     constexpr int leastInk = 60;
     RandomTexts texts;
     int proven = 0;

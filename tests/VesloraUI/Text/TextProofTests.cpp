@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Scalars.h"
-#include "tests/VesloraCore/TestText.h"
 #include "tests/VesloraUI/Text/ProofOf.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +11,7 @@ using test::proofOfSpelled;
 namespace {
 
 QString many(const char* piece, int times) {
-    return QString::fromStdString(test::repeated(piece, times));
+    return QString(piece).repeated(times);
 }
 
 /// The last unit up to which the text is within the bounds.
