@@ -3,11 +3,6 @@
 #include "VesloraCore/ClaudeRequestText.h"
 
 #include "VesloraCore/ClaudeActivity.h"
-#include "VesloraCore/GraphemeClusters.h"
-#include "VesloraCore/Scalars.h"
-
-#include <array>
-#include <cstdio>
 
 namespace veslora::ClaudeRequestText {
 
@@ -32,38 +27,6 @@ std::string generic(std::string_view tool, const Json& input) {
     return text;
 }
 
-// The sign for a code point that would break the line; null for all others.
-const char* signFor(char32_t codePoint) {
-    switch (codePoint) {
-    case U'\r':
-        return "␍ ";
-    case U'\n':
-        return "⏎ ";
-    case U'\t':
-        return "⇥ ";
-    default:
-        return nullptr;
-    }
-}
-
-std::string spelled(char32_t codePoint) {
-    std::array<char, 16> digits{};
-    std::snprintf(digits.data(), digits.size(), "%04X", static_cast<unsigned>(codePoint));
-    return std::string("⟨U+") + digits.data() + "⟩";
-}
-
-void appendShown(std::string& shown, std::string_view bytes, char32_t codePoint) {
-    if (const char* sign = signFor(codePoint)) {
-        if (!shown.empty() && shown.back() != ' ')
-            shown += ' ';
-        shown += sign;
-    } else if (Scalars::isHidden(codePoint)) {
-        shown += spelled(codePoint);
-    } else {
-        shown += bytes;
-    }
-}
-
 } // namespace
 
 std::string describe(std::string_view tool, const Json& input, std::string_view home) {
@@ -82,27 +45,8 @@ std::string describe(std::string_view tool, const Json& input, std::string_view 
     return generic(tool, input);
 }
 
-Display display(std::string_view text) {
-    constexpr char32_t replacement = 0xFFFD;
-    std::string shown;
-    shown.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const Scalars::Scalar scalar = Scalars::at(text, at);
-        if (scalar.codePoint)
-            appendShown(shown, text.substr(at, scalar.length), *scalar.codePoint);
-        else
-            shown += spelled(replacement);
-        at += scalar.length;
-    }
-    const bool isComplete = !GraphemeClusters::exceeds(shown, displayLimit);
-    return {std::move(shown), isComplete};
-}
-
-std::string shown(const Display& display) {
-    if (display.isComplete) {
-        return display.text;
-    }
-    return std::string(GraphemeClusters::prefix(display.text, displayLimit - 1)) + "…";
+VisibleText::Spelled display(std::string_view text) {
+    return VisibleText::spelled(text, displayLimit);
 }
 
 } // namespace veslora::ClaudeRequestText

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Json.h"
+#include "VesloraCore/VisibleText.h"
 
 #include <cstddef>
 #include <string>
@@ -14,21 +15,12 @@ namespace veslora::ClaudeRequestText {
 /// The most characters, as a person counts them, that an alert can show.
 inline constexpr std::size_t displayLimit = 130;
 
-struct Display {
-    std::string text;       ///< everything, never cut
-    bool isComplete = true; ///< whether all of it fits the alert
-    bool operator==(const Display&) const = default;
-};
-
 /// What a tool is asked to do with `input`. Paths below `home` start with "~"; an empty `home` shortens
 /// nothing.
 [[nodiscard]] std::string describe(std::string_view tool, const Json& input, std::string_view home);
 
-/// The text with line ends and tabs as signs, and every code point that can't be seen or that turns the
-/// direction of others around spelled out, such as "⟨U+202E⟩".
-[[nodiscard]] Display display(std::string_view text);
-
-/// What there is room to show: the whole of a complete text, otherwise its first 129 characters and "…".
-[[nodiscard]] std::string shown(const Display& display);
+/// What an alert shows of the text: all of it, with everything in it visible, or its first 129 characters and
+/// "…". Takes no longer for a text of any length.
+[[nodiscard]] VisibleText::Spelled display(std::string_view text);
 
 } // namespace veslora::ClaudeRequestText

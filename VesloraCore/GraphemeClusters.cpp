@@ -7,7 +7,6 @@
 #include <utf8proc.h>
 
 #include <limits>
-#include <optional>
 
 namespace veslora::GraphemeClusters {
 
@@ -21,29 +20,32 @@ struct Walk {
 // Passes characters from the front, at most `limit` of them.
 Walk walk(std::string_view text, std::size_t limit) {
     Walk passed;
-    std::optional<char32_t> previous;
-    utf8proc_int32_t state = 0;
+    Boundaries boundaries;
     for (std::size_t at = 0; at < text.size();) {
         const Scalars::Scalar scalar = Scalars::at(text, at);
-        const bool isWithinCharacter =
-            at > 0 && previous && scalar.codePoint &&
-            !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(*previous),
-                                              static_cast<utf8proc_int32_t>(*scalar.codePoint), &state);
-        if (!isWithinCharacter) {
+        if (boundaries.isStart(scalar.codePoint)) {
             if (passed.characters == limit)
                 return passed;
             ++passed.characters;
         }
-        if (!scalar.codePoint)
-            state = 0;
         at += scalar.length;
         passed.bytes = at;
-        previous = scalar.codePoint;
     }
     return passed;
 }
 
 } // namespace
+
+bool Boundaries::isStart(std::optional<char32_t> codePoint) {
+    const bool isWithin =
+        m_previous && codePoint &&
+        !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(*m_previous),
+                                          static_cast<utf8proc_int32_t>(*codePoint), &m_state);
+    if (!codePoint)
+        m_state = 0;
+    m_previous = codePoint;
+    return !isWithin;
+}
 
 std::size_t count(std::string_view text) {
     return walk(text, std::numeric_limits<std::size_t>::max()).characters;

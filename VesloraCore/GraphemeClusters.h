@@ -5,9 +5,22 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace veslora::GraphemeClusters {
+
+/// Tells where characters begin, of a text that comes one code point after the other.
+class Boundaries {
+  public:
+    /// Whether the next code point begins a character; absent for a byte that is no UTF-8.
+    [[nodiscard]] bool isStart(std::optional<char32_t> codePoint);
+
+  private:
+    std::optional<char32_t> m_previous;
+    std::int32_t m_state = 0;
+};
 
 /// How many characters the text has.
 [[nodiscard]] std::size_t count(std::string_view text);

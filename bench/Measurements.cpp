@@ -14,8 +14,8 @@ namespace veslora::bench {
 namespace {
 
 /// Made by the program beside the harness, which prints the figures itself.
-void measureRefresh(const Bench& bench) {
-    std::vector<std::string> words{bench.executables + "/veslora-bench-inside", "refresh"};
+void measureInside(const Bench& bench, const std::string& what) {
+    std::vector<std::string> words{bench.executables + "/veslora-bench-inside", what};
     if (bench.isShort) {
         words.emplace_back("--smoke");
     }
@@ -24,9 +24,17 @@ void measureRefresh(const Bench& bench) {
     int status = -1;
     if (posix_spawn(&process, arguments.front(), nullptr, nullptr, arguments.data(), environ) != 0 ||
         waitpid(process, &status, 0) != process) {
-        throw std::runtime_error("the refresh can't be measured");
+        throw std::runtime_error(what + " can't be measured");
     }
     bench.report.addOthers(status == 0);
+}
+
+void measureRefresh(const Bench& bench) {
+    measureInside(bench, "refresh");
+}
+
+void measureText(const Bench& bench) {
+    measureInside(bench, "text");
 }
 
 } // namespace
@@ -45,6 +53,7 @@ std::span<const Measurement> measurements() {
         {"answers", {"release_to_answer_p50", "release_to_answer_p95"}, measureAnswers},
         {"event_script", {"event_script_ms", "event_script_ratio"}, measureEventScript},
         {"refresh", {"refresh_large", "refresh_unchanged"}, measureRefresh},
+        {"text", {"text_first", "text_usual_p50", "text_usual_p95", "text_8_mb"}, measureText},
         {"usage",
          {"usage_100_load",
           "usage_100_grep",

@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/ClaudeNoticePresenter.h"
 
 #include "VesloraCore/ApprovalAlert.h"
+#include "VesloraCore/VisibleText.h"
 
 namespace veslora {
 
@@ -21,9 +22,9 @@ void ClaudeNoticePresenter::readAgents() {
     }
     const ClaudeSessionSummary& first = waiting.front();
     m_sessionId = first.id;
-    m_name = QString::fromStdString(first.name);
+    m_name = QString::fromStdString(VisibleText::line(first.name));
     const auto& approval = std::get<ClaudeStatus::NeedsApproval>(first.status);
-    m_message = QString::fromStdString(AlertNotice::message(approval.message));
+    m_message = QString::fromStdString(VisibleText::line(AlertNotice::message(approval.message)));
     m_more = static_cast<int>(waiting.size()) - 1;
     emit changed();
 }

@@ -23,9 +23,8 @@ Item {
 
         agents: view.agents
         date: timeline.date
-        // Whatever is cut was not shown in full, whichever way it came to be cut.
         isArmed: view.judge.isArmed
-        isCut: body.truncated || body.lineCount > 2 || body.width <= 0
+        isTextProven: body.isProven
         requestId: view.requestId
     }
 
@@ -55,25 +54,20 @@ Item {
         text: presenter.waitingText
     }
 
-    SystemText {
+    ProvenText {
         id: body
 
-        Accessible.name: text
+        Accessible.name: shownText
         Accessible.role: Accessible.StaticText
         color: VesloraStyle.textPrimary
-        elide: Text.ElideRight
-        lineHeight: 14
-        lineHeightMode: Text.FixedHeight
-        maximumLineCount: 2
+        height: 28
         text: presenter.text
         width: parent.width
-        wrapMode: Text.Wrap
         y: 17
 
         font {
+            family: VesloraStyle.systemFont
             pixelSize: 11
-            // What will run is shown letter by letter, without ligatures that stand for two of them.
-            preferShaping: false
             weight: Font.Medium
         }
     }

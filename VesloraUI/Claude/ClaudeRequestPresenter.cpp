@@ -4,6 +4,7 @@
 #include "VesloraCore/ApprovalAlert.h"
 #include "VesloraCore/ClaudeRequestText.h"
 #include "VesloraCore/PathText.h"
+#include "VesloraCore/VisibleText.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
@@ -37,16 +38,19 @@ void ClaudeRequestPresenter::readAgents() {
     if (assign(this, m_isPending, isPending, &ClaudeRequestPresenter::keysChanged); !isPending) {
         return;
     }
-    m_request = *found;
+    // A request never changes, and its text may be long: both are taken once.
+    if (!m_request) {
+        m_request = *found;
+        const auto display = ClaudeRequestText::display(m_request->text);
+        m_isComplete = display.isComplete;
+        m_text = QString::fromStdString(display.text);
+    }
     m_others = static_cast<int>(requests.size()) - 1;
     const auto sessions = m_agents->summaries();
     const auto session = std::ranges::find(sessions, m_request->sessionId, &ClaudeSessionSummary::id);
     const std::string name =
         session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
-    m_sessionName = QString::fromStdString(name);
-    const auto display = ClaudeRequestText::display(m_request->text);
-    m_isComplete = display.isComplete;
-    m_text = QString::fromStdString(ClaudeRequestText::shown(display));
+    m_sessionName = QString::fromStdString(VisibleText::line(name));
     emit changed();
     emit keysChanged();
 }
@@ -60,8 +64,8 @@ void ClaudeRequestPresenter::setDate(double date) {
     }
 }
 
-void ClaudeRequestPresenter::setCut(bool isCut) {
-    assign(this, m_isCut, isCut, &ClaudeRequestPresenter::keysChanged);
+void ClaudeRequestPresenter::setTextProven(bool isTextProven) {
+    assign(this, m_isTextProven, isTextProven, &ClaudeRequestPresenter::keysChanged);
 }
 
 QString ClaudeRequestPresenter::title() const {
@@ -80,7 +84,10 @@ QString ClaudeRequestPresenter::note() const {
     if (m_hasFailed) {
         return tr("Couldn't answer");
     }
-    return m_request && !isShownInFull() ? tr("Too long to show here · use Jump") : QString();
+    if (!m_request || isShownInFull()) {
+        return {};
+    }
+    return m_isComplete ? tr("Can't be shown in full · use Jump") : tr("Too long to show here · use Jump");
 }
 
 void ClaudeRequestPresenter::jump() {

@@ -26,8 +26,8 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(bool isArmed MEMBER m_isArmed WRITE setArmed FINAL)
     /// Seconds since 1970, from the view's timeline.
     Q_PROPERTY(double date MEMBER m_date WRITE setDate REQUIRED FINAL)
-    /// Whether the text as laid out does not fit on screen whole. True until the view knows better.
-    Q_PROPERTY(bool isCut MEMBER m_isCut WRITE setCut FINAL)
+    /// Whether all of the text can be seen as it is drawn. False until the view has proved it.
+    Q_PROPERTY(bool isTextProven MEMBER m_isTextProven WRITE setTextProven FINAL)
     Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
     Q_PROPERTY(QString sessionName READ sessionName NOTIFY changed FINAL)
     Q_PROPERTY(QString waitingText READ waitingText NOTIFY changed FINAL)
@@ -46,7 +46,7 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     void setRequestId(const QString& id);
     void setArmed(bool isArmed);
     void setDate(double date);
-    void setCut(bool isCut);
+    void setTextProven(bool isTextProven);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString sessionName() const { return m_sessionName; }
@@ -69,14 +69,14 @@ class ClaudeRequestPresenter : public QObject, public QQmlParserStatus {
     void keysChanged();
 
   private:
-    [[nodiscard]] bool isShownInFull() const { return m_isComplete && !m_isCut; }
+    [[nodiscard]] bool isShownInFull() const { return m_isComplete && m_isTextProven; }
     void readAgents();
     void answer(ClaudeDecision decision);
 
     AgentsModel* m_agents = nullptr;
     QString m_requestId;
     double m_date = 0;
-    bool m_isCut = true;
+    bool m_isTextProven = false;
     bool m_isArmed = false;
 
     std::optional<ClaudePermissionRequest> m_request;

@@ -3,6 +3,7 @@
 
 #include "VesloraCore/AgentUsageChoice.h"
 #include "VesloraCore/ClaudeUsageText.h"
+#include "VesloraCore/VisibleText.h"
 #include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
@@ -142,9 +143,7 @@ QString ClaudeUsageWidgetPresenter::text(const UsageDetailLine& detail) const {
             return tr("resets %1").arg(shortWeekday(reset.at));
         }
         QString operator()(const UsageDetail::Plain& plain) const {
-            // Far more than the line holds; a model's name may be of any length.
-            constexpr qsizetype longest = 200;
-            return QString::fromStdString(plain.text).left(longest);
+            return QString::fromStdString(VisibleText::line(plain.text));
         }
     };
     return std::visit(Words(), detail);

@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/ClaudeWidgetPresenter.h"
 
 #include "VesloraCore/ClaudeStatusText.h"
+#include "VesloraCore/VisibleText.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <algorithm>
@@ -57,7 +58,7 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
     const bool isClaude = session.agent == AgentKind::claude;
     ClaudeSessionRow row;
     row.id = QString::fromStdString(session.id);
-    row.name = QString::fromStdString(session.name);
+    row.name = QString::fromStdString(VisibleText::line(session.name));
     row.helpText = tr("Go to %1").arg(row.name);
     row.mark = showsMarks ? QString::fromUtf8(mark(session.agent)) : QString();
     row.markIsSymbol = isClaude;
@@ -70,7 +71,7 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
                      : needsApproval                                  ? m_style->urgentColor()
                                                                       : m_style->accentColor();
     if (m_isWide && isWorking(session) && session.activity) {
-        row.activity = QString::fromStdString(*session.activity);
+        row.activity = QString::fromStdString(VisibleText::line(*session.activity));
     }
     return row;
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh.
-// A program of its own, since the harness must not map the toolkit's libraries: the measured program would
-// then share them, and seem smaller than it is.
+// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh
+// and the judgement of texts. A program of its own, since the harness must not map the toolkit's libraries:
+// the measured program would then share them, and seem smaller than it is.
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "bench/Report.h"
 #include "bench/UsageCorpus.h"
 #include "bench/inside/RefreshBench.h"
+#include "bench/inside/TextBench.h"
 #include "bench/inside/UsageRun.h"
 
 #include <cstdio>
@@ -31,9 +32,15 @@ int installHooks(const std::string& home, const std::string& runtime) {
     return hooks.state().areInstalled ? 0 : 1;
 }
 
-int measure(bool isShort) {
+int measureRefresh(bool isShort) {
     bench::Report report(!isShort);
     bench::measureRefresh(report, executables(), isShort);
+    return report.isGood() ? 0 : 1;
+}
+
+int measureText(bool isShort) {
+    bench::Report report(!isShort);
+    bench::measureText(report, isShort);
     return report.isGood() ? 0 : 1;
 }
 
@@ -52,15 +59,19 @@ int main(int argc, char** argv) {
         if (arguments.size() >= 2 && arguments[0] == "usage") {
             return bench::runUsage(arguments[1], arguments.size() > 2 ? arguments[2] : "") ? 0 : 1;
         }
+        const bool isShort = arguments.size() == 2 && arguments[1] == "--smoke";
         if (!arguments.empty() && arguments[0] == "refresh") {
-            return measure(arguments.size() == 2 && arguments[1] == "--smoke");
+            return measureRefresh(isShort);
+        }
+        if (!arguments.empty() && arguments[0] == "text") {
+            return measureText(isShort);
         }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bench: %s\n", error.what());
         return 1;
     }
     std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | usage FOLDER [FILE] | corpus FOLDER FILES | "
-               "refresh [--smoke]\n",
+               "refresh [--smoke] | text [--smoke]\n",
                stderr);
     return 2;
 }

@@ -40,6 +40,11 @@ class NoMultiplexer final : public TerminalMultiplexer {
                   std::function<void(Client)> /*done*/) override {
         return {};
     }
+    [[nodiscard]] bool mayHold(std::int32_t /*pid*/) const override { return false; }
+    [[nodiscard]] Task findClients(std::int32_t /*pid*/, const std::optional<std::string>& /*pane*/,
+                                   std::function<void(const Clients&)> /*done*/) override {
+        return {};
+    }
 };
 
 /// The longest stretch of processor time that this thread spent between two turns of its event loop.

@@ -212,16 +212,16 @@ TEST_F(ClaudeRequestAlertTest, WhatIsTooLongCanBeDeniedButNotAllowed) {
     EXPECT_THAT(scene.claude.answered, IsEmpty());
 }
 
-TEST_F(ClaudeRequestAlertTest, WideLettersThatDoNotFitCountAsTooLong) {
+TEST_F(ClaudeRequestAlertTest, WideLettersThatDoNotFitCantBeAllowed) {
     ask(std::string(130, 'W'));
     showAlert();
     scene.advance(0.7);
-    EXPECT_THAT(scene.texts(), Contains("Too long to show here · use Jump"));
+    EXPECT_THAT(scene.texts(), Contains("Can't be shown in full · use Jump"));
     EXPECT_FALSE(scene.isEnabled("Allow"));
     ask(std::string(130, 'i'));
     showAlert();
     scene.advance(0.7);
-    EXPECT_THAT(scene.texts(), Not(Contains("Too long to show here · use Jump")));
+    EXPECT_THAT(scene.texts(), Not(Contains("Can't be shown in full · use Jump")));
     EXPECT_TRUE(scene.isEnabled("Allow"));
 }
 
@@ -229,9 +229,6 @@ TEST_F(ClaudeRequestAlertTest, TextIsNeverReadAsMarkup) {
     ask("<b>rm</b> -rf <img src='x'> &amp; done");
     showAlert();
     EXPECT_THAT(scene.texts(), Contains("<b>rm</b> -rf <img src='x'> &amp; done"));
-    EXPECT_EQ(
-        scene.itemWith("text", "<b>rm</b> -rf <img src='x'> &amp; done")->property("textFormat").toInt(),
-        0 /* Text.PlainText */);
 }
 
 TEST_F(ClaudeRequestAlertTest, TheFuseBurnsForTwentySeconds) {

@@ -270,11 +270,18 @@ TEST_F(ClaudeUsageWidgetTest, AModelsNameIsCutAndNeverReadAsMarkup) {
     claude.contextDetail = "<h1>" + std::string(100'000, 'x');
     putClaude();
     showWidget(false);
-    const auto* detail = scene.itemWith("text", QString("<h1>" + QString(196, 'x')));
+    const auto* detail = scene.itemWith("text", QString("<h1>" + QString(125, 'x') + "…"));
     ASSERT_TRUE(detail);
     EXPECT_EQ(detail->property("textFormat").toInt(), 0 /* Text.PlainText */);
     EXPECT_EQ(detail->property("truncated"), true);
     EXPECT_EQ(detail->width(), 120);
+}
+
+TEST_F(ClaudeUsageWidgetTest, WhatHidesInAModelsNameIsSpelled) {
+    claude.contextDetail = "a\u202Eb";
+    putClaude();
+    showWidget(true);
+    EXPECT_TRUE(scene.itemWith("text", "a⟨U+202E⟩b"));
 }
 
 TEST_F(ClaudeUsageWidgetTest, AReadingThatComesMovesOnlyWhatIsDifferent) {

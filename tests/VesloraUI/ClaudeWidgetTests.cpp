@@ -111,5 +111,27 @@ TEST_F(ClaudeWidgetTest, ANameIsNeverReadAsMarkup) {
     EXPECT_EQ(scene.itemWith("text", "<h1>big</h1>")->property("textFormat").toInt(), 0 /* Text.PlainText */);
 }
 
+TEST_F(ClaudeWidgetTest, WhatHidesInANameOrAnActivityIsSpelled) {
+    auto session = working("x", 1);
+    session.name = "a\u202Eb\uFFFC";
+    session.activity = "Bash: rm\u2003-rf";
+    scene.claude.publish({session}, {});
+    showWidget(true);
+    EXPECT_THAT(scene.texts(), Contains("a⟨U+202E⟩b⟨U+FFFC⟩"));
+    EXPECT_THAT(scene.texts(), Contains("Bash: rm⟨U+2003⟩-rf"));
+    EXPECT_TRUE(scene.shows("a⟨U+202E⟩b⟨U+FFFC⟩"));
+}
+
+TEST_F(ClaudeWidgetTest, WhatHidesInANoticeIsSpelled) {
+    auto session =
+        FakeMonitor::session("x", ClaudeStatus::NeedsApproval{"Claude needs your permission to use a\u202E",
+                                                              scene.platform.time.now()});
+    session.name = "b\u2060";
+    scene.claude.publish({session}, {});
+    scene.show("Claude/ClaudeNotice.qml", {{"agents", QVariant::fromValue(&scene.agents)}}, {300, 60});
+    EXPECT_THAT(scene.texts(), Contains("b⟨U+2060⟩"));
+    EXPECT_THAT(scene.texts(), Contains("Wants to use a⟨U+202E⟩"));
+}
+
 } // namespace
 } // namespace veslora

@@ -149,7 +149,9 @@ void Scene::release(QPointF point) {
 QStringList Scene::texts() const {
     QStringList texts;
     visit(m_window->contentItem(), [&](QQuickItem* item) {
-        const QVariant text = item->inherits("QQuickText") ? item->property("text") : QVariant();
+        const QVariant text = item->inherits("QQuickText")            ? item->property("text")
+                              : item->inherits("veslora::ProvenText") ? item->property("shownText")
+                                                                      : QVariant();
         if (!text.toString().isEmpty() && item->opacity() > 0) {
             texts << text.toString();
         }

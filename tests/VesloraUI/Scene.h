@@ -68,7 +68,7 @@ class Scene {
     /// Lets that much time pass for the views' timelines.
     void advance(double seconds);
 
-    /// The texts of all visible Text items, in the order of the tree.
+    /// The texts of all visible items that show one, in the order of the tree.
     [[nodiscard]] QStringList texts() const;
     /// The first visible item that carries a property of that value, such as a text.
     [[nodiscard]] QQuickItem* itemWith(const char* property, const QVariant& value) const;

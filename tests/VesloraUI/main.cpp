@@ -11,6 +11,9 @@ void failOnComplaint(QtMsgType type, const QMessageLogContext& context, const QS
     if (message.contains(QLatin1String("does not support raise"))) {
         return; // there is nothing above a window in memory
     }
+    if (message.contains(QLatin1String("OpenType support missing for"))) {
+        return; // of each font that lacks a script, while one is looked for that has it
+    }
     if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
         ADD_FAILURE() << (context.category ? context.category : "") << ": " << message.toStdString();
     }
@@ -22,6 +25,10 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
+    // Whether a letter can be seen must not depend on what else is installed.
+    if (!qEnvironmentVariableIsSet("FONTCONFIG_FILE")) {
+        qputenv("FONTCONFIG_FILE", VESLORA_TEST_FONTS);
+    }
     // Qt complains of a machine without one, though nothing is put there.
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
         qputenv("XDG_RUNTIME_DIR", "/nonexistent");
