@@ -40,6 +40,7 @@ int refuseWithoutDisplay() {
 
 int run(int argc, char** argv) {
     LinuxPlatform::prepareEnvironment();
+    LinuxPlatform::giveBackLargeBlocks();
     if (!LinuxPlatform::hasDisplay()) {
         return refuseWithoutDisplay();
     }

@@ -21,6 +21,8 @@
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 
+#include <malloc.h>
+
 namespace veslora {
 namespace {
 
@@ -84,6 +86,13 @@ void LinuxPlatform::prepareEnvironment() {
     if (!SessionBus::isNamed(LinuxDirectories::processEnvironment)) {
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
+}
+
+void LinuxPlatform::giveBackLargeBlocks() {
+    // Left to itself the allocator keeps blocks of up to 32 MB once it has seen one of them freed, and so one
+    // event of 16 MB would add that to the program for as long as it runs.
+    constexpr int threshold = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, threshold);
 }
 
 bool LinuxPlatform::hasDisplay() {

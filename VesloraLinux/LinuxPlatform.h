@@ -15,6 +15,9 @@ class LinuxPlatform final : public Platform {
     /// object is made.
     static void prepareEnvironment();
 
+    /// Lets large blocks of memory go back to the system as soon as they are freed, for the whole process.
+    static void giveBackLargeBlocks();
+
     /// Whether the X server that Qt is about to connect to answers: without one Qt would end the program by
     /// force. To be asked after `prepareEnvironment`; true where the user chose another platform of Qt's.
     [[nodiscard]] static bool hasDisplay();
