@@ -26,4 +26,8 @@ inline constexpr std::string_view statusLineSnapshots = "statusline"; ///< the n
 inline constexpr std::string_view statusLineOriginal = "statusline-original.json"; ///< the user's own setting
 inline constexpr std::string_view statusLineWrapped = "statusline-wrapped";        ///< its command
 
+// Each stands while the agent's configuration is a file which we made, and holds that file's path.
+inline constexpr std::string_view claudeSettingsMade = "claude-settings-made";
+inline constexpr std::string_view codexHooksMade = "codex-hooks-made";
+
 } // namespace veslora::SupportNames

@@ -71,7 +71,9 @@ std::unique_ptr<FileReader> PosixFolder::open(const std::string& name) {
 
 std::error_code PosixFolder::write(const std::string& name, const std::string& bytes,
                                    const WriteOptions& options) {
-    return isName(name) ? PosixWriting::write(m_folder.value(), name, bytes, options) : badName();
+    return isName(name)
+               ? PosixWriting::write(m_folder.value(), name, bytes, options, PassingEntry::inOurFolder)
+               : badName();
 }
 
 std::error_code PosixFolder::remove(const std::string& name) {
@@ -86,7 +88,8 @@ bool PosixFolder::isExecutable(const std::string& name) {
 }
 
 std::error_code PosixFolder::makeLink(const std::string& target, const std::string& name) {
-    return isName(name) ? PosixWriting::makeLink(target, m_folder.value(), name) : badName();
+    return isName(name) ? PosixWriting::makeLink(target, m_folder.value(), name, PassingEntry::inOurFolder)
+                        : badName();
 }
 
 std::optional<std::string> PosixFolder::linkTarget(const std::string& name) {

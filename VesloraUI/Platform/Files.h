@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Timestamp.h"
+#include "VesloraUI/Platform/FileRefusal.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -151,6 +152,24 @@ class Files {
     /// nothing is left over. Owner and group of a file that is replaced are kept where the user may do that.
     [[nodiscard]] virtual std::error_code write(const std::string& path, const std::string& bytes,
                                                 const WriteOptions& options) = 0;
+
+    /// Replaces a file of the user's by `bytes`, but only if it still holds `expected`; where that is absent,
+    /// makes it, but only if there is none. An edit of another program's at any moment is never lost: then
+    /// that file stands and `FileRefusal::changed` is the answer; what an unlucky third program left between
+    /// two edits stays beside it as "<name>.veslora-kept.<random>". Mode, owner, group, access list and
+    /// extended attributes are kept; where they or a second name of the file can't be, it is refused. Links
+    /// are refused, so resolve first.
+    [[nodiscard]] virtual std::error_code replaceIfUnchanged(const std::string& path,
+                                                             const std::optional<std::string>& expected,
+                                                             const std::string& bytes) = 0;
+
+    /// Removes a file of the user's, on the same conditions.
+    [[nodiscard]] virtual std::error_code removeIfUnchanged(const std::string& path,
+                                                            const std::string& expected) = 0;
+
+    /// Removes what a program of ours that was killed in the midst of `replaceIfUnchanged`, `removeIfUnchanged`
+    /// or `write` left in the folder of `path`. Nothing that could be anybody else's, or that is still in use.
+    virtual void sweepLeftovers(const std::string& path) = 0;
 
     /// Removes a file or a link; a directory is refused. An absent one is `no_such_file_or_directory`.
     virtual std::error_code remove(const std::string& path) = 0;

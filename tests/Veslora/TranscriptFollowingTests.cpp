@@ -4,6 +4,7 @@
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeUsageMonitor.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 #include "tests/support/FixedCalendar.h"
@@ -25,7 +26,7 @@ class TranscriptFollowingTests : public ::testing::Test {
   protected:
     [[nodiscard]] std::unique_ptr<ClaudeUsageMonitor> makeMonitor() {
         return std::make_unique<ClaudeUsageMonitor>(
-            TranscriptSeams{scheduler, files, watcher}, folder.path("status"), folder.path("projects"),
+            TranscriptSeams{scheduler, files, watcher}, support, folder.path("projects"),
             test::fixedCalendar(noonIsFarFromMidnight()), [] { return std::nullopt; });
     }
     /// The test must not begin before midnight and end after it.
@@ -56,6 +57,7 @@ class TranscriptFollowingTests : public ::testing::Test {
     testing::CoreApplication application;
     testing::TemporaryFolder folder;
     PosixFiles files;
+    SupportDirectory support{files, folder.path("support"), folder.path("support")};
     LinuxScheduler scheduler;
     InotifyDirectoryWatcher watcher;
 };

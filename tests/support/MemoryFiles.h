@@ -14,6 +14,9 @@ class MemoryFiles final : public Files {
     /// What a file written now is stamped with.
     Timestamp clock = 1'800'000'000;
 
+    /// Why no file of the user's may be replaced or removed, while it is set.
+    std::optional<FileRefusal> refusal;
+
     MemoryFiles();
 
     [[nodiscard]] OpenedFolder openFolder(const std::string& path) override;
@@ -23,6 +26,12 @@ class MemoryFiles final : public Files {
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
     [[nodiscard]] std::error_code write(const std::string& path, const std::string& bytes,
                                         const WriteOptions& options) override;
+    [[nodiscard]] std::error_code replaceIfUnchanged(const std::string& path,
+                                                     const std::optional<std::string>& expected,
+                                                     const std::string& bytes) override;
+    [[nodiscard]] std::error_code removeIfUnchanged(const std::string& path,
+                                                    const std::string& expected) override;
+    void sweepLeftovers(const std::string& path) override;
     std::error_code remove(const std::string& path) override;
     std::error_code makeDirectory(const std::string& path, std::uint32_t mode) override;
     std::error_code setMode(const std::string& path, std::uint32_t mode) override;
@@ -73,6 +82,8 @@ class MemoryFiles final : public Files {
     [[nodiscard]] std::optional<std::string> walk(const std::string& path, Links last, int rounds = 0) const;
     [[nodiscard]] const Node* find(const std::string& path, Links last) const;
     [[nodiscard]] Node* find(const std::string& path, Links last);
+    [[nodiscard]] std::error_code refusalOf(const std::string& path,
+                                            const std::optional<std::string>& expected) const;
     [[nodiscard]] std::error_code place(const std::string& path, Node node);
     Node& make(const std::string& path, Kind kind, const std::string& bytes, std::uint32_t mode);
 
