@@ -2,6 +2,7 @@
 #include "VesloraLinux/System/PosixFolder.h"
 
 #include "VesloraCore/PathText.h"
+#include "VesloraLinux/System/ExitRemovals.h"
 #include "VesloraLinux/System/PosixReading.h"
 #include "VesloraLinux/System/PosixWriting.h"
 
@@ -94,6 +95,10 @@ std::error_code PosixFolder::makeLink(const std::string& target, const std::stri
 
 std::optional<std::string> PosixFolder::linkTarget(const std::string& name) {
     return isName(name) ? PosixReading::linkTarget(m_folder.value(), name.c_str()) : std::nullopt;
+}
+
+std::unique_ptr<RemovalAtExit> PosixFolder::removeAtExit(const std::string& name) {
+    return isName(name) ? ExitRemovals::add(m_folder.value(), name) : nullptr;
 }
 
 OpenedFolder PosixFolder::openFolder(const std::string& name) {

@@ -80,6 +80,13 @@ class FileReader {
 
 class Folder;
 
+/// While this lives, a file goes when the program ends by `exit`, in which nothing of the program's own is
+/// destroyed any more: a window system's library ends it so once the server is gone.
+class RemovalAtExit {
+  public:
+    virtual ~RemovalAtExit() = default;
+};
+
 /// Either a folder or the reason why there is none.
 struct OpenedFolder {
     std::unique_ptr<Folder> folder;
@@ -116,6 +123,9 @@ class Folder {
     virtual std::error_code makeLink(const std::string& target, const std::string& name) = 0;
     /// What a symbolic link says; absent where there is none.
     [[nodiscard]] virtual std::optional<std::string> linkTarget(const std::string& name) = 0;
+
+    /// Null where it can't be arranged. The folder itself need not live on.
+    [[nodiscard]] virtual std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) = 0;
 
     /// Opens a folder in this one, on the conditions of `Files::openFolder`.
     [[nodiscard]] virtual OpenedFolder openFolder(const std::string& name) = 0;
@@ -167,8 +177,9 @@ class Files {
     [[nodiscard]] virtual std::error_code removeIfUnchanged(const std::string& path,
                                                             const std::string& expected) = 0;
 
-    /// Removes what a program of ours that was killed in the midst of `replaceIfUnchanged`, `removeIfUnchanged`
-    /// or `write` left in the folder of `path`. Nothing that could be anybody else's, or that is still in use.
+    /// Removes what a program of ours that was killed in the midst of `replaceIfUnchanged`,
+    /// `removeIfUnchanged` or `write` left in the folder of `path`. Nothing that could be anybody else's, or
+    /// that is still in use.
     virtual void sweepLeftovers(const std::string& path) = 0;
 
     /// Removes a file or a link; a directory is refused. An absent one is `no_such_file_or_directory`.

@@ -142,6 +142,9 @@ class FaultInjectingFiles::OpenFolder final : public Folder {
     std::optional<std::string> linkTarget(const std::string& name) override {
         return m_files.count() ? std::nullopt : m_inner->linkTarget(name);
     }
+    std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) override {
+        return m_files.count() ? nullptr : m_inner->removeAtExit(name);
+    }
     OpenedFolder openFolder(const std::string& name) override {
         const auto failure = m_files.count();
         return failure ? OpenedFolder{nullptr, failure} : m_files.wrapped(m_inner->openFolder(name));

@@ -6,6 +6,8 @@
 #include "VesloraUI/Platform/Files.h"
 
 #include <map>
+#include <set>
+#include <string>
 
 namespace veslora {
 
@@ -53,6 +55,8 @@ class MemoryFiles final : public Files {
     void touch(const std::string& path);
     /// Makes something that is neither file nor directory nor link, such as a pipe.
     void putSpecial(const std::string& path);
+    /// Removes what is to go when the program ends by `exit`.
+    void endProgram();
     /// Gives a file or a folder to another user.
     void giveAway(const std::string& path);
 
@@ -69,6 +73,7 @@ class MemoryFiles final : public Files {
   private:
     class Reader;
     class OpenFolder;
+    class Removal;
     enum class Kind { file, directory, link, special };
     struct Node {
         Kind kind = Kind::file;
@@ -88,6 +93,7 @@ class MemoryFiles final : public Files {
     Node& make(const std::string& path, Kind kind, const std::string& bytes, std::uint32_t mode);
 
     std::map<std::string, Node> m_nodes; ///< by their paths without any link in them
+    std::multiset<std::string> m_atExit;
     std::uint64_t m_lastInode = 0;
     int m_writes = 0;
     int m_reads = 0;
