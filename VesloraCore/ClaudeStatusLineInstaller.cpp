@@ -44,8 +44,7 @@ std::string removing(std::string_view text, const std::string& command,
                      std::optional<std::string_view> previous) {
     Json root = ConfigurationText::parseOrThrow(text);
     if (isOurs(root.find(key), command)) {
-        std::optional<Json> saved =
-            previous ? Json::parse(*previous, Json::Reading::lossless) : std::nullopt;
+        std::optional<Json> saved = previous ? Json::parse(*previous, Json::Reading::lossless) : std::nullopt;
         if (saved)
             root.set(key, std::move(*saved));
         else
