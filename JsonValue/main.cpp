@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // json-value PATH: prints the string, number or boolean at a dotted path of the JSON document on standard
-// input. Ends with status 1 and prints nothing where there is none. The status-line script starts it for
-// every value that it shows, so it does nothing else.
+// input, without what could move a terminal's cursor: the script's line ends up in the user's. Ends with
+// status 1 and prints nothing where there is none. The status-line script starts it for every value that it
+// shows, so it does nothing else.
 #include "VesloraCore/JsonPath.h"
+#include "VesloraCore/TerminalText.h"
 
 #include <cstdio>
 #include <optional>
@@ -25,8 +27,10 @@ std::optional<std::string> readInput() {
 bool printValue(const std::string& path) {
     const std::optional<std::string> input = readInput();
     const std::optional<std::string> value = input ? veslora::JsonPath::valueAt(*input, path) : std::nullopt;
-    return value && std::fwrite(value->data(), 1, value->size(), stdout) == value->size() &&
-           std::fflush(stdout) == 0;
+    if (!value)
+        return false;
+    const std::string shown = veslora::TerminalText::withoutControls(*value);
+    return std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size() && std::fflush(stdout) == 0;
 }
 
 } // namespace

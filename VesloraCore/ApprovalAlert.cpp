@@ -4,6 +4,9 @@
 namespace veslora {
 
 std::string AlertNotice::message(std::string_view message) {
+    // All that newer versions say; older ones named the tool.
+    if (message == "Claude needs your permission")
+        return "Needs your permission";
     constexpr std::string_view wordy = "Claude needs your permission to use ";
     if (!message.starts_with(wordy))
         return std::string(message);

@@ -79,6 +79,15 @@ bool holdsWholeSet(const Json& hooks, const Commands& commands, const HookSet& s
            (!commands.permission || holdsOneOf(hooks.find(permissionEvent), {*commands.permission}));
 }
 
+// Every command by which we are or were registered.
+Wanted allOf(const Commands& commands) {
+    Wanted all(commands.legacy.begin(), commands.legacy.end());
+    all.push_back(commands.event);
+    if (commands.permission)
+        all.push_back(*commands.permission);
+    return all;
+}
+
 } // namespace
 
 const HookSet& HookSet::claude() {
@@ -113,10 +122,7 @@ std::string removing(std::string_view text, const Commands& commands) {
     const Json* present = root.objectAt("hooks");
     if (!present)
         return ConfigurationText::render(root);
-    Wanted targets(commands.legacy.begin(), commands.legacy.end());
-    targets.push_back(commands.event);
-    if (commands.permission)
-        targets.push_back(*commands.permission);
+    const Wanted targets = allOf(commands);
     Json hooks = Json::makeObject();
     for (const Json::Member& event : present->members()) {
         Json kept = event.value.isArray() ? groupsWithout(&event.value, targets) : event.value;
@@ -146,6 +152,15 @@ bool isPartlyInstalled(std::optional<std::string_view> text, const Commands& com
         ours.push_back(*commands.permission);
     return std::any_of(hooks->members().begin(), hooks->members().end(),
                        [&](const Json::Member& event) { return holdsOneOf(&event.value, ours); });
+}
+
+bool holdsAny(std::optional<std::string_view> text, const Commands& commands) {
+    const std::optional<Json> root = ConfigurationText::parse(text);
+    const Json* hooks = root ? root->objectAt("hooks") : nullptr;
+    return hooks && std::any_of(hooks->members().begin(), hooks->members().end(),
+                                [wanted = allOf(commands)](const Json::Member& event) {
+                                    return holdsOneOf(&event.value, wanted);
+                                });
 }
 
 } // namespace veslora::ClaudeHooksInstaller

@@ -50,4 +50,7 @@ struct Commands {
 [[nodiscard]] bool isPartlyInstalled(std::optional<std::string_view> text, const Commands& commands,
                                      const HookSet& set);
 
+/// Whether anything of ours is there, in whatever event and in whatever form an earlier version gave it.
+[[nodiscard]] bool holdsAny(std::optional<std::string_view> text, const Commands& commands);
+
 } // namespace veslora::ClaudeHooksInstaller

@@ -15,6 +15,19 @@ bool isOurs(const Json* line, const std::string& command) {
     return held && *held == command;
 }
 
+// What the user has set beside the command, such as how often the line is to be drawn, stays theirs; only a
+// line that we add alone has a padding of ours.
+Json withCommand(const Json* present, const std::string& command) {
+    Json line = Json::makeObject();
+    if (present && present->isObject())
+        line = *present;
+    else
+        line.set("padding", Json::makeInteger(0));
+    line.set("type", Json::makeString("command"));
+    line.set("command", Json::makeString(command));
+    return line;
+}
+
 } // namespace
 
 Installed installing(std::optional<std::string_view> text, const std::string& command) {
@@ -23,11 +36,7 @@ Installed installing(std::optional<std::string_view> text, const std::string& co
     const Json* present = root.find(key);
     if (present && !isOurs(present, command))
         previous = present->print(Json::Layout::compact);
-    Json ours;
-    ours.set("type", Json::makeString("command"));
-    ours.set("command", Json::makeString(command));
-    ours.set("padding", Json::makeInteger(0));
-    root.set(key, std::move(ours));
+    root.set(key, withCommand(present, command));
     return {ConfigurationText::render(root), previous};
 }
 
@@ -35,7 +44,7 @@ std::string removing(std::string_view text, const std::string& command,
                      std::optional<std::string_view> previous) {
     Json root = ConfigurationText::parseOrThrow(text);
     if (isOurs(root.find(key), command)) {
-        std::optional<Json> saved = previous ? Json::parse(*previous) : std::nullopt;
+        std::optional<Json> saved = previous ? Json::parse(*previous, Json::Reading::lossless) : std::nullopt;
         if (saved)
             root.set(key, std::move(*saved));
         else

@@ -19,8 +19,8 @@ struct Installed {
     bool operator==(const Installed&) const = default;
 };
 
-/// The text with `command` as its status line; an absent `text` is a file that is not there. Throws
-/// ClaudeHooksInstaller::InstallError.
+/// The text with `command` as its status line; an absent `text` is a file that is not there. Of an object
+/// that is there all but "type" and "command" stays. Throws ClaudeHooksInstaller::InstallError.
 [[nodiscard]] Installed installing(std::optional<std::string_view> text, const std::string& command);
 
 /// The text with our status line replaced by `previous`, or taken out where that is absent or no JSON. One

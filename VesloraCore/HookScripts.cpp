@@ -13,6 +13,17 @@ namespace veslora::HookScripts {
 
 namespace {
 
+// Takes in what the agent has still to say before a script ends early, so that the agent never writes into a
+// closed pipe. An agent that does not come to an end is left after two seconds, where the system has the tool
+// for that; one that is no pipe but a terminal, at once.
+constexpr std::string_view drainText = R"sh(
+# Reads what the agent has still to say, so that it does not write into a closed pipe.
+drain() {
+    [ ! -t 0 ] || return 0
+    if command -v timeout >/dev/null; then timeout 2 cat >/dev/null; else cat >/dev/null; fi
+}
+)sh";
+
 // Runs on each tool call of the agent. Beside the copy and the rename it starts mktemp alone; all else is
 // built in.
 constexpr std::string_view eventText = R"sh(#!/bin/sh
@@ -21,13 +32,19 @@ exec 2>/dev/null
 umask 077
 case $0 in */*) here=${0%/*} ;; *) here=. ;; esac
 dir=$here/@spool@
+@drain@
 [ -d "$dir" ] || mkdir -p "$dir"
-# Nobody takes the events out any more: leave the disk alone.
+# Where a link would lead elsewhere, or nobody takes the events out any more: leave the disk alone.
 set -- "$dir"/*
-[ "$#" -lt @limit@ ] || exit 0
-@parent@tmp=$(mktemp "$dir/tmp.XXXXXX") || exit 0
-if ! cat >"$tmp" || ! mv -f "$tmp" "@event@"; then
+if [ -L "$dir" ] || [ "$#" -ge @limit@ ]; then
+    drain
+    exit 0
+fi
+@parent@if ! tmp=$(mktemp "$dir/tmp.XXXXXX"); then
+    drain
+elif ! cat >"$tmp" || ! mv -f "$tmp" "@event@"; then
     rm -f "$tmp"
+    drain
 fi
 exit 0
 )sh";
@@ -40,13 +57,15 @@ constexpr std::string_view permissionText = R"sh(#!/bin/sh
 exec 2>/dev/null
 umask 077
 case $0 in */*) here=${0%/*} ;; *) here=. ;; esac
-
-# The one line of a file goes to $line, which stays empty if there is more than one.
-read_line() {
-    line='' rest=''
+newline='
+'
+@drain@
+# The text of a file goes to $text, without the newlines at its end. Whatever lies there, little of it is read, and
+# nothing of a pipe or a device.
+read_file() {
+    text=''
     [ -f "$1" ] || return 1
-    { IFS= read -r line; IFS= read -r rest; } <"$1"
-    [ -z "$rest" ] || line=''
+    text=$(dd bs=32 count=1 <"$1")
 }
 
 # Only digits, and few enough to count with; without the leading zeros that would make it octal.
@@ -58,19 +77,24 @@ read_number() {
 
 # Whether the program gave a sign of life in the last six seconds.
 program_lives() {
-    read_line "$here/heartbeat" && read_number "$line" || return 1
+    read_file "$here/heartbeat" && read_number "$text" || return 1
     beat=$number
     read_number "$(date +%s)" || return 1
     [ "$((number - beat))" -le 6 ]
 }
 
-# Where the program's process can be seen from here, its end is noticed at once. After a kill the file still names the
-# one that is gone, until the next one has started.
-process=''
+# Finds the program's process, so that its end is noticed at once. False where it has ended already: the file still
+# names one that is missing, and its second line says that the program counts processes as this script does. In a
+# container it may not.
 find_process() {
-    if [ -z "$process" ] && read_line "$here/pid" && read_number "$line" && [ -d "/proc/$number" ]; then
+    [ -z "$process" ] || return 0
+    read_file "$here/pid" && read_number "${text%%"$newline"*}" || return 0
+    if [ -d "/proc/$number" ]; then
         process=/proc/$number
+        return 0
     fi
+    case $text in *"$newline"pid:*) ;; *) return 0 ;; esac
+    [ "${text#*"$newline"}" != "$(readlink /proc/self/ns/pid)" ]
 }
 
 # Takes back what was filed and leaves the prompt to the agent.
@@ -79,32 +103,38 @@ leave() {
     exit 0
 }
 
-program_lives || exit 0
+process=''
+spool=$here/@spool@
+answers=$here/@answers@
+if ! program_lives || ! find_process || [ -L "$spool" ] || [ -L "$answers" ]; then
+    drain
+    exit 0
+fi
 read_number "${VESLORA_PERMISSION_WAIT:-20}" || number=20
 polls=$((number * 5))
 
-find_process
-
-spool=$here/@spool@
-answers=$here/@answers@
 [ -d "$spool" ] || mkdir -p "$spool"
 [ -d "$answers" ] || mkdir -p "$answers"
-@parent@tmp=$(mktemp "$spool/tmp.XXXXXX") || exit 0
+@parent@if ! tmp=$(mktemp "$spool/tmp.XXXXXX"); then
+    drain
+    exit 0
+fi
 id=@prefix@${tmp##*.}
 request=$spool/perm-$id.json
 answer=$answers/$id
 trap leave HUP INT TERM PIPE
 rm -f "$answer"
 if ! cat >"$tmp" || ! mv -f "$tmp" "$request"; then
+    drain
     leave
 fi
 
 i=0
 while [ "$i" -lt "$polls" ]; do
     if [ -e "$answer" ]; then
-        read_line "$answer"
+        read_file "$answer"
         rm -f "$answer"
-        case $line in
+        case $text in
         allow) printf '%s' '{"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"allow"}}}' ;;
         deny) printf '%s' '{"hookSpecificOutput":{"hookEventName":"PermissionRequest","decision":{"behavior":"deny","message":"Declined from Veslora"}}}' ;;
         esac
@@ -114,7 +144,7 @@ while [ "$i" -lt "$polls" ]; do
     [ -z "$process" ] || [ -d "$process" ] || leave
     if [ "$((i % 5))" -eq 4 ]; then
         program_lives || leave
-        find_process
+        find_process || leave
     fi
     sleep 0.2
     i=$((i + 1))
@@ -135,6 +165,7 @@ get() { printf '%s' "$in" | "$here/json-value" "$1"; }
 # Keeps the status under the session's name.
 keep() {
     dir=$here/statusline
+    [ ! -L "$dir" ] || return
     [ -d "$dir" ] || mkdir -m 700 "$dir"
     id=$(get session_id)
     case $id in
@@ -205,6 +236,7 @@ std::string filled(std::string_view pattern, Words words) {
 
 Words claudeWords() {
     return {{"agent", "Claude Code"},
+            {"drain", drainText},
             {"spool", SupportNames::claudeSpool},
             {"answers", SupportNames::claudeAnswers},
             {"parent", ""},
@@ -214,6 +246,7 @@ Words claudeWords() {
 
 Words codexWords() {
     return {{"agent", "Codex"},
+            {"drain", drainText},
             {"spool", SupportNames::codexSpool},
             {"answers", SupportNames::codexAnswers},
             {"parent", parentText},

@@ -7,8 +7,9 @@
 
 namespace veslora::SupportNames {
 
-inline constexpr std::string_view heartbeat = "heartbeat";  ///< the clock in seconds since 1970, digits alone
-inline constexpr std::string_view processId = "pid";        ///< the program's process id, digits alone
+inline constexpr std::string_view heartbeat = "heartbeat"; ///< the clock in seconds since 1970, digits alone
+/// The program's process id, digits alone, and on the next line the space in which it counts.
+inline constexpr std::string_view processId = "pid";
 inline constexpr std::string_view jsonValue = "json-value"; ///< the helper that the status-line script asks
 
 inline constexpr std::string_view claudeHook = "claude-hook.sh";
@@ -25,5 +26,9 @@ inline constexpr std::string_view codexAnswers = "codex-answers";
 inline constexpr std::string_view statusLineSnapshots = "statusline"; ///< the newest status of each session
 inline constexpr std::string_view statusLineOriginal = "statusline-original.json"; ///< the user's own setting
 inline constexpr std::string_view statusLineWrapped = "statusline-wrapped";        ///< its command
+
+// Each stands while the agent's configuration is a file which we made, and holds that file's path.
+inline constexpr std::string_view claudeSettingsMade = "claude-settings-made";
+inline constexpr std::string_view codexHooksMade = "codex-hooks-made";
 
 } // namespace veslora::SupportNames

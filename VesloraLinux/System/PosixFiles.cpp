@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/System/PosixFolder.h"
 #include "VesloraLinux/System/PosixReading.h"
+#include "VesloraLinux/System/PosixReplacing.h"
 #include "VesloraLinux/System/PosixWriting.h"
 
 #include <fcntl.h>
@@ -94,7 +95,23 @@ std::error_code PosixFiles::write(const std::string& path, const std::string& by
                                   const WriteOptions& options) {
     Place place;
     const std::error_code error = openPlace(path, place);
-    return error ? error : PosixWriting::write(place.folder.value(), place.name, bytes, options);
+    return error ? error
+                 : PosixWriting::write(place.folder.value(), place.name, bytes, options,
+                                       PassingEntry::inUsersFolder);
+}
+
+std::error_code PosixFiles::replaceIfUnchanged(const std::string& path,
+                                               const std::optional<std::string>& expected,
+                                               const std::string& bytes) {
+    return PosixReplacing::replace(path, expected, bytes);
+}
+
+std::error_code PosixFiles::removeIfUnchanged(const std::string& path, const std::string& expected) {
+    return PosixReplacing::remove(path, expected);
+}
+
+void PosixFiles::sweepLeftovers(const std::string& path) {
+    PosixReplacing::sweep(path);
 }
 
 std::error_code PosixFiles::remove(const std::string& path) {
@@ -121,7 +138,9 @@ std::error_code PosixFiles::setMode(const std::string& path, std::uint32_t mode)
 std::error_code PosixFiles::makeLink(const std::string& target, const std::string& path) {
     Place place;
     const std::error_code error = openPlace(path, place);
-    return error ? error : PosixWriting::makeLink(target, place.folder.value(), place.name);
+    return error ? error
+                 : PosixWriting::makeLink(target, place.folder.value(), place.name,
+                                          PassingEntry::inUsersFolder);
 }
 
 } // namespace veslora

@@ -15,11 +15,14 @@ class PosixFiles final : public Files {
     [[nodiscard]] std::optional<FileStat> stat(const std::string& path, Links links) override;
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
 
-    /// Until it is complete the new file lies beside the old one under a name that begins with "tmp.", as the
-    /// hook scripts' own files do: readers of a spool pass over it, and what a crash leaves behind is swept
-    /// with theirs.
     [[nodiscard]] std::error_code write(const std::string& path, const std::string& bytes,
                                         const WriteOptions& options) override;
+    [[nodiscard]] std::error_code replaceIfUnchanged(const std::string& path,
+                                                     const std::optional<std::string>& expected,
+                                                     const std::string& bytes) override;
+    [[nodiscard]] std::error_code removeIfUnchanged(const std::string& path,
+                                                    const std::string& expected) override;
+    void sweepLeftovers(const std::string& path) override;
     std::error_code remove(const std::string& path) override;
     std::error_code makeDirectory(const std::string& path, std::uint32_t mode) override;
     std::error_code setMode(const std::string& path, std::uint32_t mode) override;

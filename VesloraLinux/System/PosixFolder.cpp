@@ -2,6 +2,7 @@
 #include "VesloraLinux/System/PosixFolder.h"
 
 #include "VesloraCore/PathText.h"
+#include "VesloraLinux/System/ExitRemovals.h"
 #include "VesloraLinux/System/PosixReading.h"
 #include "VesloraLinux/System/PosixWriting.h"
 
@@ -75,7 +76,9 @@ std::unique_ptr<FileReader> PosixFolder::open(const std::string& name) {
 
 std::error_code PosixFolder::write(const std::string& name, const std::string& bytes,
                                    const WriteOptions& options) {
-    return isName(name) ? PosixWriting::write(m_folder.value(), name, bytes, options) : badName();
+    return isName(name)
+               ? PosixWriting::write(m_folder.value(), name, bytes, options, PassingEntry::inOurFolder)
+               : badName();
 }
 
 std::error_code PosixFolder::remove(const std::string& name) {
@@ -90,11 +93,16 @@ bool PosixFolder::isExecutable(const std::string& name) {
 }
 
 std::error_code PosixFolder::makeLink(const std::string& target, const std::string& name) {
-    return isName(name) ? PosixWriting::makeLink(target, m_folder.value(), name) : badName();
+    return isName(name) ? PosixWriting::makeLink(target, m_folder.value(), name, PassingEntry::inOurFolder)
+                        : badName();
 }
 
 std::optional<std::string> PosixFolder::linkTarget(const std::string& name) {
     return isName(name) ? PosixReading::linkTarget(m_folder.value(), name.c_str()) : std::nullopt;
+}
+
+std::unique_ptr<RemovalAtExit> PosixFolder::removeAtExit(const std::string& name) {
+    return isName(name) ? ExitRemovals::add(m_folder.value(), name) : nullptr;
 }
 
 OpenedFolder PosixFolder::openFolder(const std::string& name) {

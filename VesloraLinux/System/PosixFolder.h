@@ -29,6 +29,7 @@ class PosixFolder final : public Folder {
     [[nodiscard]] bool isExecutable(const std::string& name) override;
     std::error_code makeLink(const std::string& target, const std::string& name) override;
     [[nodiscard]] std::optional<std::string> linkTarget(const std::string& name) override;
+    [[nodiscard]] std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) override;
     [[nodiscard]] OpenedFolder openFolder(const std::string& name) override;
     std::error_code makeFolder(const std::string& name, std::uint32_t mode) override;
 

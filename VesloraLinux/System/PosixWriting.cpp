@@ -4,76 +4,13 @@
 #include "VesloraLinux/System/PosixReading.h"
 
 #include <fcntl.h>
-#include <sys/random.h>
-#include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <ctime>
 
 namespace veslora::PosixWriting {
 namespace {
 
 using PosixReading::lastError;
-
-std::string passingName() {
-    std::uint64_t random = 0;
-    if (getrandom(&random, sizeof random, GRND_NONBLOCK) != sizeof random) {
-        // Only before the kernel's generator is ready: then the clock will do, since an existing name is
-        // refused.
-        timespec now{};
-        clock_gettime(CLOCK_MONOTONIC, &now);
-        random = static_cast<std::uint64_t>(now.tv_nsec);
-    }
-    char name[32];
-    std::snprintf(name, sizeof name, "tmp.%012llx",
-                  static_cast<unsigned long long>(random & 0xffffffffffffU));
-    return name;
-}
-
-/// A name in a folder under which something may be made. Unless it was moved to its place, what was
-/// made is removed again.
-class PassingEntry {
-  public:
-    explicit PassingEntry(int folder) : m_folder(folder), m_name(passingName()) {}
-    PassingEntry(const PassingEntry&) = delete;
-    PassingEntry& operator=(const PassingEntry&) = delete;
-    ~PassingEntry() {
-        if (m_isMade) {
-            unlinkat(m_folder, m_name.c_str(), 0);
-        }
-    }
-
-    /// Calls `make` with the name until it finds none taken; `make` returns false and sets errno on failure.
-    template <typename Make>
-    std::error_code make(const Make& make) {
-        constexpr int mostAttempts = 100;
-        for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-            if (make(m_folder, m_name.c_str())) {
-                m_isMade = true;
-                return {};
-            }
-            if (errno != EEXIST) {
-                return lastError();
-            }
-            m_name = passingName();
-        }
-        return std::make_error_code(std::errc::file_exists);
-    }
-
-    std::error_code moveTo(const std::string& name) {
-        if (renameat(m_folder, m_name.c_str(), m_folder, name.c_str()) != 0) {
-            return lastError();
-        }
-        m_isMade = false;
-        return {};
-    }
-
-  private:
-    int m_folder;
-    std::string m_name;
-    bool m_isMade = false;
-};
 
 std::error_code writeAll(int descriptor, const std::string& bytes) {
     std::size_t written = 0;
@@ -88,7 +25,7 @@ std::error_code writeAll(int descriptor, const std::string& bytes) {
 }
 
 /// Gives the new file the owner, group and mode that it is to have.
-std::error_code dress(int descriptor, const std::optional<struct stat>& former, const WriteOptions& options) {
+std::error_code dress(int descriptor, const struct stat* former, const WriteOptions& options) {
     mode_t mode = options.mode.value_or(former ? former->st_mode & 07777U : 0600U);
     if (former) {
         const bool keepsOwner = former->st_uid == geteuid() || fchown(descriptor, former->st_uid, -1) == 0;
@@ -115,21 +52,21 @@ std::optional<struct stat> regularFileAt(int folder, const std::string& name) {
     return status;
 }
 
-std::error_code fill(FileDescriptor& file, const std::string& bytes, const std::optional<struct stat>& former,
+} // namespace
+
+std::error_code fill(int file, const std::string& bytes, const struct stat* former,
                      const WriteOptions& options) {
-    if (const std::error_code error = writeAll(file.value(), bytes)) {
+    if (const std::error_code error = writeAll(file, bytes)) {
         return error;
     }
-    if (const std::error_code error = dress(file.value(), former, options)) {
+    if (const std::error_code error = dress(file, former, options)) {
         return error;
     }
-    if (options.sync == Sync::yes && fsync(file.value()) != 0) {
+    if (options.sync == Sync::yes && fsync(file) != 0) {
         return lastError();
     }
-    return file.close() == 0 ? std::error_code() : lastError();
+    return {};
 }
-
-} // namespace
 
 std::error_code openPlace(const std::string& path, Place& place) {
     const std::size_t slash = path.rfind('/');
@@ -142,20 +79,27 @@ std::error_code openPlace(const std::string& path, Place& place) {
     return place.folder ? std::error_code() : lastError();
 }
 
-std::error_code write(int folder, const std::string& name, const std::string& bytes,
-                      const WriteOptions& options) {
-    PassingEntry entry(folder);
-    FileDescriptor file;
-    const std::error_code made = entry.make([&file](int where, const char* passing) {
-        constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-        file = FileDescriptor(openat(where, passing, flags, 0600));
+std::error_code makeFile(PassingEntry& entry, FileDescriptor& file) {
+    return entry.make([&file](int folder, const char* name) {
+        constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+        file = FileDescriptor(openat(folder, name, flags, 0600));
         return static_cast<bool>(file);
     });
-    if (made) {
-        return made;
-    }
-    if (const std::error_code error = fill(file, bytes, regularFileAt(folder, name), options)) {
+}
+
+std::error_code write(int folder, const std::string& name, const std::string& bytes,
+                      const WriteOptions& options, std::string_view prefix) {
+    PassingEntry entry(folder, prefix);
+    FileDescriptor file;
+    if (const std::error_code error = makeFile(entry, file)) {
         return error;
+    }
+    const std::optional<struct stat> former = regularFileAt(folder, name);
+    if (const std::error_code error = fill(file.value(), bytes, former ? &*former : nullptr, options)) {
+        return error;
+    }
+    if (file.close() != 0) {
+        return lastError();
     }
     if (const std::error_code error = entry.moveTo(name)) {
         return error;
@@ -167,8 +111,9 @@ std::error_code write(int folder, const std::string& name, const std::string& by
     return {};
 }
 
-std::error_code makeLink(const std::string& target, int folder, const std::string& name) {
-    PassingEntry entry(folder);
+std::error_code makeLink(const std::string& target, int folder, const std::string& name,
+                         std::string_view prefix) {
+    PassingEntry entry(folder, prefix);
     const std::error_code made = entry.make(
         [&target](int where, const char* passing) { return symlinkat(target.c_str(), where, passing) == 0; });
     return made ? made : entry.moveTo(name);

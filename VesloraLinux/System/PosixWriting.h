@@ -5,7 +5,13 @@
 #pragma once
 
 #include "VesloraLinux/System/FileDescriptor.h"
+#include "VesloraLinux/System/PassingEntry.h"
 #include "VesloraUI/Platform/Files.h"
+
+#include <sys/stat.h>
+
+#include <string>
+#include <string_view>
 
 namespace veslora::PosixWriting {
 
@@ -19,8 +25,18 @@ struct Place {
 /// `invalid_argument` for a path whose last part is no name.
 [[nodiscard]] std::error_code openPlace(const std::string& path, Place& place);
 
+/// Makes an empty file that only our user may read and write.
+[[nodiscard]] std::error_code makeFile(PassingEntry& entry, FileDescriptor& file);
+
+/// Writes a new file whole, and gives it the mode, owner and group that it is to have: those of `former`
+/// where that is not null.
+[[nodiscard]] std::error_code fill(int file, const std::string& bytes, const struct stat* former,
+                                   const WriteOptions& options);
+
+/// `prefix` is of PassingEntry.
 [[nodiscard]] std::error_code write(int folder, const std::string& name, const std::string& bytes,
-                                    const WriteOptions& options);
-[[nodiscard]] std::error_code makeLink(const std::string& target, int folder, const std::string& name);
+                                    const WriteOptions& options, std::string_view prefix);
+[[nodiscard]] std::error_code makeLink(const std::string& target, int folder, const std::string& name,
+                                       std::string_view prefix);
 
 } // namespace veslora::PosixWriting

@@ -57,6 +57,10 @@ std::int32_t ProcProcesses::ownId() const {
     return getpid();
 }
 
+std::string ProcProcesses::ownNamespace() const {
+    return linkOf(getpid(), "ns/pid").value_or("");
+}
+
 bool ProcProcesses::isAlive(std::int32_t pid) const {
     // Ids below 1 would ask about whole groups of processes.
     if (pid < 1 || kill(pid, 0) != 0) {

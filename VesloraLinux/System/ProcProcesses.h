@@ -17,6 +17,7 @@ class ProcProcesses final : public Processes {
     explicit ProcProcesses(std::string root = "/proc");
 
     [[nodiscard]] std::int32_t ownId() const override;
+    [[nodiscard]] std::string ownNamespace() const override;
     [[nodiscard]] bool isAlive(std::int32_t pid) const override;
     [[nodiscard]] std::optional<RunningProcess> processOf(std::int32_t pid) const override;
     [[nodiscard]] std::vector<RunningProcess> processesNamed(std::string_view name) const override;

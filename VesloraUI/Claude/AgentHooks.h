@@ -13,6 +13,7 @@
 
 namespace veslora {
 
+class ConfigurationFile;
 class SupportDirectory;
 
 class AgentHooks {
@@ -27,7 +28,7 @@ class AgentHooks {
     /// Asks the file system, but reads the configuration only after it changed.
     [[nodiscard]] State state();
 
-    /// Throws `InstallError` or `std::system_error`.
+    /// Throws `InstallError` or `FileError`; then the configuration is as it was.
     virtual void install() = 0;
     /// False when there was no configuration to take anything out of. Throws as `install` does.
     virtual bool remove() = 0;
@@ -42,9 +43,20 @@ class AgentHooks {
         bool any = false;
     };
 
-    /// `scripts` are names of HookScripts and must outlive this.
-    AgentHooks(Files& files, SupportDirectory& support, std::string configuration,
-               std::span<const std::string_view> scripts);
+    /// The names of the agent's files in the support directory; they must outlive this.
+    struct Names {
+        std::span<const std::string_view> scripts; ///< of HookScripts
+        std::string_view madeMarker; ///< says that the configuration is a file which we made, not the user
+    };
+
+    AgentHooks(Files& files, SupportDirectory& support, std::string configuration, Names names);
+
+    /// Writes a configuration with our hooks in it. A file of the user's that had nothing of ours is backed
+    /// up first; at any other time the backup would be of our own version.
+    void putIn(ConfigurationFile& file, const std::string& text, bool hadOurs);
+    /// Writes one without them; a file that had none keeps its every byte. One that we made and that holds
+    /// nothing any more is deleted.
+    void takeOut(ConfigurationFile& file, const std::string& text, bool hadOurs);
 
     /// `text` is the configuration's; absent where there is none that can be read.
     [[nodiscard]] virtual Found find(std::optional<std::string_view> text) const = 0;
@@ -59,6 +71,10 @@ class AgentHooks {
 
   private:
     void readConfiguration();
+    void setMarker(const std::optional<std::string>& madeFile) const;
+    [[nodiscard]] bool haveMade(const std::string& path) const;
+
+    std::string m_marker;
 
     bool m_isRead = false; ///< what follows is what the file says
     std::optional<FileStat> m_stat;

@@ -53,7 +53,7 @@ class AgentMonitor : public QObject {
     virtual void dismissApproval(const std::string& sessionId) = 0;
 
     /// Writes the scripts and enters them in the agent's configuration, after a backup of it. Throws
-    /// `InstallError` or `std::system_error`; the configuration is then as it was.
+    /// `InstallError` or `FileError`; the configuration is then as it was.
     virtual void installHooks() = 0;
     /// Takes out of the configuration what is ours. Throws as `installHooks` does.
     virtual void removeHooks() = 0;

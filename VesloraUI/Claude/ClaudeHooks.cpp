@@ -4,6 +4,7 @@
 #include "VesloraCore/ClaudeStatusLineInstaller.h"
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
+#include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <array>
@@ -23,7 +24,8 @@ constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudeP
 
 ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile,
                          std::string helpers)
-    : AgentHooks(files, support, std::move(settingsFile), scriptNames), m_helpers(std::move(helpers)) {}
+    : AgentHooks(files, support, std::move(settingsFile), {scriptNames, SupportNames::claudeSettingsMade}),
+      m_helpers(std::move(helpers)) {}
 
 ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
     // Earlier versions registered the event script's bare path.
@@ -40,24 +42,28 @@ AgentHooks::Found ClaudeHooks::find(std::optional<std::string_view> text) const 
     return {.all = isLineIn && areHooksIn, .any = isLineIn || areHooksIn || areSomeIn};
 }
 
+bool ClaudeHooks::holdsOurs(const std::optional<std::string>& text) const {
+    return ClaudeHooksInstaller::holdsAny(text, commands()) ||
+           ClaudeStatusLineInstaller::isInstalled(text, m_scripts.commandOf(SupportNames::claudeStatusLine));
+}
+
 void ClaudeHooks::install() {
     ConfigurationFile settings(m_files, m_configuration);
-    const auto old = settings.read();
-    const std::string withHooks = ClaudeHooksInstaller::installing(old, commands(), HookSet::claude());
     const std::string lineCommand = m_scripts.commandOf(SupportNames::claudeStatusLine);
-    const bool wasOurs = ClaudeStatusLineInstaller::isInstalled(withHooks, lineCommand);
-    const auto installed = ClaudeStatusLineInstaller::installing(withHooks, lineCommand);
-    throwIfFailed(m_support.create(), m_support.path());
-    saveStatusLine(installed.previous, wasOurs);
+    const bool hadOurs = holdsOurs(settings.read());
+    const bool hadLine = ClaudeStatusLineInstaller::isInstalled(settings.text(), lineCommand);
+    const auto installed = ClaudeStatusLineInstaller::installing(
+        ClaudeHooksInstaller::installing(settings.text(), commands(), HookSet::claude()), lineCommand);
+    FileError::throwIfFailed(m_support.create(), m_support.path());
+    saveStatusLine(installed.previous, hadLine);
     m_scripts.write();
     writeHelper();
-    settings.write(installed.text, old);
-    forgetConfiguration();
+    putIn(settings, installed.text, hadOurs);
 }
 
 void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const {
     const OpenedFolder folder = m_support.open();
-    throwIfFailed(folder.error, m_support.path());
+    FileError::throwIfFailed(folder.error, m_support.path());
     const std::string original(SupportNames::statusLineOriginal);
     const std::string wrapped(SupportNames::statusLineWrapped);
     if (!previous) {
@@ -68,9 +74,9 @@ void ClaudeHooks::saveStatusLine(const std::optional<std::string>& previous, boo
         return;
     }
     const WriteOptions options{.mode = SupportDirectory::fileMode, .sync = Sync::yes};
-    throwIfFailed(folder->write(original, *previous, options), m_support.pathOf(original));
+    FileError::throwIfFailed(folder->write(original, *previous, options), m_support.pathOf(original));
     if (const auto command = ClaudeStatusLineInstaller::commandOf(*previous)) {
-        throwIfFailed(folder->write(wrapped, *command, options), m_support.pathOf(wrapped));
+        FileError::throwIfFailed(folder->write(wrapped, *command, options), m_support.pathOf(wrapped));
     } else {
         // What an earlier status line had left must not go on running in the place of this one.
         folder->remove(wrapped);
@@ -95,25 +101,34 @@ void ClaudeHooks::updateScripts() {
     }
 }
 
+std::optional<std::string> ClaudeHooks::savedStatusLine(const OpenedFolder& folder) const {
+    ReadResult saved = folder ? folder->read(std::string(SupportNames::statusLineOriginal), {})
+                              : ReadResult{{}, folder.error};
+    if (saved.error == std::errc::no_such_file_or_directory) {
+        return std::nullopt;
+    }
+    // One that is there but can't be read now must not be taken for none: it would be lost.
+    FileError::throwIfFailed(saved.error, m_support.pathOf(SupportNames::statusLineOriginal),
+                             FileError::Action::reading);
+    return std::move(saved.bytes);
+}
+
 bool ClaudeHooks::remove() {
     ConfigurationFile settings(m_files, m_configuration);
-    const auto old = settings.read();
-    if (!old) {
+    if (!settings.read()) {
         return false;
     }
-    const std::string withoutHooks = ClaudeHooksInstaller::removing(*old, commands());
+    const std::string withoutHooks = ClaudeHooksInstaller::removing(*settings.text(), commands());
     const OpenedFolder folder = m_support.open();
-    const ReadResult original = folder ? folder->read(std::string(SupportNames::statusLineOriginal), {})
-                                       : ReadResult{{}, folder.error};
-    const auto previous = original ? std::optional<std::string_view>(original.bytes) : std::nullopt;
-    settings.write(ClaudeStatusLineInstaller::removing(
-                       withoutHooks, m_scripts.commandOf(SupportNames::claudeStatusLine), previous),
-                   old);
+    const auto previous = savedStatusLine(folder);
+    takeOut(settings,
+            ClaudeStatusLineInstaller::removing(
+                withoutHooks, m_scripts.commandOf(SupportNames::claudeStatusLine), previous),
+            holdsOurs(settings.text()));
     if (folder) {
         folder->remove(std::string(SupportNames::statusLineOriginal));
         folder->remove(std::string(SupportNames::statusLineWrapped));
     }
-    forgetConfiguration();
     return true;
 }
 

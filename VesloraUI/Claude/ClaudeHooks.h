@@ -24,7 +24,10 @@ class ClaudeHooks final : public AgentHooks {
   private:
     [[nodiscard]] Found find(std::optional<std::string_view> text) const override;
     [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
+    [[nodiscard]] bool holdsOurs(const std::optional<std::string>& text) const;
     void saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const;
+    /// What `saveStatusLine` left; absent where there was none.
+    [[nodiscard]] std::optional<std::string> savedStatusLine(const OpenedFolder& folder) const;
     void writeHelper() const;
 
     std::string m_helpers;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/CodexHooks.h"
 
-#include "VesloraCore/ConfigurationText.h"
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
+#include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <array>
@@ -20,7 +20,7 @@ constexpr std::array scriptNames{SupportNames::codexHook, SupportNames::codexPer
 } // namespace
 
 CodexHooks::CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile)
-    : AgentHooks(files, support, std::move(hooksFile), scriptNames) {}
+    : AgentHooks(files, support, std::move(hooksFile), {scriptNames, SupportNames::codexHooksMade}) {}
 
 ClaudeHooksInstaller::Commands CodexHooks::commands() const {
     return {.event = m_scripts.commandOf(SupportNames::codexHook),
@@ -35,27 +35,20 @@ AgentHooks::Found CodexHooks::find(std::optional<std::string_view> text) const {
 
 void CodexHooks::install() {
     ConfigurationFile hooks(m_files, m_configuration);
-    const auto old = hooks.read();
-    const std::string text = ClaudeHooksInstaller::installing(old, commands(), HookSet::codex());
-    throwIfFailed(m_support.create(), m_support.path());
+    const bool hadOurs = ClaudeHooksInstaller::holdsAny(hooks.read(), commands());
+    const std::string text = ClaudeHooksInstaller::installing(hooks.text(), commands(), HookSet::codex());
+    FileError::throwIfFailed(m_support.create(), m_support.path());
     m_scripts.write();
-    hooks.write(text, old);
-    forgetConfiguration();
+    putIn(hooks, text, hadOurs);
 }
 
 bool CodexHooks::remove() {
     ConfigurationFile hooks(m_files, m_configuration);
-    const auto old = hooks.read();
-    if (!old) {
+    if (!hooks.read()) {
         return false;
     }
-    const std::string text = ClaudeHooksInstaller::removing(*old, commands());
-    if (ConfigurationText::parseOrThrow(text).members().empty()) {
-        hooks.remove();
-    } else {
-        hooks.write(text, old);
-    }
-    forgetConfiguration();
+    const bool hadOurs = ClaudeHooksInstaller::holdsAny(hooks.text(), commands());
+    takeOut(hooks, ClaudeHooksInstaller::removing(*hooks.text(), commands()), hadOurs);
     return true;
 }
 

@@ -18,7 +18,6 @@ class CodexHooks final : public AgentHooks {
     CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile);
 
     void install() override;
-    /// A file that held our hooks alone is deleted.
     bool remove() override;
 
   private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A configuration file of an agent's, which belongs to the user: read whole, backed up, and replaced in one
-// step. Main thread only.
+// step unless somebody else has changed it meanwhile. Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
@@ -18,29 +18,31 @@ class ConfigurationFile {
     /// `path` may be a link; what it points to is the file.
     ConfigurationFile(Files& files, const std::string& path);
 
-    /// The file's text; absent when there is no file. Throws `std::system_error` when it can't be read.
-    /// Whether the text is JSON, or even UTF-8, is for the reader of the text to find out.
-    [[nodiscard]] std::optional<std::string> read();
+    /// Where the file itself lies.
+    [[nodiscard]] const std::string& target() const { return m_target; }
 
-    /// Replaces the file by `text`, after keeping `old` as `<name>.veslora-backup` beside it. The file keeps
-    /// its mode, its owner and the link that leads to it. Throws `std::system_error`; without a backup
-    /// nothing is written, and neither when somebody else has changed the file since it was read.
-    void write(const std::string& text, const std::optional<std::string>& old) const;
+    /// The file's text; absent when there is no file. Throws `FileError` when it can't be read. Whether the
+    /// text is JSON, or even UTF-8, is for the reader of the text to find out.
+    const std::optional<std::string>& read();
+    /// What was read or written last.
+    [[nodiscard]] const std::optional<std::string>& text() const { return m_text; }
 
-    /// Deletes the file itself. Throws `std::system_error`, also when somebody else has changed the file
-    /// since it was read.
-    void remove() const;
+    /// Keeps the text that was read as `<name>.veslora-backup` beside the file, for the user alone; there
+    /// must have been one. Throws `FileError`.
+    void backUp() const;
+
+    /// Replaces the file by `text`, or makes it. It keeps its mode, owner, access list, attributes and the
+    /// link that leads to it. Throws `FileError`, with a `FileRefusal` where it can't keep them or where the
+    /// file is not what was read any more; then nothing was written.
+    void write(const std::string& text);
+
+    /// Deletes the file itself, on the same conditions.
+    void remove();
 
   private:
-    /// What the file is now; throws unless it is as it was read.
-    std::optional<FileStat> unchanged() const;
-
     Files& m_files;
     std::string m_target;
-    std::optional<FileStat> m_asRead;
+    std::optional<std::string> m_text;
 };
-
-/// Throws `std::system_error` with `path` in its message if there is an error.
-void throwIfFailed(const std::error_code& error, const std::string& path);
 
 } // namespace veslora

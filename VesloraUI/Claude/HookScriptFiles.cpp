@@ -3,7 +3,7 @@
 
 #include "VesloraCore/HookScripts.h"
 #include "VesloraCore/ShellQuote.h"
-#include "VesloraUI/Claude/ConfigurationFile.h"
+#include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <algorithm>
@@ -27,9 +27,9 @@ bool HookScriptFiles::areReady() const {
 
 void HookScriptFiles::write() const {
     const OpenedFolder folder = m_support.open();
-    throwIfFailed(folder.error, m_support.path());
+    FileError::throwIfFailed(folder.error, m_support.path());
     for (const std::string_view name : m_names) {
-        throwIfFailed(writeOne(*folder.folder, name), m_support.pathOf(name));
+        FileError::throwIfFailed(writeOne(*folder.folder, name), m_support.pathOf(name));
     }
 }
 

@@ -23,7 +23,7 @@ class HookScriptFiles {
     /// Whether all of them are there and may be executed.
     [[nodiscard]] bool areReady() const;
 
-    /// Writes them all. Throws `std::system_error`.
+    /// Writes them all. Throws `FileError`.
     void write() const;
 
     /// Writes them anew where an older version of the program has left others, and tells whether it had.

@@ -25,7 +25,7 @@ HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDi
 void HookedAgentMonitor::start() {
     m_spool.create();
     hooks().updateScripts();
-    m_presence = m_support.show(m_seams.processes.ownId(), now());
+    m_presence = m_support.show(m_seams.processes, now());
     refresh();
     ensureWatches();
     m_refreshTask = m_seams.scheduler.every(period, Precision::coarse, [this] { tick(); });

@@ -2,8 +2,8 @@
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include "VesloraCore/SupportNames.h"
+#include "VesloraUI/Platform/Processes.h"
 
-#include <tuple>
 #include <utility>
 
 namespace veslora {
@@ -43,14 +43,19 @@ OpenedFolder SupportDirectory::openFolder(std::string_view name) const {
     return folder ? folder->openFolder(std::string(name)) : std::move(folder);
 }
 
-std::shared_ptr<SupportDirectory::Presence> SupportDirectory::show(std::int32_t pid, Timestamp now) {
+std::shared_ptr<SupportDirectory::Presence> SupportDirectory::show(const Processes& processes,
+                                                                   Timestamp now) {
     auto presence = m_presence.lock();
-    if (!presence) {
-        presence = std::make_shared<Presence>(*this);
-        m_presence = presence;
-        writeProcess(pid);
+    if (presence) {
+        writeHeartbeat(now);
+        return presence;
     }
+    presence = std::make_shared<Presence>(*this);
+    m_presence = presence;
+    create();
+    writeProcess(processes);
     writeHeartbeat(now);
+    arrangeExit();
     return presence;
 }
 
@@ -89,14 +94,32 @@ std::error_code SupportDirectory::linkTo(const std::string& beat) {
     return folder ? folder->makeLink(beat, name) : folder.error;
 }
 
-void SupportDirectory::writeProcess(std::int32_t pid) {
-    if (const OpenedFolder folder = open()) {
-        std::ignore = folder->write(std::string(SupportNames::processId), std::to_string(pid) + "\n",
-                                    {.mode = fileMode});
+void SupportDirectory::writeProcess(const Processes& processes) {
+    const OpenedFolder folder = open();
+    const std::string name(SupportNames::processId);
+    const std::string text = std::to_string(processes.ownId()) + "\n" + processes.ownNamespace() + "\n";
+    if (folder && folder->write(name, text, {.mode = fileMode})) {
+        // One that names a process of long ago would send every script away.
+        folder->remove(name);
     }
 }
 
+void SupportDirectory::arrangeExit() {
+    const auto arrange = [this](const OpenedFolder& folder, std::string_view name) {
+        if (folder) {
+            m_atExit.push_back(folder->removeAtExit(std::string(name)));
+        }
+    };
+    if (hasRuntime()) {
+        arrange(m_files.openFolder(m_runtime), SupportNames::heartbeat);
+    }
+    const OpenedFolder folder = open();
+    arrange(folder, SupportNames::heartbeat);
+    arrange(folder, SupportNames::processId);
+}
+
 void SupportDirectory::removeSigns() {
+    m_atExit.clear();
     const OpenedFolder runtime = hasRuntime() ? m_files.openFolder(m_runtime) : OpenedFolder{};
     if (runtime) {
         runtime->remove(std::string(SupportNames::heartbeat));

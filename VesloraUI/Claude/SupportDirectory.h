@@ -11,8 +11,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora {
+
+class Processes;
 
 class SupportDirectory {
   public:
@@ -50,10 +53,11 @@ class SupportDirectory {
         SupportDirectory& m_directory;
     };
 
-    /// Shows the scripts that the program is there: "pid" holds its process id, by which a waiting script
-    /// sees that the program was killed, and "heartbeat" the clock. Once the last one who was given this lets
-    /// go of it, both are removed and the scripts that wait go on at once. The directory must live longer.
-    [[nodiscard]] std::shared_ptr<Presence> show(std::int32_t pid, Timestamp now);
+    /// Shows the scripts that the program is there: "pid" holds its process id and behind it the space in
+    /// which that counts, by which a script sees that the program was killed, and "heartbeat" the clock. Once
+    /// the last one who was given this lets go of it, or the program ends by `exit`, they are removed and the
+    /// scripts that wait go on at once. The directory must live longer.
+    [[nodiscard]] std::shared_ptr<Presence> show(const Processes& processes, Timestamp now);
 
     /// Writes the clock, in whole seconds, into "heartbeat". The file lies in the runtime folder and a link
     /// points to it, so that a beat every two seconds never reaches the disk. All monitors beat at one tick;
@@ -66,13 +70,16 @@ class SupportDirectory {
     std::error_code writeBeat(const std::string& beat);
     /// Lets the support folder's heartbeat be a link to the file at that path.
     std::error_code linkTo(const std::string& beat);
-    void writeProcess(std::int32_t pid);
+    void writeProcess(const Processes& processes);
     void removeSigns();
+    /// Lets the signs go also where nothing of this is destroyed.
+    void arrangeExit();
 
     Files& m_files;
     std::string m_path;
     std::string m_runtime;
     std::weak_ptr<Presence> m_presence;
+    std::vector<std::unique_ptr<RemovalAtExit>> m_atExit;
     std::optional<Timestamp> m_lastBeat; ///< absent when the last one could not be written
 };
 

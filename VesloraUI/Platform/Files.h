@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Timestamp.h"
+#include "VesloraUI/Platform/FileRefusal.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -79,6 +80,13 @@ class FileReader {
 
 class Folder;
 
+/// While this lives, a file goes when the program ends by `exit`, in which nothing of the program's own is
+/// destroyed any more: a window system's library ends it so once the server is gone.
+class RemovalAtExit {
+  public:
+    virtual ~RemovalAtExit() = default;
+};
+
 /// Either a folder or the reason why there is none.
 struct OpenedFolder {
     std::unique_ptr<Folder> folder;
@@ -118,6 +126,9 @@ class Folder {
     /// What a symbolic link says; absent where there is none.
     [[nodiscard]] virtual std::optional<std::string> linkTarget(const std::string& name) = 0;
 
+    /// Null where it can't be arranged. The folder itself need not live on.
+    [[nodiscard]] virtual std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) = 0;
+
     /// Opens a folder in this one, on the conditions of `Files::openFolder`.
     [[nodiscard]] virtual OpenedFolder openFolder(const std::string& name) = 0;
     /// Makes a folder in this one. One that is there already is no error and keeps its mode.
@@ -153,6 +164,25 @@ class Files {
     /// nothing is left over. Owner and group of a file that is replaced are kept where the user may do that.
     [[nodiscard]] virtual std::error_code write(const std::string& path, const std::string& bytes,
                                                 const WriteOptions& options) = 0;
+
+    /// Replaces a file of the user's by `bytes`, but only if it still holds `expected`; where that is absent,
+    /// makes it, but only if there is none. An edit of another program's at any moment is never lost: then
+    /// that file stands and `FileRefusal::changed` is the answer; what an unlucky third program left between
+    /// two edits stays beside it as "<name>.veslora-kept.<random>". Mode, owner, group, access list and
+    /// extended attributes are kept; where they or a second name of the file can't be, it is refused. Links
+    /// are refused, so resolve first.
+    [[nodiscard]] virtual std::error_code replaceIfUnchanged(const std::string& path,
+                                                             const std::optional<std::string>& expected,
+                                                             const std::string& bytes) = 0;
+
+    /// Removes a file of the user's, on the same conditions.
+    [[nodiscard]] virtual std::error_code removeIfUnchanged(const std::string& path,
+                                                            const std::string& expected) = 0;
+
+    /// Removes what a program of ours that was killed in the midst of `replaceIfUnchanged`,
+    /// `removeIfUnchanged` or `write` left in the folder of `path`. Nothing that could be anybody else's, or
+    /// that is still in use.
+    virtual void sweepLeftovers(const std::string& path) = 0;
 
     /// Removes a file or a link; a directory is refused. An absent one is `no_such_file_or_directory`.
     virtual std::error_code remove(const std::string& path) = 0;

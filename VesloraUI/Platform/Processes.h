@@ -28,6 +28,10 @@ class Processes {
     /// The program's own.
     [[nodiscard]] virtual std::int32_t ownId() const = 0;
 
+    /// Names the space in which `ownId` counts, on one line: a program in a container counts its processes in
+    /// another one. Empty where the system can't tell.
+    [[nodiscard]] virtual std::string ownNamespace() const = 0;
+
     /// Whether a process of that id runs and may be signalled by our user. False for ids below 1 and for one
     /// that has ended and only waits to be collected.
     [[nodiscard]] virtual bool isAlive(std::int32_t pid) const = 0;

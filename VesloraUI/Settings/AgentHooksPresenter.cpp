@@ -2,6 +2,8 @@
 #include "VesloraUI/Settings/AgentHooksPresenter.h"
 
 #include "VesloraCore/InstallError.h"
+#include "VesloraUI/Claude/FileError.h"
+#include "VesloraUI/Platform/FileRefusal.h"
 
 #include <system_error>
 
@@ -37,10 +39,45 @@ QString AgentHooksPresenter::buttonText() const {
     return agent->hooksInstalled() ? tr("Remove") : agent->hooksOutdated() ? tr("Update") : tr("Install");
 }
 
-QString AgentHooksPresenter::failureText() const {
+QString AgentHooksPresenter::notUnderstoodText() const {
     return m_agent == AgentsModel::Claude
                ? tr("Couldn't read ~/.claude/settings.json; nothing was changed.")
                : tr("Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.");
+}
+
+QString AgentHooksPresenter::textOf(const FileError& error) {
+    const QString path = QString::fromStdString(error.path());
+    return error.action() == FileError::Action::reading
+               ? tr("Couldn't read %1: %2. Nothing was changed.").arg(path, reasonOf(error.code()))
+               : tr("Couldn't write %1: %2. Nothing was changed.").arg(path, reasonOf(error.code()));
+}
+
+QString AgentHooksPresenter::reasonOf(const std::error_code& error) {
+    if (error == FileRefusal::changed) {
+        return tr("another program has just changed it");
+    }
+    if (error == FileRefusal::hasSecondName) {
+        return tr("it has a second name (a hard link) that would keep the old text");
+    }
+    if (error == FileRefusal::losesAttributes) {
+        return tr("its access list or attributes couldn't be kept");
+    }
+    if (error == std::errc::no_space_on_device) {
+        return tr("the disk is full");
+    }
+    if (error == std::errc::read_only_file_system) {
+        return tr("the disk is read-only");
+    }
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
+        return tr("it belongs to somebody else or may not be changed");
+    }
+    if (error == std::errc::not_a_directory) {
+        return tr("it is a link or no folder");
+    }
+    if (error == std::errc::file_too_large) {
+        return tr("it is too large");
+    }
+    return QString::fromStdString(error.message());
 }
 
 void AgentHooksPresenter::press() {
@@ -56,9 +93,9 @@ void AgentHooksPresenter::press() {
         }
         m_errorText.clear();
     } catch (const ClaudeHooksInstaller::InstallError&) {
-        m_errorText = failureText();
-    } catch (const std::system_error&) {
-        m_errorText = failureText();
+        m_errorText = notUnderstoodText();
+    } catch (const FileError& error) {
+        m_errorText = textOf(error);
     }
     emit changed();
 }

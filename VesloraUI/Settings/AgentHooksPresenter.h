@@ -8,7 +8,11 @@
 #include <QQmlEngine>
 #include <QString>
 
+#include <system_error>
+
 namespace veslora {
+
+class FileError;
 
 class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     Q_OBJECT
@@ -40,7 +44,10 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
   private:
     /// Null while nothing is known of that agent.
     [[nodiscard]] AgentMonitor* monitor() const;
-    [[nodiscard]] QString failureText() const;
+    /// For a configuration that is no JSON object, or none that could be written back without a loss.
+    [[nodiscard]] QString notUnderstoodText() const;
+    [[nodiscard]] static QString textOf(const FileError& error);
+    [[nodiscard]] static QString reasonOf(const std::error_code& error);
 
     AgentsModel* m_agents = nullptr;
     AgentsModel::Agent m_agent = AgentsModel::Claude;

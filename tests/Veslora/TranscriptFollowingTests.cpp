@@ -57,6 +57,7 @@ class TranscriptFollowingTests : public ::testing::Test {
     testing::CoreApplication application;
     testing::TemporaryFolder folder;
     PosixFiles files;
+    SupportDirectory support{files, folder.path("support"), folder.path("support")};
     LinuxScheduler scheduler;
     InotifyDirectoryWatcher watcher;
     SupportDirectory support{files, folder.path("support"), folder.path("support")};

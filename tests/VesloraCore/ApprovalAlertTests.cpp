@@ -10,10 +10,14 @@ TEST(AlertNotice, ShortensTheLongSentence) {
     EXPECT_EQ(AlertNotice::message("Claude needs your permission to use "), "Wants to use ");
 }
 
+TEST(AlertNotice, TodaysMessageDoesNotNameTheAgentThatTheIslandNamesAlready) {
+    EXPECT_EQ(AlertNotice::message("Claude needs your permission"), "Needs your permission");
+}
+
 TEST(AlertNotice, AnyOtherMessageStandsAsItIs) {
     for (const char* message :
-         {"Claude needs your permission", "Claude is waiting for your input", "",
-          "Now Claude needs your permission to use Bash", "claude needs your permission to use Bash"})
+         {"Claude needs your permission.", "claude needs your permission", "Claude is waiting for your input",
+          "", "Now Claude needs your permission to use Bash", "claude needs your permission to use Bash"})
         EXPECT_EQ(AlertNotice::message(message), message);
 }
 

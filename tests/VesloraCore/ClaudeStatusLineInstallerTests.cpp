@@ -63,6 +63,24 @@ TEST(ClaudeStatusLineInstaller, ItsOwnLineIsNothingToSave) {
                              "\",\n    \"padding\" : 0,\n    \"type\" : \"command\"\n  }\n}\n");
 }
 
+TEST(ClaudeStatusLineInstaller, AWrappedLineKeepsWhatTheUserSetBesideTheCommand) {
+    const std::string own =
+        R"({"statusLine":{"command":"mine","hideVimModeIndicator":true,"later":1.50,"padding":2,"refreshInterval":10}})";
+    const Installed once = installing(own, line);
+    EXPECT_EQ(once.text, "{\n  \"statusLine\" : {\n    \"command\" : \"" + line +
+                             "\",\n    \"hideVimModeIndicator\" : true,\n    \"later\" : 1.50,\n    "
+                             "\"padding\" : 2,\n    \"refreshInterval\" : 10,\n    \"type\" : "
+                             "\"command\"\n  }\n}\n");
+    EXPECT_EQ(installing(once.text, line), (Installed{once.text, std::nullopt}));
+    EXPECT_EQ(removing(once.text, line, once.previous),
+              Json::parse(own, Json::Reading::lossless)->print(Json::Layout::pretty) + "\n");
+}
+
+TEST(ClaudeStatusLineInstaller, AWrappedLineGetsNoPaddingThatTheUserDidNotSet) {
+    const Installed once = installing(R"({"statusLine":{"type":"command","command":"mine"}})", line);
+    EXPECT_FALSE(Json::parse(once.text)->find("statusLine")->find("padding"));
+}
+
 TEST(ClaudeStatusLineInstaller, RemovingGivesBackWhatWasSaved) {
     const std::string text = installing("{}", line).text;
     EXPECT_EQ(removing(text, line, R"({"command":"mine"})"),

@@ -6,6 +6,7 @@
 #include "VesloraCore/SupportNames.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
+#include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "tests/VesloraUI/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
@@ -223,13 +224,155 @@ TEST_F(ClaudeHooksTest, AFullDiskAtAnyMomentLosesNothing) {
 }
 
 TEST_F(ClaudeHooksTest, SettingsThatChangeMeanwhileAreNotOverwritten) {
-    platform.disk.put(settingsPath, R"({"a":1})");
-    ConfigurationFile file(platform.disk, settingsPath);
-    const auto old = file.read();
-    platform.disk.put(settingsPath, R"({"a":2})");
-    EXPECT_THROW(file.write("{}", old), std::system_error);
-    EXPECT_EQ(platform.disk.text(settingsPath), R"({"a":2})");
+    for (const auto& [before, meanwhile] :
+         {std::pair(R"({"a":1})", R"({"a":2})"), std::pair("", R"({"a":2})")}) {
+        FakePlatform machine;
+        if (*before != '\0') {
+            machine.disk.put(settingsPath, before);
+        }
+        ConfigurationFile file(machine.disk, settingsPath);
+        file.read();
+        machine.disk.put(settingsPath, meanwhile);
+        try {
+            file.write("{}");
+            FAIL() << "written over an edit";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.code(), FileRefusal::changed);
+            EXPECT_EQ(error.path(), settingsPath);
+        }
+        EXPECT_EQ(machine.disk.text(settingsPath), meanwhile);
+    }
+}
+
+TEST_F(ClaudeHooksTest, AFileThatCannotBeKeptAsItIsIsNotTouched) {
+    const std::string before = R"({"a":1})";
+    for (const FileRefusal refusal : {FileRefusal::hasSecondName, FileRefusal::losesAttributes}) {
+        platform.disk.put(settingsPath, before);
+        platform.disk.refusal = refusal;
+        try {
+            hooks.install();
+            FAIL() << "installed";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.code(), refusal);
+        }
+        EXPECT_EQ(platform.disk.text(settingsPath), before);
+    }
+}
+
+TEST_F(ClaudeHooksTest, NeitherAReinstallNorARemoveOverwritesTheUsersBackup) {
+    const std::string before = R"({"model":"opus","hooks":{}})";
+    platform.disk.put(settingsPath, before);
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), before);
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), before) << "after a reinstall";
+    Json changed = settings();
+    changed.remove("statusLine");
+    platform.disk.put(settingsPath, changed.print(Json::Layout::pretty));
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), before) << "after an update";
+    hooks.remove();
+    EXPECT_EQ(platform.disk.text(backupPath), before) << "after a remove";
+    platform.disk.put(settingsPath, R"({"model":"sonnet"})");
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), R"({"model":"sonnet"})") << "nothing of ours was in it";
+}
+
+TEST_F(ClaudeHooksTest, HooksOfAnEarlierVersionAreOursToo) {
+    platform.disk.put(backupPath, "the user's");
+    platform.disk.put(settingsPath, R"({"hooks":{"Stop":[{"hooks":[{"type":"command","command":")" +
+                                        supportPath(SupportNames::claudeHook) + R"("}]}]}})");
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), "the user's");
+}
+
+TEST_F(ClaudeHooksTest, TheBackupIsForTheUserAlone) {
+    platform.disk.put(settingsPath, R"({"token":1})", 0664);
+    hooks.install();
+    EXPECT_EQ(platform.disk.stat(backupPath, Links::refuse)->mode, 0600u);
+}
+
+TEST_F(ClaudeHooksTest, AFileThatWeMadeGoesWithTheHooks) {
+    hooks.install();
+    EXPECT_TRUE(hooks.remove());
+    EXPECT_FALSE(platform.disk.exists(settingsPath));
+    EXPECT_FALSE(text(SupportNames::claudeSettingsMade));
     EXPECT_FALSE(platform.disk.exists(backupPath));
+}
+
+TEST_F(ClaudeHooksTest, AFileThatWeMadeStaysOnceTheUserHasPutSomethingInIt) {
+    hooks.install();
+    Json changed = settings();
+    changed.set("model", Json::makeString("opus"));
+    platform.disk.put(settingsPath, changed.print(Json::Layout::pretty));
+    hooks.install();
+    hooks.remove();
+    EXPECT_EQ(settings(), Json::parse(R"({"model":"opus"})"));
+}
+
+TEST_F(ClaudeHooksTest, AnEmptyFileOfTheUsersStays) {
+    // A marker of a file that is gone since.
+    hooks.install();
+    platform.disk.put(settingsPath, "{}");
+    hooks.install();
+    hooks.remove();
+    EXPECT_EQ(platform.disk.text(settingsPath), "{}\n");
+    platform.disk.put(supportPath(SupportNames::claudeSettingsMade), "/somewhere/else/settings.json");
+    hooks.install();
+    platform.disk.put(supportPath(SupportNames::claudeSettingsMade), "/somewhere/else/settings.json");
+    hooks.remove();
+    EXPECT_EQ(platform.disk.text(settingsPath), "{}\n");
+}
+
+TEST_F(ClaudeHooksTest, RemoveTouchesNoFileThatHoldsNothingOfOurs) {
+    for (const char* foreign : {R"({"a":1})", "{\n}\n"}) {
+        platform.disk.put(settingsPath, foreign);
+        hooks.remove();
+        EXPECT_EQ(platform.disk.text(settingsPath), foreign);
+        EXPECT_FALSE(platform.disk.exists(backupPath));
+    }
+}
+
+TEST_F(ClaudeHooksTest, WhatTheUserSetBesideTheStatusLinesCommandGoesOnHolding) {
+    platform.disk.put(settingsPath,
+                      R"({"statusLine":{"type":"command","command":"mine","padding":3,"refreshInterval":10,)"
+                      R"("hideVimModeIndicator":true,"later":{"x":1.50}}})");
+    const Json before = settings();
+    hooks.install();
+    const Json installed = settings();
+    const Json* line = installed.objectAt("statusLine");
+    ASSERT_TRUE(line);
+    EXPECT_THAT(line->textAt("command"), HasSubstr("claude-statusline.sh"));
+    for (const char* key : {"padding", "refreshInterval", "hideVimModeIndicator", "later", "type"}) {
+        EXPECT_EQ(*line->find(key), *before.objectAt("statusLine")->find(key)) << key;
+    }
+    hooks.install();
+    EXPECT_EQ(settings(), installed);
+    hooks.remove();
+    EXPECT_EQ(settings(), before);
+    EXPECT_THAT(*platform.disk.text(settingsPath), HasSubstr("1.50"));
+}
+
+TEST_F(ClaudeHooksTest, ASavedStatusLineThatCannotBeReadIsNotLost) {
+    platform.disk.put(settingsPath, R"({"statusLine":{"type":"command","command":"mine"}})");
+    hooks.install();
+    const auto installed = platform.disk.text(settingsPath);
+    platform.disk.setMode(supportPath(SupportNames::statusLineOriginal), 0);
+    EXPECT_THROW(hooks.remove(), FileError);
+    EXPECT_EQ(platform.disk.text(settingsPath), installed);
+    platform.disk.setMode(supportPath(SupportNames::statusLineOriginal), 0600);
+    hooks.remove();
+    EXPECT_EQ(settings(), Json::parse(R"({"statusLine":{"type":"command","command":"mine"}})"));
+}
+
+TEST_F(ClaudeHooksTest, WhatAKilledInstallLeftIsSweptAndNothingElse) {
+    const std::string folder = "/home/me/.claude/";
+    platform.disk.put(settingsPath, "{}");
+    platform.disk.put(folder + ".veslora-tmp.0123456789ab", "a copy");
+    platform.disk.put(folder + "tmp.0123456789ab", "the user's");
+    hooks.install();
+    EXPECT_FALSE(platform.disk.exists(folder + ".veslora-tmp.0123456789ab"));
+    EXPECT_TRUE(platform.disk.exists(folder + "tmp.0123456789ab"));
 }
 
 TEST_F(ClaudeHooksTest, BringsOldScriptsUpToDateButMakesNone) {

@@ -20,7 +20,7 @@ TEST_F(ClaudeMonitorTest, BeatsIntoTheRuntimeFolderThroughALink) {
     EXPECT_TRUE(link->isLink);
     platform.advance(2);
     EXPECT_EQ(platform.disk.text(std::string(support) + "/heartbeat"), "1800000002");
-    EXPECT_EQ(platform.disk.text(std::string(support) + "/pid"), "4711\n");
+    EXPECT_EQ(platform.disk.text(std::string(support) + "/pid"), "4711\npid:[4026531836]\n");
 }
 
 TEST_F(ClaudeMonitorTest, WritesNothingToTheDiskWhileItRests) {

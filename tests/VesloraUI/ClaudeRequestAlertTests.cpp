@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The alert of a permission request, drawn and pressed.
-#include "VesloraUI/Style/PressJudge.h"
+#include "tests/VesloraUI/FakeJudge.h"
 #include "tests/VesloraUI/Scene.h"
 
 #include <QAccessible>
@@ -20,29 +20,6 @@ using testing::Pair;
 
 /// The room that the alert leaves its content.
 constexpr QSize room{472, 86};
-
-/// Lets everything count, or nothing.
-class FakeJudge final : public PressJudge {
-  public:
-    [[nodiscard]] bool isArmed() const override { return m_isArmed; }
-    void setArmed(bool isArmed) {
-        m_isArmed = isArmed;
-        emit isArmedChanged();
-    }
-    void press(std::uint32_t eventTime) override { presses.push_back(eventTime); }
-    [[nodiscard]] bool release(std::uint32_t eventTime) override {
-        releases.push_back(eventTime);
-        return counts;
-    }
-    [[nodiscard]] bool act() override { return counts; }
-
-    bool counts = true;
-    std::vector<std::uint32_t> presses;
-    std::vector<std::uint32_t> releases;
-
-  private:
-    bool m_isArmed = true;
-};
 
 class ClaudeRequestAlertTest : public testing::Test {
   protected:

@@ -94,6 +94,15 @@ TEST_F(CodexHooksTest, AFileOfOursAloneIsDeletedAndLeavesNoBackup) {
     EXPECT_FALSE(hooks.remove()) << "there is nothing left to take out";
 }
 
+TEST_F(CodexHooksTest, AnEmptyFileOfTheUsersStays) {
+    platform.disk.put(hooksPath, "{}");
+    hooks.install();
+    EXPECT_EQ(platform.disk.text(backupPath), "{}");
+    EXPECT_TRUE(hooks.remove());
+    EXPECT_EQ(platform.disk.text(hooksPath), "{}\n");
+    EXPECT_EQ(platform.disk.text(backupPath), "{}");
+}
+
 TEST_F(CodexHooksTest, FollowsALinkAndLeavesItALink) {
     platform.disk.put("/home/me/dotfiles/hooks.json", R"({"a":1})", 0640);
     platform.disk.makeDirectory("/home/me/.codex", 0755);

@@ -4,7 +4,9 @@
 
 #include "VesloraCore/InstallError.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
+#include "VesloraUI/Claude/FileError.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,6 +34,7 @@ class FakeMonitor final : public AgentMonitor {
     std::vector<std::string> log;
     bool failInstalls = false;
     AnswerOutcome outcome = AnswerOutcome::given;
+    std::optional<FileError> fileError; ///< what putting hooks in or taking them out fails with
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
 
     [[nodiscard]] AgentUsageMonitor* usage() override { return &usageMonitor; }
@@ -53,9 +56,13 @@ class FakeMonitor final : public AgentMonitor {
         if (failInstalls) {
             throw ClaudeHooksInstaller::InstallError(ClaudeHooksInstaller::InstallError::Reason::notAnObject);
         }
+        failAsTold();
         setHooks(true, false);
     }
-    void removeHooks() override { setHooks(false, false); }
+    void removeHooks() override {
+        failAsTold();
+        setHooks(false, false);
+    }
 
     using AgentMonitor::publish;
     using AgentMonitor::setHooks;
@@ -69,6 +76,13 @@ class FakeMonitor final : public AgentMonitor {
                                            const std::string& text = "ls") {
         return {id, "s1",           "/home/me/folder", "Bash", text, receivedAt, AgentKind::claude,
                 {}, receivedAt + 20};
+    }
+
+  private:
+    void failAsTold() const {
+        if (fileError) {
+            throw *fileError; // NOLINT(misc-throw-by-value-catch-by-reference)
+        }
     }
 };
 

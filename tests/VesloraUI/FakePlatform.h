@@ -23,6 +23,7 @@ class FakeProcesses final : public Processes {
     std::set<std::int32_t> alive;
 
     [[nodiscard]] std::int32_t ownId() const override { return 4711; }
+    [[nodiscard]] std::string ownNamespace() const override { return "pid:[4026531836]"; }
     [[nodiscard]] bool isAlive(std::int32_t pid) const override { return alive.contains(pid); }
 
     std::vector<RunningProcess> running; ///< what can be told of some of them

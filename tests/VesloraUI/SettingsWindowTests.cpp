@@ -136,6 +136,38 @@ TEST_F(SettingsWindowTest, SaysWhenNothingWasChanged) {
     EXPECT_THAT(scene.texts(), Not(Contains(failure)));
 }
 
+TEST_F(SettingsWindowTest, AFullDiskIsNotAFileThatCouldNotBeRead) {
+    openAgents();
+    const std::pair<FileError, QString> cases[] = {
+        {{make_error_code(std::errc::no_space_on_device), FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: the disk is full. Nothing was changed."},
+        {{make_error_code(std::errc::permission_denied), FileError::Action::reading, "/home/me/s.json"},
+         "Couldn't read /home/me/s.json: it belongs to somebody else or may not be changed. "
+         "Nothing was changed."},
+        {{FileRefusal::changed, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: another program has just changed it. Nothing was changed."},
+        {{FileRefusal::hasSecondName, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: it has a second name (a hard link) that would keep the old text. "
+         "Nothing was changed."},
+        {{FileRefusal::losesAttributes, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: its access list or attributes couldn't be kept. "
+         "Nothing was changed."},
+        {{make_error_code(std::errc::not_a_directory), FileError::Action::writing, "/home/me/Veslora"},
+         "Couldn't write /home/me/Veslora: it is a link or no folder. Nothing was changed."},
+        {{make_error_code(std::errc::io_error), FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: Input/output error. Nothing was changed."},
+    };
+    for (const auto& [error, text] : cases) {
+        scene.claude.fileError = error;
+        scene.press("Install");
+        EXPECT_THAT(scene.texts(), Contains(text));
+    }
+    scene.claude.fileError.reset();
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(testing::Property(&QString::toStdString,
+                                                              testing::HasSubstr("Nothing was changed")))));
+}
+
 TEST_F(SettingsWindowTest, CodexHasASectionOfItsOwn) {
     // Claude Code's button then says something else, so that “Install” is Codex's.
     scene.claude.setHooks(true, false);

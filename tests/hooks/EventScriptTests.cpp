@@ -128,6 +128,36 @@ TEST_P(EventScript, EightAtOnceFileEightEvents) {
     EXPECT_EQ(room.names(agent.spool).size(), 8u);
 }
 
+TEST_P(EventScript, AnAgentNeverWritesIntoAClosedPipe) {
+    const std::string rest(1'000'000, 'x');
+    for (const FullDisk disk : {FullDisk::writeFails, FullDisk::writerIsKilled}) {
+        const auto full = room.start(agent.hook, "{}", {.disk = disk, .inputStaysOpen = true});
+        EXPECT_TRUE(full->feed(rest)) << "a full disk";
+        EXPECT_EQ(full->result(), silence);
+    }
+    fillSpool(HookScripts::spoolLimit);
+    const auto early = room.start(agent.hook, "{}", {.inputStaysOpen = true});
+    EXPECT_TRUE(early->feed(rest)) << "a full spool";
+    EXPECT_EQ(early->result(), silence);
+    std::filesystem::remove_all(room.path(agent.spool));
+    room.write(agent.spool, "no folder");
+    const auto odd = room.start(agent.hook, "{}", {.inputStaysOpen = true});
+    EXPECT_TRUE(odd->feed(rest)) << "no spool";
+    EXPECT_EQ(odd->result(), silence);
+}
+
+TEST_P(EventScript, AnAgentThatNeverEndsItsInputIsLeft) {
+    room.write(agent.spool, "no folder");
+    EXPECT_EQ(room.start(agent.hook, "{}", {.inputStaysOpen = true})->result(), silence);
+}
+
+TEST_P(EventScript, NothingIsFiledThroughALink) {
+    std::filesystem::create_directory(room.path("elsewhere"));
+    std::filesystem::create_directory_symlink("elsewhere", room.path(agent.spool));
+    EXPECT_EQ(run("{}"), silence);
+    EXPECT_THAT(room.names("elsewhere"), IsEmpty());
+}
+
 TEST_P(EventScript, AFullDiskLeavesNothingBehind) {
     for (const FullDisk disk : {FullDisk::writeFails, FullDisk::writerIsKilled}) {
         EXPECT_EQ(run("{}", {.disk = disk}), silence);

@@ -20,6 +20,7 @@
 #include <fstream>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 namespace veslora::test {
 
@@ -163,6 +164,22 @@ Result Running::result() {
     return {code, readPipe(m_out), readPipe(m_err)};
 }
 
+bool Running::feed(std::string_view bytes) {
+    struct IgnoredPipeSignal {
+        void (*former)(int) = std::signal(SIGPIPE, SIG_IGN);
+        ~IgnoredPipeSignal() { std::signal(SIGPIPE, former); }
+    } const ignored;
+    const int input = std::exchange(m_input, -1);
+    bool isTaken = true;
+    while (isTaken && !bytes.empty()) {
+        const ssize_t length = ::write(input, bytes.data(), bytes.size());
+        isTaken = length > 0;
+        bytes.remove_prefix(isTaken ? static_cast<std::size_t>(length) : 0);
+    }
+    close(input);
+    return isTaken;
+}
+
 void Running::signal(int number) const {
     kill(m_pid, number);
 }
@@ -195,7 +212,8 @@ void HookRoom::writeTools() const {
         fs::create_directory(m_root + directory);
     writeFile(m_root + "/manual/sleep", sleepText, fs::perms(0755));
     writeFile(m_root + "/manual/date", dateText, fs::perms(0755));
-    for (const char* tool : {"cat", "mv", "rm", "mkdir", "mktemp", "date", "sleep", "sh"})
+    for (const char* tool :
+         {"cat", "mv", "rm", "mkdir", "mktemp", "date", "sleep", "sh", "dd", "readlink", "timeout"})
         fs::create_symlink("/usr/bin/busybox", m_root + "/tools/" + tool);
 }
 

@@ -83,6 +83,9 @@ class Running {
     /// Waits for its end; fails the test when that takes over half a minute. It may write as much as a pipe
     /// holds.
     Result result();
+    /// Writes more to a standard input that stays open, as an agent does, and closes it. False when the
+    /// script has gone before it took everything.
+    bool feed(std::string_view bytes);
     void signal(int number) const;
     void signalGroup(int number) const;
 

@@ -29,11 +29,17 @@ const Result nothing = {1, "", ""};
 
 TEST_F(JsonValue, PrintsTheValueAlone) {
     EXPECT_EQ(ask("a.b", R"({"a":{"b":41.70}})"), (Result{0, "41.70", ""}));
-    EXPECT_EQ(ask("a", R"({"a":"x\ny "})"), (Result{0, "x\ny ", ""}));
+    EXPECT_EQ(ask("a", R"({"a":"x\ny "})"), (Result{0, "x y ", ""}));
     EXPECT_EQ(ask("a", R"({"a":true})"), (Result{0, "true", ""}));
     EXPECT_EQ(ask("a", R"({"a":""})"), silence);
     EXPECT_EQ(ask("model.display_name", dataFile("agents/claude/statusline/before-first-prompt.json")),
               (Result{0, "Opus 5.5", ""}));
+}
+
+TEST_F(JsonValue, AHostileNameGivesTheTerminalNoCommand) {
+    EXPECT_EQ(ask("a", R"({"a":"\u001b[2J\u001b]0;x\u0007Opus\r\u009b1mx\u202ey\u007f"})"),
+              (Result{0, "[2J]0;xOpus 1mxy", ""}));
+    EXPECT_EQ(ask("a", "{\"a\":\"O\u009bp\x9bus\"}"), (Result{0, "Opus", ""}));
 }
 
 TEST_F(JsonValue, PrintsNothingWhereThereIsNone) {

@@ -5,10 +5,12 @@
 #include "tests/hooks/HookRoom.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <filesystem>
@@ -321,6 +323,120 @@ TEST_P(PermissionScript, AnOddPidFileChangesNothing) {
         EXPECT_EQ(run(), (Result{0, allowed, ""})) << pid;
         EXPECT_EQ(room.polls(), poll) << pid;
         std::filesystem::remove_all(room.path(agent.spool));
+    }
+}
+
+/// The id of a process that has ended and whose id is free.
+pid_t endedProcess() {
+    const pid_t ended = fork();
+    if (ended == 0) {
+        _exit(0);
+    }
+    waitpid(ended, nullptr, 0);
+    return ended;
+}
+
+std::string ownNamespace() {
+    return std::filesystem::read_symlink("/proc/self/ns/pid").string();
+}
+
+TEST_P(PermissionScript, AProgramThatIsDeadDoesNotHoldThePromptDespiteAFreshHeartbeat) {
+    room.write("pid", std::to_string(endedProcess()) + "\n" + ownNamespace() + "\n");
+    EXPECT_EQ(run(), silence);
+    EXPECT_FALSE(room.exists(agent.spool));
+    EXPECT_EQ(room.polls(), 0);
+}
+
+TEST_P(PermissionScript, AProgramThatDiesAndIsNeverSeenAliveEndsTheWait) {
+    const std::string dead = std::to_string(endedProcess());
+    room.atPoll(2, "printf '" + dead + "\\n" + ownNamespace() + "\\n' >\"$support/pid\"\n");
+    EXPECT_EQ(run(), silence);
+    EXPECT_LE(room.polls(), 5);
+    expectNothingLeft();
+}
+
+TEST_P(PermissionScript, AProcessThatIsMissingProvesNothingInAnotherNamespace) {
+    int poll = 0;
+    for (const std::string& space : {std::string("\npid:[1]\n"), std::string("\n"), std::string("\n\n"),
+                                     "\n" + ownNamespace() + "x\n", "\nx\n" + ownNamespace() + "\n"}) {
+        room.write("pid", std::to_string(endedProcess()) + space);
+        answerAt(poll += 8, "allow");
+        EXPECT_EQ(run(), (Result{0, allowed, ""})) << space;
+        EXPECT_EQ(room.polls(), poll) << space;
+        std::filesystem::remove_all(room.path(agent.spool));
+    }
+}
+
+TEST_P(PermissionScript, AProgramThatLivesIsWatchedWhateverItsNamespace) {
+    int poll = 0;
+    for (const std::string& space : {std::string("pid:[1]"), ownNamespace()}) {
+        room.write("pid", std::to_string(getpid()) + "\n" + space + "\n");
+        answerAt(poll += 8, "allow");
+        EXPECT_EQ(run(), (Result{0, allowed, ""})) << space;
+        EXPECT_EQ(room.polls(), poll) << space;
+        std::filesystem::remove_all(room.path(agent.spool));
+    }
+}
+
+TEST_P(PermissionScript, AnEndlessHeartbeatHoldsNobody) {
+    // A gigabyte of digits that takes no room on the disk, and one without a newline.
+    room.write("heartbeat", "1700000000");
+    std::filesystem::resize_file(room.path("heartbeat"), std::uintmax_t{1} << 30);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(run({.environment = {{"VESLORA_PERMISSION_WAIT", "0"}}}).status, 0);
+    room.write("heartbeat", std::string(std::size_t{1} << 24, '7'));
+    EXPECT_EQ(run(), silence);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_P(PermissionScript, NothingButARegularFileIsOpened) {
+    for (const char* name : {"heartbeat", "pid"}) {
+        std::filesystem::remove(room.path(name));
+        ASSERT_EQ(mkfifo(room.path(name).c_str(), 0600), 0);
+        EXPECT_EQ(run(waiting("0")), silence) << name;
+        std::filesystem::remove(room.path(name));
+        std::filesystem::create_symlink("/dev/zero", room.path(name));
+        EXPECT_EQ(run(waiting("0")), silence) << name;
+        std::filesystem::remove(room.path(name));
+        room.write("heartbeat", "1700000000");
+        std::filesystem::remove_all(room.path(agent.spool));
+    }
+}
+
+TEST_P(PermissionScript, AnAgentNeverWritesIntoAClosedPipe) {
+    const std::string rest(1'000'000, 'x');
+    room.write("heartbeat", "0");
+    const auto early = start({.inputStaysOpen = true});
+    EXPECT_TRUE(early->feed(rest)) << "no program";
+    EXPECT_EQ(early->result(), silence);
+    room.write("heartbeat", "1700000000");
+    for (const FullDisk disk : {FullDisk::writeFails, FullDisk::writerIsKilled}) {
+        const auto full = start({.disk = disk, .inputStaysOpen = true});
+        EXPECT_TRUE(full->feed(rest)) << "a full disk";
+        EXPECT_EQ(full->result(), silence);
+    }
+    std::filesystem::remove_all(room.path(agent.spool));
+    room.write(agent.spool, "no folder");
+    const auto odd = start({.inputStaysOpen = true});
+    EXPECT_TRUE(odd->feed(rest)) << "no spool";
+    EXPECT_EQ(odd->result(), silence);
+}
+
+TEST_P(PermissionScript, AnAgentThatNeverEndsItsInputIsLeft) {
+    room.write("heartbeat", "0");
+    const auto hook = start({.inputStaysOpen = true});
+    EXPECT_EQ(hook->result(), silence);
+}
+
+TEST_P(PermissionScript, NothingIsFiledThroughALink) {
+    for (const std::string& name : {agent.spool, agent.answers}) {
+        std::filesystem::create_directory(room.path("elsewhere"));
+        std::filesystem::create_directory_symlink("elsewhere", room.path(name));
+        EXPECT_EQ(run(), silence) << name;
+        EXPECT_THAT(room.names("elsewhere"), IsEmpty());
+        EXPECT_EQ(room.polls(), 0);
+        std::filesystem::remove(room.path(name));
+        std::filesystem::remove(room.path("elsewhere"));
     }
 }
 

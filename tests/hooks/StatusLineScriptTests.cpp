@@ -11,6 +11,7 @@ using namespace veslora;
 using namespace veslora::test;
 using namespace std::string_literals;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace {
 
@@ -68,6 +69,18 @@ TEST_P(StatusLineScript, KeepsTheNewestStatusOfEachSession) {
         withoutFinalNewlines(dataFile("agents/claude/statusline/subscription.before-first-prompt.json")));
     EXPECT_EQ(room.mode("statusline"), 0700u);
     EXPECT_EQ(room.mode("statusline/da8224bc-1648-426c-a0b1-073bf501a3a5.json"), 0600u);
+}
+
+TEST_P(StatusLineScript, NothingIsKeptThroughALink) {
+    std::filesystem::create_directory(room.path("elsewhere"));
+    std::filesystem::create_directory_symlink("elsewhere", room.path("statusline"));
+    EXPECT_EQ(lineOf(dataFile(afterTurn)), "Opus 5.5 · ctx 1% · 5h 41%");
+    EXPECT_THAT(room.names("elsewhere"), IsEmpty());
+}
+
+TEST_P(StatusLineScript, AHostileModelNameGivesTheTerminalNoCommand) {
+    EXPECT_EQ(lineOf(R"({"model":{"display_name":"\u001b[2J\u001b]0;x\u0007Opus\r\n\u009b1m"}})"),
+              "[2J]0;xOpus  1m");
 }
 
 TEST_P(StatusLineScript, ASessionWithAnOddIdentifierIsUnknown) {

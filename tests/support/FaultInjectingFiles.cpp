@@ -54,6 +54,24 @@ std::error_code FaultInjectingFiles::write(const std::string& path, const std::s
     return failure ? failure : m_inner.write(path, bytes, options);
 }
 
+std::error_code FaultInjectingFiles::replaceIfUnchanged(const std::string& path,
+                                                        const std::optional<std::string>& expected,
+                                                        const std::string& bytes) {
+    const auto failure = countWrite();
+    return failure ? failure : m_inner.replaceIfUnchanged(path, expected, bytes);
+}
+
+std::error_code FaultInjectingFiles::removeIfUnchanged(const std::string& path, const std::string& expected) {
+    const auto failure = count();
+    return failure ? failure : m_inner.removeIfUnchanged(path, expected);
+}
+
+void FaultInjectingFiles::sweepLeftovers(const std::string& path) {
+    if (!count()) {
+        m_inner.sweepLeftovers(path);
+    }
+}
+
 std::error_code FaultInjectingFiles::remove(const std::string& path) {
     const auto failure = count();
     return failure ? failure : m_inner.remove(path);
@@ -126,6 +144,9 @@ class FaultInjectingFiles::OpenFolder final : public Folder {
     }
     std::optional<std::string> linkTarget(const std::string& name) override {
         return m_files.count() ? std::nullopt : m_inner->linkTarget(name);
+    }
+    std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) override {
+        return m_files.count() ? nullptr : m_inner->removeAtExit(name);
     }
     OpenedFolder openFolder(const std::string& name) override {
         const auto failure = m_files.count();

@@ -188,6 +188,38 @@ std::error_code MemoryFiles::write(const std::string& path, const std::string& b
     return failure;
 }
 
+std::error_code MemoryFiles::refusalOf(const std::string& path,
+                                       const std::optional<std::string>& expected) const {
+    const Node* node = find(path, Links::refuse);
+    const bool isAsExpected =
+        expected ? node != nullptr && node->kind == Kind::file && node->bytes == *expected : node == nullptr;
+    if (!isAsExpected) {
+        return FileRefusal::changed;
+    }
+    return node != nullptr && refusal ? make_error_code(*refusal) : std::error_code();
+}
+
+std::error_code MemoryFiles::replaceIfUnchanged(const std::string& path,
+                                                const std::optional<std::string>& expected,
+                                                const std::string& bytes) {
+    const std::error_code refused = refusalOf(path, expected);
+    return refused ? refused : write(path, bytes, {.sync = Sync::yes});
+}
+
+std::error_code MemoryFiles::removeIfUnchanged(const std::string& path, const std::string& expected) {
+    const std::error_code refused = refusalOf(path, expected);
+    return refused ? refused : remove(path);
+}
+
+void MemoryFiles::sweepLeftovers(const std::string& path) {
+    const std::string folder = parentOf(path);
+    for (const std::string& name : list(folder).value_or(std::vector<std::string>())) {
+        if (name.starts_with(".veslora-tmp.")) {
+            remove(joined(folder, name));
+        }
+    }
+}
+
 std::error_code MemoryFiles::remove(const std::string& path) {
     const Node* node = find(path, Links::refuse);
     if (node == nullptr) {

@@ -6,6 +6,8 @@
 #include "VesloraUI/Platform/Files.h"
 
 #include <map>
+#include <set>
+#include <string>
 
 namespace veslora {
 
@@ -13,6 +15,9 @@ class MemoryFiles final : public Files {
   public:
     /// What a file written now is stamped with.
     Timestamp clock = 1'800'000'000;
+
+    /// Why no file of the user's may be replaced or removed, while it is set.
+    std::optional<FileRefusal> refusal;
 
     MemoryFiles();
 
@@ -23,6 +28,12 @@ class MemoryFiles final : public Files {
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& directory) override;
     [[nodiscard]] std::error_code write(const std::string& path, const std::string& bytes,
                                         const WriteOptions& options) override;
+    [[nodiscard]] std::error_code replaceIfUnchanged(const std::string& path,
+                                                     const std::optional<std::string>& expected,
+                                                     const std::string& bytes) override;
+    [[nodiscard]] std::error_code removeIfUnchanged(const std::string& path,
+                                                    const std::string& expected) override;
+    void sweepLeftovers(const std::string& path) override;
     std::error_code remove(const std::string& path) override;
     std::error_code makeDirectory(const std::string& path, std::uint32_t mode) override;
     std::error_code setMode(const std::string& path, std::uint32_t mode) override;
@@ -44,6 +55,8 @@ class MemoryFiles final : public Files {
     void touch(const std::string& path);
     /// Makes something that is neither file nor directory nor link, such as a pipe.
     void putSpecial(const std::string& path);
+    /// Removes what is to go when the program ends by `exit`.
+    void endProgram();
     /// Gives a file or a folder to another user.
     void giveAway(const std::string& path);
 
@@ -60,6 +73,7 @@ class MemoryFiles final : public Files {
   private:
     class Reader;
     class OpenFolder;
+    class Removal;
     enum class Kind { file, directory, link, special };
     struct Node {
         Kind kind = Kind::file;
@@ -73,10 +87,13 @@ class MemoryFiles final : public Files {
     [[nodiscard]] std::optional<std::string> walk(const std::string& path, Links last, int rounds = 0) const;
     [[nodiscard]] const Node* find(const std::string& path, Links last) const;
     [[nodiscard]] Node* find(const std::string& path, Links last);
+    [[nodiscard]] std::error_code refusalOf(const std::string& path,
+                                            const std::optional<std::string>& expected) const;
     [[nodiscard]] std::error_code place(const std::string& path, Node node);
     Node& make(const std::string& path, Kind kind, const std::string& bytes, std::uint32_t mode);
 
     std::map<std::string, Node> m_nodes; ///< by their paths without any link in them
+    std::multiset<std::string> m_atExit;
     std::uint64_t m_lastInode = 0;
     int m_writes = 0;
     int m_reads = 0;

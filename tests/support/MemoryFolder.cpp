@@ -16,6 +16,26 @@ std::error_code error(std::errc code) {
 
 } // namespace
 
+class MemoryFiles::Removal final : public RemovalAtExit {
+  public:
+    Removal(MemoryFiles& files, std::string path) : m_files(files), m_path(std::move(path)) {
+        m_files.m_atExit.insert(m_path);
+    }
+    Removal(const Removal&) = delete;
+    Removal& operator=(const Removal&) = delete;
+    ~Removal() override { m_files.m_atExit.extract(m_path); }
+
+  private:
+    MemoryFiles& m_files;
+    std::string m_path;
+};
+
+void MemoryFiles::endProgram() {
+    for (const std::string& path : m_atExit) {
+        remove(path);
+    }
+}
+
 class MemoryFiles::OpenFolder final : public Folder {
   public:
     OpenFolder(MemoryFiles& files, std::uint64_t inode) : m_files(files), m_inode(inode) {}
@@ -74,6 +94,10 @@ class MemoryFiles::OpenFolder final : public Folder {
         const auto path = of(name);
         const Node* node = path ? std::as_const(m_files).find(*path, Links::refuse) : nullptr;
         return node != nullptr && node->kind == Kind::link ? std::optional(node->bytes) : std::nullopt;
+    }
+    std::unique_ptr<RemovalAtExit> removeAtExit(const std::string& name) override {
+        const auto path = of(name);
+        return path ? std::make_unique<Removal>(m_files, *path) : nullptr;
     }
     OpenedFolder openFolder(const std::string& name) override {
         const auto path = of(name);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/PosixFiles.h"
+#include "tests/VesloraLinux/Support/OrdinaryUser.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -13,10 +14,10 @@
 namespace veslora {
 namespace {
 
+using testing::AsOrdinaryUser;
+using testing::nobody;
 using testing::TemporaryFolder;
 using ::testing::UnorderedElementsAre;
-
-constexpr uid_t nobody = 65534;
 
 struct stat statusOf(const std::string& path) {
     struct stat status {};
@@ -27,27 +28,6 @@ struct stat statusOf(const std::string& path) {
 std::uint32_t modeOf(const std::string& path) {
     return statusOf(path).st_mode & 07777U;
 }
-
-/// Runs a scope as an ordinary user, since the rights of files mean nothing to root.
-class AsOrdinaryUser {
-  public:
-    explicit AsOrdinaryUser(const std::string& folder) {
-        if (m_isRoot &&
-            (chown(folder.c_str(), nobody, nobody) != 0 || setegid(nobody) != 0 || seteuid(nobody) != 0)) {
-            throw std::runtime_error("can't become an ordinary user");
-        }
-    }
-    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
-    AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
-    ~AsOrdinaryUser() {
-        if (m_isRoot && (seteuid(0) != 0 || setegid(0) != 0)) {
-            std::abort();
-        }
-    }
-
-  private:
-    bool m_isRoot = geteuid() == 0;
-};
 
 /// Lets no file grow beyond `bytes`, which fails a write the way a full disk does.
 class FileSizeLimit {

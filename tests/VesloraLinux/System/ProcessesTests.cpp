@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <string>
 
 namespace veslora {
@@ -59,6 +60,13 @@ TEST(ProcProcessesTests, CallsARunningProcessAliveAndAnEndedOneNot) {
     EXPECT_FALSE(processes.isAlive(pid));
     child.collect();
     EXPECT_FALSE(processes.isAlive(pid));
+}
+
+TEST(ProcProcessesTests, NamesTheSpaceInWhichItCountsAsTheScriptsDo) {
+    const std::string space = ProcProcesses().ownNamespace();
+    EXPECT_EQ(space, std::filesystem::read_symlink("/proc/self/ns/pid").string());
+    EXPECT_TRUE(space.starts_with("pid:[")) << space;
+    EXPECT_EQ(ProcProcesses("/nowhere").ownNamespace(), "");
 }
 
 TEST(ProcProcessesTests, CallsNothingBelowOneAlive) {

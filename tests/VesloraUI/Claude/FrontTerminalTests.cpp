@@ -197,9 +197,9 @@ class CodexFrontTerminalTest : public HookedMonitorTest<CodexMonitor> {
     CodexFrontTerminalTest()
         : HookedMonitorTest("/home/me/.local/share/Veslora/codex-spool",
                             "/home/me/.local/share/Veslora/codex-answers") {
-        platform.tasks.running = {{500, "/opt/bin/codex", "codex app-server", "/"},
-                                  {10, "/opt/bin/codex", "codex", "/p"},
-                                  {11, "/opt/bin/codex", "codex", "/p"}};
+        platform.tasks.running = {{500, "/opt/bin/codex", "app-server", "/"},
+                                  {10, "/opt/bin/codex", "", "/p"},
+                                  {11, "/opt/bin/codex", "", "/p"}};
         monitor.start();
     }
     /// By the server of all terminals, or else by the session's own process.

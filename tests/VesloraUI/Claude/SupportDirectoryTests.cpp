@@ -5,7 +5,8 @@
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
-#include "tests/support/MemoryFiles.h"
+#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/support/FaultInjectingFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,6 +33,7 @@ class SupportDirectoryTest : public testing::Test {
     [[nodiscard]] std::vector<std::string> namesElsewhere() { return *disk.list(elsewhere); }
 
     MemoryFiles disk;
+    FakeProcesses processes;
     SupportDirectory support{disk, supportPath, runtimePath};
 };
 
@@ -50,7 +52,7 @@ TEST_F(SupportDirectoryTest, ALinkedSupportFolderIsLeftAlone) {
     EXPECT_FALSE(support.open());
     EXPECT_FALSE(support.openFolder("inner"));
     EXPECT_FALSE(support.createFolder("inner"));
-    support.show(4711, now).reset();
+    support.show(processes, now).reset();
     EXPECT_THAT(namesElsewhere(), UnorderedElementsAre("note"));
     EXPECT_EQ(disk.stat(elsewhere, Links::refuse)->mode, 0755u);
 }
@@ -67,20 +69,20 @@ TEST_F(SupportDirectoryTest, AFolderOfAnotherUsersIsLeftAlone) {
     ASSERT_FALSE(disk.makeDirectory(supportPath, 0777));
     disk.giveAway(supportPath);
     EXPECT_EQ(support.create(), std::errc::permission_denied);
-    support.show(4711, now).reset();
+    support.show(processes, now).reset();
     EXPECT_THAT(*disk.list(supportPath), IsEmpty());
 }
 
 TEST_F(SupportDirectoryTest, ALinkedRuntimeFolderGetsNoHeartbeat) {
     linkAway(runtimePath);
     disk.put(std::string(elsewhere) + "/heartbeat", "the user's");
-    support.show(4711, now).reset();
+    support.show(processes, now).reset();
     EXPECT_EQ(disk.text(std::string(elsewhere) + "/heartbeat"), "the user's");
     EXPECT_FALSE(disk.exists(support.pathOf(SupportNames::heartbeat)));
 }
 
 TEST_F(SupportDirectoryTest, AHeartbeatThatLeadsElsewhereIsPutRight) {
-    const auto presence = support.show(4711, now);
+    const auto presence = support.show(processes, now);
     ASSERT_FALSE(disk.makeLink("/home/me/elsewhere/note", support.pathOf(SupportNames::heartbeat)));
     support.writeHeartbeat(now + 2);
     EXPECT_EQ(disk.text(support.pathOf(SupportNames::heartbeat)), "1800000002");
@@ -94,6 +96,33 @@ TEST_F(SupportDirectoryTest, FilesBehindALinkedStatusFolderAreNeitherReadNorDele
     ClaudeStatusDirectory statuses(support);
     EXPECT_THAT(statuses.read(now + 3600, std::set<std::string>()), IsEmpty());
     EXPECT_THAT(namesElsewhere(), UnorderedElementsAre("note", "gone.json"));
+}
+
+TEST_F(SupportDirectoryTest, TheSignsOfLifeGoWithAProgramThatIsEndedFromOutside) {
+    const auto presence = support.show(processes, now);
+    support.writeHeartbeat(now + 2);
+    EXPECT_EQ(disk.text(support.pathOf(SupportNames::processId)), "4711\npid:[4026531836]\n");
+    disk.endProgram();
+    EXPECT_FALSE(disk.exists(std::string(runtimePath) + "/heartbeat"));
+    EXPECT_FALSE(disk.exists(support.pathOf(SupportNames::heartbeat)));
+    EXPECT_FALSE(disk.exists(support.pathOf(SupportNames::processId)));
+}
+
+TEST_F(SupportDirectoryTest, AProgramThatHasStoppedRemovesNoSignsOfItsSuccessor) {
+    support.show(processes, now).reset();
+    disk.put(support.pathOf(SupportNames::processId), "4712\n");
+    disk.endProgram();
+    EXPECT_EQ(disk.text(support.pathOf(SupportNames::processId)), "4712\n");
+}
+
+TEST_F(SupportDirectoryTest, AProcessIdThatCannotBeWrittenLeavesNoneOfLongAgo) {
+    ASSERT_FALSE(support.create());
+    disk.put(support.pathOf(SupportNames::processId), "1234\npid:[4026531836]\n");
+    FaultInjectingFiles files(disk);
+    files.writeError = std::errc::no_space_on_device;
+    SupportDirectory full(files, supportPath, runtimePath);
+    const auto presence = full.show(processes, now);
+    EXPECT_FALSE(disk.exists(support.pathOf(SupportNames::processId)));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Requests that were made to look like others: what is not on screen can't be allowed.
+#include "tests/VesloraUI/FakeJudge.h"
 #include "tests/VesloraUI/Scene.h"
 
 #include <QImage>
@@ -22,7 +23,10 @@ class HiddenTextTest : public testing::Test {
         scene.claude.publish(scene.claude.summaries(),
                              {FakeMonitor::request("r1", scene.platform.time.now(), text)});
         scene.show("Claude/ClaudeRequestAlert.qml",
-                   {{"agents", QVariant::fromValue(&scene.agents)}, {"requestId", "r1"}}, room);
+                   {{"agents", QVariant::fromValue(&scene.agents)},
+                    {"judge", QVariant::fromValue(&judge)},
+                    {"requestId", "r1"}},
+                   room);
         scene.advance(0.7);
     }
     bool canAllow(const std::string& text) {
@@ -39,6 +43,7 @@ class HiddenTextTest : public testing::Test {
         return scene.picture().copy(lines);
     }
 
+    FakeJudge judge;
     Scene scene;
 };
 

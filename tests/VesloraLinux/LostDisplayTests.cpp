@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// The program itself, on a display that is taken from it.
+#include "tests/VesloraLinux/Support/Program.h"
+#include "tests/VesloraLinux/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <thread>
+
+namespace veslora {
+namespace {
+
+using testing::Program;
+using testing::TemporaryFolder;
+
+bool becomesTrue(const std::function<bool()>& condition) {
+    using namespace std::chrono_literals;
+    const auto deadline = std::chrono::steady_clock::now() + 60s;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+    return true;
+}
+
+TEST(LostDisplayTests, TheSignsOfLifeGoWithTheServer) {
+    const TemporaryFolder home;
+    std::filesystem::create_directory(home.path("run"));
+    Program server({"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp"},
+                   3);
+    const std::string display = ":" + server.firstLine();
+    // Nothing of the machine's own session reaches the program.
+    Program veslora({"env", "-i", "PATH=/usr/bin:/bin", "DISPLAY=" + display, "HOME=" + home.path(),
+                     "XDG_RUNTIME_DIR=" + home.path("run"), "XDG_DATA_HOME=" + home.path("data"),
+                     "XDG_CONFIG_HOME=" + home.path("configuration"), "QT_QPA_PLATFORM=xcb",
+                     "DBUS_SESSION_BUS_ADDRESS=disabled:", "DBUS_SYSTEM_BUS_ADDRESS=disabled:",
+                     std::string(VESLORA_BINARIES) + "/veslora"});
+    const std::string beat = home.path("run/veslora/heartbeat");
+    const std::string link = home.path("data/Veslora/heartbeat");
+    const std::string process = home.path("data/Veslora/pid");
+    ASSERT_TRUE(becomesTrue([&] {
+        return std::filesystem::exists(beat) && std::filesystem::is_symlink(link) &&
+               std::filesystem::exists(process);
+    }));
+    EXPECT_EQ(home.bytesOf("data/Veslora/pid").substr(0, std::to_string(veslora.pid()).size()),
+              std::to_string(veslora.pid()));
+    server.kill();
+    veslora.wait();
+    EXPECT_FALSE(std::filesystem::exists(beat));
+    EXPECT_FALSE(std::filesystem::is_symlink(link));
+    EXPECT_FALSE(std::filesystem::exists(process));
+}
+
+} // namespace
+} // namespace veslora
