@@ -60,7 +60,6 @@ class TranscriptFollowingTests : public ::testing::Test {
     SupportDirectory support{files, folder.path("support"), folder.path("support")};
     LinuxScheduler scheduler;
     InotifyDirectoryWatcher watcher;
-    SupportDirectory support{files, folder.path("support"), folder.path("support")};
 };
 
 TEST_F(TranscriptFollowingTests, HearsOfALineAsSoonAsItIsWritten) {
