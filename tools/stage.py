@@ -325,7 +325,7 @@ def start_program(stage, program):
 
     def shows_itself():
         with contextlib.suppress(FileNotFoundError), open(os.path.join(support, "pid"), encoding="utf-8") as file:
-            return file.read().strip() == str(veslora.pid) and os.path.exists(os.path.join(support, "heartbeat"))
+            return file.readline().strip() == str(veslora.pid) and os.path.exists(os.path.join(support, "heartbeat"))
         return False
 
     wait_for("its signs of life", shows_itself)

@@ -162,17 +162,23 @@ class Attack:
             time.sleep(0.3)
             self.click()
             self.refuse(prompt, "the clock was set 3 s forward")
+            # A heartbeat of the future is none too old.
             self.shift(0)
 
     def clock_set_back(self):
         """An hour back: the prompt's file comes from the future then. It must be answered, and leave no ghost."""
+        beat = os.path.join(self.support, "heartbeat")
+        before = os.stat(beat).st_mtime_ns
         self.shift(-3600)
+        wait_for("a heartbeat of then", lambda: os.stat(beat).st_mtime_ns != before)
         prompt = self.ask()
         self.considered("Allow", prompt)
         prompt = self.ask("second")
         wait_for("the next prompt", lambda: self.screen.find("second"))
         self.considered("Deny", prompt)
+        before = os.stat(beat).st_mtime_ns
         self.shift(0)
+        wait_for("a heartbeat of now", lambda: os.stat(beat).st_mtime_ns != before)
 
     def shift(self, seconds):
         path = self.stage.env["SHIFTED_CLOCK"]
@@ -242,10 +248,11 @@ class Attack:
             prompt = self.ask()
             wait_for("the prompt", lambda: self.screen.is_enabled("Allow"))
             filler = os.path.join(answers, "filler")
-            with open(filler, "wb") as file, contextlib.suppress(OSError):
+            descriptor = os.open(filler, os.O_WRONLY | os.O_CREAT, 0o600)
+            with contextlib.suppress(OSError):
                 while True:
-                    file.write(b"x" * 4096)
-                    file.flush()
+                    os.write(descriptor, b"x" * 4096)
+            os.close(descriptor)
             self.screen.press("Allow")
             wait_for("the failure to be told", lambda: self.screen.find("Couldn't answer"))
             assert prompt.poll() is None, "nothing was answered"
@@ -294,11 +301,10 @@ def main():
         subprocess.run(["cc", "-shared", "-fPIC", "-o", library, "-x", "c", "-", "-ldl"], input=SHIFTED_CLOCK, text=True,
                        check=True)
         stage.env["SHIFTED_CLOCK"] = os.path.join(stage.home, "shift")
-        program = os.path.join(stage.home, "veslora-with-clock")
-        with open(program, "w", encoding="utf-8") as file:
-            file.write(f'#!/bin/sh\nexport LD_PRELOAD="{library}"\nexec "{os.path.abspath(arguments.program)}" "$@"\n')
-        os.chmod(program, 0o755)
-        attack = Attack(stage, Screen(stage, stage.home), program)
+        screen = Screen(stage, stage.home)
+        # For the program and the scripts alike; the files' own stamps stay those of the machine.
+        stage.env["LD_PRELOAD"] = library
+        attack = Attack(stage, screen, os.path.abspath(arguments.program))
         attack.install()
         attack.learn_place()
         times = arguments.times
