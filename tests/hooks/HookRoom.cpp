@@ -165,10 +165,7 @@ Result Running::result() {
 }
 
 bool Running::feed(std::string_view bytes) {
-    struct IgnoredPipeSignal {
-        void (*former)(int) = std::signal(SIGPIPE, SIG_IGN);
-        ~IgnoredPipeSignal() { std::signal(SIGPIPE, former); }
-    } const ignored;
+    void (*const former)(int) = std::signal(SIGPIPE, SIG_IGN);
     const int input = std::exchange(m_input, -1);
     bool isTaken = true;
     while (isTaken && !bytes.empty()) {
@@ -177,6 +174,7 @@ bool Running::feed(std::string_view bytes) {
         bytes.remove_prefix(isTaken ? static_cast<std::size_t>(length) : 0);
     }
     close(input);
+    std::signal(SIGPIPE, former);
     return isTaken;
 }
 

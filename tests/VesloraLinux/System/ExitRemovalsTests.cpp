@@ -4,11 +4,14 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <functional>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
 
 namespace veslora {
 namespace {
@@ -16,80 +19,88 @@ namespace {
 using testing::TemporaryFolder;
 using ::testing::UnorderedElementsAre;
 
+/// The work that ends by `exit` is done in a process that begins anew, as a fork of this one would wait for
+/// threads that other tests left and that it does not have. It finds the folder by the environment.
 class ExitRemovalsTests : public ::testing::Test {
   protected:
-    void SetUp() override {
-        for (const char* name : {"pid", "heartbeat", "other"}) {
-            place.put(name, "");
-        }
-    }
-    /// In a process of its own, which `work` must end.
-    static void inAnotherProcess(const std::function<void()>& work) {
-        const pid_t child = fork();
-        if (child == 0) {
-            work();
-            _exit(42);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_TRUE(WIFEXITED(status));
-    }
+    static constexpr auto variable = "VESLORA_EXIT_REMOVALS";
 
-    TemporaryFolder place;
+    void SetUp() override {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+        if (const char* path = std::getenv(variable)) {
+            folder = path;
+            return;
+        }
+        place.emplace();
+        folder = place->path();
+        setenv(variable, folder.c_str(), 1);
+        for (const char* name : {"pid", "heartbeat", "other"}) {
+            place->put(name, "");
+        }
+    }
+    void TearDown() override { unsetenv(variable); }
+
+    [[nodiscard]] std::string path(const std::string& name) const { return folder + "/" + name; }
+
+    std::optional<TemporaryFolder> place;
+    std::string folder;
     PosixFiles files;
 };
 
+using ::testing::ExitedWithCode;
+
 TEST_F(ExitRemovalsTests, FilesGoWhenALibraryEndsTheProgram) {
-    inAnotherProcess([this] {
-        const auto one = files.openFolder(place.path())->removeAtExit("pid");
-        const auto two = files.openFolder(place.path())->removeAtExit("heartbeat");
-        std::quick_exit(0);
-    });
-    EXPECT_EQ(files.list(place.path())->size(), 3U) << "only `exit` itself runs the handlers";
-    inAnotherProcess([this] {
-        const auto one = files.openFolder(place.path())->removeAtExit("pid");
-        const auto two = files.openFolder(place.path())->removeAtExit("heartbeat");
-        std::exit(1);
-    });
-    EXPECT_THAT(*files.list(place.path()), UnorderedElementsAre("other"));
+    EXPECT_EXIT(
+        {
+            const auto one = files.openFolder(folder)->removeAtExit("pid");
+            const auto two = files.openFolder(folder)->removeAtExit("heartbeat");
+            std::exit(7);
+        },
+        ExitedWithCode(7), "");
+    EXPECT_THAT(*files.list(folder), UnorderedElementsAre("other"));
 }
 
 TEST_F(ExitRemovalsTests, WhatWasLetGoOfStays) {
-    inAnotherProcess([this] {
-        files.openFolder(place.path())->removeAtExit("pid").reset();
-        std::exit(0);
-    });
-    EXPECT_EQ(files.list(place.path())->size(), 3U);
+    EXPECT_EXIT(
+        {
+            files.openFolder(folder)->removeAtExit("pid").reset();
+            std::exit(7);
+        },
+        ExitedWithCode(7), "");
+    EXPECT_EQ(files.list(folder)->size(), 3U);
 }
 
 TEST_F(ExitRemovalsTests, ItIsTheFolderThatWasOpened) {
-    std::filesystem::create_directory(place.path("inner"));
-    place.put("inner/pid", "");
-    inAnotherProcess([this] {
-        const auto one = files.openFolder(place.path("inner"))->removeAtExit("pid");
-        std::filesystem::rename(place.path("inner"), place.path("moved"));
-        std::filesystem::create_directory_symlink(place.path(), place.path("inner"));
-        std::exit(0);
-    });
-    EXPECT_TRUE(std::filesystem::exists(place.path("pid")));
-    EXPECT_FALSE(std::filesystem::exists(place.path("moved/pid")));
+    EXPECT_EXIT(
+        {
+            std::filesystem::create_directory(path("inner"));
+            std::ignore = files.write(path("inner/pid"), "", {});
+            const auto one = files.openFolder(path("inner"))->removeAtExit("pid");
+            std::filesystem::rename(path("inner"), path("moved"));
+            std::filesystem::create_directory_symlink(folder, path("inner"));
+            std::exit(7);
+        },
+        ExitedWithCode(7), "");
+    EXPECT_TRUE(std::filesystem::exists(path("pid")));
+    EXPECT_TRUE(std::filesystem::exists(path("moved")));
+    EXPECT_FALSE(std::filesystem::exists(path("moved/pid")));
 }
 
 TEST_F(ExitRemovalsTests, ThereIsRoomForAHandfulAtATime) {
-    const OpenedFolder folder = files.openFolder(place.path());
+    const OpenedFolder opened = files.openFolder(folder);
     for (int round = 0; round < 100; ++round) {
-        EXPECT_TRUE(folder->removeAtExit("pid")) << "what is let go of makes room";
+        EXPECT_TRUE(opened->removeAtExit("pid")) << "what is let go of makes room";
     }
     std::vector<std::unique_ptr<RemovalAtExit>> held;
     for (int number = 0; number < 16; ++number) {
-        held.push_back(folder->removeAtExit("none"));
+        held.push_back(opened->removeAtExit("none"));
         EXPECT_TRUE(held.back());
     }
-    EXPECT_FALSE(folder->removeAtExit("none"));
+    EXPECT_FALSE(opened->removeAtExit("none"));
     held.pop_back();
-    EXPECT_TRUE(folder->removeAtExit("none"));
-    EXPECT_FALSE(folder->removeAtExit("../pid"));
-    EXPECT_FALSE(folder->removeAtExit(std::string(64, 'n')));
+    EXPECT_TRUE(opened->removeAtExit("none"));
+    EXPECT_FALSE(opened->removeAtExit("../pid"));
+    EXPECT_FALSE(opened->removeAtExit(std::string(64, 'n')));
 }
 
 } // namespace

@@ -23,7 +23,6 @@
 namespace veslora {
 namespace {
 
-using PosixReplacing::Circumstances;
 using PosixReplacing::Step;
 using testing::AsOrdinaryUser;
 using ::testing::Contains;
