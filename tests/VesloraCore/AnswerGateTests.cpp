@@ -156,8 +156,9 @@ TEST_F(AnswerGateTest, ASteadyClockThatGoesBackCountsAsAStall) {
 TEST_F(AnswerGateTest, NoHistoryAnswersUnseen) {
     std::mt19937 random(7);
     int answers = 0;
-    std::optional<std::uint32_t> frame;
-    std::optional<std::uint32_t> down;
+    // Milliseconds of the events' clock; negative while there is none.
+    std::int64_t frame = -1;
+    bool isDown = false;
     double lastAlive = steady;
     for (int step = 0; step < 200'000; ++step) {
         const double wait = std::uniform_int_distribution(0, 9)(random) == 0 ? 0.4 : 0.05;
@@ -166,13 +167,13 @@ TEST_F(AnswerGateTest, NoHistoryAnswersUnseen) {
         const auto alive = [&] {
             lastAlive = steady;
             if (isStall) {
-                frame.reset();
-                down.reset();
+                frame = -1;
+                isDown = false;
             }
         };
         switch (std::uniform_int_distribution(0, 5)(random)) {
         case 0:
-            if (!frame) {
+            if (frame < 0) {
                 gate.frameShown(event, steady);
                 frame = event;
             }
@@ -180,15 +181,15 @@ TEST_F(AnswerGateTest, NoHistoryAnswersUnseen) {
         case 1:
             gate.press(event, steady);
             alive();
-            down = frame && event - *frame >= 600 ? std::optional(event) : std::nullopt;
+            isDown = frame >= 0 && event - frame >= 600;
             break;
         case 2: {
             const bool isAnswer = gate.release(event, steady);
             alive();
-            const bool isRight = frame && down && event - *frame >= 600;
+            const bool isRight = frame >= 0 && isDown && event - frame >= 600;
             ASSERT_EQ(isAnswer, isRight) << step;
             answers += isAnswer ? 1 : 0;
-            down.reset();
+            isDown = false;
             break;
         }
         default:

@@ -56,6 +56,7 @@ class Attack:
         self.support = os.path.join(stage.home, ".local", "share", "Veslora")
         self.veslora = start_program(stage, program)
         self.agent = None
+        self.asked_at = 0
         self.allow = None
 
     def install(self):
@@ -73,6 +74,7 @@ class Attack:
         self.agent.session("busy")
 
     def ask(self, command="make all"):
+        self.asked_at = time.monotonic()
         return self.agent.ask(command)
 
     def learn_place(self):
@@ -105,6 +107,25 @@ class Attack:
         assert prompt.poll() is None, f"{what}: the prompt ended by itself: {prompt.stdout.read()!r}"
         self.considered("Deny", prompt)
 
+    def race(self, times, attack, what):
+        """Has `attack` ask and click that often within half a second, so that nobody could have considered anything. A
+        round in which this machine was too slow for that proves nothing and is made again."""
+        done = 0
+        for _ in range(4 * times):
+            self.park()
+            prompt = attack()
+            self.click()
+            is_early = time.monotonic() - self.asked_at < 0.5
+            self.shift(0)
+            if is_early:
+                self.refuse(prompt, what)
+                done += 1
+            elif prompt.poll() is None:
+                self.considered("Deny", prompt)
+            if done == times:
+                return
+        raise AssertionError(f"{what}: this machine is too slow to try it")
+
     # Each attack.
 
     def stall_by_signal(self, times):
@@ -136,34 +157,37 @@ class Attack:
     def stall_by_large_files(self, times, files):
         spool = os.path.join(self.support, "claude-spool")
         payload = {"session_id": self.agent.payload["session_id"], "hook_event_name": "PostToolUse", "tool_name": "Read",
-                   "tool_input": {}, "tool_response": {"content": "x\\n" * 8_250_000}}
+                   "tool_input": {}, "tool_response": {"content": "x\n" * 5_300_000}}
         text = json.dumps(payload)
-        for turn in range(times):
+        turn = iter(range(100))
+
+        def attack():
+            number = next(turn)
             paths = []
-            for number in range(files):
-                path = os.path.join(self.stage.home, f"large-{turn}-{number}")
+            for index in range(files):
+                path = os.path.join(self.stage.home, f"large-{number}-{index}")
                 with open(path, "w", encoding="utf-8") as file:
-                    file.write(text[:16_500_000 - 2] + '"}}' if len(text) > 16_500_000 else text)
+                    file.write(text)
                 paths.append(path)
-            self.park()
             prompt = self.ask()
             time.sleep(0.012)
-            for number, path in enumerate(paths):
-                os.rename(path, os.path.join(spool, f"tmp.large{turn}{number}.json"))
+            for index, path in enumerate(paths):
+                os.rename(path, os.path.join(spool, f"tmp.large{number}{index}.json"))
             time.sleep(0.25)
-            self.click()
-            self.refuse(prompt, f"{files} large files")
+            return prompt
+
+        self.race(times, attack, f"{files} large files")
 
     def clock_set_forward(self, times):
-        for _ in range(times):
-            self.park()
+        def attack():
             prompt = self.ask()
+            # By then the alert is there, but nobody has read it.
+            time.sleep(0.15)
             self.shift(3)
-            time.sleep(0.3)
-            self.click()
-            self.refuse(prompt, "the clock was set 3 s forward")
-            # A heartbeat of the future is none too old.
-            self.shift(0)
+            time.sleep(0.15)
+            return prompt
+
+        self.race(times, attack, "the clock was set 3 s forward")
 
     def clock_set_back(self):
         """An hour back: the prompt's file comes from the future then. It must be answered, and leave no ghost."""
