@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <random>
@@ -21,7 +22,7 @@ class AnswerGateTest : public testing::Test {
     }
     /// Lets time pass in a program that is not held up.
     void live(double seconds) {
-        for (int tick = 0; tick < static_cast<int>(seconds * 10 + 0.5); ++tick) {
+        for (int tick = 0; tick < std::lround(seconds * 10); ++tick) {
             pass(0.1);
             gate.tick(steady);
         }
