@@ -20,7 +20,8 @@ namespace veslora {
 class FrameClock;
 class Scheduler;
 
-class AlertGate : public PressJudge, public QQmlParserStatus {
+// Qt tells qmllint of a base only by the name that stands here, so it has to be the whole one.
+class AlertGate : public veslora::PressJudge, public QQmlParserStatus {
     Q_OBJECT
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
