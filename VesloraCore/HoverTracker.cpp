@@ -58,7 +58,7 @@ bool HoverTracker::acceptsClicks(Point at) const {
 std::vector<Rect> HoverTracker::clickZones() const {
     std::vector<Rect> zones;
     if (m_isExpanded)
-        zones.push_back(openZone());
+        zones.push_back(drawnZone());
     if (isShowingAlert && isAlertOnScreen)
         zones.push_back(alertSize ? m_geometry.alertFor(*alertSize) : m_geometry.alert);
     return zones;
@@ -70,8 +70,21 @@ std::optional<Rect> HoverTracker::hotZone() const {
     return m_geometry.liveActivity(liveActivityWingWidth.value_or(0)).grownBy(notchSlack, notchSlack);
 }
 
+std::optional<Rect> HoverTracker::hoverZone() const {
+    if (m_isExpanded && drawnZone() != openZone())
+        return openZone();
+    return hotZone();
+}
+
 Rect HoverTracker::openZone() const {
     return m_geometry.expandedFor(expandedWidth, isEditing);
+}
+
+/// The open zone without what hovering adds to a narrow island.
+Rect HoverTracker::drawnZone() const {
+    Rect zone = openZone();
+    const double spare = std::max(zone.width - expandedWidth, 0.0);
+    return {zone.x + spare / 2, zone.y, zone.width - spare, zone.height};
 }
 
 } // namespace veslora

@@ -26,7 +26,7 @@ class HoverTracker {
     std::optional<Size> alertSize;               ///< body of the alert, where it differs from the default one
     bool isEditing = false;                      ///< edit mode, which makes the open zone taller
     double openDelay;                            ///< seconds to rest in the hot zone; 0 opens at once
-    double expandedWidth;                        ///< width of the open island now
+    double expandedWidth;                        ///< width of the open island now, as drawn
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
     [[nodiscard]] bool isPinnedOpen() const { return m_isPinnedOpen; }
@@ -50,10 +50,15 @@ class HoverTracker {
     /// The zone that arms the island. Absent while it is open and while an alert shows.
     [[nodiscard]] std::optional<Rect> hotZone() const;
 
+    /// Where the pointer matters although a click there is not the island's: the zone that arms it, or round
+    /// an island that is open and narrower than the zone that keeps it so, that zone.
+    [[nodiscard]] std::optional<Rect> hoverZone() const;
+
     bool operator==(const HoverTracker&) const = default;
 
   private:
     [[nodiscard]] Rect openZone() const;
+    [[nodiscard]] Rect drawnZone() const;
     bool updateClosed(Point mouse, Timestamp at);
     bool updateOpen(Point mouse);
 

@@ -3,6 +3,8 @@
 
 #include "VesloraCore/NotchGeometry.h"
 
+#include <algorithm>
+
 namespace veslora {
 
 namespace {
@@ -30,6 +32,26 @@ IslandLayout requestLayout(const IslandLayoutInputs& inputs) {
 IslandLayout expandedLayout(const IslandLayoutInputs& inputs) {
     const double tray = inputs.isEditing ? NotchGeometry::editTrayHeight : 0;
     return {inputs.islandWidth, inputs.expandedSize.height + tray, 12, 16};
+}
+
+IslandLayout wishedLayout(const IslandLayoutInputs& inputs) {
+    switch (inputs.state) {
+    case IslandState::expanded:
+        return expandedLayout(inputs);
+    case IslandState::alert:
+        return alertLayout(inputs.alertSize);
+    case IslandState::claudeAlert:
+        return inputs.hasPendingRequests ? requestLayout(inputs) : alertLayout(inputs.alertSize);
+    case IslandState::closed:
+    case IslandState::liveActivity:
+    case IslandState::musicActivity:
+    case IslandState::metronomeActivity:
+    case IslandState::claudeActivity:
+    case IslandState::claudeWorkingActivity:
+    case IslandState::keepAwakeActivity:
+        break;
+    }
+    return closedLayout(inputs);
 }
 
 } // namespace
@@ -65,23 +87,9 @@ bool isOpen(IslandState state) {
 }
 
 IslandLayout islandLayout(const IslandLayoutInputs& inputs) {
-    switch (inputs.state) {
-    case IslandState::expanded:
-        return expandedLayout(inputs);
-    case IslandState::alert:
-        return alertLayout(inputs.alertSize);
-    case IslandState::claudeAlert:
-        return inputs.hasPendingRequests ? requestLayout(inputs) : alertLayout(inputs.alertSize);
-    case IslandState::closed:
-    case IslandState::liveActivity:
-    case IslandState::musicActivity:
-    case IslandState::metronomeActivity:
-    case IslandState::claudeActivity:
-    case IslandState::claudeWorkingActivity:
-    case IslandState::keepAwakeActivity:
-        break;
-    }
-    return closedLayout(inputs);
+    IslandLayout layout = wishedLayout(inputs);
+    layout.width = std::min(layout.width, inputs.screenWidth);
+    return layout;
 }
 
 } // namespace veslora

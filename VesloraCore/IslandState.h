@@ -5,6 +5,7 @@
 #include "VesloraCore/Geometry.h"
 #include "VesloraCore/LiveActivity.h"
 
+#include <limits>
 #include <optional>
 
 namespace veslora {
@@ -38,6 +39,8 @@ struct IslandLayoutInputs {
     bool hasPendingRequests = false; ///< an agent's request can be answered here
     double islandWidth = 0;          ///< the rack's wish for the open island
     bool isEditing = false;
+    /// Of the screen, which no island is wider than.
+    double screenWidth = std::numeric_limits<double>::infinity();
 };
 
 /// The frame of the island, which hangs from the middle of the screen's top edge, and the radii of its

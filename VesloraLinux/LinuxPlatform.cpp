@@ -78,8 +78,11 @@ struct LinuxPlatform::Parts {
 };
 
 void LinuxPlatform::prepareEnvironment() {
-    // Wayland desktops are served through their X server.
-    setUnlessSet("QT_QPA_PLATFORM", "xcb");
+    // Wayland desktops are served through their X server, also where the session tells toolkits otherwise, as
+    // it usually does in sway and Hyprland.
+    if (const QByteArray wish = qgetenv("QT_QPA_PLATFORM"); wish.isEmpty() || wish.contains("wayland")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
     // Half the memory of the other renderer, and no graphics processor wakes up.
     setUnlessSet("QT_QUICK_BACKEND", "software");
     // Else the first part of Qt that looks for a bus would start one and wait for it.

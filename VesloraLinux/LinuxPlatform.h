@@ -11,8 +11,8 @@ namespace veslora {
 
 class LinuxPlatform final : public Platform {
   public:
-    /// Sets what Qt reads from the environment, unless the user set it: to be called before the application
-    /// object is made.
+    /// Sets what Qt reads from the environment, unless the user set it to what the program can work with: to
+    /// be called before the application object is made.
     static void prepareEnvironment();
 
     /// Lets large blocks of memory go back to the system as soon as they are freed, for the whole process.

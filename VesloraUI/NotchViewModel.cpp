@@ -68,7 +68,8 @@ NotchViewModel::Shown NotchViewModel::judge() const {
                                  .wingWidth = activity.wingWidth,
                                  .hasPendingRequests = !requests.empty(),
                                  .islandWidth = m_rack.islandWidth(),
-                                 .isEditing = m_rack.isEditing()});
+                                 .isEditing = m_rack.isEditing(),
+                                 .screenWidth = m_geometry.screenWidth});
     return shown;
 }
 

@@ -46,6 +46,7 @@ void NotchWindowController::start() {
     m_observers = {
         connect(&m_settings, &Defaults::changed, this, &NotchWindowController::settingsChanged),
         connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
+        connect(&pointer, &Pointer::released, this, &NotchWindowController::updateClickThrough),
         connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
         connect(&m_platform.screens(), &Screens::changed, this, &NotchWindowController::layout),
         connect(&m_platform.suspension(), &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
@@ -109,6 +110,7 @@ void NotchWindowController::layout() {
     }
     m_screen = screen;
     const NotchGeometry geometry(screen->metrics);
+    m_rack.setScreenWidth(geometry.screenWidth);
     HoverTracker tracker(geometry, m_settings.doubleValue(SettingsKeys::hoverDelay));
     fillTracker(tracker);
     m_tracker = tracker;
@@ -275,13 +277,13 @@ void NotchWindowController::updateClickThrough() {
     }
     m_tracker->isAlertOnScreen = m_model && m_model->isAlertOnScreen();
     PanelZones zones{m_tracker->clickZones(), {}};
-    if (const auto hotZone = m_tracker->hotZone()) {
-        zones.hover.push_back(*hotZone);
+    if (const auto zone = m_tracker->hoverZone()) {
+        zones.hover.push_back(*zone);
     }
     if (zones == m_zones) {
         return;
     }
-    // A press in progress is never cut off.
+    // A press in progress is never cut off; its release leads here again.
     if (!m_zones.clicks.empty() && m_platform.pointer().isButtonDown() &&
         containPoint(m_zones.clicks, mouseLocation().value_or(nowhere))) {
         return;

@@ -25,7 +25,8 @@
 
 namespace veslora {
 
-/// What stands on the panel: its root item, and the island's outline as drawn right now.
+/// What stands on the panel: its root item, and the island's outline as drawn right now, in that item's
+/// coordinates.
 struct IslandContent {
     std::unique_ptr<QQuickItem> item;
     std::function<QPainterPath()> outline;

@@ -42,8 +42,8 @@ IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model) {
     content.item.reset(qobject_cast<QQuickItem*>(view.release()));
     const QPointer outline =
         content.item ? content.item->property("outline").value<NotchOutline*>() : nullptr;
-    content.outline = [outline] {
-        return outline ? outline->path().translated(outline->mapToScene({})) : QPainterPath();
+    content.outline = [outline, root = QPointer(content.item.get())] {
+        return outline && root ? outline->path().translated(outline->mapToItem(root, {})) : QPainterPath();
     };
     return content;
 }

@@ -21,6 +21,15 @@ int ceilingOf(double value) {
     return static_cast<int>(std::ceil(value - tolerance));
 }
 
+/// Where in a native pixel its place is, as a share of it. The sides of zones are halves of whole pixels'
+/// fractions, which this is not.
+constexpr double placeInPixel = 0.5 + 1.0 / 1024;
+
+/// The first pixel at or behind `edge`, in native pixels, whose place lies behind it.
+int firstPixelBehind(double edge) {
+    return static_cast<int>(std::ceil(edge - placeInPixel));
+}
+
 /// The largest whole point at or before `value` that is a whole native pixel too. Scales come in eighths at
 /// most, so one is found within eight steps; for an odder scale the nearest point has to do.
 int wholePixelBefore(double value, double scale) {
@@ -45,6 +54,11 @@ QRect windowFor(const ScreenInfo& screen, const Rect& area) {
     return {first, QSize(std::max(end.x() - first.x(), 1), std::max(end.y() - first.y(), 1))};
 }
 
+Point placeOfPixel(const ScreenInfo& screen, QPoint pixel) {
+    return {(pixel.x() + placeInPixel) / screen.scale,
+            screen.metrics.frame.height - (pixel.y() + placeInPixel) / screen.scale};
+}
+
 QPointF contentPlace(const ScreenInfo& screen, const Rect& frame, const QRect& window) {
     return QPointF(frame.minX(), screen.metrics.frame.height - frame.maxY()) - window.topLeft();
 }
@@ -55,10 +69,10 @@ QRegion nativeRegion(const ScreenInfo& screen, const std::vector<Rect>& zones, c
                     ceilingOf(window.height() * screen.scale));
     QRegion region;
     for (const Rect& zone : zones) {
-        const QPoint first(floorOf((zone.minX() - window.x()) * screen.scale),
-                           floorOf((height - zone.maxY() - window.y()) * screen.scale));
-        const QPoint end(ceilingOf((zone.maxX() - window.x()) * screen.scale),
-                         ceilingOf((height - zone.minY() - window.y()) * screen.scale));
+        const QPoint first(firstPixelBehind((zone.minX() - window.x()) * screen.scale),
+                           firstPixelBehind((height - zone.maxY() - window.y()) * screen.scale));
+        const QPoint end(firstPixelBehind((zone.maxX() - window.x()) * screen.scale),
+                         firstPixelBehind((height - zone.minY() - window.y()) * screen.scale));
         region += QRect(first, QSize(end.x() - first.x(), end.y() - first.y())) & all;
     }
     return region;

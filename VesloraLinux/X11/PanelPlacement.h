@@ -20,7 +20,12 @@ namespace veslora::PanelPlacement {
 /// Where the top left corner of `frame` lies in `window`, which `windowFor` gave for all or a part of it.
 [[nodiscard]] QPointF contentPlace(const ScreenInfo& screen, const Rect& frame, const QRect& window);
 
-/// The native pixels of `window` that `zones` touch: rounded outwards, cut to the window.
+/// The place on `screen` for which a native pixel stands, counted from the screen's top left corner: a little
+/// past its middle, so that no edge of the island's ever runs through it. Whether the pointer is inside a
+/// zone and whether the window takes a press there is decided by this one place.
+[[nodiscard]] Point placeOfPixel(const ScreenInfo& screen, QPoint pixel);
+
+/// The native pixels of `window` whose place lies in one of `zones`; cut to the window.
 [[nodiscard]] QRegion nativeRegion(const ScreenInfo& screen, const std::vector<Rect>& zones,
                                    const QRect& window);
 

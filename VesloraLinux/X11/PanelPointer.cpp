@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/PanelPointer.h"
 
+#include "VesloraLinux/X11/PanelPlacement.h"
+
 #include <QEnterEvent>
 #include <QGuiApplication>
 #include <QMouseEvent>
+
+#include <cmath>
 
 namespace veslora {
 
@@ -15,7 +19,7 @@ std::optional<Point> PanelPointer::positionOn(const ScreenInfo& screen) const {
     if (!m_place || !m_panel.screen() || m_panel.screen()->name != screen.name) {
         return std::nullopt;
     }
-    return Point{m_place->x(), screen.metrics.frame.height - m_place->y()};
+    return PanelPlacement::placeOfPixel(screen, *m_place);
 }
 
 bool PanelPointer::isButtonDown() const {
@@ -28,16 +32,25 @@ void PanelPointer::setTracking(bool isTracking) {
 
 void PanelPointer::setWatchingPresses(bool) {}
 
+/// The native pixel of the screen under a place in the window, which the toolkit tells in points.
+QPoint PanelPointer::pixelAt(QPointF place) const {
+    constexpr double tolerance = 1e-3; // what is lost where a pixel was divided by the scale
+    const QPointF native = (place + m_panel.windowPlace().topLeft()) * m_panel.window()->devicePixelRatio();
+    return {static_cast<int>(std::floor(native.x() + tolerance)),
+            static_cast<int>(std::floor(native.y() + tolerance))};
+}
+
 bool PanelPointer::eventFilter(QObject*, QEvent* event) {
-    const QPointF corner = m_panel.windowPlace().topLeft();
     switch (event->type()) {
     case QEvent::Enter:
-        pointerMoved(static_cast<QEnterEvent*>(event)->position() + corner);
+        pointerMoved(pixelAt(static_cast<QEnterEvent*>(event)->position()));
         break;
+    case QEvent::MouseButtonRelease:
+        QMetaObject::invokeMethod(this, &Pointer::released, Qt::QueuedConnection);
+        [[fallthrough]];
     case QEvent::MouseMove:
     case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-        pointerMoved(static_cast<QMouseEvent*>(event)->position() + corner);
+        pointerMoved(pixelAt(static_cast<QMouseEvent*>(event)->position()));
         break;
     case QEvent::Leave:
         // While a button is held the window goes on hearing of the pointer, wherever it is.
@@ -55,7 +68,7 @@ bool PanelPointer::eventFilter(QObject*, QEvent* event) {
 }
 
 /// Tells the first movement at once and what follows it once a frame.
-void PanelPointer::pointerMoved(std::optional<QPointF> place) {
+void PanelPointer::pointerMoved(std::optional<QPoint> place) {
     m_place = place;
     if (!m_isTracking) {
         return;

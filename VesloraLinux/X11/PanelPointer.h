@@ -24,11 +24,12 @@ class PanelPointer final : public Pointer {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void pointerMoved(std::optional<QPointF> place);
+    [[nodiscard]] QPoint pixelAt(QPointF place) const;
+    void pointerMoved(std::optional<QPoint> place);
 
     X11Panel& m_panel;
     Scheduler& m_scheduler;
-    std::optional<QPointF> m_place; ///< in points from the screen's top left corner
+    std::optional<QPoint> m_place; ///< the native pixel, from the screen's top left corner
     bool m_isTracking = false;
     bool m_hasMoved = false;
     Task m_frame;

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/X11Pointer.h"
 
+#include "VesloraLinux/X11/PanelPlacement.h"
+
+#include <QEvent>
+
 #include <xcb/xinput.h>
 
 namespace veslora {
@@ -38,9 +42,7 @@ std::optional<Point> X11Pointer::positionOn(const ScreenInfo& screen) const {
     if (!pointer || !frame->contains(pointer->place)) {
         return std::nullopt;
     }
-    const QPoint place = pointer->place - frame->topLeft();
-    // The topmost row of pixels is the screen's upper edge itself, which the island's zones touch.
-    return Point{place.x() / screen.scale, screen.metrics.frame.height - place.y() / screen.scale};
+    return PanelPlacement::placeOfPixel(screen, pointer->place - frame->topLeft());
 }
 
 bool X11Pointer::isButtonDown() const {
@@ -56,6 +58,13 @@ void X11Pointer::setTracking(bool isTracking) {
 void X11Pointer::setWatchingPresses(bool isWatching) {
     m_isWatchingPresses = isWatching;
     selectEvents();
+}
+
+bool X11Pointer::eventFilter(QObject*, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease) {
+        QMetaObject::invokeMethod(this, &Pointer::released, Qt::QueuedConnection);
+    }
+    return false;
 }
 
 void X11Pointer::selectEvents() {

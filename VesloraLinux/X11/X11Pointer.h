@@ -15,13 +15,17 @@ class X11Pointer final : public Pointer {
     Q_OBJECT
 
   public:
-    /// `panel` tells the window whose presses are not outside.
+    /// `panel` tells the window whose presses are not outside. Whoever makes this has it filter the events of
+    /// the toolkit's window there, from which it hears of releases.
     X11Pointer(X11Connection& connection, const X11Screens& screens, std::function<xcb_window_t()> panel);
 
     [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& screen) const override;
     [[nodiscard]] bool isButtonDown() const override;
     void setTracking(bool isTracking) override;
     void setWatchingPresses(bool isWatching) override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     struct State {

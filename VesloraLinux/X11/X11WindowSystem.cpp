@@ -41,6 +41,7 @@ X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connec
     if (form == PanelForm::shaped) {
         m_pointer =
             std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });
+        m_panel.window()->installEventFilter(m_pointer.get());
     } else {
         m_pointer = std::make_unique<PanelPointer>(m_panel, scheduler);
     }

@@ -34,8 +34,9 @@ class Panel {
     /// Shows `content`, which fills the panel, in place of whatever was there. The caller keeps it alive.
     virtual void setContent(QQuickItem* content) = 0;
 
-    /// The island as drawn right now, in the panel's top-left coordinates. Where no compositor blends windows
-    /// the panel is cut to it, at every frame; nothing outside is then drawn.
+    /// The island as drawn right now, in points from the content's own top left corner, wherever in the
+    /// window the content lies. Where no compositor blends windows the panel is cut to it, at every frame;
+    /// nothing outside is then drawn.
     virtual void setOutline(std::function<QPainterPath()> outline) = 0;
 
     virtual void setZones(const PanelZones& zones) = 0;

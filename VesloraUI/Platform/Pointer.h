@@ -31,6 +31,10 @@ class Pointer : public QObject {
     /// The pointer moved, with or without a button held; at most once a frame.
     void moved();
 
+    /// A button whose press the panel had taken went up, wherever the pointer is by then; told after the
+    /// panel's content has dealt with it.
+    void released();
+
     /// A button was pressed over something that is not the program's own panel.
     void pressedOutside();
 };

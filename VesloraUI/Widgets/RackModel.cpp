@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/RackModel.h"
 
-#include "VesloraCore/NotchGeometry.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
@@ -43,7 +42,8 @@ RackModel::RackModel(Defaults& settings, HapticPerforming& haptics)
       m_customSpacing(readCustomSpacing()), m_reportedIslandWidth(islandWidth()) {
     for (const auto signal :
          {&RackModel::layoutChanged, &RackModel::pageChanged, &RackModel::isEditingChanged,
-          &RackModel::isShowingLibraryChanged, &RackModel::spacingChanged, &RackModel::islandWidthChanged}) {
+          &RackModel::isShowingLibraryChanged, &RackModel::spacingChanged, &RackModel::islandWidthChanged,
+          &RackModel::widthLimitChanged}) {
         connect(this, signal, this, &RackModel::changed);
     }
 }
@@ -67,7 +67,7 @@ double RackModel::spacingValue() const {
 double RackModel::islandWidth() const {
     const auto page = pageOf(previewLayout(), m_page);
     const double wanted = std::max(widthOf(page, spacing()), leastWidth(page.empty()));
-    return std::min(wanted, NotchGeometry::maxExpandedWidth);
+    return std::min(wanted, m_widthLimit);
 }
 
 /// A gap of the user's own hugs the page; editing, the library and modules that spread need more room.
@@ -76,6 +76,12 @@ double RackModel::leastWidth(bool isPageEmpty) const {
         return NotchGeometry::minExpandedWidth;
     }
     return isPageEmpty ? emptyWidth : 0;
+}
+
+void RackModel::setScreenWidth(double width) {
+    assign(this, m_widthLimit, std::min(width, NotchGeometry::maxExpandedWidth),
+           &RackModel::widthLimitChanged);
+    reportIslandWidth();
 }
 
 void RackModel::setPage(int page) {

@@ -3,6 +3,7 @@
 // and the spacing; and from all that how wide the island should be. Main thread only.
 #pragma once
 
+#include "VesloraCore/NotchGeometry.h"
 #include "VesloraCore/WidgetLayout.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 
@@ -57,8 +58,12 @@ class RackModel : public QObject {
     [[nodiscard]] double spacing() const { return m_customSpacing.value_or(automaticSpacing); }
     /// The gap that the user last set, also while it is automatic.
     [[nodiscard]] double spacingValue() const;
-    /// Points that the island should be wide now, while open.
+    /// Points that the island should be wide now, while open; never more than `widthLimit`.
     [[nodiscard]] double islandWidth() const;
+    /// The widest that the island can be: as wide as its screen, and no wider than the panel is planned for.
+    [[nodiscard]] double widthLimit() const { return m_widthLimit; }
+    /// To be called when the island comes to a screen of that width, or its screen changes.
+    void setScreenWidth(double width);
 
     /// Shows that page, or the nearest there is.
     void setPage(int page);
@@ -100,6 +105,7 @@ class RackModel : public QObject {
     void isShowingLibraryChanged();
     void spacingChanged();
     void islandWidthChanged();
+    void widthLimitChanged();
     /// Any of the above.
     void changed();
 
@@ -119,6 +125,7 @@ class RackModel : public QObject {
     std::optional<double> m_customSpacing;
     std::optional<WidgetID> m_draggingID;
     std::optional<int> m_previewIndex;
+    double m_widthLimit = NotchGeometry::maxExpandedWidth;
     double m_reportedIslandWidth = 0;
 };
 

@@ -2,6 +2,7 @@
 #include "VesloraUI/Widgets/RackPresenter.h"
 
 #include "VesloraCore/WidgetLayout.h"
+#include "VesloraUI/Settings/SettingsKeys.h"
 
 #include <algorithm>
 #include <numeric>
@@ -10,7 +11,22 @@ namespace veslora {
 
 namespace {
 
-constexpr double leastSpacing = 20;
+/// The gap gives way to a narrow screen as far as the user could have set it.
+constexpr double leastSpacing = SettingsKeys::widgetSpacingRange.lower;
+
+// The island's width was made of these very sums.
+constexpr double tolerance = 1e-6;
+
+double widthOf(const std::vector<RackEntry>& entries) {
+    return std::accumulate(entries.begin(), entries.end(), 0.0,
+                           [](double sum, const RackEntry& entry) { return sum + entry.width; });
+}
+
+/// How many gaps there are between that many modules.
+double gapsOf(std::size_t modules) {
+    return modules > 1 ? static_cast<double>(modules - 1) : 0;
+}
+
 } // namespace
 
 void RackPresenter::componentComplete() {
@@ -36,18 +52,28 @@ void RackPresenter::readRack() {
         entries.push_back({QString::fromUtf8(rawValue(entry.id)), QString::fromUtf8(title(entry.id)),
                            entry.width(), entry.size == WidgetSize::wide});
     }
+    // What does not fit even with the least gaps is left out, rather than cut in two by the island's side.
+    while (entries.size() > 1 && spare(entries) < leastSpacing * gapsOf(entries.size()) - tolerance) {
+        entries.pop_back();
+    }
     m_modules.assign(std::move(entries));
     emit changed();
 }
 
+/// Points that the modules leave to the gaps in the widest island that the screen has room for.
+double RackPresenter::spare(const std::vector<RackEntry>& entries) const {
+    return m_rack->widthLimit() - 2 * RackModel::sidePadding - widthOf(entries);
+}
+
 double RackPresenter::spacing() const {
     const auto& rows = m_modules.rows();
-    if (!m_rack || m_rack->customSpacing() || rows.size() < 2) {
-        return m_rack ? m_rack->spacing() : leastSpacing;
+    const double wanted = m_rack ? m_rack->spacing() : RackModel::automaticSpacing;
+    if (!m_rack || rows.size() < 2) {
+        return wanted;
     }
-    const double used = std::accumulate(rows.begin(), rows.end(), 0.0,
-                                        [](double sum, const RackEntry& entry) { return sum + entry.width; });
-    return std::max(leastSpacing, (m_availableWidth - used) / (static_cast<double>(rows.size()) - 1));
+    const double gaps = gapsOf(rows.size());
+    const double limited = std::min(wanted, std::max(spare(rows) / gaps, leastSpacing));
+    return m_rack->customSpacing() ? limited : std::max(limited, (m_availableWidth - widthOf(rows)) / gaps);
 }
 
 bool RackPresenter::isEmpty() const {

@@ -50,6 +50,7 @@ class RackPresenter : public QObject, public QQmlParserStatus {
 
     [[nodiscard]] QAbstractItemModel* modules() { return &m_modules; }
     /// Points between two modules: the user's own, or what spreads them over the width, but at least 20.
+    /// Less, down to 8, where the screen is too narrow for that.
     [[nodiscard]] double spacing() const;
     /// There is no widget at all, and nobody is about to add one.
     [[nodiscard]] bool isEmpty() const;
@@ -60,6 +61,7 @@ class RackPresenter : public QObject, public QQmlParserStatus {
   private:
     void readRack();
     [[nodiscard]] std::vector<WidgetEntry> page() const;
+    [[nodiscard]] double spare(const std::vector<RackEntry>& entries) const;
 
     RackModel* m_rack = nullptr;
     double m_availableWidth = 0;

@@ -117,6 +117,24 @@ TEST_F(HoverTrackerTest, OpenZoneFollowsWidthAndEditing) {
     EXPECT_TRUE(tracker.update({600, 860}, 3));
 }
 
+TEST_F(HoverTrackerTest, ClicksBesideANarrowIslandAreNotItsOwnAlthoughHoveringThereKeepsItOpen) {
+    open();
+    tracker.expandedWidth = 174;
+    EXPECT_THAT(tracker.clickZones(), ElementsAre(Rect{873, 894, 174, 186}));
+    EXPECT_EQ(tracker.hoverZone(), (Rect{780, 894, 360, 186}));
+    EXPECT_FALSE(tracker.update({790, 1000}, 2));
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_FALSE(tracker.acceptsClicks({790, 1000}));
+    EXPECT_TRUE(tracker.update({779, 1000}, 3));
+    EXPECT_EQ(tracker.hoverZone(), tracker.hotZone());
+    EXPECT_TRUE(tracker.hotZone());
+}
+
+TEST_F(HoverTrackerTest, AnIslandAsWideAsItsZoneHasNoZoneForHoveringAlone) {
+    open();
+    EXPECT_EQ(tracker.hoverZone(), std::nullopt);
+}
+
 TEST_F(HoverTrackerTest, PositionAtTheFarEndOfTheWorldClosesAnOpenIsland) {
     open();
     constexpr double farthest = std::numeric_limits<double>::lowest();

@@ -77,6 +77,17 @@ TEST(LinuxPlatformTests, ShrinksThePanelOnAWaylandDesktopOnly) {
     EXPECT_EQ(formWith("", "wayland"), PanelForm::shrinking);
 }
 
+TEST(LinuxPlatformTests, StartsWhereTheSessionTellsToolkitsToUseWayland) {
+    for (const char* const wish :
+         {"wayland", "wayland-egl", "wayland;xcb", "xcb;wayland", "wayland:decoration=none"}) {
+        qputenv("QT_QPA_PLATFORM", wish);
+        LinuxPlatform::prepareEnvironment();
+        EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "xcb") << wish;
+    }
+    qunsetenv("QT_QPA_PLATFORM");
+    qunsetenv("QT_QUICK_BACKEND");
+}
+
 TEST(LinuxPlatformTests, PreparesTheEnvironmentButLeavesTheUsersWishes) {
     const std::vector<const char*> variables{"QT_QPA_PLATFORM", "QT_QUICK_BACKEND",
                                              "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"};
@@ -87,11 +98,11 @@ TEST(LinuxPlatformTests, PreparesTheEnvironmentButLeavesTheUsersWishes) {
     EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "xcb");
     EXPECT_EQ(qgetenv("QT_QUICK_BACKEND"), "software");
     EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:");
-    qputenv("QT_QPA_PLATFORM", "wayland");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "rhi");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/somewhere");
     LinuxPlatform::prepareEnvironment();
-    EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "wayland");
+    EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "offscreen");
     EXPECT_EQ(qgetenv("QT_QUICK_BACKEND"), "rhi");
     EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/somewhere");
     for (const char* const variable : variables) {

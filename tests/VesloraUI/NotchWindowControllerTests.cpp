@@ -182,6 +182,17 @@ TEST_F(NotchWindowControllerTest, APressInProgressIsNeverCutOff) {
     EXPECT_FALSE(platform.window.takesClicksAt({720 - 390, 760}));
 }
 
+TEST_F(NotchWindowControllerTest, ZonesHeldForAPressAreMadeAnewOnItsRelease) {
+    start();
+    openByHover();
+    platform.mouse.moveTo(inOpenIsland);
+    platform.mouse.isDown = true;
+    controller.rack().onIslandWidthChange(600);
+    platform.mouse.isDown = false;
+    emit platform.mouse.released();
+    EXPECT_FALSE(platform.window.takesClicksAt({720 - 390, 760})) << "although the pointer did not move";
+}
+
 TEST_F(NotchWindowControllerTest, APressThatBeganElsewhereDoesNotKeepTheIslandOut) {
     start();
     platform.mouse.isDown = true;

@@ -44,12 +44,34 @@ TEST(PanelPlacementTests, BeginsOnAWholeNativePixel) {
     }
 }
 
-TEST(PanelPlacementTests, RoundsZonesOutwardsToNativePixels) {
+TEST(PanelPlacementTests, RoundsZonesToTheNativePixelsOfWhichTheyHoldTheMiddle) {
     const ScreenInfo screen = screenOf(800, 450, 1.5);
     const QRect window(100, 0, 600, 200);
     const QRegion region = PanelPlacement::nativeRegion(screen, {{300.3, 400.5, 100, 49.5}}, window);
     // 200.3 to 300.3 points from the window's left and 0 to 49.5 from its top, times 1.5.
-    EXPECT_EQ(region, QRegion(QRect(300, 0, 151, 75)));
+    EXPECT_EQ(region, QRegion(QRect(300, 0, 150, 74)));
+}
+
+TEST(PanelPlacementTests, APixelTakesPressesExactlyWhereThePointerOnItIsInTheZone) {
+    for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 2.75}) {
+        // Odd sizes put the zone's sides on halves and thirds of a pixel.
+        for (const int width : {1365, 1366, 1600, 1601, 1919, 2561}) {
+            const ScreenInfo screen = screenOf(width / scale, 901 / scale, scale);
+            const Rect zone{width / scale / 2 - 108, 901 / scale - 33.3, 216, 41.3};
+            const QRect window(0, 0, width, 901);
+            const QRegion region = PanelPlacement::nativeRegion(screen, {zone}, window);
+            ASSERT_FALSE(region.isEmpty());
+            for (int x = 0; x < width; ++x) {
+                const Point place = PanelPlacement::placeOfPixel(screen, {x, 4});
+                ASSERT_EQ(region.contains(QPoint(x, 4)), zone.contains(place))
+                    << scale << " " << width << " " << x;
+            }
+            for (int y = 0; y < 200; ++y) {
+                const Point place = PanelPlacement::placeOfPixel(screen, {width / 2, y});
+                ASSERT_EQ(region.contains(QPoint(width / 2, y)), zone.contains(place)) << scale << " " << y;
+            }
+        }
+    }
 }
 
 TEST(PanelPlacementTests, CutsZonesToTheWindowAndKeepsThemApart) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "VesloraLinux/X11/PanelPlacement.h"
 #include "VesloraLinux/X11/X11Pointer.h"
 #include "tests/VesloraLinux/Support/Bystander.h"
 #include "tests/VesloraLinux/Support/Desktop.h"
@@ -23,8 +24,14 @@ using testing::waitUntil;
 struct PointerDesktop {
     explicit PointerDesktop(const DesktopOptions& options = {}) : desktop(options) {}
 
-    [[nodiscard]] bool isAt(std::size_t screen, std::optional<Point> place) {
-        return waitUntil([&] { return pointer.positionOn(screens.list()[screen]) == place; });
+    /// `pixel` counts from the screen's top left corner.
+    [[nodiscard]] bool isAt(std::size_t screen, QPoint pixel) {
+        const ScreenInfo info = screens.list()[screen];
+        return waitUntil(
+            [&] { return pointer.positionOn(info) == PanelPlacement::placeOfPixel(info, pixel); });
+    }
+    [[nodiscard]] bool isElsewhere(std::size_t screen) {
+        return waitUntil([&] { return !pointer.positionOn(screens.list()[screen]); });
     }
 
     Desktop desktop;
@@ -36,9 +43,9 @@ struct PointerDesktop {
 TEST(X11PointerTests, TellsWhereThePointerIsFromTheBottomLeft) {
     PointerDesktop x;
     x.desktop.movePointerTo(100, 0);
-    EXPECT_TRUE(x.isAt(0, Point{100, 900}));
+    EXPECT_TRUE(x.isAt(0, QPoint(100, 0)));
     x.desktop.movePointerTo(7, 899);
-    EXPECT_TRUE(x.isAt(0, Point{7, 1}));
+    EXPECT_TRUE(x.isAt(0, QPoint(7, 899)));
 }
 
 TEST(X11PointerTests, TellsAScreensOwnPlaceAndNothingOfOtherScreens) {
@@ -48,11 +55,11 @@ TEST(X11PointerTests, TellsAScreensOwnPlaceAndNothingOfOtherScreens) {
                       .monitors = {"eDP-1 800/200x900/225+0+0", "HDMI-1 800/200x900/225+800+0"}});
     ASSERT_EQ(x.screens.list().size(), 2U);
     x.desktop.movePointerTo(810, 5);
-    EXPECT_TRUE(x.isAt(1, Point{10, 895}));
-    EXPECT_TRUE(x.isAt(0, std::nullopt));
+    EXPECT_TRUE(x.isAt(1, QPoint(10, 5)));
+    EXPECT_TRUE(x.isElsewhere(0));
     x.desktop.movePointerTo(799, 5);
-    EXPECT_TRUE(x.isAt(0, Point{799, 895}));
-    EXPECT_TRUE(x.isAt(1, std::nullopt));
+    EXPECT_TRUE(x.isAt(0, QPoint(799, 5)));
+    EXPECT_TRUE(x.isElsewhere(1));
     ScreenInfo gone = x.screens.list().front();
     gone.name = "none";
     EXPECT_EQ(x.pointer.positionOn(gone), std::nullopt);
@@ -62,9 +69,13 @@ TEST(X11PointerTests, CountsInPointsWhereAPointIsSeveralPixels) {
     for (const auto& [scale, ratio] : {std::pair("1.5", 1.5), std::pair("2", 2.0)}) {
         PointerDesktop x({.scale = scale, .hasWindowManager = false, .hasCompositor = false, .monitors = {}});
         x.desktop.movePointerTo(300, 0);
-        EXPECT_TRUE(x.isAt(0, Point{300 / ratio, 900 / ratio})) << scale;
+        EXPECT_TRUE(x.isAt(0, QPoint(300, 0))) << scale;
+        const auto place = x.pointer.positionOn(x.screens.list().front());
+        ASSERT_TRUE(place);
+        EXPECT_NEAR(place->x, 300 / ratio, 1);
+        EXPECT_NEAR(place->y, 900 / ratio, 1);
         x.desktop.movePointerTo(3, 600);
-        EXPECT_TRUE(x.isAt(0, Point{3 / ratio, 300 / ratio})) << scale;
+        EXPECT_TRUE(x.isAt(0, QPoint(3, 600))) << scale;
     }
 }
 

@@ -404,3 +404,17 @@ TEST_F(RackModelTest, ObserverOfTheSettingsMayCallBackWhileTheLayoutIsKept) {
     EXPECT_EQ(model.islandWidth(), 794);
     EXPECT_EQ(widths.back(), 794);
 }
+
+TEST_F(RackModelTest, TheIslandIsNeverWiderThanItsScreen) {
+    RackModel& model = make(defaultLayout);
+    const double wanted = model.islandWidth();
+    ASSERT_GT(wanted, 720);
+    model.setScreenWidth(720);
+    EXPECT_EQ(model.islandWidth(), 720);
+    EXPECT_THAT(widths, ElementsAre(720));
+    model.setScreenWidth(3000);
+    EXPECT_EQ(model.islandWidth(), wanted);
+    EXPECT_EQ(model.widthLimit(), 1134);
+    model.setScreenWidth(400);
+    EXPECT_EQ(model.islandWidth(), 400) << "not even for the least width of an automatic rack";
+}

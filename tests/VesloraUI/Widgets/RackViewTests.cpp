@@ -105,5 +105,50 @@ TEST_F(RackViewTest, AViewStaysWhileItsPlaceInTheRackChanges) {
     EXPECT_EQ(views()[1], before[1]);
 }
 
+/// Where the modules stand, in the view's own points.
+std::vector<QRectF> framesOf(const std::vector<QPointer<QQuickItem>>& views) {
+    std::vector<QRectF> frames;
+    for (const auto& view : views) {
+        frames.emplace_back(view->mapToScene({}), view->size());
+    }
+    return frames;
+}
+
+TEST_F(RackViewTest, OnANarrowScreenTheGapsGiveWayBeforeAnythingIsCutOff) {
+    for (const int screen : {1134, 1100, 1000, 900, 800, 720, 600, 450}) {
+        for (const bool isAutomatic : {true, false}) {
+            scene.close();
+            scene.settings.set(SettingsKeys::widgetLayout,
+                               std::string("timer,meters,claude:2,claudeUsage,keepAwake"));
+            scene.settings.set(SettingsKeys::widgetSpacing, 60.0);
+            scene.settings.set(SettingsKeys::widgetSpacingAutomatic, isAutomatic);
+            rack = std::make_unique<RackModel>(scene.settings, scene.platform.taps);
+            rack->setScreenWidth(screen);
+            ASSERT_LE(rack->islandWidth(), screen);
+            const int room = static_cast<int>(rack->islandWidth() - 2 * RackModel::sidePadding);
+            scene.showRack(*rack, {room, 112});
+            const auto frames = framesOf(views());
+            ASSERT_FALSE(frames.empty());
+            EXPECT_GE(frames.front().left(), -0.01) << screen;
+            EXPECT_LE(frames.back().right(), room + 0.01) << screen;
+            for (std::size_t i = 1; i < frames.size(); ++i) {
+                EXPECT_GE(frames[i].left() - frames[i - 1].right(), 8 - 0.01) << screen;
+            }
+        }
+    }
+}
+
+TEST_F(RackViewTest, AModuleThatGrowsDoesNotLoseItsNeighboursForAMoment) {
+    showRackOf("timer,claude:1,clock");
+    const auto before = views();
+    ASSERT_EQ(before.size(), 3u);
+    int removed = 0;
+    QObject::connect(before[2], &QObject::destroyed, &scene.window(), [&] { ++removed; });
+    rack->setSize(WidgetID::claude, WidgetSize::wide);
+    scene.advance(0);
+    EXPECT_EQ(views(), before);
+    EXPECT_EQ(removed, 0);
+}
+
 } // namespace
 } // namespace veslora
