@@ -17,6 +17,13 @@ void require(bool condition, const char* what) {
     }
 }
 
+/// Of a server as tools/unpack-sound laid it down.
+std::string server(const std::string& name) {
+    const std::string path = std::string(VESLORA_SOUND_SERVERS) + "/" + name;
+    require(std::filesystem::exists(path), "no sound server; run tools/unpack-sound build/<preset>/sound");
+    return path;
+}
+
 bool isNoSilence(float sample) {
     return sample != 0;
 }
@@ -96,8 +103,9 @@ PulseServer::PulseServer(const SoundEnvironment& environment)
         return "module-null-sink sink_name=" + name + " rate=48000 channels=1 format=float32le norewinds=1";
     };
     m_program = std::make_unique<Program>(std::vector<std::string>{
-        "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--disallow-exit",
-        "--realtime=no", "--high-priority=no", "-L", sink("cap"), "-L", sink("other"), "-L",
+        server("pulseaudio"), "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
+        "--disallow-exit", "--realtime=no", "--high-priority=no", "-L", sink("cap"), "-L", sink("other"),
+        "-L",
         "module-native-protocol-unix socket=" + environment.folder().path("native") + " auth-anonymous=1"});
     require(waitUntil([this] {
                 return askServer(m_address, {"set-default-sink", "cap"});
@@ -109,13 +117,13 @@ PipeWireServer::PipeWireServer(SoundEnvironment& environment)
     : m_address("unix:" + environment.folder().path("XDG_RUNTIME_DIR") + "/pulse/native") {
     environment.set("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toStdString());
     environment.set("PULSE_RUNTIME_PATH", {});
-    m_pipeWire = std::make_unique<Program>(std::vector<std::string>{"pipewire"});
+    m_pipeWire = std::make_unique<Program>(std::vector<std::string>{server("pipewire")});
     require(waitUntil([&environment] {
                 return std::filesystem::exists(environment.folder().path("XDG_RUNTIME_DIR") + "/pipewire-0");
             }),
             "no PipeWire");
-    m_manager = std::make_unique<Program>(std::vector<std::string>{"wireplumber"});
-    m_pulse = std::make_unique<Program>(std::vector<std::string>{"pipewire-pulse"});
+    m_manager = std::make_unique<Program>(std::vector<std::string>{server("wireplumber")});
+    m_pulse = std::make_unique<Program>(std::vector<std::string>{server("pipewire-pulse")});
     require(waitUntil([this] { return askServer(m_address, {"info"}); }), "no PipeWire server");
     require(askServer(m_address, {"load-module", "module-null-sink", "sink_name=cap", "rate=48000",
                                   "channels=1", "format=float32le"}),
