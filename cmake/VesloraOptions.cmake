@@ -35,14 +35,17 @@ endif()
 # An index out of bounds ends the program instead of reading what lies there.
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT VESLORA_SANITIZE)
-    # The rest of the usual hardening; tests/hardening looks for each in what was built.
+    # The rest of the usual hardening; tests/hardening looks for each in what these make.
     add_compile_options(-fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
     if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
         add_compile_options(-fcf-protection=full)
     elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
         add_compile_options(-mbranch-protection=standard)
     endif()
-    add_link_options(-pie -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
+if(NOT VESLORA_SANITIZE)
+    # What the loader has put into place is then read-only, and no stack can be run.
+    add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
 endif()
 
 if(VESLORA_SANITIZE)
