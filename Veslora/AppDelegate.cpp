@@ -33,6 +33,7 @@ AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {
     prepareEngine(m_engine, m_environment);
+    QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
     QObject::connect(&platform.suspension(), &Suspension::didWake, &m_environment,
                      &ViewEnvironment::readClocks);
 }

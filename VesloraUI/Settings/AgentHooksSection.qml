@@ -21,6 +21,7 @@ SettingsGroup {
     SettingLabel {
         id: label
 
+        isRead: true
         width: parent.width
     }
 
@@ -28,9 +29,7 @@ SettingsGroup {
         height: button.height
         width: parent.width
 
-        SystemText {
-            Accessible.name: text
-            Accessible.role: Accessible.StaticText
+        SettingsText {
             anchors.verticalCenter: parent.verticalCenter
             color: SettingsColors.secondary
             text: hooks.statusText
@@ -50,7 +49,9 @@ SettingsGroup {
         }
     }
 
-    SystemText {
+    SettingsText {
+        // Is spoken when it comes to show.
+        Accessible.role: Accessible.AlertMessage
         color: SettingsColors.error
         text: hooks.errorText
         visible: text !== ""

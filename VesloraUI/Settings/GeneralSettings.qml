@@ -13,8 +13,22 @@ Column {
         width: parent.width
 
         SettingLabel {
+            isRead: true
             title: qsTr("Version %1").arg(view.version)
             width: parent.width
+        }
+    }
+
+    Item {
+        height: quit.height
+        width: parent.width
+
+        SettingsButton {
+            id: quit
+
+            anchors.right: parent.right
+            text: qsTr("Quit Veslora")
+            onClicked: Qt.quit()
         }
     }
 }

@@ -8,10 +8,13 @@ Column {
 
     property string title
     property string detail
+    /// Whether assistive programs read it here. Beside a control that goes by this title they don't.
+    property bool isRead: false
 
     spacing: 2
 
-    SystemText {
+    SettingsText {
+        Accessible.ignored: !label.isRead
         color: SettingsColors.text
         text: label.title
         width: parent.width
@@ -23,7 +26,8 @@ Column {
         }
     }
 
-    SystemText {
+    SettingsText {
+        Accessible.ignored: !label.isRead
         color: SettingsColors.secondary
         lineHeight: 15
         lineHeightMode: Text.FixedHeight

@@ -7,9 +7,20 @@ import Veslora
 T.Button {
     id: button
 
+    /// What assistive programs and the Enter key do, as a click does.
+    function act() {
+        if (enabled) {
+            clicked();
+        }
+    }
+
     Accessible.name: text
     implicitHeight: 26
     implicitWidth: Math.max(72, implicitContentWidth + 24)
+    // Qt 6.4 offers a press to assistive programs and leaves it to the control to do something.
+    Accessible.onPressAction: act()
+    Keys.onEnterPressed: event => event.isAutoRepeat || act()
+    Keys.onReturnPressed: event => event.isAutoRepeat || act()
 
     background: Rectangle {
         border.color: button.visualFocus ? VesloraStyle.accentColor : "transparent"

@@ -27,7 +27,7 @@ Column {
         }
     }
 
-    SystemText {
+    SettingsText {
         color: SettingsColors.secondary
         text: group.footer
         visible: text !== ""

@@ -27,7 +27,12 @@ Item {
     T.ComboBox {
         id: picker
 
-        Accessible.description: row.detail
+        function act() {
+            popup.visible = !popup.visible;
+        }
+
+        // Qt 6.4 has no other place for what is chosen.
+        Accessible.description: row.detail === "" ? displayText : displayText + ". " + row.detail
         Accessible.name: row.title
         anchors.right: parent.right
         currentIndex: row.current
@@ -36,6 +41,14 @@ Item {
         model: row.choices
         // The page scrolls under the wheel; nobody would notice what it chose on the way.
         wheelEnabled: false
+        Accessible.onPressAction: act()
+        // An open list takes these keys itself, and as well when they are let go.
+        Keys.onReleased: event => {
+            if ((event.key === Qt.Key_Enter || event.key === Qt.Key_Return) && !popup.visible) {
+                act();
+                event.accepted = true;
+            }
+        }
         onActivated: index => {
             row.chosen(index);
             // What shows is what the store holds, also when it refused.
@@ -76,9 +89,12 @@ Item {
             required property string modelData
 
             Accessible.name: modelData
+            Accessible.selectable: true
+            Accessible.selected: index === row.current
             height: 26
             highlighted: picker.highlightedIndex === index
             width: ListView.view.width
+            Accessible.onPressAction: clicked()
 
             background: Rectangle {
                 color: choice.highlighted ? SettingsColors.controlPressed : "transparent"
@@ -86,7 +102,8 @@ Item {
             }
             contentItem: SystemText {
                 color: choice.index === row.current ? VesloraStyle.accentColor : SettingsColors.text
-                leftPadding: 10
+                // Below the field's text: the list's own padding comes to it.
+                leftPadding: picker.contentItem.leftPadding - picker.popup.padding
                 text: choice.modelData
                 verticalAlignment: Text.AlignVCenter
 
@@ -98,6 +115,7 @@ Item {
         }
         popup: T.Popup {
             height: contentItem.implicitHeight + 8
+            margins: 4
             padding: 4
             width: picker.width
             y: picker.height + 4

@@ -11,8 +11,14 @@ T.TabButton {
     readonly property color tint: checked ? VesloraStyle.accentColor : SettingsColors.secondary
 
     Accessible.name: text
+    Accessible.selectable: true
+    Accessible.selected: checked
+    // Qt wants what has the focus to stay focusable.
+    activeFocusOnTab: checked || activeFocus
     implicitHeight: 50
     implicitWidth: Math.max(50, implicitContentWidth + 16)
+    verticalPadding: (implicitHeight - implicitContentHeight) / 2
+    Accessible.onPressAction: clicked()
 
     background: Rectangle {
         border.color: tab.visualFocus ? VesloraStyle.accentColor : "transparent"
@@ -22,7 +28,6 @@ T.TabButton {
     }
     contentItem: Column {
         spacing: 4
-        topPadding: 1
 
         Symbol {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -34,7 +39,9 @@ T.TabButton {
         SystemText {
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
+            height: 14
             text: tab.text
+            verticalAlignment: Text.AlignVCenter
 
             font {
                 pixelSize: 11

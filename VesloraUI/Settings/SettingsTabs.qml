@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The tabs of the settings window, in a row as wide as their names need.
+// The tabs of the settings window, in a row as wide as their names need. The keyboard takes them for one control: Tab
+// leads to the open one, and the arrows from there to the others.
 import QtQuick
+import Veslora
 
 Row {
     id: tabs
@@ -8,25 +10,53 @@ Row {
     /// The `SettingsPage`s that they lead to.
     required property var pages
     /// Number of the page that was chosen, from 0.
-    property int current: 0
+    property alias current: choice.current
 
+    /// Opens the page that many places on, around the ends, and moves the focus to its tab.
+    function step(places: int) {
+        choice.step(places);
+        focusCurrent();
+    }
+
+    function open(page: int) {
+        choice.choose(page);
+        focusCurrent();
+    }
+
+    function focusCurrent() {
+        items.itemAt(current).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    Accessible.role: Accessible.PageTabList
     spacing: 2
+    Keys.onLeftPressed: step(-1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+            open(event.key === Qt.Key_Home ? 0 : choice.count - 1);
+            event.accepted = true;
+        }
+    }
+    Keys.onRightPressed: step(1)
+
+    PageChoice {
+        id: choice
+
+        count: tabs.pages.length
+    }
 
     Repeater {
+        id: items
+
         model: tabs.pages
 
         SettingsTab {
             required property int index
             required property var modelData
 
-            checked: index === 0
+            checked: index === choice.current
             symbol: modelData.symbol
             text: modelData.title
-            onCheckedChanged: {
-                if (checked) {
-                    tabs.current = index;
-                }
-            }
+            onClicked: choice.choose(index)
         }
     }
 }

@@ -29,12 +29,23 @@ Item {
     T.Switch {
         id: toggle
 
+        /// What assistive programs and the Enter key do, as a click does.
+        function act() {
+            toggle.toggle();
+            toggled();
+        }
+
         Accessible.description: row.detail
         Accessible.name: row.title
         anchors.right: parent.right
         checked: setting.value
         implicitHeight: 20
         implicitWidth: 34
+        // By itself Qt 6.4 turns the switch for assistive programs, but tells nobody.
+        Accessible.onPressAction: act()
+        Accessible.onToggleAction: act()
+        Keys.onEnterPressed: event => event.isAutoRepeat || act()
+        Keys.onReturnPressed: event => event.isAutoRepeat || act()
         onToggled: {
             setting.value = checked;
             // What shows is what the store holds, also when it refused.
@@ -42,12 +53,21 @@ Item {
         }
 
         indicator: Rectangle {
-            border.color: toggle.visualFocus ? "white" : "transparent"
-            border.width: 1.5
             color: toggle.checked ? VesloraStyle.accentColor : SettingsColors.control
             height: 20
             radius: 10
             width: 34
+
+            // Around it, where it shows beside either colour.
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: -3
+                border.color: "white"
+                border.width: 1.5
+                color: "transparent"
+                radius: height / 2
+                visible: toggle.visualFocus
+            }
 
             Rectangle {
                 color: toggle.checked ? "black" : "white"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The settings window: the one conventional window of the program.
 import QtQuick
+import QtQuick.Templates as T
 import Veslora
 
 Window {
@@ -37,46 +38,90 @@ Window {
     ]
 
     color: SettingsColors.window
-    // Tall enough that no page scrolls where the screen has the room.
-    height: Math.min(Screen.desktopAvailableHeight - 60, 780)
+    // Tall enough that no page scrolls where the screen has the room. Of several screens the available height is that of
+    // all together.
+    height: Math.min(Screen.desktopAvailableHeight - 60, Screen.height - 60, 780)
     maximumWidth: width
     minimumHeight: 240
     minimumWidth: width
     title: qsTr("Veslora Settings")
     width: 460
 
-    SettingsTabs {
-        id: tabs
-
-        anchors.horizontalCenter: parent.horizontalCenter
-        pages: window.pages
-        y: 8
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: window.close()
     }
 
-    Rectangle {
-        id: line
-
-        color: SettingsColors.line
-        height: 1
-        width: parent.width
-        y: 66
+    Shortcut {
+        sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
+        onActivated: tabs.step(1)
     }
 
-    Flickable {
-        anchors.bottom: parent.bottom
-        anchors.top: line.bottom
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        contentHeight: page.height + 36
-        width: parent.width
+    Shortcut {
+        sequences: ["Ctrl+Shift+Tab", "Ctrl+PgUp"]
+        onActivated: tabs.step(-1)
+    }
 
-        Loader {
-            id: page
+    Shortcut {
+        sequence: "PgDown"
+        onActivated: scroller.scroll(0.9)
+    }
 
-            sourceComponent: window.pages[tabs.current].view
-            width: parent.width - 40
-            x: 20
-            y: 18
+    Shortcut {
+        sequence: "PgUp"
+        onActivated: scroller.scroll(-0.9)
+    }
+
+    PageScroller {
+        id: scroller
+
+        view: flickable
+    }
+
+    // What has no focus of its own leaves it here, so that keys are always heard.
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+        // No shortcut: an open list closes first.
+        Keys.onEscapePressed: window.close()
+
+        SettingsTabs {
+            id: tabs
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            pages: window.pages
+            y: 8
+        }
+
+        Rectangle {
+            id: line
+
+            color: SettingsColors.line
+            height: 1
+            width: parent.width
+            y: 66
+        }
+
+        Flickable {
+            id: flickable
+
+            T.ScrollBar.vertical: SettingsScrollBar {}
+            anchors.bottom: parent.bottom
+            anchors.top: line.bottom
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            contentHeight: page.height + 36
+            width: parent.width
+
+            Loader {
+                id: page
+
+                sourceComponent: window.pages[tabs.current].view
+                width: parent.width - 40
+                x: 20
+                y: 18
+                onLoaded: scroller.scrollToTop()
+            }
         }
     }
 }

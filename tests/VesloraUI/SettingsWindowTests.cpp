@@ -54,7 +54,8 @@ class SettingsWindowTest : public testing::Test {
 TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
-    EXPECT_THAT(scene.texts(), ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3"));
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3", "Quit Veslora"));
 }
 
 TEST_F(SettingsWindowTest, TheRowOfTabsHasRoomForSeven) {
@@ -101,7 +102,7 @@ TEST_F(SettingsWindowTest, NoPageScrollsWhereTheScreenHasTheRoom) {
     for (const char* tab : {"General", "Timer", "Agents", "Keep Awake"}) {
         scene.press(tab);
         scene.advance(0);
-        const auto children = scene.window().contentItem()->childItems();
+        const auto children = scene.window().contentItem()->childItems().at(0)->childItems();
         const auto page = std::ranges::find_if(
             children, [](const QQuickItem* item) { return item->inherits("QQuickFlickable"); });
         ASSERT_NE(page, children.end());

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+// Text of the settings window that assistive programs read where it stands.
+import QtQuick
+import Veslora
+
+SystemText {
+    Accessible.name: text
+    Accessible.role: Accessible.StaticText
+}
