@@ -158,8 +158,9 @@ std::optional<std::int64_t> integer(std::string_view text) {
     std::int64_t whole = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, whole);
-    if (error == std::errc() && stop == end)
-        return whole;
+    // Written as a whole number that is none of ours it is absent, however near the double lies.
+    if (stop == end)
+        return error == std::errc() ? std::optional(whole) : std::nullopt;
     // A fraction or an exponent: through the double, whose own range ends just below 2 to the 63rd.
     constexpr double limit = 9223372036854775808.0;
     const std::optional<double> value = number(text);

@@ -19,10 +19,23 @@ QDateTime dateTime(Timestamp time, const std::optional<QTimeZone>& zone) {
                 : QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::LocalTime);
 }
 
-/// Not always midnight: where clocks go forward at that hour the day begins later.
+/// Not always midnight: where clocks go forward at that hour the day begins later. Where they go back to it
+/// midnight comes twice, and the day begins with the first.
 Timestamp startOf(QDate day, const std::optional<QTimeZone>& zone) {
     const QDateTime start = zone ? day.startOfDay(*zone) : day.startOfDay(Qt::LocalTime);
-    return static_cast<double>(start.toMSecsSinceEpoch()) / 1000;
+    qint64 first = start.toMSecsSinceEpoch();
+    const auto isOfDay = [&](qint64 moment) {
+        return dateTime(static_cast<double>(moment) / 1000, zone).date() == day;
+    };
+    if (isOfDay(first - 1)) {
+        constexpr qint64 farthestBack = 12 * 3'600'000;
+        qint64 before = first - farthestBack;
+        while (first - before > 1) {
+            const qint64 middle = before + (first - before) / 2;
+            (isOfDay(middle) ? first : before) = middle;
+        }
+    }
+    return static_cast<double>(first) / 1000;
 }
 
 } // namespace

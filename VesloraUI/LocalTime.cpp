@@ -11,6 +11,8 @@ namespace veslora::LocalTime {
 
 namespace {
 
+const QString weekday = QStringLiteral("ddd");
+
 QDateTime localDate(Timestamp time) {
     // Moments that no calendar shows are held to one that does.
     constexpr double farthest = 250'000'000'000;
@@ -25,6 +27,13 @@ qsizetype runLength(const QString& text, qsizetype at) {
         ++end;
     }
     return end - at;
+}
+
+/// Takes off what led to a part that is left out: blanks and marks, but neither letters nor what is quoted.
+void chopSeparator(QString& format) {
+    while (!format.isEmpty() && !format.back().isLetterOrNumber() && format.back() != u'\'') {
+        format.chop(1);
+    }
 }
 
 /// What belongs to the number of a day right before it: a dot, or the sign for a day.
@@ -44,18 +53,33 @@ QString fieldOf(const QString& format, qsizetype at, qsizetype length) {
         return {};
     }
     constexpr qsizetype longestNumber = 2;
-    return length > longestNumber ? QStringLiteral("ddd") : QStringLiteral("d") + markAt(format, at + length);
+    return length > longestNumber ? weekday : QStringLiteral("d") + markAt(format, at + length);
 }
 
 } // namespace
 
 QString shortTime(Timestamp time, const QLocale& locale) {
-    // The one locale whose short form has seconds is the one that stands for having none.
-    QString format =
-        locale.language() == QLocale::C ? QStringLiteral("HH:mm") : locale.timeFormat(QLocale::ShortFormat);
+    QString format = shortTimeFormat(locale.timeFormat(QLocale::ShortFormat));
     // A part of the day finer than its halves, which Qt takes from the locale but can't tell.
     format.replace(u'B', QStringLiteral("AP"));
     return locale.toString(localDate(time).time(), format);
+}
+
+QString shortTimeFormat(const QString& format) {
+    QString result;
+    bool isQuoted = false;
+    for (qsizetype at = 0; at < format.size();) {
+        const QChar letter = format[at];
+        const qsizetype length = runLength(format, at);
+        isQuoted = isQuoted != (letter == u'\'' && length % 2 == 1);
+        if (!isQuoted && (letter == u's' || letter == u'z' || letter == u't')) {
+            chopSeparator(result);
+        } else {
+            result += QStringView(format).mid(at, length);
+        }
+        at += length;
+    }
+    return result.trimmed();
 }
 
 QString shortDateFormat(const QString& longFormat) {
@@ -71,6 +95,11 @@ QString shortDateFormat(const QString& longFormat) {
         at += length;
     }
     fields.removeAll(QString());
+    const bool hasDay =
+        std::ranges::any_of(fields, [](const QString& field) { return field.startsWith(u'd'); });
+    if (hasDay && !fields.contains(weekday)) {
+        fields.prepend(weekday);
+    }
     return fields.join(u' ');
 }
 

@@ -236,7 +236,7 @@ void NotchWindowController::collapse() {
     if (!m_tracker || !m_tracker->isExpanded()) {
         return;
     }
-    m_tracker->update(nowhere, now());
+    m_tracker->update(nowhere, steadyNow());
     m_model->setExpanded(false);
     updateClickThrough();
 }
@@ -246,7 +246,7 @@ void NotchWindowController::mouseMoved() {
         return;
     }
     const Point mouse = mouseLocation().value_or(nowhere);
-    if (m_tracker->update(mouse, now())) {
+    if (m_tracker->update(mouse, steadyNow())) {
         m_model->setExpanded(m_tracker->isExpanded());
         if (m_tracker->isExpanded()) {
             m_rack.didOpen();
@@ -264,7 +264,7 @@ void NotchWindowController::scheduleOpenDelayCheck(std::optional<Timestamp> dead
     m_openDelayTask.cancel();
     if (deadline) {
         // Without this a pointer that rests on the notch would never open the island: no event follows.
-        m_openDelayTask = m_platform.scheduler().after(std::max(*deadline - now(), 0.0), [this] {
+        m_openDelayTask = m_platform.scheduler().after(std::max(*deadline - steadyNow(), 0.0), [this] {
             m_pendingDeadline.reset();
             mouseMoved();
         });

@@ -84,6 +84,8 @@ class NotchWindowController : public QObject {
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
     [[nodiscard]] Timestamp now() const { return m_platform.scheduler().now(); }
+    /// Times hovering, whatever the wall clock is set to meanwhile.
+    [[nodiscard]] double steadyNow() const { return m_platform.scheduler().steadyNow(); }
 
     Platform& m_platform;
     const TextMeasuring& m_measuring;
@@ -101,8 +103,8 @@ class NotchWindowController : public QObject {
     std::optional<HoverTracker> m_tracker;
     std::optional<ScreenInfo> m_screen;
     PanelZones m_zones;
-    Task m_openDelayTask; ///< sleeps until the hover deadline
-    std::optional<Timestamp> m_pendingDeadline;
+    Task m_openDelayTask;                       ///< sleeps until the hover deadline
+    std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
     bool m_isHidden = false;
     std::optional<DisplayChoice> m_appliedDisplayChoice;
     std::vector<QMetaObject::Connection> m_observers;

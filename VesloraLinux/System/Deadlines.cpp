@@ -135,7 +135,7 @@ void Deadlines::wallClockWasSet() {
             align(entry, wallNow);
         } else if (entry.kind == Kind::date) {
             entry.moment = bootNow + std::max(entry.wallTime - wallNow, 0.0);
-        } else if (hasPassed) {
+        } else if (hasPassed && entry.kind == Kind::coarse) {
             entry.moment = std::min(entry.moment, bootNow);
         }
     }

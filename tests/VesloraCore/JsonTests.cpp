@@ -233,6 +233,8 @@ TEST(Json, IntegersLoseTheirFractionAndAreAbsentBeyondTheirRange) {
     EXPECT_EQ(integer("9223372036854775807"), INT64_MAX);
     EXPECT_EQ(integer("-9223372036854775808"), INT64_MIN);
     EXPECT_FALSE(integer("9223372036854775808"));
+    EXPECT_FALSE(integer("-9223372036854775809")) << "the double next to it is one that converts";
+    EXPECT_FALSE(integer("-9223372036854775999"));
     EXPECT_FALSE(integer("-9223372036854777000"));
     EXPECT_FALSE(integer("123456789012345678901234567890"));
     EXPECT_FALSE(integer("1e400"));

@@ -197,6 +197,31 @@ TEST(LocalTimeTests, ATimeHasADayPeriodWhereTheLocaleHasOne) {
     EXPECT_EQ(LocalTime::shortDate(saturday, QLocale("fa_IR")).count(QStringLiteral("۲۱")), 1);
 }
 
+TEST(LocalTimeTests, ATimeHasNoSecondsWhateverThePlacesShortFormIs) {
+    EXPECT_EQ(LocalTime::shortTimeFormat("HH:mm:ss"), "HH:mm");
+    EXPECT_EQ(LocalTime::shortTimeFormat("h:mm:ss AP"), "h:mm AP");
+    EXPECT_EQ(LocalTime::shortTimeFormat("HH.mm.ss.zzz t"), "HH.mm");
+    EXPECT_EQ(LocalTime::shortTimeFormat("AP h:mm"), "AP h:mm");
+    EXPECT_EQ(LocalTime::shortTimeFormat("HH 'h' mm 'min' ss 's'"), "HH 'h' mm 'min' 's'");
+    EXPECT_EQ(LocalTime::shortTimeFormat(""), "");
+    const FixedPlace place;
+    for (const QLocale& locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
+        EXPECT_EQ(LocalTime::shortTime(saturday, locale), LocalTime::shortTime(saturday + 7, locale))
+            << locale.name().toStdString();
+    }
+}
+
+TEST(LocalTimeTests, ADateHasItsWeekdayInEveryPlace) {
+    EXPECT_EQ(LocalTime::shortDateFormat("d MMMM yyyy"), "ddd d MMM");
+    const FixedPlace place;
+    for (const QLocale& locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
+        const QString weekday = locale.toString(QDate(2026, 11, 21), QStringLiteral("ddd"));
+        EXPECT_TRUE(LocalTime::shortDate(saturday, locale).contains(weekday)) << locale.name().toStdString();
+    }
+}
+
 TEST(LocalTimeTests, MomentsBeyondAnyCalendarAreNoMatter) {
     const FixedPlace place;
     for (const Timestamp time : {1e300, -1e300, std::numeric_limits<double>::infinity(), std::nan("")}) {

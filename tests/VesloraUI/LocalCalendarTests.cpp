@@ -42,6 +42,30 @@ TEST(LocalCalendar, ADayBeginsLaterWhereItHasNoMidnight) {
     EXPECT_EQ(dayIn("Asia/Beirut", "2026-03-28T12:00:00+02:00").end, at("2026-03-29T01:00:00+03:00"));
 }
 
+TEST(LocalCalendar, ADayWithTwoMidnightsBeginsAtTheFirst) {
+    EXPECT_EQ(dayIn("Atlantic/Azores", "2026-10-25T12:00:00Z"),
+              (DaySpan{at("2026-10-25T00:00:00Z"), at("2026-10-26T00:00:00-01:00")}));
+    EXPECT_EQ(dayIn("Atlantic/Azores", "2026-10-24T12:00:00Z").end, at("2026-10-25T00:00:00Z"));
+    EXPECT_EQ(dayIn("America/Havana", "2026-11-01T12:00:00Z").start, at("2026-11-01T00:00:00-04:00"));
+    // Half an hour, between both.
+    EXPECT_EQ(dayIn("Atlantic/Azores", "2026-10-25T00:30:00Z").start, at("2026-10-25T00:00:00Z"));
+}
+
+TEST(LocalCalendar, EveryMomentOfAYearLiesInItsDayWhereverItIs) {
+    for (const char* zone : {"Atlantic/Azores", "America/Havana", "Asia/Beirut", "Australia/Lord_Howe",
+                             "America/Santiago", "Africa/Cairo", "America/Nuuk", "Asia/Gaza"}) {
+        const LocalCalendar calendar{QTimeZone(zone)};
+        Timestamp end = calendar.dayOf(at("2026-01-01T12:00:00Z")).start;
+        for (int day = 0; day < 366; ++day) {
+            const DaySpan span = calendar.dayOf(end);
+            ASSERT_EQ(span.start, end) << zone << " " << day << ": days follow each other";
+            ASSERT_GE(span.end - span.start, 22 * 3600) << zone << " " << day;
+            ASSERT_EQ(calendar.dayOf(span.end - 0.001), span) << zone << " " << day;
+            end = span.end;
+        }
+    }
+}
+
 TEST(LocalCalendar, ItsEndsBelongToOneDayEach) {
     const DaySpan day = dayIn("Europe/Berlin", "2026-03-29T12:00:00Z");
     EXPECT_TRUE(day.contains(day.start));

@@ -169,6 +169,25 @@ TEST_F(NotchWindowControllerTest, AnAlertKeepsHoverFromOpening) {
     EXPECT_TRUE(isExpanded());
 }
 
+TEST_F(NotchWindowControllerTest, HoveringOpensAfterItsDelayHoweverTheClockIsSet) {
+    settings.set(SettingsKeys::hoverDelay, 0.5);
+    for (const double step : {-7200.0, 7200.0}) {
+        if (!controller.model()) {
+            start();
+        }
+        platform.mouse.moveTo(onNotch);
+        platform.advance(0.2);
+        platform.time.setClock(platform.time.now() + step);
+        platform.mouse.moveTo(onNotch);
+        platform.advance(0.2);
+        EXPECT_FALSE(isExpanded()) << step;
+        platform.advance(0.1);
+        EXPECT_TRUE(isExpanded()) << step;
+        platform.mouse.moveTo(std::nullopt);
+        EXPECT_FALSE(isExpanded());
+    }
+}
+
 TEST_F(NotchWindowControllerTest, APressInProgressIsNeverCutOff) {
     start();
     openByHover();

@@ -96,7 +96,7 @@ void ManualScheduler::setClock(Timestamp time) {
             align(entry, time);
         } else if (entry.kind == Kind::date) {
             entry.moment = m_passed + std::max(entry.wallTime - time, 0.0);
-        } else if (hasPassed) {
+        } else if (hasPassed && entry.kind == Kind::coarse) {
             entry.moment = std::min(entry.moment, m_passed);
         }
     }

@@ -42,8 +42,9 @@ class ManualScheduler final : public Scheduler {
     /// repetition that missed several of its moments runs once.
     void suspend(double seconds);
 
-    /// Sets the wall clock and lets no time pass. Waits whose moment on the wall clock lies behind now fall
-    /// due at the next `advance`; exact repetitions move to the new clock's multiples.
+    /// Sets the wall clock and lets no time pass. Dates and coarse repetitions whose moment on the wall clock
+    /// lies behind now fall due at the next `advance`; exact repetitions move to the new clock's multiples;
+    /// waits keep their length.
     void setClock(Timestamp time);
 
     /// Does all background work that was queued before this call and calls what was to follow it. How many

@@ -277,6 +277,17 @@ TEST_F(TimerModelTest, AClockSetPastTheEndEndsIt) {
     EXPECT_FALSE(timer.isShowingDone());
 }
 
+TEST_F(TimerModelTest, TheAlertStaysItsTimeHoweverTheClockIsSet) {
+    for (const double step : {3600.0, -3600.0}) {
+        finish();
+        platform.time.setClock(platform.time.now() + step);
+        platform.advance(14.9);
+        EXPECT_TRUE(timer.isShowingDone()) << step;
+        platform.advance(0.1);
+        EXPECT_FALSE(timer.isShowingDone()) << step;
+    }
+}
+
 TEST_F(TimerModelTest, AClockSetBackPutsTheEndOff) {
     timer.start();
     platform.time.setClock(now() - 10 * minute);
