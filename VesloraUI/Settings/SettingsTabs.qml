@@ -10,9 +10,20 @@ Row {
     /// Number of the page that was chosen, from 0.
     property int current: 0
 
+    /// Goes to the page of that name, if there is one.
+    function select(name: string) {
+        for (let index = 0; index < pages.length; ++index) {
+            if (pages[index].name === name) {
+                repeater.itemAt(index).checked = true;
+            }
+        }
+    }
+
     spacing: 2
 
     Repeater {
+        id: repeater
+
         model: tabs.pages
 
         SettingsTab {
