@@ -17,8 +17,11 @@
 
 #include <QGuiApplication>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -47,8 +50,24 @@ std::string supportDirectory() {
     return LinuxDirectories::find(LinuxDirectories::processEnvironment).support;
 }
 
+void giveUpOnBus(int) {
+    constexpr std::string_view line = "The session bus does not answer.\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    _exit(1);
+}
+
+/// Connecting to a bus that hangs has no time limit of its own; every call over it has one.
+std::optional<QDBusConnection> connectInTime() {
+    constexpr unsigned seconds = 5;
+    std::signal(SIGALRM, giveUpOnBus);
+    alarm(seconds);
+    auto bus = SessionBus::connection();
+    alarm(0);
+    return bus;
+}
+
 RunningInstance::Answer ask(Command command) {
-    return RunningInstance(supportDirectory(), SessionBus::connection()).ask(command);
+    return RunningInstance(supportDirectory(), connectInTime()).ask(command);
 }
 
 int report(const RunningInstance::Answer& answer) {

@@ -188,6 +188,17 @@ TEST_P(RunningProgramTests, OneThatHangsIsToldOfAndNotWaitedForForEver) {
     EXPECT_EQ(ask("status").status, 0);
 }
 
+TEST_F(CommandLineProgramTests, ABusThatHangsIsToldOfAndNotWaitedForForEver) {
+    const Program bus({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}, 3);
+    const std::string address = bus.firstLine();
+    ASSERT_EQ(kill(bus.pid(), SIGSTOP), 0);
+    const Ended ended = run({"status"}, {"HOME=" + folder.path(), "DBUS_SESSION_BUS_ADDRESS=" + address});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_THAT(ended.out, IsEmpty());
+    EXPECT_EQ(ended.error, "The session bus does not answer.\n");
+    ASSERT_EQ(kill(bus.pid(), SIGCONT), 0);
+}
+
 TEST_P(RunningProgramTests, ASecondStartEndsAtOnce) {
     start();
     const Ended second = run({}, session());
