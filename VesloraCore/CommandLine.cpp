@@ -13,7 +13,7 @@ struct Word {
     Command command;
 };
 
-constexpr std::array words{
+constexpr std::array table{
     Word{"settings", Command::settings},
     Word{"toggle", Command::toggle},
     Word{"quit", Command::quit},
@@ -22,12 +22,12 @@ constexpr std::array words{
 
 } // namespace
 
-Request parse(std::span<const std::string_view> given) {
-    if (given.empty())
+Request parse(std::span<const std::string_view> words) {
+    if (words.empty())
         return Start{};
-    if (given.size() > 1)
+    if (words.size() > 1)
         return Wrong{};
-    const std::string_view word = given.front();
+    const std::string_view word = words.front();
     if (word == "--help")
         return Help{};
     if (word == "--version")
@@ -37,12 +37,12 @@ Request parse(std::span<const std::string_view> given) {
 }
 
 std::string_view wordFor(Command command) {
-    return std::ranges::find(words, command, &Word::command)->text;
+    return std::ranges::find(table, command, &Word::command)->text;
 }
 
 std::optional<Command> commandFor(std::string_view word) {
-    const auto* const found = std::ranges::find(words, word, &Word::text);
-    return found == words.end() ? std::nullopt : std::optional(found->command);
+    const auto* const found = std::ranges::find(table, word, &Word::text);
+    return found == table.end() ? std::nullopt : std::optional(found->command);
 }
 
 std::string_view usage() {
