@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Veslora/AppDelegate.h"
 
+#include "VesloraCore/StatusLine.h"
 #include "VesloraUI/LocalCalendar.h"
+#include "VesloraUI/Settings/FirstStart.h"
 #include "VesloraUI/Views.h"
 
 #include <QCoreApplication>
@@ -24,8 +26,9 @@ AgentMonitorSeams seamsOf(Platform& platform) {
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
-    : m_platform(platform), m_environment(platform.scheduler(), platform.frameClock(), settings,
-                                          platform.haptics(), platform.sounds()),
+    : m_platform(platform), m_settings(settings),
+      m_environment(platform.scheduler(), platform.frameClock(), settings, platform.haptics(),
+                    platform.sounds()),
       m_support(platform.files(), platform.directories().support, platform.directories().runtime),
       m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
       m_agents(m_claude, &m_codex),
@@ -41,10 +44,44 @@ AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
 void AppDelegate::applicationDidFinishLaunching() {
     m_notch.start();
     showStatusMenu();
+    if (takeFirstStart(m_support, m_settings, m_agents)) {
+        m_settingsWindow.show(QStringLiteral("agents"));
+    }
 }
 
 void AppDelegate::applicationWillTerminate() {
     m_notch.stop();
+}
+
+CommandOutcome AppDelegate::perform(Command command) {
+    switch (command) {
+    case Command::settings:
+        return openSettings();
+    case Command::toggle:
+        return toggle();
+    case Command::quit:
+        QCoreApplication::quit();
+        return {};
+    case Command::status:
+        break;
+    }
+    return {true, statusLine()};
+}
+
+CommandOutcome AppDelegate::openSettings() {
+    m_settingsWindow.open();
+    const bool isOpen = m_settingsWindow.window() != nullptr;
+    return {isOpen, isOpen ? "" : "The settings window can't be made."};
+}
+
+CommandOutcome AppDelegate::toggle() {
+    const bool isDone = m_notch.toggle();
+    return {isDone, isDone ? "" : "The island is not on screen."};
+}
+
+std::string AppDelegate::statusLine() {
+    const auto& tracker = m_notch.tracker();
+    return StatusLine::make(tracker && tracker->isExpanded(), m_notch.closedActivity(), m_agents.summaries());
 }
 
 void AppDelegate::showStatusMenu() {

@@ -2,6 +2,7 @@
 // Owns everything that the user sees beside the status menu and the settings window. Main thread only.
 #pragma once
 
+#include "VesloraCore/CommandLine.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Claude/CodexMonitor.h"
@@ -24,12 +25,17 @@ class AppDelegate {
     /// The whole order of stopping; afterwards no script waits for an answer any more.
     void applicationWillTerminate();
 
-    void openSettings() { m_settingsWindow.open(); }
+    /// Does what another process asked for. What is not to quit was done, or not, when this returns.
+    CommandOutcome perform(Command command);
 
   private:
+    CommandOutcome openSettings();
+    CommandOutcome toggle();
+    [[nodiscard]] std::string statusLine();
     void showStatusMenu();
 
     Platform& m_platform;
+    Defaults& m_settings;
     ViewEnvironment m_environment;
     QQmlEngine m_engine;
     QtTextMeasuring m_measuring;

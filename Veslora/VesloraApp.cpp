@@ -2,27 +2,95 @@
 #include "Veslora/VesloraApp.h"
 
 #include "Veslora/AppDelegate.h"
+#include "VesloraCore/CommandLine.h"
+#include "VesloraCore/Overloaded.h"
+#include "VesloraLinux/DBus/RunningInstance.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/LinuxPlatform.h"
+#include "VesloraLinux/System/LinuxDirectories.h"
+#include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/Signals.h"
+#include "VesloraLinux/System/SupportLock.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 
 #include <QGuiApplication>
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
 
 namespace veslora::VesloraApp {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+int print(std::string_view text) {
+    const bool isOut =
+        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    return isOut ? 0 : 1;
+}
+
+int refuse(const std::string& why) {
+    std::fprintf(stderr, "%s\n", why.c_str());
+    return 1;
+}
+
+std::string supportDirectory() {
+    return LinuxDirectories::find(LinuxDirectories::processEnvironment).support;
+}
+
+void giveUpOnBus(int) {
+    constexpr std::string_view line = "The session bus does not answer.\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    _exit(1);
+}
+
+/// Connecting to a bus that hangs has no time limit of its own; every call over it has one.
+std::optional<QDBusConnection> connectInTime() {
+    constexpr unsigned seconds = 5;
+    std::signal(SIGALRM, giveUpOnBus);
+    alarm(seconds);
+    auto bus = SessionBus::connection();
+    alarm(0);
+    return bus;
+}
+
+RunningInstance::Answer ask(Command command) {
+    return RunningInstance(supportDirectory(), connectInTime()).ask(command);
+}
+
+int report(const RunningInstance::Answer& answer) {
+    if (answer.result != RunningInstance::Result::done) {
+        return refuse(RunningInstance::explain(answer));
+    }
+    return answer.text.empty() ? 0 : print(answer.text + "\n");
+}
+
+/// As a process of its own, which needs nothing but the bus or the socket.
+int askFromOutside(Command command, int argc, char** argv) {
+    // Else the toolkit complains of a shell without a locale; nothing here depends on it.
+    qputenv("LC_ALL", "C.UTF-8");
+    const QCoreApplication application(argc, argv);
+    return report(ask(command));
+}
+
 int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
     Defaults settings(platform.files(), platform.directoryWatcher(), platform.directories().configuration);
     SettingsKeys::registerDefaults(settings);
     AppDelegate delegate(platform, settings);
-    if (!instance.claim([&delegate] { delegate.openSettings(); })) {
-        return 0;
+    if (!instance.claim([&delegate](Command command) { return delegate.perform(command); })) {
+        return report(ask(Command::settings));
     }
     const Signals signalWatch([] { QCoreApplication::quit(); });
     delegate.applicationDidFinishLaunching();
@@ -32,19 +100,14 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
 }
 
 int refuseWithoutDisplay() {
-    std::fputs("Veslora needs an X server, or a Wayland desktop with XWayland.\n", stderr);
-    return 1;
+    return refuse("Veslora needs an X server, or a Wayland desktop with XWayland.");
 }
 
-} // namespace
-
-int run(int argc, char** argv) {
-    LinuxPlatform::prepareEnvironment();
-    LinuxPlatform::giveBackLargeBlocks();
-    if (!LinuxPlatform::hasDisplay()) {
-        return refuseWithoutDisplay();
-    }
-    QGuiApplication application(argc, argv);
+int runWith(SupportLock lock, int argc, char** argv) {
+    // A session's manager would start it again with an option of the toolkit's, besides the session's own
+    // list of what to start, and so open the settings at each login.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+    const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Veslora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VESLORA_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.veslora.Veslora"));
@@ -55,8 +118,58 @@ int run(int argc, char** argv) {
     if (!platform) {
         return refuseWithoutDisplay();
     }
-    SingleInstance instance(platform->files(), platform->directories().support, SessionBus::connection());
+    SingleInstance instance(platform->scheduler(), std::move(lock), SessionBus::connection());
     return runDelegate(*platform, instance);
+}
+
+int start(int argc, char** argv) {
+    LinuxPlatform::prepareEnvironment();
+    LinuxPlatform::giveBackLargeBlocks();
+    if (!LinuxPlatform::hasDisplay()) {
+        return refuseWithoutDisplay();
+    }
+    const std::string support = supportDirectory();
+    PosixFiles files;
+    // Whoever has the lock listens beside it, but for one that has only just begun or is about to end.
+    const auto deadline = std::chrono::steady_clock::now() + 5s;
+    while (std::chrono::steady_clock::now() < deadline) {
+        auto attempt = SupportLock::take(files, support);
+        if (auto* lock = std::get_if<SupportLock>(&attempt)) {
+            return runWith(std::move(*lock), argc, argv);
+        }
+        if (const auto* why = std::get_if<SupportLock::Unusable>(&attempt)) {
+            return refuse("Veslora can't use its folder " + support + ": " + why->reason + ".");
+        }
+        const auto answer = RunningInstance(support, std::nullopt).ask(Command::settings);
+        if (answer.result != RunningInstance::Result::notThere) {
+            return report(answer);
+        }
+        std::this_thread::sleep_for(20ms);
+    }
+    return report({RunningInstance::Result::silent, {}});
+}
+
+int refuseWord() {
+    std::fputs(std::string(CommandLine::usage()).c_str(), stderr);
+    return 2;
+}
+
+} // namespace
+
+int run(int argc, char** argv) {
+    const std::vector<std::string_view> words(argv + std::min(argc, 1), argv + argc);
+    // Before anything that needs a display, a home or a bus.
+    return std::visit(
+        Overloaded{
+            [&](CommandLine::Start) { return start(argc, argv); },
+            [](CommandLine::Help) {
+                return print(std::string(CommandLine::usage()) + std::string(CommandLine::explanation()));
+            },
+            [](CommandLine::Version) { return print("Veslora " VESLORA_VERSION "\n"); },
+            [&](CommandLine::Ask request) { return askFromOutside(request.command, argc, argv); },
+            [](CommandLine::Wrong) { return refuseWord(); },
+        },
+        CommandLine::parse(words));
 }
 
 } // namespace veslora::VesloraApp

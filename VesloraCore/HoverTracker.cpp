@@ -12,8 +12,29 @@ void HoverTracker::setPinnedOpen(bool isPinnedOpen) {
     m_isPinnedOpen = isPinnedOpen;
     if (isPinnedOpen) {
         m_isExpanded = true;
+        m_isHeldOpen = false;
+        m_isShut = false;
         m_armedAt.reset();
     }
+}
+
+void HoverTracker::holdOpen() {
+    if (m_isExpanded)
+        return;
+    m_isExpanded = true;
+    m_isHeldOpen = true;
+    m_coversAlert = isShowingAlert;
+    m_isShut = false;
+    m_armedAt.reset();
+}
+
+void HoverTracker::shut() {
+    if (m_isPinnedOpen)
+        return;
+    m_isExpanded = false;
+    m_isHeldOpen = false;
+    m_isShut = true;
+    m_armedAt.reset();
 }
 
 bool HoverTracker::update(Point mouse, Timestamp at) {
@@ -24,7 +45,10 @@ bool HoverTracker::update(Point mouse, Timestamp at) {
 
 bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
     const auto zone = hotZone();
-    if (!zone || !zone->contains(mouse)) {
+    const bool isInside = zone && zone->contains(mouse);
+    // An alert takes the hot zone away, but not the pointer out of it.
+    m_isShut = m_isShut && (isInside || !zone);
+    if (!isInside || m_isShut) {
         m_armedAt.reset();
         return false;
     }
@@ -40,7 +64,10 @@ bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
 }
 
 bool HoverTracker::updateOpen(Point mouse) {
-    m_isExpanded = openZone().contains(mouse);
+    const bool isInside = openZone().contains(mouse);
+    m_coversAlert = m_coversAlert && isShowingAlert;
+    m_isHeldOpen = m_isHeldOpen && !isInside && (!isShowingAlert || m_coversAlert);
+    m_isExpanded = isInside || m_isHeldOpen;
     return !m_isExpanded;
 }
 

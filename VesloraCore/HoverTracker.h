@@ -13,7 +13,8 @@
 namespace veslora {
 
 /// Opening needs a rest in the small hot zone; closing is immediate once the pointer leaves the larger open
-/// zone. All points and rectangles are in the screen's space.
+/// zone. What was opened by a command closes so only after the pointer has been in it. All points and
+/// rectangles are in the screen's space.
 class HoverTracker {
   public:
     static constexpr double notchSlack = 8; ///< grown round the hot zone, on every side
@@ -30,11 +31,23 @@ class HoverTracker {
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
     [[nodiscard]] bool isPinnedOpen() const { return m_isPinnedOpen; }
+    /// It was opened by `holdOpen`, and nothing has ended that yet.
+    [[nodiscard]] bool isHeldOpen() const { return m_isHeldOpen; }
     [[nodiscard]] const NotchGeometry& geometry() const { return m_geometry; }
 
     /// Pinning opens the island too. Letting go changes nothing else: it stays open until the next `update`
     /// finds the pointer outside.
     void setPinnedOpen(bool isPinnedOpen);
+
+    /// Opens the island, wherever the pointer is, and keeps it open until an `update` finds the pointer
+    /// inside: from then on it is as if the pointer had opened it. An alert that comes meanwhile ends the
+    /// hold too, since an open island would hide it; one that shows already was covered on purpose. One that
+    /// is open already stays as it is.
+    void holdOpen();
+
+    /// Closes the island, held or not, but for a pinned one. A pointer that rests on it opens it only after
+    /// it has left the hot zone, or the next movement would undo what the user has just asked for.
+    void shut();
 
     /// True exactly when `isExpanded` changed in this call.
     bool update(Point mouse, Timestamp at);
@@ -65,6 +78,9 @@ class HoverTracker {
     NotchGeometry m_geometry;
     bool m_isExpanded = false;
     bool m_isPinnedOpen = false;
+    bool m_isHeldOpen = false;
+    bool m_coversAlert = false;         ///< held open over an alert that showed before
+    bool m_isShut = false;              ///< the pointer has not left the hot zone since `shut`
     std::optional<Timestamp> m_armedAt; ///< when the pointer came into the hot zone
 };
 

@@ -10,7 +10,8 @@ namespace veslora::SupportNames {
 inline constexpr std::string_view heartbeat = "heartbeat"; ///< the clock in seconds since 1970, digits alone
 /// The program's process id, digits alone, and on the next line the space in which it counts.
 inline constexpr std::string_view processId = "pid";
-inline constexpr std::string_view jsonValue = "json-value"; ///< the helper that the status-line script asks
+inline constexpr std::string_view startedBefore = "started"; ///< stands from the first start on
+inline constexpr std::string_view jsonValue = "json-value";  ///< the helper that the status-line script asks
 
 inline constexpr std::string_view claudeHook = "claude-hook.sh";
 inline constexpr std::string_view claudePermission = "claude-permission.sh";

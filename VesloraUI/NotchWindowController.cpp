@@ -126,12 +126,16 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) {
     tracker.setPinnedOpen(m_rack.isEditing());
     tracker.isEditing = m_rack.isEditing();
     tracker.expandedWidth = m_rack.islandWidth();
+    // The pointer did not open it, so no new screen takes it away from under the pointer.
+    if (m_tracker && m_tracker->isHeldOpen()) {
+        tracker.holdOpen();
+    }
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
     auto model = std::make_unique<NotchViewModel>(geometry, models(), m_rack, m_sampler, m_settings,
                                                   m_measuring, now());
-    model->setExpanded(m_rack.isEditing());
+    model->setExpanded(m_tracker->isExpanded());
     IslandContent content = m_makeContent(*model);
     Panel& panel = m_platform.panel();
     panel.place(*m_screen, geometry.windowFrame());
@@ -160,6 +164,10 @@ void NotchWindowController::presentationChanged() {
     if (m_tracker) {
         m_tracker->isShowingAlert = isAlert(current.kind);
         m_tracker->alertSize = alertSize(current);
+        if (m_tracker->isHeldOpen() && m_tracker->isShowingAlert) {
+            // It would hide the alert from a user who looks elsewhere, and no movement need follow.
+            mouseMoved();
+        }
     }
     playApprovalSoundIfNew();
     updateClickThrough();
@@ -232,10 +240,29 @@ void NotchWindowController::applyVisibility() {
     m_platform.panel().orderOut();
 }
 
+bool NotchWindowController::toggle() {
+    if (m_isHidden || !m_tracker) {
+        return false;
+    }
+    const bool isOpening = !m_tracker->isExpanded();
+    if (isOpening) {
+        m_tracker->holdOpen();
+        m_rack.didOpen();
+    } else {
+        m_rack.exitEditing();
+        m_tracker->shut();
+    }
+    m_model->setExpanded(isOpening);
+    // Takes in where the pointer is already.
+    mouseMoved();
+    return true;
+}
+
 void NotchWindowController::collapse() {
     if (!m_tracker || !m_tracker->isExpanded()) {
         return;
     }
+    m_tracker->shut();
     m_tracker->update(nowhere, steadyNow());
     m_model->setExpanded(false);
     updateClickThrough();

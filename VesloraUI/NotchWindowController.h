@@ -58,6 +58,12 @@ class NotchWindowController : public QObject {
     /// Absent before the first layout.
     [[nodiscard]] const std::optional<HoverTracker>& tracker() const { return m_tracker; }
 
+    /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
+    /// edited. False while it is not on screen: then nothing changes.
+    bool toggle();
+    /// What stands on the island while it is closed, as of now.
+    [[nodiscard]] LiveActivityKind closedActivity() { return activity().kind; }
+
     /// Rebuilds all that depends on a screen. Without any screen everything stays as it was.
     void layout();
     /// Whatever a closed island shows may have changed.

@@ -42,6 +42,10 @@ class Stage:
         self.home = tempfile.mkdtemp(prefix="veslora-tour-")
         runtime = os.path.join(self.home, "run")
         os.mkdir(runtime, 0o700)
+        # Settings of an earlier start: the first one without any would open a window of its own accord.
+        os.makedirs(os.path.join(self.home, ".config", "Veslora"))
+        with open(os.path.join(self.home, ".config", "Veslora", "settings.json"), "w", encoding="utf-8") as file:
+            file.write("{}\n")
         self.env = {
             "HOME": self.home,
             "XDG_RUNTIME_DIR": runtime,

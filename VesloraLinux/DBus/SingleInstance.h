@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// One program for each user: whoever is started second asks the first to open its settings. Main thread only.
+// One program for each user, which others ask for what its command line offers. Main thread only.
 #pragma once
 
-#include "VesloraLinux/System/FileDescriptor.h"
-#include "VesloraUI/Platform/Files.h"
+#include "VesloraCore/CommandLine.h"
+#include "VesloraLinux/System/CommandListener.h"
+#include "VesloraLinux/System/SupportLock.h"
+#include "VesloraUI/Platform/Scheduler.h"
 
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QObject>
-#include <QSocketNotifier>
 
 #include <functional>
 #include <memory>
@@ -16,43 +18,49 @@
 
 namespace veslora {
 
-/// Held by a lock on the support directory, which works everywhere, and by a bus name, which also shuts out a
-/// start with another support directory. The first is reached over the bus, else by a socket beside the lock.
-class SingleInstance final : public QObject {
+/// How the one that runs is found on the bus.
+namespace RunningName {
+inline const QString bus = QStringLiteral("org.veslora.Veslora");
+inline const QString path = QStringLiteral("/org/veslora/Veslora");
+inline const QString failure = QStringLiteral("org.veslora.Veslora.Failed");
+} // namespace RunningName
+
+/// The lock on the support directory makes it the only one everywhere; a bus name also shuts out a start with
+/// another support directory. It is reached over the bus, and by a socket beside the lock.
+class SingleInstance final : public QObject, protected QDBusContext {
     Q_OBJECT
 
   public:
-    SingleInstance(Files& files, std::string supportDirectory, std::optional<QDBusConnection> bus);
+    /// What the program does when it is asked; it was done, or not, when this returns.
+    using Perform = std::function<CommandOutcome(Command)>;
+
+    SingleInstance(Scheduler& scheduler, SupportLock lock, std::optional<QDBusConnection> bus);
     ~SingleInstance() override;
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// True when this is the first one; `openSettings` then runs whenever another was started. False when
-    /// there is a first one already; it has been asked, and this one should end. Without a place for a lock
-    /// it is taken as the first, rather than not to run at all.
-    [[nodiscard]] bool claim(std::function<void()> openSettings);
+    /// True when this is the only one: `perform` then serves the others from the next turn of the event loop
+    /// on. False when another has the bus name, which `RunningInstance` can ask.
+    [[nodiscard]] bool claim(Perform perform);
 
   public slots:
-    /// Asked for over the bus, by the name that the interface gives it.
+    // Asked for over the bus, by the names that the interface gives them.
     void OpenSettings();
+    void Toggle();
+    void Quit();
+    QString Status();
 
   private:
-    enum class Lock { taken, held, unavailable };
-
-    [[nodiscard]] Lock takeLock();
     [[nodiscard]] bool takeName();
-    [[nodiscard]] bool askOverBus();
-    [[nodiscard]] bool askOverSocket();
     void listen();
-    void acceptAll();
+    QString performForBus(Command command);
+    [[nodiscard]] CommandListener::Answer respond(const std::optional<std::string>& line) const;
 
-    Files& m_files;
-    std::string m_directory;
+    Scheduler& m_scheduler;
+    SupportLock m_lock;
     std::optional<QDBusConnection> m_bus;
-    std::function<void()> m_openSettings;
-    FileDescriptor m_lock;
-    FileDescriptor m_listener;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    Perform m_perform;
+    std::unique_ptr<CommandListener> m_listener;
     bool m_hasName = false;
 };
 

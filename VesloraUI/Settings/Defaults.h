@@ -40,6 +40,9 @@ class Defaults : public QObject {
 
     [[nodiscard]] bool boolValue(std::string_view key) const;
     [[nodiscard]] double doubleValue(std::string_view key) const;
+    /// Whether there was a file at the last look, also one that could not be read.
+    [[nodiscard]] bool hasFile() const { return m_text.has_value() || !m_isReadable; }
+
     /// A fraction is cut off.
     [[nodiscard]] int integerValue(std::string_view key) const;
     [[nodiscard]] std::optional<std::string> stringValue(std::string_view key) const;

@@ -12,6 +12,11 @@ Row {
     /// Number of the page that was chosen, from 0.
     property alias current: choice.current
 
+    /// Goes to the page of that name, if there is one.
+    function select(name: string) {
+        choice.choose(pages.findIndex(page => page.name === name));
+    }
+
     /// Opens the page that many places on, around the ends, and moves the focus to its tab.
     function step(places: int) {
         choice.step(places);

@@ -12,6 +12,7 @@ Window {
 
     property list<SettingsPage> pages: [
         SettingsPage {
+            name: "general"
             symbol: "gearshape"
             title: qsTr("General")
             view: GeneralSettings {
@@ -19,11 +20,13 @@ Window {
             }
         },
         SettingsPage {
+            name: "timer"
             symbol: "timer"
             title: qsTr("Timer")
             view: TimerSettings {}
         },
         SettingsPage {
+            name: "agents"
             symbol: "sparkle"
             title: qsTr("Agents")
             view: ClaudeSettings {
@@ -31,11 +34,17 @@ Window {
             }
         },
         SettingsPage {
+            name: "keepAwake"
             symbol: "cup.and.saucer"
             title: qsTr("Keep Awake")
             view: KeepAwakeSettings {}
         }
     ]
+
+    /// Goes to the page of that name, if there is one.
+    function select(name: string) {
+        tabs.select(name);
+    }
 
     color: SettingsColors.window
     // Tall enough that no page scrolls where the screen has the room. Of several screens the available height is that of

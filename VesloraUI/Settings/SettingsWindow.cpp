@@ -16,24 +16,37 @@ SettingsWindow::SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString 
 
 SettingsWindow::~SettingsWindow() = default;
 
-void SettingsWindow::open() {
-    if (!m_window) {
-        auto made = createView(m_engine, QStringLiteral("Settings/SettingsView.qml"),
-                               {{QStringLiteral("agents"), QVariant::fromValue(&m_agents)},
-                                {QStringLiteral("version"), m_version}});
-        m_window.reset(qobject_cast<QQuickWindow*>(made.release()));
-        if (!m_window) {
-            return;
-        }
-        connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
-            if (!isVisible && m_window) {
-                m_window.release()->deleteLater();
-            }
-        });
+void SettingsWindow::open(const QString& tab) {
+    show(tab);
+    if (m_window) {
+        m_window->raise();
+        m_window->requestActivate();
     }
-    m_window->show();
-    m_window->raise();
-    m_window->requestActivate();
+}
+
+void SettingsWindow::show(const QString& tab) {
+    if (!m_window) {
+        make();
+    }
+    if (m_window) {
+        QMetaObject::invokeMethod(m_window.get(), "select", Q_ARG(QString, tab));
+        m_window->show();
+    }
+}
+
+void SettingsWindow::make() {
+    auto made = createView(
+        m_engine, QStringLiteral("Settings/SettingsView.qml"),
+        {{QStringLiteral("agents"), QVariant::fromValue(&m_agents)}, {QStringLiteral("version"), m_version}});
+    m_window.reset(qobject_cast<QQuickWindow*>(made.release()));
+    if (!m_window) {
+        return;
+    }
+    connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (!isVisible && m_window) {
+            m_window.release()->deleteLater();
+        }
+    });
 }
 
 } // namespace veslora

@@ -22,13 +22,20 @@ class SettingsWindow : public QObject {
     SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version);
     ~SettingsWindow() override;
 
-    /// Shows the window, or brings it forward if it is there already, and gives it the focus.
-    void open();
+    /// Shows the window, or brings it forward if it is there already, and gives it the focus. `tab` is the
+    /// name of a `SettingsPage`; an empty or unknown one leaves the tab as it is, which is the first at
+    /// first.
+    void open(const QString& tab = {});
+    /// Shows it as any program's window is shown: whoever types elsewhere goes on typing there, where the
+    /// window manager sees to that.
+    void show(const QString& tab = {});
 
     /// Null while it is closed.
     [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
 
   private:
+    void make();
+
     QQmlEngine& m_engine;
     AgentsModel& m_agents;
     QString m_version;

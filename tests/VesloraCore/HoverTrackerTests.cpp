@@ -237,3 +237,123 @@ TEST_F(HoverTrackerTest, PinningWinsOverAnAlert) {
     EXPECT_FALSE(tracker.update(faraway, 1));
     EXPECT_TRUE(tracker.isExpanded());
 }
+
+TEST_F(HoverTrackerTest, HeldOpenItStaysUntilThePointerHasBeenInAndLeft) {
+    tracker.holdOpen();
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_TRUE(tracker.isHeldOpen());
+    EXPECT_FALSE(tracker.update(faraway, 1));
+    EXPECT_FALSE(tracker.update(faraway, 1000)) << "However long it takes.";
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_TRUE(tracker.acceptsClicks(inOpenZone));
+    EXPECT_EQ(tracker.hotZone(), std::nullopt);
+    EXPECT_FALSE(tracker.update(inOpenZone, 1001));
+    EXPECT_FALSE(tracker.isHeldOpen());
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_TRUE(tracker.update(faraway, 1002));
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, HoldingForgetsAnArmedPointer) {
+    tracker.update(onNotch, 10);
+    tracker.holdOpen();
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.update(onNotch, 10.1));
+    EXPECT_FALSE(tracker.isHeldOpen()) << "The pointer is in it.";
+    EXPECT_TRUE(tracker.update(faraway, 11));
+}
+
+TEST_F(HoverTrackerTest, HoldingWhatIsOpenAlreadyChangesNothing) {
+    open();
+    tracker.holdOpen();
+    EXPECT_FALSE(tracker.isHeldOpen());
+    EXPECT_TRUE(tracker.update(faraway, 2)) << "The pointer that opened it has left.";
+}
+
+TEST_F(HoverTrackerTest, ShuttingClosesAHeldIslandAndOneOpenByHover) {
+    tracker.holdOpen();
+    tracker.shut();
+    EXPECT_FALSE(tracker.isExpanded());
+    EXPECT_FALSE(tracker.isHeldOpen());
+    EXPECT_THAT(tracker.clickZones(), IsEmpty());
+    EXPECT_FALSE(tracker.update(faraway, 1));
+    open();
+    tracker.shut();
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, APointerOnTheIslandDoesNotOpenWhatWasShutUnderItUntilItHasLeft) {
+    open();
+    tracker.shut();
+    EXPECT_FALSE(tracker.update(onNotch, 2));
+    EXPECT_FALSE(tracker.update(onNotch, 100));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), std::nullopt);
+    EXPECT_FALSE(tracker.update(faraway, 101));
+    EXPECT_FALSE(tracker.update(onNotch, 102));
+    EXPECT_EQ(tracker.pendingOpenDeadline(), 102.5);
+    EXPECT_TRUE(tracker.update(onNotch, 102.5));
+}
+
+TEST_F(HoverTrackerTest, AnAlertDoesNotCountAsHavingLeftWhatWasShut) {
+    open();
+    tracker.shut();
+    tracker.isShowingAlert = true;
+    EXPECT_FALSE(tracker.update(onNotch, 2));
+    tracker.isShowingAlert = false;
+    EXPECT_FALSE(tracker.update(onNotch, 3));
+    EXPECT_FALSE(tracker.update(onNotch, 4));
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, WhatWasShutCanBeHeldOpenAgain) {
+    tracker.holdOpen();
+    tracker.shut();
+    tracker.holdOpen();
+    EXPECT_TRUE(tracker.isExpanded());
+    EXPECT_FALSE(tracker.update(faraway, 1));
+    EXPECT_FALSE(tracker.update(inOpenZone, 2));
+    EXPECT_TRUE(tracker.update(faraway, 3));
+    EXPECT_FALSE(tracker.update(onNotch, 4));
+    EXPECT_TRUE(tracker.update(onNotch, 5)) << "Hovering is as ever.";
+}
+
+TEST_F(HoverTrackerTest, AnAlertThatComesEndsTheHoldSinceTheOpenIslandWouldHideIt) {
+    tracker.holdOpen();
+    tracker.update(faraway, 1);
+    tracker.isShowingAlert = true;
+    EXPECT_TRUE(tracker.update(faraway, 2));
+    EXPECT_FALSE(tracker.isExpanded());
+    tracker.isShowingAlert = false;
+    EXPECT_FALSE(tracker.update(faraway, 3));
+    EXPECT_FALSE(tracker.isExpanded()) << "The hold does not come back.";
+}
+
+TEST_F(HoverTrackerTest, AnAlertDoesNotCloseAHeldIslandUnderThePointer) {
+    tracker.holdOpen();
+    tracker.isShowingAlert = true;
+    EXPECT_FALSE(tracker.update(inOpenZone, 1));
+    EXPECT_TRUE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, AnAlertThatTheUserCoveredStaysCoveredAndTheNextOneDoesNot) {
+    tracker.isShowingAlert = true;
+    tracker.holdOpen();
+    EXPECT_FALSE(tracker.update(faraway, 1));
+    EXPECT_FALSE(tracker.update(faraway, 2));
+    EXPECT_TRUE(tracker.isExpanded());
+    tracker.isShowingAlert = false;
+    EXPECT_FALSE(tracker.update(faraway, 3));
+    tracker.isShowingAlert = true;
+    EXPECT_TRUE(tracker.update(faraway, 4));
+    EXPECT_FALSE(tracker.isExpanded());
+}
+
+TEST_F(HoverTrackerTest, PinningTakesTheHoldsPlace) {
+    tracker.holdOpen();
+    tracker.setPinnedOpen(true);
+    EXPECT_FALSE(tracker.isHeldOpen());
+    tracker.shut();
+    EXPECT_TRUE(tracker.isExpanded()) << "Whoever edits ends that first.";
+    tracker.setPinnedOpen(false);
+    EXPECT_TRUE(tracker.update(faraway, 1));
+}

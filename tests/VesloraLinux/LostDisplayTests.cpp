@@ -1,33 +1,20 @@
 // SPDX-License-Identifier: MIT
 // The program itself, on a display that is taken from it.
+#include "tests/VesloraLinux/Support/Patience.h"
 #include "tests/VesloraLinux/Support/Program.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <thread>
 
 namespace veslora {
 namespace {
 
+using testing::becomesTrue;
 using testing::Program;
 using testing::TemporaryFolder;
-
-bool becomesTrue(const std::function<bool()>& condition) {
-    using namespace std::chrono_literals;
-    const auto deadline = std::chrono::steady_clock::now() + 60s;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            return false;
-        }
-        std::this_thread::sleep_for(20ms);
-    }
-    return true;
-}
 
 TEST(LostDisplayTests, TheSignsOfLifeGoWithTheServer) {
     const TemporaryFolder home;

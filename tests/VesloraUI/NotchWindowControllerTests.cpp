@@ -329,6 +329,127 @@ TEST_F(NotchWindowControllerTest, AnOpenIslandHidesAnAlertUntilItCloses) {
     EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
 }
 
+TEST_F(NotchWindowControllerTest, ToggleOpensWhereverThePointerIsUntilItHasBeenInAndLeft) {
+    start();
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_TRUE(platform.window.takesClicksAt(inOpenIsland));
+    platform.mouse.moveTo({{110, 100}});
+    platform.mouse.moveTo(std::nullopt);
+    platform.advance(60);
+    EXPECT_EQ(state(), IslandState::expanded) << "the pointer was not in it yet";
+    platform.mouse.moveTo(inOpenIsland);
+    EXPECT_EQ(state(), IslandState::expanded);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_FALSE(platform.window.takesClicksAt(inOpenIsland));
+}
+
+TEST_F(NotchWindowControllerTest, APointerThatIsInItAlreadyWhenItIsToggledClosesItByLeaving) {
+    start();
+    platform.mouse.position = inOpenIsland;
+    EXPECT_TRUE(controller.toggle());
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, ToggleAgainCloses) {
+    start();
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_FALSE(platform.window.takesClicksAt(inOpenIsland));
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::expanded);
+}
+
+TEST_F(NotchWindowControllerTest, TogglingClosesWhatHoverOpenedAndTheRestingPointerDoesNotOpenItAgain) {
+    start();
+    openByHover();
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::closed);
+    platform.mouse.moveTo({{721, 890}});
+    platform.advance(1);
+    EXPECT_EQ(state(), IslandState::closed);
+    platform.mouse.moveTo(farAway);
+    openByHover();
+    EXPECT_EQ(state(), IslandState::expanded);
+}
+
+TEST_F(NotchWindowControllerTest, TogglingEndsEditingAndCloses) {
+    start();
+    controller.rack().enterEditing();
+    platform.mouse.moveTo(inOpenIsland);
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_FALSE(controller.rack().isEditing());
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_FALSE(controller.tracker()->isPinnedOpen());
+    EXPECT_FALSE(platform.mouse.isWatchingPresses);
+}
+
+TEST_F(NotchWindowControllerTest, EditingWhatWasToggledOpenEndsAsEditingDoes) {
+    start();
+    controller.toggle();
+    controller.rack().enterEditing();
+    EXPECT_TRUE(isExpanded());
+    platform.mouse.moveTo(farAway);
+    emit platform.mouse.pressedOutside();
+    EXPECT_FALSE(isExpanded());
+}
+
+TEST_F(NotchWindowControllerTest, AnAlertThatComesIsNotHiddenByAnIslandThatWasToggledOpen) {
+    start();
+    platform.mouse.moveTo(farAway);
+    controller.toggle();
+    letWait(1);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_FALSE(platform.window.takesClicksAt({720, 800})) << "it was not drawn yet";
+    drawAlert();
+    EXPECT_TRUE(platform.window.takesClicksAt({720, 800}));
+}
+
+TEST_F(NotchWindowControllerTest, AnAlertWaitsWhileThePointerIsInAnIslandThatWasToggledOpen) {
+    start();
+    platform.mouse.position = inOpenIsland;
+    controller.toggle();
+    letWait(1);
+    EXPECT_EQ(state(), IslandState::expanded);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+}
+
+TEST_F(NotchWindowControllerTest, TogglingOverAnAlertCoversItUntilToggledAgainAndItsKeysBeginAnew) {
+    start();
+    letWait(1);
+    drawAlert();
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::expanded);
+    controller.presentationChanged();
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_TRUE(controller.toggle());
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_FALSE(controller.model()->isAlertOnScreen()) << "it has to be seen once more";
+}
+
+TEST_F(NotchWindowControllerTest, ANewScreenKeepsWhatWasToggledOpen) {
+    start();
+    controller.toggle();
+    emit platform.displays.changed();
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_TRUE(platform.window.takesClicksAt(inOpenIsland));
+    platform.mouse.moveTo(inOpenIsland);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, WithoutAScreenThereIsNothingToToggle) {
+    platform.displays.screens.clear();
+    start();
+    EXPECT_FALSE(controller.toggle());
+}
+
 TEST_F(NotchWindowControllerTest, AnAgentAtWorkKeepsTheMachineAwake) {
     start();
     EXPECT_THAT(platform.energy.applied, IsEmpty());

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SingleInstance.h"
+#include "VesloraLinux/System/CommandSocket.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "tests/VesloraLinux/Support/PrivateBus.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
+#include "tests/support/ManualScheduler.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
-#include <QElapsedTimer>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -17,53 +19,56 @@
 #include <unistd.h>
 
 #include <map>
+#include <vector>
 
 namespace veslora {
 namespace {
 
 using testing::waitUntil;
 
-const std::function<void()> never = [] { ADD_FAILURE(); };
+const SingleInstance::Perform never = [](Command) {
+    ADD_FAILURE();
+    return CommandOutcome();
+};
 
 class SingleInstanceTests : public ::testing::Test {
   protected:
+    [[nodiscard]] SupportLock lock(const std::string& directory) {
+        return std::get<SupportLock>(SupportLock::take(files, directory));
+    }
+    /// Leaves without a word, as earlier versions do.
+    void knock() const {
+        const FileDescriptor directory(open(support.c_str(), O_PATH | O_DIRECTORY));
+        EXPECT_TRUE(CommandSocket::connect(directory));
+    }
+
     testing::CoreApplication application;
     testing::TemporaryFolder folder;
     PosixFiles files;
+    ManualScheduler time;
     std::string support = folder.path("data/Veslora");
-    int opened = 0;
-    std::function<void()> open = [this] { ++opened; };
+    std::vector<Command> asked;
+    SingleInstance::Perform perform = [this](Command command) {
+        asked.push_back(command);
+        return CommandOutcome();
+    };
 };
 
-TEST_F(SingleInstanceTests, LetsTheFirstRunAndMakesItOpenItsSettingsForTheSecond) {
-    SingleInstance first(files, support, {});
-    EXPECT_TRUE(first.claim(open));
-    SingleInstance second(files, support, {});
-    EXPECT_FALSE(second.claim(never));
-    EXPECT_TRUE(waitUntil([&] { return opened == 1; }));
-    SingleInstance third(files, support, {});
-    EXPECT_FALSE(third.claim(never));
-    EXPECT_TRUE(waitUntil([&] { return opened == 2; }));
+TEST_F(SingleInstanceTests, AnEarlierVersionThatConnectsAndGoesOpensTheSettings) {
+    SingleInstance first(time, lock(support), {});
+    ASSERT_TRUE(first.claim(perform));
+    knock();
+    EXPECT_TRUE(waitUntil([&] { return !asked.empty(); }));
+    EXPECT_EQ(asked, std::vector{Command::settings});
 }
 
-TEST_F(SingleInstanceTests, KeepsItsFolderPrivateAndLeavesNoSocketBehind) {
+TEST_F(SingleInstanceTests, KeepsItsSocketToItselfAndLeavesNoneBehind) {
     {
-        SingleInstance first(files, support, {});
-        ASSERT_TRUE(first.claim(open));
-        EXPECT_EQ(files.stat(support, Links::refuse)->mode, 0700U);
-        EXPECT_EQ(files.stat(support + "/lock", Links::refuse)->mode, 0600U);
-        EXPECT_TRUE(files.stat(support + "/socket", Links::refuse));
+        SingleInstance first(time, lock(support), {});
+        ASSERT_TRUE(first.claim(perform));
+        EXPECT_EQ(files.stat(support + "/socket", Links::refuse)->mode, 0600U);
     }
     EXPECT_FALSE(files.stat(support + "/socket", Links::refuse));
-}
-
-TEST_F(SingleInstanceTests, LetsTheNextOneRunWhenTheFirstHasEnded) {
-    {
-        SingleInstance first(files, support, {});
-        ASSERT_TRUE(first.claim(never));
-    }
-    SingleInstance second(files, support, {});
-    EXPECT_TRUE(second.claim(open));
 }
 
 TEST_F(SingleInstanceTests, TakesOverTheSocketOfOneThatWasEndedByForce) {
@@ -74,34 +79,18 @@ TEST_F(SingleInstanceTests, TakesOverTheSocketOfOneThatWasEndedByForce) {
     std::snprintf(address.sun_path, sizeof address.sun_path, "%s/socket", support.c_str());
     ASSERT_EQ(bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     close(left);
-    SingleInstance first(files, support, {});
-    ASSERT_TRUE(first.claim(open));
-    SingleInstance second(files, support, {});
-    EXPECT_FALSE(second.claim(never));
-    EXPECT_TRUE(waitUntil([&] { return opened == 1; }));
+    SingleInstance first(time, lock(support), {});
+    ASSERT_TRUE(first.claim(perform));
+    knock();
+    EXPECT_TRUE(waitUntil([&] { return asked.size() == 1; }));
 }
 
-TEST_F(SingleInstanceTests, ReachesTheFirstThroughAPathLongerThanAnAddress) {
+TEST_F(SingleInstanceTests, IsReachedThroughAPathLongerThanAnAddress) {
     support = folder.path(std::string(100, 'a') + "/" + std::string(100, 'b'));
-    SingleInstance first(files, support, {});
-    ASSERT_TRUE(first.claim(open));
-    SingleInstance second(files, support, {});
-    EXPECT_FALSE(second.claim(never));
-    EXPECT_TRUE(waitUntil([&] { return opened == 1; }));
-}
-
-TEST_F(SingleInstanceTests, RunsWhereNoLockCanBeMade) {
-    folder.put("file", "");
-    SingleInstance only(files, folder.path("file/Veslora"), {});
-    EXPECT_TRUE(only.claim(open));
-}
-
-TEST_F(SingleInstanceTests, FollowsNoLinkInPlaceOfTheLock) {
-    ASSERT_FALSE(files.makeDirectory(support, 0700));
-    ASSERT_FALSE(files.makeLink(folder.path("target"), support + "/lock"));
-    SingleInstance only(files, support, {});
-    EXPECT_TRUE(only.claim(open));
-    EXPECT_FALSE(files.stat(folder.path("target"), Links::refuse));
+    SingleInstance first(time, lock(support), {});
+    ASSERT_TRUE(first.claim(perform));
+    knock();
+    EXPECT_TRUE(waitUntil([&] { return asked.size() == 1; }));
 }
 
 class SingleInstanceBusTests : public SingleInstanceTests {
@@ -110,34 +99,32 @@ class SingleInstanceBusTests : public SingleInstanceTests {
     std::string other = folder.path("other/Veslora");
 };
 
-TEST_F(SingleInstanceBusTests, SecondStartReachesTheFirstOverTheBus) {
-    SingleInstance first(files, support, bus.connect());
-    ASSERT_TRUE(first.claim(open));
+TEST_F(SingleInstanceBusTests, IsReachedOverTheBus) {
+    SingleInstance first(time, lock(support), bus.connect());
+    ASSERT_TRUE(first.claim(perform));
     // The socket is not needed then.
     ASSERT_FALSE(files.remove(support + "/socket"));
-    // Nobody answers while this thread waits, so the second asks from a connection of its own without a
-    // reply.
     QDBusConnection asker = bus.connect();
     asker.asyncCall(QDBusMessage::createMethodCall("org.veslora.Veslora", "/org/veslora/Veslora",
                                                    "org.veslora.Veslora", "OpenSettings"));
-    EXPECT_TRUE(waitUntil([&] { return opened == 1; }));
+    EXPECT_TRUE(waitUntil([&] { return asked.size() == 1; }));
 }
 
 TEST_F(SingleInstanceBusTests, AStartWithAnotherSupportDirectoryIsASecondOneToo) {
-    SingleInstance first(files, support, bus.connect());
-    ASSERT_TRUE(first.claim(open));
-    SingleInstance second(files, other, bus.connect());
+    SingleInstance first(time, lock(support), bus.connect());
+    ASSERT_TRUE(first.claim(perform));
+    SingleInstance second(time, lock(other), bus.connect());
     EXPECT_FALSE(second.claim(never));
-    EXPECT_TRUE(waitUntil([&] { return opened >= 1; }));
+    EXPECT_FALSE(files.stat(other + "/socket", Links::refuse)) << "nobody is reached there";
 }
 
 TEST_F(SingleInstanceBusTests, GivesTheNameBackWhenItEnds) {
     {
-        SingleInstance first(files, support, bus.connect());
+        SingleInstance first(time, lock(support), bus.connect());
         ASSERT_TRUE(first.claim(never));
     }
-    SingleInstance second(files, other, bus.connect());
-    EXPECT_TRUE(second.claim(open));
+    SingleInstance second(time, lock(other), bus.connect());
+    EXPECT_TRUE(second.claim(perform));
 }
 
 TEST(SessionBusTests, IsThereOnlyWhereTheEnvironmentOrTheRuntimeDirectoryNamesIt) {

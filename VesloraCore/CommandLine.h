@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// The words of the command line, and what a program that runs can be asked for by them. Plain text in, plain
+// values out: neither a display nor a home is needed to understand or to refuse a word.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace veslora {
+
+/// What another process can ask a running program for. Nothing of it answers a permission prompt.
+enum class Command {
+    settings, ///< open the settings window
+    toggle,   ///< open the island, or close it
+    quit,     ///< end in the whole order of stopping
+    status,   ///< tell in one line how things stand
+};
+
+/// What became of a command. The text is the status line, or why it could not be done; else it is empty. One
+/// line of ASCII.
+struct CommandOutcome {
+    bool isDone = true;
+    std::string text;
+};
+
+namespace CommandLine {
+
+/// Run the program, or show the settings of the one that runs already.
+struct Start {
+    bool operator==(const Start&) const = default;
+};
+struct Help {
+    bool operator==(const Help&) const = default;
+};
+struct Version {
+    bool operator==(const Version&) const = default;
+};
+/// Ask the program that runs.
+struct Ask {
+    Command command;
+    bool operator==(const Ask&) const = default;
+};
+/// More than one word, or one that has no meaning.
+struct Wrong {
+    bool operator==(const Wrong&) const = default;
+};
+using Request = std::variant<Start, Help, Version, Ask, Wrong>;
+
+/// `words` are the arguments without the program's own name.
+[[nodiscard]] Request parse(std::span<const std::string_view> words);
+
+/// The word for a command, on the command line and between two processes alike.
+[[nodiscard]] std::string_view wordFor(Command command);
+/// The command of that very word; absent for any other text.
+[[nodiscard]] std::optional<Command> commandFor(std::string_view word);
+
+/// One line that lists every word, with its line end.
+[[nodiscard]] std::string_view usage();
+/// What "--help" prints below the usage, with its line end.
+[[nodiscard]] std::string_view explanation();
+
+} // namespace CommandLine
+
+} // namespace veslora

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Settings/FirstStart.h"
+
+#include "VesloraCore/SupportNames.h"
+#include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Settings/Defaults.h"
+
+namespace veslora {
+
+namespace {
+
+bool hasAnyHooks(const AgentMonitor* monitor) {
+    return monitor && (monitor->hooksInstalled() || monitor->hooksOutdated());
+}
+
+} // namespace
+
+bool takeFirstStart(const SupportDirectory& support, const Defaults& settings, const AgentsModel& agents) {
+    const std::string name(SupportNames::startedBefore);
+    const OpenedFolder folder = support.open();
+    if (!folder || folder->stat(name) || folder->write(name, "", {.mode = SupportDirectory::fileMode})) {
+        return false;
+    }
+    return !settings.hasFile() && !hasAnyHooks(&agents.claude()) && !hasAnyHooks(agents.codex());
+}
+
+} // namespace veslora

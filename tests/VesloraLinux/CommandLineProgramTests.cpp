@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+// The program itself, asked by the words of its command line from a shell that has neither a display nor a
+// home of its own session.
+#include "VesloraCore/StatusLine.h"
+#include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraLinux/System/SupportLock.h"
+#include "tests/VesloraLinux/Support/Patience.h"
+#include "tests/VesloraLinux/Support/Program.h"
+#include "tests/VesloraLinux/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veslora {
+namespace {
+
+using testing::becomesTrue;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::Program;
+using testing::TemporaryFolder;
+
+const std::string veslora = std::string(VESLORA_BINARIES) + "/veslora";
+
+class CommandLineProgramTests : public ::testing::Test {
+  protected:
+    struct Ended {
+        int status = -1;
+        std::string out;
+        std::string error;
+    };
+    /// Runs the program with nothing in its environment but what is given.
+    [[nodiscard]] Ended run(const std::vector<std::string>& words,
+                            const std::vector<std::string>& environment) const {
+        const std::string own = std::to_string(++runs);
+        std::vector<std::string> command{
+            "sh",
+            "-c",
+            R"(exec "$@" >")" + folder.path("out" + own) + R"(" 2>")" + folder.path("error" + own) + '"',
+            "sh",
+            "env",
+            "-i"};
+        command.insert(command.end(), environment.begin(), environment.end());
+        command.push_back(veslora);
+        command.insert(command.end(), words.begin(), words.end());
+        const int status = Program(command).wait().value_or(-1);
+        return {status, folder.bytesOf("out" + own), folder.bytesOf("error" + own)};
+    }
+
+    TemporaryFolder folder;
+
+  private:
+    mutable std::atomic<int> runs = 0;
+};
+
+TEST_F(CommandLineProgramTests, ExplainsItselfWithoutADisplayOrAHome) {
+    const Ended help = run({"--help"}, {"HOME=/dev/null"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.out, HasSubstr("usage: veslora"));
+    EXPECT_THAT(help.out, HasSubstr("\n  toggle "));
+    EXPECT_THAT(help.error, IsEmpty());
+    const Ended version = run({"--version"}, {"DISPLAY=:nowhere"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out.rfind("Veslora ", 0), 0U);
+    EXPECT_EQ(version.out.back(), '\n');
+    EXPECT_THAT(version.error, IsEmpty());
+}
+
+TEST_F(CommandLineProgramTests, AWrongWordPrintsTheUsageAndEndsWith2) {
+    for (const auto& words : std::vector<std::vector<std::string>>{
+             {"frobnicate"}, {""}, {"status", "quit"}, {"-platform", "offscreen"}, {"-session", "x"}}) {
+        const Ended ended = run(words, {"HOME=" + folder.path()});
+        EXPECT_EQ(ended.status, 2) << words.front();
+        EXPECT_THAT(ended.out, IsEmpty());
+        EXPECT_EQ(ended.error.rfind("usage: veslora [", 0), 0U);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path(".local")));
+}
+
+TEST_F(CommandLineProgramTests, ACommandThatNobodyHearsSaysSoInOneLine) {
+    for (const char* word : {"settings", "toggle", "quit", "status"}) {
+        const Ended ended = run({word}, {"HOME=" + folder.path()});
+        EXPECT_EQ(ended.status, 1) << word;
+        EXPECT_THAT(ended.out, IsEmpty());
+        EXPECT_EQ(ended.error, "Veslora is not running.\n");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path(".local"))) << "to ask makes nothing";
+}
+
+/// With a display, and with a bus or without one.
+class RunningProgramTests : public CommandLineProgramTests, public ::testing::WithParamInterface<bool> {
+  protected:
+    RunningProgramTests() {
+        if (GetParam()) {
+            bus = std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork",
+                                                                     "--nopidfile", "--print-address=3"},
+                                            3);
+            busAddress = bus->firstLine();
+        }
+    }
+
+    [[nodiscard]] std::vector<std::string> shell() const {
+        return {"HOME=" + home, "XDG_RUNTIME_DIR=" + folder.path(), "DBUS_SESSION_BUS_ADDRESS=" + busAddress};
+    }
+    [[nodiscard]] std::vector<std::string> session() const {
+        auto variables = shell();
+        variables.insert(variables.end(), {"DISPLAY=:" + display, "QT_QPA_PLATFORM=xcb",
+                                           "DBUS_SYSTEM_BUS_ADDRESS=disabled:", "LANG=C.UTF-8"});
+        return variables;
+    }
+    void start() {
+        std::vector<std::string> command{"env", "-i"};
+        const auto variables = session();
+        command.insert(command.end(), variables.begin(), variables.end());
+        command.push_back(veslora);
+        program = std::make_unique<Program>(command);
+        ASSERT_TRUE(becomesTrue([&] { return ask("status").status == 0; }));
+    }
+    [[nodiscard]] Ended ask(const std::string& word) const { return run({word}, shell()); }
+    [[nodiscard]] std::string status() const { return ask("status").out; }
+    void expectDone(const std::string& word) const {
+        const Ended ended = ask(word);
+        EXPECT_EQ(ended.status, 0) << word << ": " << ended.error;
+        EXPECT_THAT(ended.out, IsEmpty());
+        EXPECT_THAT(ended.error, IsEmpty());
+    }
+
+    std::string home = folder.path("home");
+    std::string busAddress = "disabled:";
+    std::unique_ptr<Program> bus;
+    Program server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp"},
+                   3};
+    std::string display = server.firstLine();
+    std::unique_ptr<Program> program;
+};
+
+TEST_P(RunningProgramTests, DoesWhatItIsAskedFromAShellWithoutADisplay) {
+    start();
+    const Ended first = ask("status");
+    EXPECT_TRUE(StatusLine::isOne(first.out.substr(0, first.out.size() - 1))) << first.out;
+    EXPECT_EQ(first.out.back(), '\n');
+    EXPECT_THAT(first.out, HasSubstr(R"("island":"closed")"));
+    expectDone("toggle");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"open")"));
+    expectDone("toggle");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"closed")"));
+    expectDone("settings");
+}
+
+TEST_P(RunningProgramTests, QuitLeavesNothingBehindWhenItReturns) {
+    start();
+    const std::string support = home + "/.local/share/Veslora";
+    EXPECT_TRUE(std::filesystem::exists(support + "/heartbeat"));
+    expectDone("quit");
+    EXPECT_FALSE(std::filesystem::exists(support + "/heartbeat"));
+    EXPECT_FALSE(std::filesystem::exists(support + "/socket"));
+    // A zombie at most, until this test has asked for its status.
+    EXPECT_EQ(program->wait(), 0);
+    EXPECT_EQ(ask("quit").error, "Veslora is not running.\n");
+    start();
+    EXPECT_THAT(status(), HasSubstr("island")) << "the next one runs at once";
+}
+
+TEST_P(RunningProgramTests, OneThatHangsIsToldOfAndNotWaitedForForEver) {
+    start();
+    ASSERT_EQ(kill(program->pid(), SIGSTOP), 0);
+    for (const char* word : {"status", ""}) {
+        const Ended ended = *word != 0 ? ask(word) : run({}, session());
+        EXPECT_EQ(ended.status, 1);
+        EXPECT_THAT(ended.out, IsEmpty());
+        EXPECT_EQ(ended.error, "Veslora is running but does not answer.\n");
+    }
+    ASSERT_EQ(kill(program->pid(), SIGCONT), 0);
+    EXPECT_EQ(ask("status").status, 0);
+}
+
+TEST_F(CommandLineProgramTests, ABusThatHangsIsToldOfAndNotWaitedForForEver) {
+    const Program bus({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}, 3);
+    const std::string address = bus.firstLine();
+    ASSERT_EQ(kill(bus.pid(), SIGSTOP), 0);
+    const Ended ended = run({"status"}, {"HOME=" + folder.path(), "DBUS_SESSION_BUS_ADDRESS=" + address});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_THAT(ended.out, IsEmpty());
+    EXPECT_EQ(ended.error, "The session bus does not answer.\n");
+    ASSERT_EQ(kill(bus.pid(), SIGCONT), 0);
+}
+
+TEST_P(RunningProgramTests, ASecondStartEndsAtOnce) {
+    start();
+    const Ended second = run({}, session());
+    EXPECT_EQ(second.status, 0);
+    EXPECT_THAT(second.error, IsEmpty());
+}
+
+TEST_P(RunningProgramTests, OfTwoThatStartAtOnceOneRunsAndTheOtherDoesNotComplain) {
+    for (int round = 0; round < 5; ++round) {
+        std::array<std::future<Ended>, 2> both;
+        for (auto& each : both) {
+            each = std::async(std::launch::async, [this] { return run({}, session()); });
+        }
+        const auto hasEnded = [](const auto& each) {
+            return each.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        };
+        EXPECT_TRUE(becomesTrue([&] { return std::ranges::any_of(both, hasEnded); }));
+        EXPECT_EQ(std::ranges::count_if(both, hasEnded), 1);
+        expectDone("quit");
+        for (auto& each : both) {
+            const Ended ended = each.get();
+            EXPECT_EQ(ended.status, 0) << ended.error;
+            EXPECT_THAT(ended.error, IsEmpty());
+        }
+    }
+}
+
+TEST_P(RunningProgramTests, OneThatIsAboutToEndIsWaitedFor) {
+    PosixFiles files;
+    std::optional lock(SupportLock::take(files, home + "/.local/share/Veslora"));
+    auto started = std::async(std::launch::async, [this] { return run({}, session()); });
+    EXPECT_EQ(started.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+    lock.reset();
+    EXPECT_TRUE(becomesTrue([this] { return ask("status").status == 0; }));
+    expectDone("quit");
+    EXPECT_EQ(started.get().status, 0);
+}
+
+TEST_P(RunningProgramTests, OneThatHasTheLockAndIsNeverReachedIsToldOf) {
+    PosixFiles files;
+    const auto lock = SupportLock::take(files, home + "/.local/share/Veslora");
+    const Ended ended = run({}, session());
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.error, "Veslora is running but does not answer.\n");
+}
+
+TEST_P(RunningProgramTests, AHomeThatIsOfNoUseIsToldInOneLine) {
+    folder.put("home", "a file");
+    const Ended ended = run({}, session());
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.error,
+              "Veslora can't use its folder " + home + "/.local/share/Veslora: Not a directory.\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutABus, RunningProgramTests, ::testing::Bool(),
+                         [](const auto& tested) { return tested.param ? "Bus" : "Socket"; });
+
+} // namespace
+} // namespace veslora
