@@ -14,7 +14,11 @@ Row {
 
     /// Goes to the page of that name, if there is one.
     function select(name: string) {
-        choice.choose(pages.findIndex(page => page.name === name));
+        for (let index = 0; index < pages.length; ++index) {
+            if (pages[index].name === name) {
+                choice.choose(index);
+            }
+        }
     }
 
     /// Opens the page that many places on, around the ends, and moves the focus to its tab.
