@@ -14,7 +14,8 @@ class PixelCanvas;
 
 class PixelItem : public QQuickItem {
     Q_OBJECT
-    QML_ANONYMOUS
+    QML_ELEMENT
+    QML_UNCREATABLE("what the small shapes have in common")
     /// Points to the item that follows in a row, at its right. Where this is given the space in between comes
     /// out as equally many pixels throughout the row, and the item's width takes up the rest. Where it is 0
     /// the width is equally many pixels wherever the item stands.

@@ -8,7 +8,8 @@
 
 namespace veslora {
 
-class PixelRectangle : public PixelItem {
+// Qt tells qmllint of a base only by the name that stands here, so it has to be the whole one.
+class PixelRectangle : public veslora::PixelItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed FINAL)

@@ -13,7 +13,8 @@
 
 namespace veslora {
 
-class SegmentRow : public PixelItem {
+// Qt tells qmllint of a base only by the name that stands here, so it has to be the whole one.
+class SegmentRow : public veslora::PixelItem {
     Q_OBJECT
     QML_ELEMENT
     /// How much is lit, from 0 to 1; any part of a tick lights all of it.
