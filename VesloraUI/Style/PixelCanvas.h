@@ -32,7 +32,11 @@ class PixelCanvas {
         double radius;
     };
 
-    void blend(int x, int y, const QColor& color, double coverage);
+    /// Lays a colour over a rectangle, as much of it on each pixel as `coverage` says for its place.
+    template <class Coverage>
+    void lay(const QRect& frame, const QColor& color, const Coverage& coverage);
+    /// A colour laid over a premultiplied one. `alpha` is from 0 to 255.
+    [[nodiscard]] static QRgb blended(QRgb color, int alpha, QRgb below);
 
     QImage m_image;
 };
