@@ -37,7 +37,20 @@ struct NotchShape {
     /// of at most a quarter of the width, and below it rounded corners as large as there is room for.
     [[nodiscard]] std::vector<PathCommand> pathIn(const Rect& rect) const;
 
+    /// Where content may be drawn: a rectangle that lies inside the outline everywhere. It leaves out the
+    /// flare at both sides, and of the rounded corners a ninth of their radius at the sides and half of it at
+    /// the foot.
+    [[nodiscard]] Rect contentRectIn(const Rect& rect) const;
+
     bool operator==(const NotchShape&) const = default;
+
+  private:
+    struct Radii {
+        double flare = 0;
+        double corner = 0;
+    };
+    /// The radii that there is room for.
+    [[nodiscard]] Radii fitting(const Rect& rect) const;
 };
 
 } // namespace veslora

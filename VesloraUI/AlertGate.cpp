@@ -135,11 +135,14 @@ bool AlertGate::isWhole() const {
     if (!m_room || !m_outline || !m_window || !m_room->isVisible()) {
         return false;
     }
+    const QRectF inScene = m_room->mapRectToScene(m_room->boundingRect());
     double opacity = 1;
     for (const QQuickItem* item = m_room; item; item = item->parentItem()) {
         opacity *= item->opacity();
+        if (item->clip() && !item->mapRectToScene(item->boundingRect()).contains(inScene)) {
+            return false;
+        }
     }
-    const QRectF inScene = m_room->mapRectToScene(m_room->boundingRect());
     return opacity >= wholeOpacity && QRectF({}, QSizeF(m_window->size())).contains(inScene) &&
            m_outline->path().contains(m_outline->mapRectFromScene(inScene));
 }

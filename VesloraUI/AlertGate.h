@@ -71,7 +71,7 @@ class AlertGate : public veslora::PressJudge, public QQmlParserStatus {
     [[nodiscard]] bool isLive();
     void lookAgain();
     void updateArmed();
-    /// Whether the room is drawn at full opacity, inside the island and inside the window.
+    /// Whether the room is drawn at full opacity, unclipped, inside the island and inside the window.
     [[nodiscard]] bool isWhole() const;
     /// Whether something else is known to be on screen where the text should be.
     [[nodiscard]] bool isCovered() const;

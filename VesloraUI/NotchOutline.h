@@ -15,16 +15,22 @@ class NotchOutline : public QQuickPaintedItem {
     /// Share of the hairline round the shape that shows, from 0 to 1.
     Q_PROPERTY(double strokeOpacity MEMBER m_strokeOpacity NOTIFY changed FINAL)
 
+    /// Where content may be drawn, in the item's own coordinates: inside the outline everywhere.
+    Q_PROPERTY(QRectF contentRect READ contentRect NOTIFY contentRectChanged FINAL)
+
   public:
     explicit NotchOutline(QQuickItem* parent = nullptr);
 
     /// The outline in the item's own coordinates.
     [[nodiscard]] QPainterPath path() const;
 
+    [[nodiscard]] QRectF contentRect() const;
+
     void paint(QPainter* painter) override;
 
   signals:
     void changed();
+    void contentRectChanged();
 
   private:
     double m_topRadius = 6;

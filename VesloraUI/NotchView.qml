@@ -73,16 +73,23 @@ Item {
             strokeOpacity: Math.min(1, Math.max(0, openSpring.value))
             topRadius: topRadiusSpring.value
         }
+    }
 
-        Item {
-            anchors.fill: parent
-            clip: true
+    // Clips what the island shows to where its outline surely encloses it. Qt clips at whole points of the window.
+    Item {
+        id: room
 
-            NotchContent {
-                anchors.fill: parent
-                model: root.model
-                outline: shape
-            }
+        clip: true
+        height: Math.floor(shape.contentRect.height)
+        width: root.width - 2 * x
+        x: Math.ceil(island.x + shape.contentRect.x)
+
+        NotchContent {
+            height: island.height
+            model: root.model
+            outline: shape
+            width: island.width
+            x: island.x - room.x
         }
     }
 }

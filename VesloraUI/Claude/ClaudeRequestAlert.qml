@@ -108,17 +108,17 @@ Item {
 
             KeyButton {
                 enabled: presenter.isDenyEnabled
+                isDimmed: !presenter.isDenyEnabled
                 judge: view.judge
-                opacity: enabled ? 1 : 0.4
                 text: qsTr("Deny")
                 onClicked: presenter.deny()
             }
 
             KeyButton {
                 enabled: presenter.isAllowEnabled
+                isDimmed: !presenter.isAllowEnabled
                 isPrimary: true
                 judge: view.judge
-                opacity: enabled ? 1 : 0.4
                 text: qsTr("Allow")
                 onClicked: presenter.allow()
             }

@@ -17,7 +17,7 @@ Item {
     Accessible.onPressAction: row.clicked()
     height: session.activity === "" ? 14 : 28
 
-    Rectangle {
+    PixelRectangle {
         anchors.fill: parent
         anchors.margins: -1
         anchors.leftMargin: 0
@@ -32,7 +32,7 @@ Item {
         spacing: row.isWide ? 6 : 4
         x: row.overhang
 
-        Rectangle {
+        PixelRectangle {
             anchors.verticalCenter: parent.verticalCenter
             color: row.session.lightColor
             height: 6

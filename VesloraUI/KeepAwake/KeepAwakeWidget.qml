@@ -97,6 +97,8 @@ Item {
     }
 
     Row {
+        id: presets
+
         anchors.bottom: parent.bottom
         spacing: widget.isWide ? 6 : 4
         visible: !presenter.isOn
@@ -110,6 +112,7 @@ Item {
                 required property int index
                 required property var modelData
 
+                gap: presets.spacing
                 helpText: modelData.helpText
                 padding: widget.isWide ? 10 : 6
                 symbol: modelData.symbol

@@ -11,13 +11,18 @@ Item {
 
     implicitHeight: 2
 
+    FirstFrame {
+        id: firstFrame
+    }
+
     Glide {
         id: glide
 
+        isLive: firstFrame.hasPassed
         target: Math.max(0, fuse.width * fuse.fraction)
     }
 
-    Rectangle {
+    PixelRectangle {
         color: fuse.tint
         height: fuse.height
         radius: height / 2

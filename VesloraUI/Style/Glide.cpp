@@ -21,7 +21,8 @@ void Glide::setTarget(double target) {
     }
     const bool isMoving = m_way.state() == QAbstractAnimation::Running;
     // OPTIMIZATION: what burns down by less than a point at a time would otherwise draw every frame for it.
-    if (!m_isComplete || (!isMoving && std::abs(target - m_value) <= leastWay)) {
+    if (!m_isComplete || !m_isLive || (!isMoving && std::abs(target - m_value) <= leastWay)) {
+        m_way.stop();
         setValue(target);
         return;
     }

@@ -14,6 +14,8 @@ class Glide : public QObject, public QQmlParserStatus {
     Q_INTERFACES(QQmlParserStatus)
     /// Points.
     Q_PROPERTY(double target READ target WRITE setTarget NOTIFY targetChanged FINAL)
+    /// Nothing moves while this is false: each target is taken at once.
+    Q_PROPERTY(bool isLive MEMBER m_isLive NOTIFY isLiveChanged FINAL)
     Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
 
   public:
@@ -33,6 +35,7 @@ class Glide : public QObject, public QQmlParserStatus {
 
   signals:
     void targetChanged();
+    void isLiveChanged();
     void valueChanged();
 
   private:
@@ -42,6 +45,7 @@ class Glide : public QObject, public QQmlParserStatus {
     double m_target = 0;
     double m_value = 0;
     bool m_isComplete = false;
+    bool m_isLive = true;
     QVariantAnimation m_way; ///< from 0 to 1
 };
 

@@ -13,6 +13,14 @@ KeyItem {
     property bool isSelected: false
     property color tint: VesloraStyle.accentColor
     property real padding: 10
+    /// A key that does nothing now. It is drawn darker as a whole, so that its text can be read as well as before.
+    property bool isDimmed: false
+    /// Points to the key at its right, in a row.
+    property alias gap: face.gap
+
+    function shade(color: color): color {
+        return isDimmed ? VesloraStyle.dimmed(color) : color;
+    }
 
     implicitHeight: 26
     implicitWidth: Math.max(34, (symbol !== "" ? symbolSize : label.implicitWidth - label.font.letterSpacing) + 2 * padding)
@@ -31,20 +39,14 @@ KeyItem {
             }
         }
 
-        Rectangle {
-            anchors.fill: parent
-            color: key.isPrimary ? key.tint : key.isPressed ? VesloraStyle.keySurfacePressed : VesloraStyle.keySurface
-            opacity: key.isPrimary && key.isPressed ? 0.8 : 1
-            radius: 6
-        }
+        PixelRectangle {
+            id: face
 
-        Rectangle {
             anchors.fill: parent
-            border.color: key.isSelected ? Qt.alpha(key.tint, 0.5) : Qt.rgba(1, 1, 1, 0.06)
-            border.width: 1
-            color: "transparent"
+            borderColor: key.isSelected ? key.shade(Qt.alpha(key.tint, 0.5)) : key.isPrimary ? "transparent" : key.shade(Qt.rgba(1, 1, 1, 0.06))
+            color: key.shade(key.isPrimary ? Qt.alpha(key.tint, key.isPressed ? 0.8 : 1) : key.isPressed ? VesloraStyle.keySurfacePressed : VesloraStyle.keySurface)
+            gap: 6
             radius: 6
-            visible: key.isSelected || !key.isPrimary
         }
 
         Symbol {
@@ -61,7 +63,7 @@ KeyItem {
             anchors.centerIn: parent
             // The last letter's tracking hangs out, so that the word itself is centred.
             anchors.horizontalCenterOffset: font.letterSpacing / 2
-            color: key.isPrimary ? "black" : key.isSelected ? key.tint : VesloraStyle.textPrimary
+            color: key.shade(key.isPrimary ? "black" : key.isSelected ? key.tint : VesloraStyle.textPrimary)
             height: 14
             text: key.text
             textFormat: Text.PlainText

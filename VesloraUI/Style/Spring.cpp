@@ -56,9 +56,11 @@ void Spring::setTarget(double target) {
     }
     m_motion.target = target;
     emit targetChanged();
-    if (!m_isComplete) {
+    if (!m_isComplete || !m_isLive) {
         m_motion.value = target;
+        m_motion.velocity = 0;
         emit valueChanged();
+        m_drive.stop();
     } else if (!isRunning()) {
         m_drive.start();
         // The first frame shows the first of the movement already. OPTIMIZATION: two frames' worth bring a

@@ -37,6 +37,8 @@ class Spring : public QObject, public QQmlParserStatus {
     Q_PROPERTY(double damping MEMBER m_damping FINAL)
     /// Seconds that lie between two steps at least; 0 where every frame of the scene is one.
     Q_PROPERTY(double interval MEMBER m_interval FINAL)
+    /// Nothing moves while this is false: each target is taken at once.
+    Q_PROPERTY(bool isLive MEMBER m_isLive NOTIFY isLiveChanged FINAL)
     Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged FINAL)
 
@@ -54,6 +56,7 @@ class Spring : public QObject, public QQmlParserStatus {
 
   signals:
     void targetChanged();
+    void isLiveChanged();
     void valueChanged();
     void isRunningChanged();
 
@@ -80,6 +83,7 @@ class Spring : public QObject, public QQmlParserStatus {
     double m_damping = VesloraStyle::motionDamping;
     double m_interval = 0;
     bool m_isComplete = false;
+    bool m_isLive = true;
     Drive m_drive{*this};
 };
 

@@ -13,6 +13,10 @@ Item {
     height: size
     width: size
 
+    FirstFrame {
+        id: firstFrame
+    }
+
     Image {
         anchors.centerIn: parent
         height: width
@@ -22,6 +26,8 @@ Item {
         width: light.size + 18
 
         Behavior on opacity {
+            enabled: firstFrame.hasPassed
+
             NumberAnimation {
                 duration: 120
                 easing.type: Easing.OutQuad
@@ -29,13 +35,15 @@ Item {
         }
     }
 
-    Rectangle {
+    PixelRectangle {
         anchors.fill: parent
         color: light.tint
         opacity: light.isOn ? 1 : 0.2
         radius: 1.5
 
         Behavior on opacity {
+            enabled: firstFrame.hasPassed
+
             NumberAnimation {
                 duration: 120
                 easing.type: Easing.OutQuad

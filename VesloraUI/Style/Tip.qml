@@ -28,7 +28,7 @@ Item {
         }
     }
 
-    Rectangle {
+    PixelRectangle {
         id: box
 
         function place() {
@@ -39,8 +39,7 @@ Item {
             y = below + height <= tip.scene.height ? below : origin.y - height - 6;
         }
 
-        border.color: VesloraStyle.hairline
-        border.width: 1
+        borderColor: VesloraStyle.hairline
         color: VesloraStyle.traySurface
         height: label.height + 8
         parent: tip.scene

@@ -15,14 +15,6 @@ namespace veslora {
 
 namespace {
 
-QColor blend(const QColor& from, const QColor& to, double fraction) {
-    const auto channel = [fraction](float start, float end) {
-        return static_cast<float>(start + (end - start) * fraction);
-    };
-    return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
-                            channel(from.blueF(), to.blueF()));
-}
-
 QString familyOr(const QString& family, QFontDatabase::SystemFont otherwise) {
     return QFontDatabase::hasFamily(family) ? family : QFontDatabase::systemFont(otherwise).family();
 }
@@ -45,6 +37,20 @@ VesloraStyle* VesloraStyle::of(QQmlEngine& engine) {
 void VesloraStyle::readAccent() {
     const auto stored = m_environment.settings().stringValue(SettingsKeys::accent);
     assign(this, m_accent, AccentColors::fromStored(stored), &VesloraStyle::accentChanged);
+}
+
+QColor VesloraStyle::blend(const QColor& from, const QColor& to, double fraction) {
+    const auto channel = [fraction](float start, float end) {
+        return static_cast<float>(start + (end - start) * fraction);
+    };
+    return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
+                            channel(from.blueF(), to.blueF()), channel(from.alphaF(), to.alphaF()));
+}
+
+QColor VesloraStyle::dimmed(const QColor& color) {
+    QColor black(Qt::black);
+    black.setAlphaF(color.alphaF());
+    return blend(black, color, dimmedOpacity);
 }
 
 QColor VesloraStyle::levelColor(double fraction) {

@@ -57,6 +57,16 @@ class VesloraStyle : public QObject {
     static QColor levelMid() { return QColor::fromRgbF(1, 0.773F, 0.239F); }
     static QColor levelHigh() { return QColor::fromRgbF(1, 0.302F, 0.18F); }
 
+    /// The colour at a fraction of the way from one to another, channel by channel and in opacity. `fraction`
+    /// is from 0 to 1.
+    [[nodiscard]] static QColor blend(const QColor& from, const QColor& to, double fraction);
+
+    /// A colour of a dimmed key: as if the key, drawn whole, lay over the island's black at `dimmedOpacity`.
+    /// An opacity on the key itself would not do: Qt gives it to each of its parts, and the face shines
+    /// through the letters. A colour that is itself laid over another keeps its opacity.
+    Q_INVOKABLE [[nodiscard]] static QColor dimmed(const QColor& color);
+    static constexpr double dimmedOpacity = 0.4;
+
     /// Colour of a meter at a fraction from 0 to 1, limited to that range: from low over mid to high.
     Q_INVOKABLE [[nodiscard]] static QColor levelColor(double fraction);
 

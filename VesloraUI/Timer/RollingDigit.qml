@@ -9,6 +9,7 @@ Item {
     required property var piece
     required property int size
     required property bool isMonospaced
+    required property bool isLive
     property color color
     /// From 0, where the new digit is about to come, to 1.
     readonly property real progress: roll.value - piece.turns + 1
@@ -23,6 +24,7 @@ Item {
         // OPTIMIZATION: a timer that runs rolls a digit every second. With all 60 frames that took half of what the
         // open rack may cost altogether.
         interval: 1 / 30
+        isLive: digit.isLive
         response: 0.5
         target: digit.piece.turns
     }

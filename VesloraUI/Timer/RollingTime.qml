@@ -12,12 +12,18 @@ Item {
     property color color: VesloraStyle.textPrimary
     /// In the font of the wings, whose digits are of equal width anyway.
     property bool isMonospaced: false
+    /// It was on screen already, so that what changes moves.
+    readonly property alias isLive: firstFrame.hasPassed
 
     Accessible.name: presenter.text
     Accessible.role: Accessible.StaticText
     implicitHeight: size + 4
     implicitWidth: digits.width
     width: implicitWidth
+
+    FirstFrame {
+        id: firstFrame
+    }
 
     RollingTimePresenter {
         id: presenter
@@ -37,6 +43,7 @@ Item {
             RollingDigit {
                 color: time.color
                 height: time.height
+                isLive: time.isLive
                 isMonospaced: time.isMonospaced
                 size: time.size
             }

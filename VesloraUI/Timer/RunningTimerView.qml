@@ -45,6 +45,8 @@ Item {
         y: view.isWide ? 19 : 22
 
         Behavior on color {
+            enabled: time.isLive
+
             ColorAnimation {
                 duration: 200
                 easing.type: Easing.OutQuad
@@ -60,6 +62,8 @@ Item {
         y: time.y + time.height + 8
 
         Behavior on tint {
+            enabled: time.isLive
+
             ColorAnimation {
                 duration: 200
                 easing.type: Easing.OutQuad
@@ -74,6 +78,7 @@ Item {
         spacing: view.isWide ? 6 : 4
 
         KeyButton {
+            gap: keys.spacing
             symbol: view.isWide ? "" : presenter.isPaused ? "play.fill" : "pause.fill"
             text: presenter.isPaused ? qsTr("Resume") : qsTr("Pause")
             width: view.keyWidths[0] || implicitWidth
@@ -81,6 +86,7 @@ Item {
         }
 
         KeyButton {
+            gap: keys.spacing
             helpText: qsTr("Add a minute")
             symbol: "plus.one"
             symbolSize: 15
@@ -90,6 +96,7 @@ Item {
         }
 
         KeyButton {
+            gap: keys.spacing
             helpText: qsTr("Add 5 minutes")
             symbol: "plus.five"
             symbolSize: 15
@@ -101,6 +108,7 @@ Item {
 
     KeyButton {
         anchors.bottom: parent.bottom
+        gap: keys.spacing
         helpText: qsTr("Cancel the timer")
         symbol: "cancel"
         symbolSize: 12

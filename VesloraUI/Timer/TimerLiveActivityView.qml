@@ -10,6 +10,8 @@ WingsView {
     readonly property real fuseWidth: 25
 
     leading: RollingTime {
+        id: time
+
         anchors.centerIn: parent
         color: presenter.isUrgent ? VesloraStyle.urgentColor : VesloraStyle.textPrimary
         height: 14
@@ -19,6 +21,8 @@ WingsView {
         size: 12
 
         Behavior on color {
+            enabled: time.isLive
+
             ColorAnimation {
                 duration: 200
                 easing.type: Easing.OutQuad
@@ -33,6 +37,8 @@ WingsView {
         width: view.fuseWidth
 
         Behavior on tint {
+            enabled: time.isLive
+
             ColorAnimation {
                 duration: 200
                 easing.type: Easing.OutQuad

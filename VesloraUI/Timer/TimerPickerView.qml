@@ -76,6 +76,7 @@ Item {
                 required property int index
                 required property int modelData
 
+                gap: presets.spacing
                 helpText: presenter.presetHelp(modelData)
                 text: modelData
                 // Four keys share the small widget's 150 points.
@@ -87,6 +88,7 @@ Item {
 
     KeyButton {
         anchors.bottom: parent.bottom
+        gap: presets.spacing
         isPrimary: true
         symbol: view.isWide ? "" : "play.fill"
         text: qsTr("Start")

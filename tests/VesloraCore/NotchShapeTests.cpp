@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace veslora;
 using testing::ElementsAre;
 
@@ -51,4 +53,19 @@ TEST(NotchShape, LowFrameTakesFromTheCornersAndNeverFromTheFlare) {
     const Radii radii = radiiOf({12, 16}, {0, 0, 520, 20});
     EXPECT_EQ(radii.flare, 12);
     EXPECT_EQ(radii.corner, 8);
+}
+
+TEST(NotchShape, ContentStaysInsideTheFlareAndTheCorners) {
+    EXPECT_EQ((NotchShape{10, 18}.contentRectIn({5, 7, 520, 132})), (Rect{17, 7, 496, 123}));
+    EXPECT_EQ((NotchShape{10, 18}.contentRectIn({0, 0, 0, 0})), (Rect{0, 0, 0, 0}));
+}
+
+TEST(NotchShape, TheCornersOfTheContentLieInsideTheOutlinesCurve) {
+    const NotchShape shape{6, 8};
+    const Rect frame{0, 0, 212, 28};
+    const Rect content = shape.contentRectIn(frame);
+    // From the tip of the corner, in radii.
+    const double across = (content.x - 6) / 8;
+    const double up = (frame.maxY() - content.maxY()) / 8;
+    EXPECT_GT(std::sqrt(across) + std::sqrt(up), 1);
 }

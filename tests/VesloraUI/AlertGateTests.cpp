@@ -70,6 +70,21 @@ TEST_F(AlertGateTest, TheAlertIsOnScreenWithItsFirstWholeFrameAndNotBefore) {
     EXPECT_TRUE(model.isAlertOnScreen());
 }
 
+TEST_F(AlertGateTest, AnAlertThatAClipCutsIsNotOnScreen) {
+    ask();
+    ASSERT_TRUE(drawsTheAlert());
+    scene.advance(1);
+    ASSERT_TRUE(scene.isEnabled("Allow"));
+    QQuickItem* clip = scene.itemNamed("text of r1");
+    while (clip && !clip->clip()) {
+        clip = clip->parentItem();
+    }
+    ASSERT_TRUE(clip) << "what keeps the content inside the island";
+    clip->setHeight(100);
+    scene.advance(0);
+    EXPECT_FALSE(scene.isEnabled("Allow"));
+}
+
 TEST_F(AlertGateTest, KeysComeAliveSixTenthsOfASecondAfterThatFrame) {
     ask();
     scene.platform.time.advance(5);

@@ -3,8 +3,10 @@
 #include "VesloraUI/NotchOutline.h"
 #include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "tests/VesloraUI/AnimationTime.h"
 #include "tests/VesloraUI/Scene.h"
 
+#include <QPainter>
 #include <QRawFont>
 #include <QTest>
 
@@ -14,13 +16,13 @@
 namespace veslora {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
-using testing::Pair;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::Pair;
 
-class NotchViewTest : public testing::Test {
+class NotchViewTest : public ::testing::Test {
   protected:
     NotchViewTest() {
         scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
@@ -173,7 +175,7 @@ TEST_F(NotchViewTest, OpenItShowsTheRack) {
     ASSERT_TRUE(settles());
     EXPECT_EQ(shape->width(), 794);
     EXPECT_EQ(shape->height(), 28 + 18 + 112 + 26);
-    EXPECT_THAT(scene.texts(), testing::IsSupersetOf({"Timer", "Start", "Music", "Metronome"}));
+    EXPECT_THAT(scene.texts(), ::testing::IsSupersetOf({"Timer", "Start", "Music", "Metronome"}));
 }
 
 TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
@@ -184,6 +186,76 @@ TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {
     EXPECT_THAT(scene.texts(), ElementsAre("No widgets · hold or right-click to edit"));
     scene.close();
 }
+
+/// The island on a screen of some scale, with the time of its springs moved by hand.
+class NotchMotionTest : public NotchViewTest, public ::testing::WithParamInterface<double> {
+  protected:
+    NotchMotionTest() {
+        time.install();
+        scene.close();
+        scene.scale = GetParam();
+        // Whole pixels at each scale: Qt draws no part of one at a window's edge.
+        scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1136, 252});
+        // Nothing that the island shows is blue alone, and its shadow only darkens it.
+        scene.window().setColor(Qt::blue);
+        shape = scene.view().property("outline").value<NotchOutline*>();
+    }
+
+    /// Pixels of what the island shows that lie more than half a pixel outside its outline. The hairline
+    /// along the outline is too dark to count.
+    [[nodiscard]] int spilledPixels() const {
+        const QImage picture = scene.picture().convertToFormat(QImage::Format_RGB32);
+        QImage inside(picture.size(), QImage::Format_Grayscale8);
+        inside.fill(0);
+        QPainter painter(&inside);
+        painter.scale(GetParam(), GetParam());
+        const QPainterPath path = shape->path().translated(shape->mapToScene({}));
+        painter.fillPath(path, Qt::white);
+        painter.strokePath(path, QPen(Qt::white, 1 / GetParam()));
+        painter.end();
+        int spilled = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            const auto* pixels = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+            const uchar* within = inside.constScanLine(y);
+            for (int x = 0; x < picture.width(); ++x) {
+                spilled += within[x] == 0 && std::max(qRed(pixels[x]), qGreen(pixels[x])) > 40 ? 1 : 0;
+            }
+        }
+        return spilled;
+    }
+    /// Every frame until the island has its size. The most that one of them spills.
+    [[nodiscard]] int mostSpilled() {
+        int most = 0;
+        for (int frame = 0;
+             frame < 60 && (frame < 2 || shape->height() != model.islandHeight() || hasLeaving()); ++frame) {
+            time.advance(16);
+            most = std::max(most, spilledPixels());
+        }
+        EXPECT_EQ(shape->height(), model.islandHeight()) << "it did not come to rest";
+        return most;
+    }
+
+    testing::AnimationTime time;
+};
+
+TEST_P(NotchMotionTest, NothingSpillsOverTheOutlineWhileTheRackOpensAndCloses) {
+    model.setExpanded(true);
+    EXPECT_EQ(mostSpilled(), 0);
+    EXPECT_FALSE(scene.texts().isEmpty());
+    model.setExpanded(false);
+    EXPECT_EQ(mostSpilled(), 0);
+}
+
+TEST_P(NotchMotionTest, NothingSpillsOverTheOutlineWhileARequestComesAndGoes) {
+    ask("a text that is long enough to reach from the one side of the request to its other side and wraps "
+        "there");
+    EXPECT_EQ(mostSpilled(), 0);
+    EXPECT_FALSE(scene.texts().isEmpty());
+    scene.claude.publish({}, {});
+    EXPECT_EQ(mostSpilled(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryScale, NotchMotionTest, ::testing::ValuesIn(Scene::screenScales));
 
 TEST_F(NotchViewTest, TheAccentFollowsTheSetting) {
     scene.claude.publish({FakeMonitor::session("a", ClaudeStatus::Finished{1})}, {});

@@ -5,9 +5,15 @@
 #include "VesloraUI/Views.h"
 
 #include <QAccessible>
+#include <QGuiApplication>
+#include <QQmlComponent>
 #include <QQuickItem>
+#include <QScreen>
 #include <QTest>
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <functional>
 
 namespace veslora {
@@ -34,6 +40,13 @@ void visit(QQuickItem* item, const std::function<void(QQuickItem*)>& each) {
     }
 }
 
+QScreen* screenOf(double scale) {
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const auto found = std::ranges::find(screens, scale, &QScreen::devicePixelRatio);
+    EXPECT_NE(found, screens.end()) << "there is no screen at scale " << scale;
+    return found == screens.end() ? QGuiApplication::primaryScreen() : *found;
+}
+
 } // namespace
 
 Scene::Scene() {
@@ -51,10 +64,24 @@ void Scene::close() {
 }
 
 void Scene::show(const QString& file, const QVariantMap& properties, QSize size) {
+    show(createView(engine, file, properties), size);
+}
+
+void Scene::showText(const QString& text, QSize size) {
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick\nimport Veslora\n" + text.toUtf8(), {});
+    EXPECT_TRUE(component.isReady()) << component.errorString().toStdString();
+    show(std::unique_ptr<QObject>(component.create()), size);
+}
+
+void Scene::show(std::unique_ptr<QObject> view, QSize size) {
+    m_view.reset();
     m_window = std::make_unique<QQuickWindow>();
     m_window->setColor(Qt::black);
-    m_window->resize(size);
-    m_view = createView(engine, file, properties);
+    QScreen* screen = screenOf(scale);
+    m_window->setScreen(screen);
+    m_window->setGeometry(QRect(screen->geometry().topLeft(), size));
+    m_view = std::move(view);
     auto* item = qobject_cast<QQuickItem*>(m_view.get());
     Q_ASSERT(item);
     item->setParentItem(m_window->contentItem());

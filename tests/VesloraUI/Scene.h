@@ -19,6 +19,7 @@
 #include <QQuickWindow>
 #include <QStringList>
 
+#include <array>
 #include <memory>
 
 class QAccessibleInterface;
@@ -43,11 +44,16 @@ class Scene {
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
     ViewEnvironment environment{platform.time, platform.frames, settings, platform.taps, platform.sound};
     QQmlEngine engine;
+    /// Device pixels to a point, on the screen where windows are shown from now on: one of `screenScales`.
+    double scale = 1;
+    static constexpr std::array screenScales{1.0, 1.25, 1.5, 1.75, 2.0};
 
     /// Shows the view of a file in a window of that size, with what it asks for.
     void show(const QString& file, const QVariantMap& properties, QSize size = {520, 200});
     /// Shows a page of widgets.
     void showRack(RackModel& shown, QSize size);
+    /// Shows a view that is written down, with all of Qt Quick and of ours at hand.
+    void showText(const QString& text, QSize size);
     /// Shows a window of its own.
     void showWindow(std::unique_ptr<QQuickWindow> shown);
 
@@ -82,6 +88,7 @@ class Scene {
     [[nodiscard]] QImage picture() const;
 
   private:
+    void show(std::unique_ptr<QObject> view, QSize size);
     [[nodiscard]] QAccessibleInterface* find(const QString& name) const;
     void stampMouse() const;
 

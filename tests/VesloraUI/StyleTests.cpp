@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "VesloraUI/Style/SegmentRow.h"
 #include "VesloraUI/Style/StyleImages.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "tests/VesloraUI/AnimationTime.h"
 #include "tests/VesloraUI/Scene.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace veslora {
 namespace {
@@ -156,14 +161,128 @@ TEST_F(FuseTest, ATargetThatMovesOnIsFollowedFromWhereItIs) {
     EXPECT_EQ(bar->width(), 70.5);
 }
 
+/// Views that get their size, and with it their value, after they were made: as in the island.
+class FirstFrameTest : public ::testing::Test {
+  protected:
+    FirstFrameTest() { time.install(); }
+    void TearDown() override { scene.close(); }
+
+    /// How much of a row of pixels is as bright as that.
+    [[nodiscard]] int brightPixels(int y, int brightness) const {
+        const QImage picture = scene.picture();
+        int bright = 0;
+        for (int x = 0; x < picture.width(); ++x) {
+            bright += qGreen(picture.pixel(x, y)) >= brightness ? 1 : 0;
+        }
+        return bright;
+    }
+
+    testing::AnimationTime time;
+    Scene scene;
+};
+
+TEST_F(FirstFrameTest, AFuseThatComesIntoViewDoesNotGrow) {
+    scene.showText("Item { id: view; Fuse { tint: 'white'; fraction: 0.5; height: 4; width: view.width } }",
+                   {200, 20});
+    EXPECT_NEAR(brightPixels(2, 250), 100, 2);
+}
+
+TEST_F(FirstFrameTest, AMeterThatComesIntoViewDoesNotFadeIn) {
+    scene.showText(
+        "Item { id: view; SegmentedMeter { tint: 'white'; fraction: view.width > 0 ? 0.5 : 0; segments: 10;"
+        " height: 6; width: view.width } }",
+        {200, 20});
+    EXPECT_NEAR(brightPixels(3, 250), 91, 8);
+    scene.view().setProperty("width", 0);
+    scene.advance(0);
+    EXPECT_EQ(brightPixels(3, 250), 0) << "it has no width";
+}
+
+TEST_F(FirstFrameTest, AMeterChangesItsColorsInAMomentOnceItWasSeen) {
+    scene.showText("SegmentedMeter { tint: 'white'; fraction: 1; segments: 2; height: 6; width: 100 }",
+                   {100, 20});
+    EXPECT_GT(brightPixels(3, 250), 90);
+    scene.view().setProperty("fraction", 0);
+    EXPECT_GT(brightPixels(3, 250), 90);
+    time.advance(75);
+    EXPECT_EQ(brightPixels(3, 250), 0);
+    EXPECT_GT(brightPixels(3, 60), 90);
+    time.advance(75);
+    EXPECT_EQ(brightPixels(3, 60), 0);
+}
+
+TEST_F(FirstFrameTest, DigitsThatComeIntoViewDoNotRoll) {
+    scene.showText("Item { id: view; RollingTime { remaining: view.width > 0 ? 671 : 0; size: 30 } }",
+                   {200, 60});
+    EXPECT_EQ(scene.texts(), QStringList({"1", "1", ":", "1", "1"}));
+    EXPECT_EQ(scene.itemWith("text", "1")->y(), 0);
+}
+
+TEST_F(FirstFrameTest, AUsageBarThatComesIntoViewDoesNotFadeIn) {
+    scene.showText(
+        "Item { id: view; ClaudeUsageMeter { width: view.width; height: 14; labelWidth: 34; figureWidth: 36;"
+        " segments: 20; meterHeight: 7; reading: ({label: '', percent: '', fraction: view.width > 0 ? 1 : "
+        "0}) } }",
+        {230, 20});
+    EXPECT_GT(brightPixels(7, 76), 100) << "the least green of a lit tick is 77";
+}
+
+TEST_F(FirstFrameTest, ALampThatComesIntoViewDoesNotFadeOut) {
+    scene.showText("Item { id: view; StatusLight { tint: 'white'; isOn: view.width <= 0; x: 20; y: 7 } }",
+                   {60, 20});
+    EXPECT_EQ(brightPixels(10, 52), 0);
+    EXPECT_EQ(brightPixels(10, 45), 6);
+}
+
+/// WCAG's contrast of two opaque colours.
+double contrast(const QColor& first, const QColor& second) {
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](double channel) {
+            return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const auto [dark, light] = std::minmax(luminance(first), luminance(second));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+TEST(KeyButton, ADimmedKeysTextCanStillBeRead) {
+    Scene scene;
+    // A letter of full ink in the middle of the face.
+    scene.showText("Item { KeyButton { width: 60; text: '█'; isPrimary: true; isDimmed: true } }", {60, 26});
+    const QImage picture = scene.picture();
+    const QColor face = picture.pixelColor(10, 13);
+    const QColor letter = picture.pixelColor(30, 13);
+    EXPECT_EQ(face.rgb(), VesloraStyle::dimmed(AccentColors::color(Accent::lime)).rgb());
+    EXPECT_GE(contrast(face, letter), 3.25)
+        << face.name().toStdString() << " " << letter.name().toStdString();
+}
+
 TEST(SegmentedMeter, LightsItsTicksFromTheLeft) {
     Scene scene;
     scene.show("Style/SegmentedMeter.qml", {{"fraction", 0.25}, {"segments", 8}}, {100, 7});
-    int lit = 0;
-    for (const QQuickItem* tick : qobject_cast<QQuickItem*>(&scene.view())->childItems()) {
-        lit += tick->property("color").value<QColor>() == AccentColors::color(Accent::lime) ? 1 : 0;
-    }
+    const auto lit = std::ranges::count(qobject_cast<SegmentRow*>(&scene.view())->colors(),
+                                        AccentColors::color(Accent::lime));
     EXPECT_EQ(lit, 2);
+}
+
+TEST(SegmentRow, TicksFillTheWidthWithEqualGaps) {
+    using Tick = SegmentRow::Tick;
+    EXPECT_THAT(SegmentRow::ticks(16, 3, 2), ::testing::ElementsAre(Tick{0, 4}, Tick{6, 4}, Tick{12, 4}));
+    EXPECT_THAT(SegmentRow::ticks(15, 3, 2), ::testing::ElementsAre(Tick{0, 3}, Tick{5, 4}, Tick{11, 4}));
+    EXPECT_THAT(SegmentRow::ticks(9, 1, 2), ::testing::ElementsAre(Tick{0, 9}));
+    EXPECT_THAT(SegmentRow::ticks(5, 3, 2), ::testing::ElementsAre(Tick{0, 1}, Tick{2, 1}, Tick{4, 1}))
+        << "a tick needs a pixel";
+    EXPECT_TRUE(SegmentRow::ticks(0, 3, 2).empty());
+    EXPECT_TRUE(SegmentRow::ticks(9, 0, 2).empty());
+}
+
+TEST(PixelItem, RoundsToTheNearestPixelAlsoWhereARoundingErrorHidesTheHalf) {
+    EXPECT_EQ(PixelItem::nearestPixel(2.49), 2);
+    EXPECT_EQ(PixelItem::nearestPixel(2.5), 3);
+    EXPECT_EQ(PixelItem::nearestPixel(2.4999), 3);
+    EXPECT_EQ(PixelItem::nearestPixel(-0.2), 0);
 }
 
 } // namespace

@@ -23,7 +23,9 @@ void failOnComplaint(QtMsgType type, const QMessageLogContext& context, const QS
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Screens of several scales; see `Scene::scale`.
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" VESLORA_TEST_DATA "/screens.json");
+    qputenv("QT_SCREEN_SCALE_FACTORS", "1=1;1.25=1.25;1.5=1.5;1.75=1.75;2=2");
     qputenv("QT_QUICK_BACKEND", "software");
     // Whether a letter can be seen must not depend on what else is installed.
     if (!qEnvironmentVariableIsSet("FONTCONFIG_FILE")) {

@@ -3,8 +3,10 @@
 #include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Timer/RunningTimerPresenter.h"
+#include "tests/VesloraUI/AnimationTime.h"
 #include "tests/VesloraUI/Scene.h"
 
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -15,8 +17,8 @@
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 constexpr double minute = 60;
 constexpr QRgb lime = qRgb(200, 255, 61);
@@ -31,7 +33,7 @@ double opacityOf(const QQuickItem* item) {
     return opacity;
 }
 
-class TimerViewTest : public testing::Test {
+class TimerViewTest : public ::testing::Test {
   protected:
     void TearDown() override { scene.close(); }
 
@@ -96,6 +98,21 @@ class TimerViewTest : public testing::Test {
         return nullptr;
     }
 };
+
+TEST_F(TimerViewTest, ATimerThatComesIntoViewStandsAtItsValues) {
+    // No animation moves.
+    testing::AnimationTime time;
+    time.install();
+    runTo(8);
+    showWidget(true);
+    EXPECT_EQ(colorOf("0:08"), urgent);
+    ASSERT_TRUE(fuse());
+    const double fraction = fuse()->property("fraction").toDouble();
+    EXPECT_GT(fraction, 0);
+    EXPECT_DOUBLE_EQ(fuse()->childItems().at(0)->width(), fraction * 230);
+    EXPECT_EQ(scene.texts().filter(QRegularExpression("^[0-9:]$")), QStringList({"0", ":", "0", "8"}))
+        << "no former digit rolls out";
+}
 
 using TimerPickerTest = TimerViewTest;
 
