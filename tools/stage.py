@@ -16,6 +16,7 @@ import time
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 AGENTS = os.path.join(ROOT, "tests", "data", "agents")
 DATA = os.path.join(AGENTS, "claude")
+# Points; the display has as many pixels as the scale makes of them.
 SIZE = (1440, 900)
 # A row of pixels of the open island below its widgets.
 RACK_FOOT = 167
@@ -34,9 +35,15 @@ def wait_for(what, condition, seconds=20):
 
 
 class Stage:
-    """A private home, display, window manager, compositor and buses. Ends whatever it started, by its id."""
+    """A private home, display, window manager, compositor and buses. Ends whatever it started, by its id.
 
-    def __init__(self):
+    `scale` is how many pixels the program takes for a point. `below_wayland` lets the island's window take the form that
+    it has on a Wayland desktop.
+    """
+
+    def __init__(self, scale=1, below_wayland=False):
+        self.scale = scale
+        self.size = tuple(self.pixels(length) for length in SIZE)
         self.processes = []
         self.compositor = None
         self.home = tempfile.mkdtemp(prefix="veslora-tour-")
@@ -54,7 +61,13 @@ class Stage:
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             "QT_QPA_PLATFORM": "xcb",
             "NO_AT_BRIDGE": "0",
+            "QT_SCALE_FACTOR": str(scale),
         }
+        if below_wayland:
+            self.env["XDG_SESSION_TYPE"] = "wayland"
+
+    def pixels(self, points):
+        return round(points * self.scale)
 
     def start(self, *command, **options):
         process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL, **options)
@@ -63,7 +76,7 @@ class Stage:
 
     def open(self):
         read, write = os.pipe()
-        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{SIZE[0]}x{SIZE[1]}x24", "-nolisten", "tcp", "-noreset",
+        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size[0]}x{self.size[1]}x24", "-nolisten", "tcp", "-noreset",
                    pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as pipe:
@@ -192,21 +205,22 @@ class Screen:
 
     def open_island(self):
         """Opens the rack and waits until it stands: what it does not show yet can't be pressed."""
-        self.move_to(SIZE[0] // 2, 12)
+        width = self.stage.size[0]
+        self.move_to(width // 2, self.stage.pixels(12))
         foot = []
 
         def stands():
             # A program that has only just started hears of the pointer when it moves again.
             self.stage.run("xdotool", "mousemove_relative", "--sync", "--", str(1 - len(foot) % 2 * 2), "0")
-            row = self.pixels(f"{SIZE[0]}x1+0+{RACK_FOOT}")
+            row = self.pixels(f"{width}x1+0+{self.stage.pixels(RACK_FOOT)}")
             foot.append(row)
-            return (0, 0, 0) == row[SIZE[0] // 2] and foot[-2:-1] == [row]
+            return (0, 0, 0) == row[width // 2] and foot[-2:-1] == [row]
 
         wait_for("the rack to stand", stands)
 
     def rest(self):
         """Takes the pointer out of the way."""
-        self.move_to(SIZE[0] // 2, SIZE[1] - 120)
+        self.move_to(self.stage.size[0] // 2, self.stage.size[1] - self.stage.pixels(120))
 
     def picture(self, name, caption, is_right=None):
         """Takes a picture after half a second, in which what moves settles, and again until it is the right one."""

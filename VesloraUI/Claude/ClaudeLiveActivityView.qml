@@ -13,6 +13,8 @@ WingsView {
         anchors.centerIn: parent
     }
     trailing: Text {
+        Accessible.name: text
+        Accessible.role: Accessible.StaticText
         anchors.centerIn: parent
         color: VesloraStyle.accentColor
         height: 14

@@ -319,11 +319,9 @@ def main():
     parser.add_argument("--only", help="the one attack to try")
     parser.add_argument("--below-wayland", action="store_true", help="the window takes the form that it has on a Wayland desktop")
     arguments = parser.parse_args()
-    stage = Stage()
+    stage = Stage(below_wayland=arguments.below_wayland)
     try:
         stage.open()
-        if arguments.below_wayland:
-            stage.env["XDG_SESSION_TYPE"] = "wayland"
         library = os.path.join(stage.home, "clock.so")
         subprocess.run(["cc", "-shared", "-fPIC", "-o", library, "-x", "c", "-", "-ldl"], input=SHIFTED_CLOCK, text=True,
                        check=True)
