@@ -190,8 +190,9 @@ class Screen:
                            str(dx * step // 8 - dx * (step - 1) // 8), str(dy * step // 8 - dy * (step - 1) // 8))
 
     def point_at(self, name):
+        # Qt 6.4 tells them in points.
         frame = self.find(name).get_extents(self.atspi.CoordType.SCREEN)
-        self.move_to(frame.x + frame.width // 2, frame.y + frame.height // 2)
+        self.move_to(self.stage.pixels(frame.x + frame.width / 2), self.stage.pixels(frame.y + frame.height / 2))
 
     def press(self, name):
         """Presses the control of that name with the pointer, once it can be pressed."""
