@@ -28,7 +28,7 @@ Timestamp startOf(QDate day, const std::optional<QTimeZone>& zone) {
         return dateTime(static_cast<double>(moment) / 1000, zone).date() == day;
     };
     if (isOfDay(first - 1)) {
-        constexpr qint64 farthestBack = 12 * 3'600'000;
+        constexpr qint64 farthestBack = qint64{12} * 3'600'000;
         qint64 before = first - farthestBack;
         while (first - before > 1) {
             const qint64 middle = before + (first - before) / 2;

@@ -46,10 +46,10 @@ class IslandOnPanel {
         settings.set(SettingsKeys::hoverDelay, 0.0);
         prepareEngine(engine, environment);
         controller.start();
-        window().connect(&window(), &QQuickWindow::afterRendering, &window(), [this] { ++frames; });
+        QObject::connect(&window(), &QQuickWindow::afterRendering, &window(), [this] { ++frames; });
         for (const auto moved :
              {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged}) {
-            window().connect(&window(), moved, &window(), [this] { ++placements; });
+            QObject::connect(&window(), moved, &window(), [this] { ++placements; });
         }
     }
     IslandOnPanel(const IslandOnPanel&) = delete;
