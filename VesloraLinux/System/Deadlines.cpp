@@ -61,9 +61,8 @@ Deadlines::~Deadlines() {
 
 Task Deadlines::addOnce(double seconds, std::function<void()> run) {
     const double wait = bounded(seconds);
-    return add(
-        {.state = {}, .kind = Kind::once, .period = 0, .moment = bootTime() + wait, .wallTime = now() + wait},
-        std::move(run));
+    return add({.state = {}, .kind = Kind::once, .period = 0, .moment = bootTime() + wait, .wallTime = 0},
+               std::move(run));
 }
 
 Task Deadlines::addDate(Timestamp date, std::function<void()> run) {

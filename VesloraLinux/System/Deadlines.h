@@ -38,7 +38,7 @@ class Deadlines : public std::enable_shared_from_this<Deadlines> {
         Kind kind = Kind::once;
         double period = 0;
         double moment = 0;      ///< on CLOCK_BOOTTIME
-        Timestamp wallTime = 0; ///< the same moment on the wall clock
+        Timestamp wallTime = 0; ///< the same moment on the wall clock; no matter to a wait
     };
 
     /// Lives in an entry's callback and so dies with it: this is how a cancelled Task, which knows no

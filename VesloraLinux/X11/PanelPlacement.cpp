@@ -21,8 +21,8 @@ int ceilingOf(double value) {
     return static_cast<int>(std::ceil(value - tolerance));
 }
 
-/// Where in a native pixel its place is, as a share of it. The sides of zones are halves of whole pixels'
-/// fractions, which this is not.
+/// Where in a native pixel its place is, as a share of it. Zones end at whole pixels, halves and thirds of
+/// one, but never just here.
 constexpr double placeInPixel = 0.5 + 1.0 / 1024;
 
 /// The first pixel at or behind `edge`, in native pixels, whose place lies behind it.
