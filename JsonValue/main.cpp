@@ -3,8 +3,8 @@
 // input, without what could move a terminal's cursor: the script's line ends up in the user's. Ends with
 // status 1 and prints nothing where there is none. The status-line script starts it for every value that it
 // shows, so it does nothing else.
-#include "VesloraCore/JsonPath.h"
-#include "VesloraCore/TerminalText.h"
+#include "VesloraCore/Text/JsonPath.h"
+#include "VesloraCore/Text/TerminalText.h"
 
 #include <cstdio>
 #include <optional>

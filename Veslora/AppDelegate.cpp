@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Veslora/AppDelegate.h"
 
-#include "VesloraCore/StatusLine.h"
+#include "VesloraCore/Island/StatusLine.h"
 #include "VesloraUI/LocalCalendar.h"
 #include "VesloraUI/Settings/FirstStart.h"
 #include "VesloraUI/Views.h"

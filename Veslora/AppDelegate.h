@@ -2,7 +2,7 @@
 // Owns everything that the user sees beside the status menu and the settings window. Main thread only.
 #pragma once
 
-#include "VesloraCore/CommandLine.h"
+#include "VesloraCore/Island/CommandLine.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Claude/CodexMonitor.h"

@@ -2,7 +2,7 @@
 #include "Veslora/VesloraApp.h"
 
 #include "Veslora/AppDelegate.h"
-#include "VesloraCore/CommandLine.h"
+#include "VesloraCore/Island/CommandLine.h"
 #include "VesloraCore/Overloaded.h"
 #include "VesloraLinux/DBus/RunningInstance.h"
 #include "VesloraLinux/DBus/SessionBus.h"

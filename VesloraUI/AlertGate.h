@@ -4,7 +4,7 @@
 // decide something. It belongs to one alert for its whole life. Main thread only.
 #pragma once
 
-#include "VesloraCore/AnswerGate.h"
+#include "VesloraCore/Agents/AnswerGate.h"
 #include "VesloraUI/NotchOutline.h"
 #include "VesloraUI/Platform/Task.h"
 #include "VesloraUI/Style/PressJudge.h"

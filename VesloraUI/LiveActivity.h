@@ -2,7 +2,7 @@
 // Gathers from the models and the settings what the closed island is chosen from.
 #pragma once
 
-#include "VesloraCore/ClosedIsland.h"
+#include "VesloraCore/Island/ClosedIsland.h"
 
 namespace veslora {
 

@@ -2,7 +2,7 @@
 // The island's outline in Qt's terms.
 #pragma once
 
-#include "VesloraCore/NotchShape.h"
+#include "VesloraCore/Island/NotchShape.h"
 
 #include <QPainterPath>
 #include <QRectF>

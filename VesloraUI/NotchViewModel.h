@@ -3,8 +3,8 @@
 // each layout. Main thread only.
 #pragma once
 
-#include "VesloraCore/IslandState.h"
-#include "VesloraCore/NotchGeometry.h"
+#include "VesloraCore/Island/IslandState.h"
+#include "VesloraCore/Island/NotchGeometry.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/LiveActivity.h"

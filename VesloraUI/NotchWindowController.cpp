@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/NotchWindowController.h"
 
-#include "VesloraCore/FullscreenDetector.h"
+#include "VesloraCore/Island/FullscreenDetector.h"
 #include "VesloraUI/Settings/Defaults.h"
 
 #include <algorithm>

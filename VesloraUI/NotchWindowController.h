@@ -3,7 +3,7 @@
 // decides where the panel takes clicks and when it hides. Main thread only.
 #pragma once
 
-#include "VesloraCore/HoverTracker.h"
+#include "VesloraCore/Island/HoverTracker.h"
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/NotchViewModel.h"
 #include "VesloraUI/Platform/Platform.h"

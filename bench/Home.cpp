@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/Home.h"
 
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 #include "bench/Clock.h"
 
 #include <unistd.h>

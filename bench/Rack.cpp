@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/Rack.h"
 
-#include "VesloraCore/NotchGeometry.h"
+#include "VesloraCore/Island/NotchGeometry.h"
 #include "bench/Clock.h"
 
 #include <algorithm>

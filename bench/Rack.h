@@ -2,7 +2,7 @@
 // Where the widgets of the open rack lie on the stage, and the keys in them that a measurement presses.
 #pragma once
 
-#include "VesloraCore/WidgetLayout.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 #include "bench/Island.h"
 #include "bench/Stage.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/Report.h"
 
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 
 #include <algorithm>
 #include <cmath>

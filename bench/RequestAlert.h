@@ -2,7 +2,7 @@
 // Where the parts of a permission request's alert lie on the stage.
 #pragma once
 
-#include "VesloraCore/NotchGeometry.h"
+#include "VesloraCore/Island/NotchGeometry.h"
 #include "bench/Display.h"
 #include "bench/Stage.h"
 

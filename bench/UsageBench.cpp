@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Reading and following a heavy user's transcripts, beside the least that reading them can cost and beside
 // another program that counts them, `ccusage`.
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 #include "bench/Arguments.h"
 #include "bench/Clock.h"
 #include "bench/Measurements.h"

@@ -3,7 +3,7 @@
 // don't tell of usage, several lines for one message.
 #pragma once
 
-#include "VesloraCore/ClaudeTokenTotals.h"
+#include "VesloraCore/Agents/Usage/ClaudeTokenTotals.h"
 
 #include <cstddef>
 #include <cstdint>

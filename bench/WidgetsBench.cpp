@@ -2,7 +2,7 @@
 // What the widgets that tick cost: in the open rack, and a running timer beside the closed notch, where no
 // more than its wings may be drawn. Frames that follow each other closely are one burst: digits that roll
 // over.
-#include "VesloraCore/NotchGeometry.h"
+#include "VesloraCore/Island/NotchGeometry.h"
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"

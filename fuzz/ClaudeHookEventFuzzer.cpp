@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Payloads of hooks, and the recorded lines that hold them.
 // Seeds: agents/claude/hooks/*.json
-#include "VesloraCore/ClaudeHookEvent.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHookEvent.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

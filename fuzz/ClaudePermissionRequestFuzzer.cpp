@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Prompts, and the text by which the user judges them.
 // Seeds: agents/claude/hooks/PermissionRequest*.json
-#include "VesloraCore/ClaudePermissionRequest.h"
-#include "VesloraCore/ClaudeRequestText.h"
-#include "VesloraCore/GraphemeClusters.h"
+#include "VesloraCore/Agents/ClaudePermissionRequest.h"
+#include "VesloraCore/Agents/ClaudeRequestText.h"
+#include "VesloraCore/Text/GraphemeClusters.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Session files, which a reader can meet half written.
 // Seeds: agents/claude/sessions/*.json
-#include "VesloraCore/ClaudeSessionFile.h"
+#include "VesloraCore/Agents/ClaudeSessionFile.h"
 #include "fuzz/Fuzzing.h"
 
 #include <cmath>

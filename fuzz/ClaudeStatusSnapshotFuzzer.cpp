@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The input of a status line, as another program's file holds it.
 // Seeds: agents/claude/statusline/*.json
-#include "VesloraCore/AgentUsageText.h"
-#include "VesloraCore/ClaudeStatusSnapshot.h"
+#include "VesloraCore/Agents/Usage/AgentUsageText.h"
+#include "VesloraCore/Agents/Usage/ClaudeStatusSnapshot.h"
 #include "fuzz/Fuzzing.h"
 
 #include <cmath>

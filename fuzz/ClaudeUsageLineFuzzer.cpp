@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Lines of transcripts: what the scanner takes of them is what the parser finds in them.
 // Seeds: agents/claude/transcripts/*.jsonl
-#include "VesloraCore/ClaudeUsageTally.h"
-#include "VesloraCore/Iso8601.h"
-#include "VesloraCore/Json.h"
-#include "VesloraCore/JsonScanner.h"
-#include "VesloraCore/Utf8.h"
+#include "VesloraCore/Agents/Usage/ClaudeUsageTally.h"
+#include "VesloraCore/Text/Iso8601.h"
+#include "VesloraCore/Text/Json.h"
+#include "VesloraCore/Text/JsonScanner.h"
+#include "VesloraCore/Text/Utf8.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Payloads of Codex's hooks, and what sessions make of them.
 // Seeds: agents/codex/hooks/*.json
-#include "VesloraCore/CodexHookEvent.h"
-#include "VesloraCore/CodexSessions.h"
-#include "VesloraCore/IdentifierText.h"
+#include "VesloraCore/Agents/CodexSessions.h"
+#include "VesloraCore/Agents/Hooks/CodexHookEvent.h"
+#include "VesloraCore/Text/IdentifierText.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Names in Codex's spool: whatever they hold, no id may lead out of the folder of answers.
-#include "VesloraCore/CodexSpoolName.h"
-#include "VesloraCore/IdentifierText.h"
+#include "VesloraCore/Agents/Hooks/CodexSpoolName.h"
+#include "VesloraCore/Text/IdentifierText.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

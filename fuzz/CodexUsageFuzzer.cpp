@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The lines of a Codex session's log, and a day's count of them: it must come out as counting anew would.
 // Seeds: agents/codex/rollouts/*.jsonl
-#include "VesloraCore/CodexUsageTally.h"
+#include "VesloraCore/Agents/Usage/CodexUsageTally.h"
 #include "fuzz/Fuzzing.h"
 
 #include <cmath>

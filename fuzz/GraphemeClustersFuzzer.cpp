@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Counting characters and cutting after them agree, for any bytes. The first byte is where to cut.
-#include "VesloraCore/GraphemeClusters.h"
+#include "VesloraCore/Text/GraphemeClusters.h"
 #include "fuzz/Fuzzing.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What is taken out of a payload without building it is what the whole document says.
 // Seeds: agents/claude/hooks/*.json agents/codex/hooks/*.json
-#include "VesloraCore/HookPayload.h"
+#include "VesloraCore/Agents/Hooks/HookPayload.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Hooks and a status line that are put into any settings can be found there, are put in only once, and leave
 // nothing behind and nothing missing when they are taken out again. Seeds: settings/*.json
-#include "VesloraCore/ClaudeHooksInstaller.h"
-#include "VesloraCore/ClaudeStatusLineInstaller.h"
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
+#include "VesloraCore/Agents/Hooks/ClaudeStatusLineInstaller.h"
+#include "VesloraCore/Text/Json.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

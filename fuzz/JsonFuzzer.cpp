@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Whatever can be read can be printed and read again as the same value.
 // Seeds: agents/claude/hooks/*.json agents/claude/sessions/*.json agents/claude/statusline/*.json
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The small reader of one value agrees with the reader of whole documents. The first line of the input is the
 // path. Seeds: agents/claude/statusline/*.json
-#include "VesloraCore/Json.h"
-#include "VesloraCore/JsonPath.h"
+#include "VesloraCore/Text/Json.h"
+#include "VesloraCore/Text/JsonPath.h"
 #include "fuzz/Fuzzing.h"
 
 #include <algorithm>

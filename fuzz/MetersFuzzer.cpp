@@ -2,8 +2,8 @@
 // What the kernel tells of processor, memory and power supplies. A text is read as each of them; for the
 // supplies a line is an attribute, and an empty one begins the next supply. Seeds: system/stat
 // system/*.meminfo
-#include "VesloraCore/PowerSupply.h"
-#include "VesloraCore/ProcText.h"
+#include "VesloraCore/System/PowerSupply.h"
+#include "VesloraCore/System/ProcText.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace veslora;

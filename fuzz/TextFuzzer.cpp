@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The small readers of dates, addresses and players' names.
-#include "VesloraCore/Iso8601.h"
-#include "VesloraCore/NowPlaying.h"
-#include "VesloraCore/TimeSignature.h"
-#include "VesloraCore/UrlText.h"
+#include "VesloraCore/Metronome/TimeSignature.h"
+#include "VesloraCore/Music/NowPlaying.h"
+#include "VesloraCore/Text/Iso8601.h"
+#include "VesloraCore/Text/UrlText.h"
 #include "fuzz/Fuzzing.h"
 
 #include <algorithm>

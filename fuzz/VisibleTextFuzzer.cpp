@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Text from outside as it is shown: nothing in it may hide, and however long it is, little is left of it.
 // Seeds: agents/claude/hooks/PermissionRequest*.json
-#include "VesloraCore/GraphemeClusters.h"
-#include "VesloraCore/Scalars.h"
-#include "VesloraCore/VisibleText.h"
+#include "VesloraCore/Text/GraphemeClusters.h"
+#include "VesloraCore/Text/Scalars.h"
+#include "VesloraCore/Text/VisibleText.h"
 #include "fuzz/Fuzzing.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A stored layout is repaired into one that holds to its rules, and is then written and read without a
 // change.
-#include "VesloraCore/WidgetLayout.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 #include "fuzz/Fuzzing.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 // heard: between sounds there is neither a thread nor a stream nor a sample of them. Main thread only.
 #pragma once
 
-#include "VesloraCore/AlertSounds.h"
+#include "VesloraCore/Sound/AlertSounds.h"
 #include "VesloraLinux/Audio/AudioOutput.h"
 #include "VesloraLinux/Audio/Mixer.h"
 #include "VesloraUI/Platform/Scheduler.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/RunningInstance.h"
 
-#include "VesloraCore/StatusLine.h"
-#include "VesloraCore/TerminalText.h"
+#include "VesloraCore/Island/StatusLine.h"
+#include "VesloraCore/Text/TerminalText.h"
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/System/CommandSocket.h"
 

@@ -4,7 +4,7 @@
 // QCoreApplication; blocks the thread that asks, but never longer than its patience.
 #pragma once
 
-#include "VesloraCore/CommandLine.h"
+#include "VesloraCore/Island/CommandLine.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

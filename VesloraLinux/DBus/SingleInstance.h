@@ -2,7 +2,7 @@
 // One program for each user, which others ask for what its command line offers. Main thread only.
 #pragma once
 
-#include "VesloraCore/CommandLine.h"
+#include "VesloraCore/Island/CommandLine.h"
 #include "VesloraLinux/System/CommandListener.h"
 #include "VesloraLinux/System/SupportLock.h"
 #include "VesloraUI/Platform/Scheduler.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/PosixFolder.h"
 
-#include "VesloraCore/PathText.h"
+#include "VesloraCore/Text/PathText.h"
 #include "VesloraLinux/System/ExitRemovals.h"
 #include "VesloraLinux/System/PosixReading.h"
 #include "VesloraLinux/System/PosixWriting.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/ProcProcesses.h"
 
-#include "VesloraCore/PathText.h"
+#include "VesloraCore/Text/PathText.h"
 #include "VesloraLinux/System/FileBeginning.h"
 #include "VesloraLinux/System/ProcessTree.h"
 

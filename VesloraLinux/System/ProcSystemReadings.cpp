@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/ProcSystemReadings.h"
 
-#include "VesloraCore/PowerSupply.h"
-#include "VesloraCore/ProcText.h"
+#include "VesloraCore/System/PowerSupply.h"
+#include "VesloraCore/System/ProcText.h"
 #include "VesloraLinux/System/FileBeginning.h"
 
 #include <dirent.h>

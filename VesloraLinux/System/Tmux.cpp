@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/Tmux.h"
 
-#include "VesloraCore/TmuxText.h"
+#include "VesloraCore/Agents/TmuxText.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/AgentAnswers.h"
 
-#include "VesloraCore/IdentifierText.h"
+#include "VesloraCore/Text/IdentifierText.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <vector>

@@ -4,7 +4,7 @@
 // somebody put in its place. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeDecision.h"
+#include "VesloraCore/Agents/ClaudeDecision.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <string>

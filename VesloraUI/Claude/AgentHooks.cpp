@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/AgentHooks.h"
 
-#include "VesloraCore/ConfigurationText.h"
+#include "VesloraCore/Agents/Hooks/ConfigurationText.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 

@@ -3,9 +3,9 @@
 // hooks. The monitors of Claude Code and of Codex both serve it. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeDecision.h"
-#include "VesloraCore/ClaudePermissionRequest.h"
-#include "VesloraCore/ClaudeSessions.h"
+#include "VesloraCore/Agents/ClaudeDecision.h"
+#include "VesloraCore/Agents/ClaudePermissionRequest.h"
+#include "VesloraCore/Agents/ClaudeSessions.h"
 #include "VesloraUI/Claude/AgentUsageMonitor.h"
 
 #include <QObject>

@@ -3,7 +3,7 @@
 // Claude Code and of Codex both serve it. Main thread only.
 #pragma once
 
-#include "VesloraCore/AgentUsage.h"
+#include "VesloraCore/Agents/Usage/AgentUsage.h"
 
 #include <QObject>
 

@@ -4,7 +4,7 @@
 // call. Main thread only.
 #pragma once
 
-#include "VesloraCore/AgentKind.h"
+#include "VesloraCore/Agents/AgentKind.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeActivityPresenter.h"
 
-#include "VesloraCore/AgentMarks.h"
+#include "VesloraCore/Agents/AgentMarks.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeHooks.h"
 
-#include "VesloraCore/ClaudeStatusLineInstaller.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/ClaudeStatusLineInstaller.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"

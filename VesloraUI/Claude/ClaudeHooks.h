@@ -3,7 +3,7 @@
 // them out. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeHooksInstaller.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/AgentHooks.h"
 
 #include <optional>

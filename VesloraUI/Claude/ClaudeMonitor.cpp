@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 
 #include <algorithm>
 #include <string_view>

@@ -3,7 +3,7 @@
 // decides what happens to each permission request, and carries out the user's answers. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeSessions.h"
+#include "VesloraCore/Agents/ClaudeSessions.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ClaudeSessionDirectory.h"
 #include "VesloraUI/Claude/ClaudeUsageMonitor.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeNoticePresenter.h"
 
-#include "VesloraCore/ApprovalAlert.h"
-#include "VesloraCore/VisibleText.h"
+#include "VesloraCore/Agents/ApprovalAlert.h"
+#include "VesloraCore/Text/VisibleText.h"
 
 namespace veslora {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeRequestPresenter.h"
 
-#include "VesloraCore/ApprovalAlert.h"
-#include "VesloraCore/ClaudeRequestText.h"
-#include "VesloraCore/PathText.h"
-#include "VesloraCore/VisibleText.h"
+#include "VesloraCore/Agents/ApprovalAlert.h"
+#include "VesloraCore/Agents/ClaudeRequestText.h"
+#include "VesloraCore/Text/PathText.h"
+#include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 

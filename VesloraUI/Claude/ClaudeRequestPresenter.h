@@ -4,7 +4,7 @@
 // another.
 #pragma once
 
-#include "VesloraCore/ClaudePermissionRequest.h"
+#include "VesloraCore/Agents/ClaudePermissionRequest.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 
 #include <QObject>

@@ -2,7 +2,7 @@
 // Reads the folder in which Claude Code keeps one file for each running session. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeSessionFile.h"
+#include "VesloraCore/Agents/ClaudeSessionFile.h"
 #include "VesloraUI/Claude/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
 

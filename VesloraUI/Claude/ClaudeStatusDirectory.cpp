@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 
 #include <algorithm>

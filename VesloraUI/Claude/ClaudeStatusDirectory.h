@@ -2,7 +2,7 @@
 // The folder in which the status-line script leaves the newest status of each session. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeStatusSnapshot.h"
+#include "VesloraCore/Agents/Usage/ClaudeStatusSnapshot.h"
 #include "VesloraUI/Claude/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
 

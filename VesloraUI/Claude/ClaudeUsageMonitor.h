@@ -3,7 +3,7 @@
 // today's tokens by its transcripts. Owned by ClaudeMonitor. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeUsageTally.h"
+#include "VesloraCore/Agents/Usage/ClaudeUsageTally.h"
 #include "VesloraUI/Claude/AgentUsageMonitor.h"
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 #include "VesloraUI/Claude/TranscriptFollower.h"

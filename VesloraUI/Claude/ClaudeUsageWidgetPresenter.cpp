@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeUsageWidgetPresenter.h"
 
-#include "VesloraCore/AgentUsageChoice.h"
-#include "VesloraCore/ClaudeUsageText.h"
-#include "VesloraCore/VisibleText.h"
+#include "VesloraCore/Agents/Usage/AgentUsageChoice.h"
+#include "VesloraCore/Agents/Usage/ClaudeUsageText.h"
+#include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"

@@ -3,7 +3,7 @@
 // out anew from the agents, and signals what has become different.
 #pragma once
 
-#include "VesloraCore/AgentUsageText.h"
+#include "VesloraCore/Agents/Usage/AgentUsageText.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/UsageReading.h"
 #include "VesloraUI/RowModel.h"

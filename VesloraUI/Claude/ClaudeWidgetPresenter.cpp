@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/ClaudeWidgetPresenter.h"
 
-#include "VesloraCore/ClaudeStatusText.h"
-#include "VesloraCore/VisibleText.h"
+#include "VesloraCore/Agents/ClaudeStatusText.h"
+#include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 // last, and what the user has keeps its place. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudeHooksInstaller.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/AgentHooks.h"
 
 #include <optional>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/CodexMonitor.h"
 
-#include "VesloraCore/CodexProcess.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/CodexProcess.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 
 #include <algorithm>
 #include <utility>

@@ -3,8 +3,8 @@
 // them against the processes that run, and carries out the user's answers. Main thread only.
 #pragma once
 
-#include "VesloraCore/CodexSessions.h"
-#include "VesloraCore/CodexSpoolName.h"
+#include "VesloraCore/Agents/CodexSessions.h"
+#include "VesloraCore/Agents/Hooks/CodexSpoolName.h"
 #include "VesloraUI/Claude/CodexHooks.h"
 #include "VesloraUI/Claude/CodexUsageMonitor.h"
 #include "VesloraUI/Claude/HookedAgentMonitor.h"

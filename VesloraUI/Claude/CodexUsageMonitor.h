@@ -3,7 +3,7 @@
 // CodexMonitor. Main thread only.
 #pragma once
 
-#include "VesloraCore/CodexUsageReadings.h"
+#include "VesloraCore/Agents/Usage/CodexUsageReadings.h"
 #include "VesloraUI/Claude/AgentUsageMonitor.h"
 #include "VesloraUI/Claude/TranscriptFollower.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/HookScriptFiles.h"
 
-#include "VesloraCore/HookScripts.h"
-#include "VesloraCore/ShellQuote.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
+#include "VesloraCore/Text/ShellQuote.h"
 #include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/HookedAgentMonitor.h"
 
-#include "VesloraCore/TmuxText.h"
+#include "VesloraCore/Agents/TmuxText.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 

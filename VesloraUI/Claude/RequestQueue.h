@@ -4,7 +4,7 @@
 // ends a request is for the agent's monitor to know. Main thread only.
 #pragma once
 
-#include "VesloraCore/ClaudePermissions.h"
+#include "VesloraCore/Agents/ClaudePermissions.h"
 #include "VesloraUI/Claude/FrontTerminal.h"
 #include "VesloraUI/Platform/Scheduler.h"
 

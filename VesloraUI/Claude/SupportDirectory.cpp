@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/SupportDirectory.h"
 
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Platform/Processes.h"
 
 #include <utility>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/TranscriptReader.h"
 
-#include "VesloraCore/ByteSearch.h"
-#include "VesloraCore/Utf8.h"
+#include "VesloraCore/Text/ByteSearch.h"
+#include "VesloraCore/Text/Utf8.h"
 
 #include <algorithm>
 #include <cstring>

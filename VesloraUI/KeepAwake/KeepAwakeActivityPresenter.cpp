@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/KeepAwake/KeepAwakeActivityPresenter.h"
 
-#include "VesloraCore/KeepAwakeText.h"
+#include "VesloraCore/KeepAwake/KeepAwakeText.h"
 #include "VesloraUI/Platform/Observable.h"
 
 namespace veslora {

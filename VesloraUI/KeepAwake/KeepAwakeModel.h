@@ -4,7 +4,7 @@
 // only.
 #pragma once
 
-#include "VesloraCore/KeepAwakeState.h"
+#include "VesloraCore/KeepAwake/KeepAwakeState.h"
 #include "VesloraUI/Platform/PowerAsserting.h"
 #include "VesloraUI/Platform/Scheduler.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/KeepAwake/KeepAwakeWidgetPresenter.h"
 
-#include "VesloraCore/KeepAwakeText.h"
+#include "VesloraCore/KeepAwake/KeepAwakeText.h"
 #include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"

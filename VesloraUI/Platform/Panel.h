@@ -3,7 +3,7 @@
 // where the island says. Main thread only.
 #pragma once
 
-#include "VesloraCore/Geometry.h"
+#include "VesloraCore/Island/Geometry.h"
 #include "VesloraUI/Platform/Screens.h"
 
 #include <QPainterPath>

@@ -2,7 +2,7 @@
 // The seam for the pointer, wherever on the desktop it is.
 #pragma once
 
-#include "VesloraCore/Geometry.h"
+#include "VesloraCore/Island/Geometry.h"
 #include "VesloraUI/Platform/Screens.h"
 
 #include <QObject>

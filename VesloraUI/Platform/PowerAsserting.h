@@ -2,7 +2,7 @@
 // The seam for keeping the machine from idling to sleep. Main thread only.
 #pragma once
 
-#include "VesloraCore/KeepAwakeState.h"
+#include "VesloraCore/KeepAwake/KeepAwakeState.h"
 
 #include <optional>
 

@@ -3,7 +3,7 @@
 // corner, y growing upwards, so that a screen's `metrics.frame` begins at (0, 0).
 #pragma once
 
-#include "VesloraCore/NotchGeometry.h"
+#include "VesloraCore/Island/NotchGeometry.h"
 
 #include <QObject>
 

@@ -3,7 +3,7 @@
 // thread only.
 #pragma once
 
-#include "VesloraCore/MeterMath.h"
+#include "VesloraCore/System/MeterMath.h"
 
 #include <cstdint>
 #include <optional>

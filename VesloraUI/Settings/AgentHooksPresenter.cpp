@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/AgentHooksPresenter.h"
 
-#include "VesloraCore/InstallError.h"
+#include "VesloraCore/Agents/Hooks/InstallError.h"
 #include "VesloraUI/Claude/FileError.h"
 #include "VesloraUI/Platform/FileRefusal.h"
 

@@ -3,7 +3,7 @@
 // Main thread only.
 #pragma once
 
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
 

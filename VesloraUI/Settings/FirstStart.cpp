@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/FirstStart.h"
 
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/Settings/Defaults.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/SettingsKeys.h"
 
-#include "VesloraCore/TimeSignature.h"
-#include "VesloraCore/WidgetLayout.h"
+#include "VesloraCore/Metronome/TimeSignature.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 #include "VesloraUI/Settings/Defaults.h"
 
 namespace veslora {

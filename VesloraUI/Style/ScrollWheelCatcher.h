@@ -3,7 +3,7 @@
 // control that it serves. Main thread only.
 #pragma once
 
-#include "VesloraCore/ScrollStepper.h"
+#include "VesloraCore/Widgets/ScrollStepper.h"
 
 #include <QQuickItem>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Text/TextClusters.h"
 
-#include "VesloraCore/Scalars.h"
-#include "VesloraCore/Scripts.h"
+#include "VesloraCore/Text/Scalars.h"
+#include "VesloraCore/Text/Scripts.h"
 
 #include <QTextBoundaryFinder>
 

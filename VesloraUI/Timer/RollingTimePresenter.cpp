@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Timer/RollingTimePresenter.h"
 
-#include "VesloraCore/TimerFormat.h"
+#include "VesloraCore/Timer/TimerFormat.h"
 #include "VesloraUI/Platform/Observable.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Timer/RunningTimerPresenter.h"
 
-#include "VesloraCore/TimerFlicker.h"
+#include "VesloraCore/Timer/TimerFlicker.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 

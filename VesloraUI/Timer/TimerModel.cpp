@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Timer/TimerModel.h"
 
-#include "VesloraCore/TimerLengths.h"
+#include "VesloraCore/Timer/TimerLengths.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SoundPlaying.h"

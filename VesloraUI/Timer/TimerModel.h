@@ -3,7 +3,7 @@
 // notification. Nothing of it outlives the program. Main thread only.
 #pragma once
 
-#include "VesloraCore/Countdown.h"
+#include "VesloraCore/Timer/Countdown.h"
 #include "VesloraUI/Platform/Scheduler.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Timer/TimerPickerPresenter.h"
 
-#include "VesloraCore/TimerLengths.h"
+#include "VesloraCore/Timer/TimerLengths.h"
 #include "VesloraUI/Platform/Observable.h"
 
 #include <QLocale>

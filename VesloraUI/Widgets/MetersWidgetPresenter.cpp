@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/MetersWidgetPresenter.h"
 
-#include "VesloraCore/MeterMath.h"
+#include "VesloraCore/System/MeterMath.h"
 
 #include <string>
 

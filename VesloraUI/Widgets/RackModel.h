@@ -3,8 +3,8 @@
 // and the spacing; and from all that how wide the island should be. Main thread only.
 #pragma once
 
-#include "VesloraCore/NotchGeometry.h"
-#include "VesloraCore/WidgetLayout.h"
+#include "VesloraCore/Island/NotchGeometry.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 
 #include <QObject>

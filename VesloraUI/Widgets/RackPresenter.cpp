@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/RackPresenter.h"
 
-#include "VesloraCore/WidgetLayout.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 
 #include <algorithm>

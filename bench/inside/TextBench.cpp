@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/inside/TextBench.h"
 
-#include "VesloraCore/ClaudeRequestText.h"
+#include "VesloraCore/Agents/ClaudeRequestText.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Text/TextProof.h"
 #include "bench/Clock.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Putting the hooks into real files and taking them out again by a program that is killed again and again.
-#include "VesloraCore/Json.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Text/Json.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/CodexHooks.h"

@@ -3,7 +3,7 @@
 // same ones.
 #pragma once
 
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 
 #include <random>
 #include <string>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The program itself, asked by the words of its command line from a shell that has neither a display nor a
 // home of its own session.
-#include "VesloraCore/StatusLine.h"
+#include "VesloraCore/Island/StatusLine.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/SupportLock.h"
 #include "tests/VesloraLinux/Support/Patience.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Putting our hooks and status line into Claude Code's settings, and taking them out again, on files in
 // memory.
-#include "VesloraCore/HookScripts.h"
-#include "VesloraCore/Json.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"
 #include "VesloraUI/Claude/FileError.h"

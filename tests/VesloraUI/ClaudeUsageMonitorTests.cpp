@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraCore/Iso8601.h"
+#include "VesloraCore/Text/Iso8601.h"
 #include "VesloraUI/Claude/ClaudeUsageMonitor.h"
 #include "VesloraUI/Claude/SupportDirectory.h"
 #include "VesloraUI/LocalCalendar.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Putting our hooks into Codex's configuration, and taking them out again, on files in memory.
-#include "VesloraCore/HookScripts.h"
-#include "VesloraCore/Json.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Claude/CodexHooks.h"
 #include "VesloraUI/Claude/CodexMonitor.h"
 #include "VesloraUI/Claude/ConfigurationFile.h"

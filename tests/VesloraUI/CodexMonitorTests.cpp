@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraCore/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
 #include "VesloraUI/Claude/AgentsModel.h"
 #include "VesloraUI/Claude/ClaudeMonitor.h"
 #include "VesloraUI/Claude/CodexMonitor.h"

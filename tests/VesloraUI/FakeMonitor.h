@@ -2,7 +2,7 @@
 // An agent that does as a test says and remembers what was asked of it.
 #pragma once
 
-#include "VesloraCore/InstallError.h"
+#include "VesloraCore/Agents/Hooks/InstallError.h"
 #include "VesloraUI/Claude/AgentMonitor.h"
 #include "VesloraUI/Claude/FileError.h"
 

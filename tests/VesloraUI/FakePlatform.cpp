@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraUI/FakePlatform.h"
 
-#include "VesloraCore/PathText.h"
+#include "VesloraCore/Text/PathText.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The settings window, drawn and pressed.
-#include "VesloraCore/ClaudeHooksInstaller.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Views.h"

@@ -3,7 +3,7 @@
 // does to a file is told to the watches of its directory.
 #pragma once
 
-#include "VesloraCore/ClaudeUsageTally.h"
+#include "VesloraCore/Agents/Usage/ClaudeUsageTally.h"
 #include "VesloraUI/Claude/TranscriptFollower.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/FixedCalendar.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The scripts that file an event of their agent, under every shell.
-#include "VesloraCore/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
 #include "tests/VesloraCore/TestData.h"
 #include "tests/VesloraCore/TestText.h"
 #include "tests/hooks/HookRoom.h"

@@ -2,7 +2,7 @@
 // See HookRoom.h.
 #include "tests/hooks/HookRoom.h"
 
-#include "VesloraCore/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
 
 #include <fcntl.h>
 #include <grp.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The scripts' texts themselves.
-#include "VesloraCore/HookScripts.h"
-#include "VesloraCore/ShellQuote.h"
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Text/ShellQuote.h"
 #include "tests/hooks/HookRoom.h"
 
 #include <gtest/gtest.h>

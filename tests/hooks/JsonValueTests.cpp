@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The helper of the status-line script, run alone from another directory.
-#include "VesloraCore/ShellQuote.h"
+#include "VesloraCore/Text/ShellQuote.h"
 #include "tests/VesloraCore/TestData.h"
 #include "tests/hooks/HookRoom.h"
 

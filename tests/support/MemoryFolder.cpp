@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Opened folders of MemoryFiles: each remembers its inode and looks for where that lies by now.
-#include "VesloraCore/PathText.h"
+#include "VesloraCore/Text/PathText.h"
 #include "tests/support/MemoryFiles.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // One program that runs, in the test's own thread, and one that asks it, in another.
-#include "VesloraCore/StatusLine.h"
+#include "VesloraCore/Island/StatusLine.h"
 #include "VesloraLinux/DBus/RunningInstance.h"
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/System/CommandSocket.h"

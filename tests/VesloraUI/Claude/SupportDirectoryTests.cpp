@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The folder in which the program and the hook scripts meet, above all where somebody has put a link or a
 // folder of another user in the place of one of ours.
-#include "VesloraCore/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/ClaudeHooks.h"
 #include "VesloraUI/Claude/ClaudeStatusDirectory.h"
 #include "VesloraUI/Claude/SupportDirectory.h"

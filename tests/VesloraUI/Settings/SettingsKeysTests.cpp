@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraCore/AlertSounds.h"
+#include "VesloraCore/Sound/AlertSounds.h"
 #include "VesloraUI/Settings/Defaults.h"
 #include "VesloraUI/Settings/SettingsKeys.h"
 #include "tests/support/FakeDirectoryWatcher.h"

@@ -2,7 +2,7 @@
 // Ordinary commands in many languages, as the test data has them.
 #pragma once
 
-#include "VesloraCore/Json.h"
+#include "VesloraCore/Text/Json.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // A text laid out and judged as an alert does it.
 #pragma once
 
-#include "VesloraCore/ClaudeRequestText.h"
+#include "VesloraCore/Agents/ClaudeRequestText.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Text/TextProof.h"
 

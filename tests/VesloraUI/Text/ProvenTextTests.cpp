@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The item that shows a request's text: when it judges, and whether what it calls proven can really be seen.
 // The latter is judged here by pictures of the item alone, without a look at layouts, glyphs or fonts.
-#include "VesloraCore/GraphemeClusters.h"
-#include "VesloraCore/JsonText.h"
-#include "VesloraCore/Scalars.h"
+#include "VesloraCore/Text/GraphemeClusters.h"
+#include "VesloraCore/Text/JsonText.h"
+#include "VesloraCore/Text/Scalars.h"
 #include "VesloraUI/Text/ProvenText.h"
 #include "tests/VesloraUI/Text/ProofOf.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraCore/Scalars.h"
+#include "VesloraCore/Text/Scalars.h"
 #include "tests/VesloraUI/Text/ProofOf.h"
 
 #include <gtest/gtest.h>

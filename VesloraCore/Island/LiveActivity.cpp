@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraCore/Island/LiveActivity.h"
+
+namespace veslora {
+
+LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> storedValue) {
+    return storedValue == "timer" ? LiveActivityPriority::timer : LiveActivityPriority::music;
+}
+
+bool isAlert(LiveActivityKind kind) {
+    return kind == LiveActivityKind::timerAlert || kind == LiveActivityKind::claudeAlert;
+}
+
+LiveActivityKind LiveActivityPicker::pick(const Candidates& candidates, LiveActivityPriority priority) {
+    if (candidates.isShowingDone)
+        return LiveActivityKind::timerAlert;
+    if (candidates.claudeAlert)
+        return LiveActivityKind::claudeAlert;
+    if (candidates.claudeFinished)
+        return LiveActivityKind::claudeFinished;
+    if (candidates.metronomeActive)
+        return LiveActivityKind::metronome;
+    if (candidates.timerActive && (priority == LiveActivityPriority::timer || !candidates.musicActive))
+        return LiveActivityKind::timer;
+    if (candidates.musicActive)
+        return LiveActivityKind::music;
+    if (candidates.claudeWorking)
+        return LiveActivityKind::claudeWorking;
+    return candidates.keepAwake ? LiveActivityKind::keepAwake : LiveActivityKind::none;
+}
+
+bool MusicLiveActivity::isActive(const std::optional<NowPlaying>& track, std::optional<Timestamp> pausedSince,
+                                 Timestamp now) {
+    if (!track)
+        return false;
+    return track->isPlaying || (pausedSince && now - *pausedSince < pausedGrace);
+}
+
+} // namespace veslora

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Which one piece of live information a closed island shows.
+#pragma once
+
+#include "VesloraCore/Music/NowPlaying.h"
+#include "VesloraCore/Timestamp.h"
+
+#include <optional>
+#include <string_view>
+
+namespace veslora {
+
+/// What there is to show. The order of the cases is not the order in which they win.
+enum class LiveActivityKind {
+    timerAlert,     ///< the countdown has finished and says so
+    claudeAlert,    ///< an agent waits for the user's leave
+    claudeFinished, ///< an agent has just finished
+    metronome,
+    timer,
+    music, ///< something plays, or was paused moments ago
+    claudeWorking,
+    keepAwake,
+    none,
+};
+
+/// Which of these two goes first where both are there.
+enum class LiveActivityPriority { music, timer };
+
+/// The priority stored as "timer" or "music"; music first for an absent or any other text.
+[[nodiscard]] LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> storedValue);
+
+/// Whether the activity drops down from the island instead of standing in its wings.
+[[nodiscard]] bool isAlert(LiveActivityKind kind);
+
+namespace LiveActivityPicker {
+
+/// What there is, before the user's order of preference is applied.
+struct Candidates {
+    bool isShowingDone = false;
+    bool claudeAlert = false;
+    bool claudeFinished = false;
+    bool claudeWorking = false;
+    bool keepAwake = false;
+    bool metronomeActive = false;
+    bool timerActive = false;
+    bool musicActive = false;
+};
+
+[[nodiscard]] LiveActivityKind pick(const Candidates& candidates, LiveActivityPriority priority);
+
+} // namespace LiveActivityPicker
+
+namespace MusicLiveActivity {
+
+/// Seconds for which a paused track stays on show.
+inline constexpr double pausedGrace = 10;
+
+/// `pausedSince` absent means that nobody saw it pause; a track that does not play is then not shown.
+[[nodiscard]] bool isActive(const std::optional<NowPlaying>& track, std::optional<Timestamp> pausedSince,
+                            Timestamp now);
+
+} // namespace MusicLiveActivity
+
+} // namespace veslora

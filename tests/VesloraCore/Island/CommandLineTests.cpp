@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraCore/Island/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+using namespace veslora;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr std::array all{Command::settings, Command::toggle, Command::quit, Command::status};
+
+CommandLine::Request parse(const std::vector<std::string_view>& words) {
+    return CommandLine::parse(words);
+}
+
+} // namespace
+
+TEST(CommandLineTest, WithoutAWordTheProgramStarts) {
+    EXPECT_EQ(parse({}), CommandLine::Request(CommandLine::Start{}));
+}
+
+TEST(CommandLineTest, KnowsEachWord) {
+    EXPECT_EQ(parse({"--help"}), CommandLine::Request(CommandLine::Help{}));
+    EXPECT_EQ(parse({"--version"}), CommandLine::Request(CommandLine::Version{}));
+    EXPECT_EQ(parse({"settings"}), CommandLine::Request(CommandLine::Ask{Command::settings}));
+    EXPECT_EQ(parse({"toggle"}), CommandLine::Request(CommandLine::Ask{Command::toggle}));
+    EXPECT_EQ(parse({"quit"}), CommandLine::Request(CommandLine::Ask{Command::quit}));
+    EXPECT_EQ(parse({"status"}), CommandLine::Request(CommandLine::Ask{Command::status}));
+}
+
+TEST(CommandLineTest, AnyOtherWordIsWrong) {
+    for (const std::string_view word : {"", " ", "Settings", "settings ", "toggle\n", "--Help", "-h", "help",
+                                        "--settings", "-platform", "--"}) {
+        EXPECT_EQ(parse({word}), CommandLine::Request(CommandLine::Wrong{})) << word;
+    }
+    EXPECT_EQ(parse({std::string_view("quit\0", 5)}), CommandLine::Request(CommandLine::Wrong{}));
+}
+
+TEST(CommandLineTest, MoreThanOneWordIsWrong) {
+    EXPECT_EQ(parse({"settings", "toggle"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"status", ""}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"--help", "--help"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"-platform", "offscreen"}), CommandLine::Request(CommandLine::Wrong{}));
+}
+
+TEST(CommandLineTest, EachCommandHasAWordOfItsOwn) {
+    for (const Command command : all) {
+        EXPECT_EQ(CommandLine::commandFor(CommandLine::wordFor(command)), command);
+    }
+    EXPECT_EQ(CommandLine::commandFor("--help"), std::nullopt);
+}
+
+TEST(CommandLineTest, UsageIsOneLineWithEveryWordAndTheExplanationTellsOfEach) {
+    const std::string usage(CommandLine::usage());
+    EXPECT_EQ(usage.find('\n'), usage.size() - 1);
+    std::vector<std::string> words{"--help", "--version"};
+    for (const Command command : all) {
+        words.emplace_back(CommandLine::wordFor(command));
+    }
+    for (const std::string& word : words) {
+        EXPECT_THAT(usage, HasSubstr(word));
+        EXPECT_THAT(std::string(CommandLine::explanation()), HasSubstr("\n  " + word + " "));
+    }
+}
