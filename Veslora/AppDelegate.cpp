@@ -2,9 +2,9 @@
 #include "Veslora/AppDelegate.h"
 
 #include "VesloraCore/Island/StatusLine.h"
-#include "VesloraUI/LocalCalendar.h"
+#include "VesloraUI/Island/Views.h"
 #include "VesloraUI/Settings/FirstStart.h"
-#include "VesloraUI/Views.h"
+#include "VesloraUI/Support/LocalCalendar.h"
 
 #include <QCoreApplication>
 

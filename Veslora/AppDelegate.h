@@ -3,14 +3,14 @@
 #pragma once
 
 #include "VesloraCore/Island/CommandLine.h"
-#include "VesloraUI/Claude/AgentsModel.h"
-#include "VesloraUI/Claude/ClaudeMonitor.h"
-#include "VesloraUI/Claude/CodexMonitor.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
-#include "VesloraUI/NotchWindowController.h"
-#include "VesloraUI/QtTextMeasuring.h"
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
+#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Support/QtTextMeasuring.h"
 
 #include <QQmlEngine>
 

@@ -12,8 +12,8 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/Signals.h"
 #include "VesloraLinux/System/SupportLock.h"
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 #include <QGuiApplication>
 

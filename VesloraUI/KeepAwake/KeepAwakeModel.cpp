@@ -2,8 +2,8 @@
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 
 #include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 namespace veslora {
 

@@ -2,9 +2,9 @@
 #include "VesloraUI/KeepAwake/KeepAwakeWidgetPresenter.h"
 
 #include "VesloraCore/KeepAwake/KeepAwakeText.h"
-#include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Support/LocalTime.h"
 
 namespace veslora {
 

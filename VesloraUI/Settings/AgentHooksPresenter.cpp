@@ -2,7 +2,7 @@
 #include "VesloraUI/Settings/AgentHooksPresenter.h"
 
 #include "VesloraCore/Agents/Hooks/InstallError.h"
-#include "VesloraUI/Claude/FileError.h"
+#include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Platform/FileRefusal.h"
 
 #include <system_error>

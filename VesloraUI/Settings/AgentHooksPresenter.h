@@ -2,7 +2,7 @@
 // The section of the settings in which one agent's hooks are put in, brought up to date and taken out.
 #pragma once
 
-#include "VesloraUI/Claude/AgentsModel.h"
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
 
 #include <QObject>
 #include <QQmlEngine>

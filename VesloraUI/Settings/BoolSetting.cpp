@@ -2,7 +2,7 @@
 #include "VesloraUI/Settings/BoolSetting.h"
 
 #include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
 namespace veslora {

@@ -2,9 +2,9 @@
 #include "VesloraUI/Settings/FirstStart.h"
 
 #include "VesloraCore/Agents/Hooks/SupportNames.h"
-#include "VesloraUI/Claude/AgentsModel.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
-#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Store/Defaults.h"
 
 namespace veslora {
 

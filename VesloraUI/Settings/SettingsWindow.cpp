@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/SettingsWindow.h"
 
-#include "VesloraUI/Claude/AgentsModel.h"
-#include "VesloraUI/Views.h"
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Island/Views.h"
 
 #include <QQmlComponent>
 #include <QQuickWindow>

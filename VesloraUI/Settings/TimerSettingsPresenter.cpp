@@ -3,8 +3,8 @@
 
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <algorithm>

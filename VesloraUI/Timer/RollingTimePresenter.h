@@ -2,7 +2,7 @@
 // A time left, in pieces of which each digit is one, so that a digit that changes can roll in its own place.
 #pragma once
 
-#include "VesloraUI/RowModel.h"
+#include "VesloraUI/Support/RowModel.h"
 
 #include <QObject>
 #include <QQmlEngine>

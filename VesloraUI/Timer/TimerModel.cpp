@@ -6,8 +6,8 @@
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/TimerNotifying.h"
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/ClockViewPresenter.h"
 
-#include "VesloraUI/LocalTime.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "VesloraUI/Support/LocalTime.h"
 
 #include <QFontMetricsF>
 

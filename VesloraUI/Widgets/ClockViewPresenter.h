@@ -3,7 +3,7 @@
 // that changes moves none of the others.
 #pragma once
 
-#include "VesloraUI/RowModel.h"
+#include "VesloraUI/Support/RowModel.h"
 
 #include <QObject>
 #include <QQmlEngine>

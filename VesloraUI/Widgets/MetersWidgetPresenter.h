@@ -2,7 +2,7 @@
 // The meters widget, ready for display. While it is on screen it is one of the sampler's viewers.
 #pragma once
 
-#include "VesloraUI/RowModel.h"
+#include "VesloraUI/Support/RowModel.h"
 #include "VesloraUI/Widgets/SystemSampler.h"
 
 #include <QObject>

@@ -2,7 +2,7 @@
 #include "VesloraUI/Widgets/RackPresenter.h"
 
 #include "VesloraCore/Widgets/WidgetLayout.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 #include <algorithm>
 #include <numeric>

@@ -2,7 +2,7 @@
 // The page of the rack that shows, ready for display.
 #pragma once
 
-#include "VesloraUI/RowModel.h"
+#include "VesloraUI/Support/RowModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
 #include <QObject>

@@ -3,8 +3,8 @@
 // and the judgement of texts. A program of its own, since the harness must not map the toolkit's libraries:
 // the measured program would then share them, and seem smaller than it is.
 #include "VesloraLinux/System/PosixFiles.h"
-#include "VesloraUI/Claude/ClaudeHooks.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "bench/Report.h"
 #include "bench/UsageCorpus.h"
 #include "bench/inside/RefreshBench.h"

@@ -4,15 +4,15 @@
 #include "VesloraLinux/LinuxPlatform.h"
 #include "VesloraLinux/X11/PanelPlacement.h"
 #include "VesloraLinux/X11/X11Panel.h"
-#include "VesloraUI/NotchWindowController.h"
-#include "VesloraUI/QtTextMeasuring.h"
-#include "VesloraUI/Settings/Defaults.h"
+#include "VesloraUI/Island/NotchWindowController.h"
+#include "VesloraUI/Island/Views.h"
+#include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
-#include "VesloraUI/Views.h"
+#include "VesloraUI/Support/QtTextMeasuring.h"
 #include "tests/VesloraLinux/Support/Bystander.h"
 #include "tests/VesloraLinux/Support/Desktop.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
-#include "tests/VesloraUI/FakeMonitor.h"
+#include "tests/VesloraUI/Fixtures/FakeMonitor.h"
 
 #include <QQmlEngine>
 

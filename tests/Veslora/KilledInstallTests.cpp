@@ -3,9 +3,9 @@
 #include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraCore/Text/Json.h"
 #include "VesloraLinux/System/PosixFiles.h"
-#include "VesloraUI/Claude/ClaudeHooks.h"
-#include "VesloraUI/Claude/CodexHooks.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
+#include "VesloraUI/Claude/Hooks/CodexHooks.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
-#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/FakePlatform.h"
 
 #include <QSignalSpy>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The keep-awake widget and the wings, drawn and pressed.
-#include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Style/VesloraStyle.h"
-#include "tests/VesloraUI/Scene.h"
+#include "VesloraUI/Support/QtTextMeasuring.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QLocale>
 #include <QTest>
@@ -290,7 +290,7 @@ class KeepAwakeActivityTest : public testing::Test {
   protected:
     KeepAwakeActivityTest() {
         scene.keepAwake.onChange = [this] { model.setClock(scene.platform.time.now()); };
-        scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
+        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
     }
     void TearDown() override { scene.close(); }
     /// Waits, with a deadline, until whatever left is gone.

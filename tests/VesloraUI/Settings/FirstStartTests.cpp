@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Claude/AgentsModel.h"
-#include "VesloraUI/Claude/SupportDirectory.h"
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Settings/FirstStart.h"
-#include "tests/VesloraUI/FakeMonitor.h"
-#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/FakeMonitor.h"
+#include "tests/VesloraUI/Fixtures/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
 
 #include <gmock/gmock.h>

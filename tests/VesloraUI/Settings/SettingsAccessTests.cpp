@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The settings window as a screen reader meets it.
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Settings/SettingsScene.h"
 
 #include <gtest/gtest.h>

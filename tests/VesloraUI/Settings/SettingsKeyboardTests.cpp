@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The settings window by keyboard alone, and on screens that are shorter than its pages.
-#include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraUI/AnimationTime.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/VesloraUI/Fixtures/AnimationTime.h"
 #include "tests/VesloraUI/Settings/SettingsScene.h"
 
 #include <QTest>

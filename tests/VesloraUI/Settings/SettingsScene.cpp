@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraUI/Settings/SettingsScene.h"
 
-#include "VesloraUI/Settings/SettingsKeys.h"
-#include "VesloraUI/Views.h"
+#include "VesloraUI/Island/Views.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 #include <QTest>
 

@@ -3,7 +3,7 @@
 // offers.
 #pragma once
 
-#include "tests/VesloraUI/Scene.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QAccessible>
 #include <QSignalSpy>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Opening the settings window at a tab by its name, as a command or the first start does.
 #include "VesloraUI/Settings/SettingsWindow.h"
-#include "tests/VesloraUI/Scene.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

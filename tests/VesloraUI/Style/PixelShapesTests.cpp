@@ -2,7 +2,7 @@
 // Small shapes as they come out on screens of every scale, wherever on them they stand: looked at pixel by
 // pixel.
 #include "VesloraUI/Style/VesloraStyle.h"
-#include "tests/VesloraUI/Scene.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <gtest/gtest.h>
 

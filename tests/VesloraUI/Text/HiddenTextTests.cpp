@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Requests that were made to look like others: what is not on screen can't be allowed.
-#include "tests/VesloraUI/FakeJudge.h"
-#include "tests/VesloraUI/Scene.h"
+#include "tests/VesloraUI/Fixtures/FakeJudge.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QImage>
 
@@ -22,7 +22,7 @@ class HiddenTextTest : public testing::Test {
     void ask(const std::string& text) {
         scene.claude.publish(scene.claude.summaries(),
                              {FakeMonitor::request("r1", scene.platform.time.now(), text)});
-        scene.show("Claude/ClaudeRequestAlert.qml",
+        scene.show("Claude/Views/ClaudeRequestAlert.qml",
                    {{"agents", QVariant::fromValue(&scene.agents)},
                     {"judge", QVariant::fromValue(&judge)},
                     {"requestId", "r1"}},

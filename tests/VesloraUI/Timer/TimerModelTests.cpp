@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The timer from its start to the end of its alert, on a machine whose time a test moves.
 #include "VesloraUI/Timer/TimerModel.h"
-#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/FakePlatform.h"
 
 #include <QSignalSpy>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The timer's widget, its wings and its alert, drawn and pressed.
-#include "VesloraUI/QtTextMeasuring.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "VesloraUI/Support/QtTextMeasuring.h"
 #include "VesloraUI/Timer/RunningTimerPresenter.h"
-#include "tests/VesloraUI/AnimationTime.h"
-#include "tests/VesloraUI/Scene.h"
+#include "tests/VesloraUI/Fixtures/AnimationTime.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -470,7 +470,7 @@ class TimerIslandTest : public TimerViewTest {
     }
 
     void showIsland() {
-        scene.show("NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
+        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
         ASSERT_TRUE(settles());
     }
     [[nodiscard]] bool settles() const {

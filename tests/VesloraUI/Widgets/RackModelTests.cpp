@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Settings/Defaults.h"
-#include "VesloraUI/Settings/SettingsKeys.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 #include "VesloraUI/Widgets/RackModel.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/MemoryFiles.h"

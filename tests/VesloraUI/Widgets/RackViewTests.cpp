@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The rack, drawn: which view stands for each widget, and that it stays while its place in the rack changes.
-#include "VesloraUI/Settings/SettingsKeys.h"
-#include "tests/VesloraUI/Scene.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QPointer>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The sampler, with a machine that says what a test put into it and counts how often it was asked.
 #include "VesloraUI/Widgets/SystemSampler.h"
-#include "tests/VesloraUI/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/FakePlatform.h"
 
 #include <QSignalSpy>
 

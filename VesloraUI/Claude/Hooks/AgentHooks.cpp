@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Claude/Hooks/AgentHooks.h"
+
+#include "VesloraCore/Agents/Hooks/ConfigurationText.h"
+#include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
+#include "VesloraUI/Claude/Spool/SupportDirectory.h"
+
+#include <tuple>
+#include <utility>
+
+namespace veslora {
+
+AgentHooks::AgentHooks(Files& files, SupportDirectory& support, std::string configuration, Names names)
+    : m_files(files), m_support(support), m_scripts(support, names.scripts),
+      m_configuration(std::move(configuration)), m_marker(names.madeMarker) {}
+
+AgentHooks::State AgentHooks::state() {
+    const auto stat = m_files.stat(m_configuration, Links::follow);
+    if (!m_isRead || stat != m_stat) {
+        m_stat = stat;
+        readConfiguration();
+    }
+    const bool areInstalled = m_found.all && m_scripts.areReady();
+    return {areInstalled, !areInstalled && m_found.any};
+}
+
+void AgentHooks::readConfiguration() {
+    const ReadResult read =
+        m_files.read(m_configuration, {.links = Links::follow, .cap = ConfigurationFile::cap});
+    // A read that failed is tried again at the next look.
+    m_isRead = read || !m_stat;
+    m_found = find(read ? std::optional<std::string_view>(read.bytes) : std::nullopt);
+}
+
+void AgentHooks::putIn(ConfigurationFile& file, const std::string& text, bool hadOurs) {
+    forgetConfiguration();
+    if (text == file.text()) {
+        return;
+    }
+    if (!hadOurs && file.text()) {
+        file.backUp();
+    }
+    if (!hadOurs) {
+        setMarker(file.text() ? std::nullopt : std::optional(file.target()));
+    }
+    file.write(text);
+}
+
+void AgentHooks::takeOut(ConfigurationFile& file, const std::string& text, bool hadOurs) {
+    forgetConfiguration();
+    if (!hadOurs) {
+        return;
+    }
+    if (ConfigurationText::parseOrThrow(text).members().empty() && haveMade(file.target())) {
+        file.remove();
+    } else {
+        file.write(text);
+    }
+    setMarker(std::nullopt);
+}
+
+void AgentHooks::setMarker(const std::optional<std::string>& madeFile) const {
+    const OpenedFolder folder = m_support.open();
+    if (!folder) {
+        return;
+    }
+    if (madeFile) {
+        // Without it the file stays when the hooks go, which hurts nobody.
+        std::ignore = folder->write(m_marker, *madeFile, {.mode = SupportDirectory::fileMode});
+    } else {
+        folder->remove(m_marker);
+    }
+}
+
+bool AgentHooks::haveMade(const std::string& path) const {
+    const OpenedFolder folder = m_support.open();
+    const ReadResult marker = folder ? folder->read(m_marker, {}) : ReadResult{{}, folder.error};
+    return marker && marker.bytes == path;
+}
+
+} // namespace veslora

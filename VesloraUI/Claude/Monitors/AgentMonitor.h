@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// What the rest of the program sees of one agent: its sessions, the requests that can be answered, and the
+// hooks. The monitors of Claude Code and of Codex both serve it. Main thread only.
+#pragma once
+
+#include "VesloraCore/Agents/ClaudeDecision.h"
+#include "VesloraCore/Agents/ClaudePermissionRequest.h"
+#include "VesloraCore/Agents/ClaudeSessions.h"
+#include "VesloraUI/Claude/Monitors/AgentUsageMonitor.h"
+
+#include <QObject>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+/// What became of an answer.
+enum class AnswerOutcome {
+    given,   ///< it lies ready for the agent
+    tooLate, ///< the request was over, so the agent asks in its terminal; the session goes on waiting
+    failed,  ///< it could not be written; the request can be answered again
+};
+
+class AgentMonitor : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Every live session, in the order in which they are shown.
+    [[nodiscard]] const std::vector<ClaudeSessionSummary>& summaries() const { return m_summaries; }
+    /// The requests that the island may answer, oldest first.
+    [[nodiscard]] const std::vector<ClaudePermissionRequest>& pendingRequests() const {
+        return m_pendingRequests;
+    }
+    /// Everything of ours is in the agent's configuration and ready to run.
+    [[nodiscard]] bool hooksInstalled() const { return m_hooksInstalled; }
+    /// Something of ours is there, but not all of it.
+    [[nodiscard]] bool hooksOutdated() const { return m_hooksOutdated; }
+
+    /// What follows the agent's use of tokens; null where nothing does.
+    [[nodiscard]] virtual AgentUsageMonitor* usage() { return nullptr; }
+
+    virtual void start() = 0;
+    virtual void stop() = 0;
+
+    /// Tells the script that waits under that id what the user decided. A request that is over, and an
+    /// unknown id, gets "pass" whatever the decision: a script that should still wait is let go, and
+    /// otherwise the answer is cleared away after a while.
+    virtual AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) = 0;
+    /// Brings the session's terminal forward, and counts what the session had to say as seen.
+    virtual void jump(const std::string& sessionId) = 0;
+    virtual void dismissApproval(const std::string& sessionId) = 0;
+
+    /// Writes the scripts and enters them in the agent's configuration, after a backup of it. Throws
+    /// `InstallError` or `FileError`; the configuration is then as it was.
+    virtual void installHooks() = 0;
+    /// Takes out of the configuration what is ours. Throws as `installHooks` does.
+    virtual void removeHooks() = 0;
+
+    /// Called after the sessions or the requests changed.
+    std::function<void()> onChange;
+
+  signals:
+    void summariesChanged();
+    void pendingRequestsChanged();
+    void hooksChanged();
+
+  protected:
+    /// Assigns what differs, and calls `onChange` if anything did.
+    void publish(std::vector<ClaudeSessionSummary> summaries,
+                 std::vector<ClaudePermissionRequest> pendingRequests);
+    void setHooks(bool areInstalled, bool areOutdated);
+
+  private:
+    std::vector<ClaudeSessionSummary> m_summaries;
+    std::vector<ClaudePermissionRequest> m_pendingRequests;
+    bool m_hooksInstalled = false;
+    bool m_hooksOutdated = false;
+};
+
+} // namespace veslora

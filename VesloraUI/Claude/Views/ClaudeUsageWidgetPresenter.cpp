@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Claude/Views/ClaudeUsageWidgetPresenter.h"
+
+#include "VesloraCore/Agents/Usage/AgentUsageChoice.h"
+#include "VesloraCore/Agents/Usage/ClaudeUsageText.h"
+#include "VesloraCore/Text/VisibleText.h"
+#include "VesloraUI/Platform/Observable.h"
+#include "VesloraUI/Style/VesloraStyle.h"
+#include "VesloraUI/Support/LocalTime.h"
+
+#include <QDateTime>
+#include <QLocale>
+
+#include <algorithm>
+
+namespace veslora {
+
+namespace {
+
+QDateTime localDate(Timestamp time) {
+    // The dates of files and lines may be anything; those that no calendar shows are held to one that does.
+    constexpr double farthest = 250'000'000'000;
+    const double held = std::clamp(time, -farthest, farthest);
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(held * 1000));
+}
+
+QString shortWeekday(Timestamp time) {
+    return QLocale().dayName(localDate(time).date().dayOfWeek(), QLocale::ShortFormat);
+}
+
+AgentGlyph glyphOf(AgentKind agent) {
+    const bool isClaude = agent == AgentKind::claude;
+    return {QString::fromUtf8(mark(agent)), QString::fromUtf8(name(agent)),
+            isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary(), isClaude};
+}
+
+UsageReading reading(const QString& label, std::optional<double> percent) {
+    UsageReading made;
+    made.id = label;
+    made.label = label;
+    made.fraction = percent.value_or(0) / 100;
+    made.percent = QString::fromStdString(AgentUsageText::percent(percent));
+    return made;
+}
+
+// A plan without limits has no figure for them, whatever was read.
+UsageReading limitReading(const QString& label, const AgentUsage& usage,
+                          const std::optional<ClaudeLimit>& limit) {
+    UsageReading made =
+        reading(label, limit && usage.limitsAvailable ? std::optional(limit->percent) : std::nullopt);
+    made.isStale = usage.limitsStale;
+    return made;
+}
+
+UsageReading contextReading(const AgentUsage& usage) {
+    UsageReading made = reading(ClaudeUsageWidgetPresenter::tr("CTX"), usage.contextPercent);
+    made.isStale = usage.contextStale;
+    return made;
+}
+
+UsageAgentLine lineOf(const AgentUsage& usage) {
+    return {QString::fromUtf8(rawValue(usage.agent)), glyphOf(usage.agent),
+            limitReading(ClaudeUsageWidgetPresenter::tr("5H"), usage, usage.fiveHour),
+            limitReading(ClaudeUsageWidgetPresenter::tr("WK"), usage, usage.week), usage.limitsStale};
+}
+
+} // namespace
+
+void ClaudeUsageWidgetPresenter::componentComplete() {
+    connect(m_agents, &AgentsModel::usageChanged, this, &ClaudeUsageWidgetPresenter::readUsage);
+    connect(m_agents, &AgentsModel::hooksChanged, this, &ClaudeUsageWidgetPresenter::readUsage);
+    m_isComplete = true;
+    readUsage();
+}
+
+void ClaudeUsageWidgetPresenter::setIsWide(bool isWide) {
+    m_isWide = isWide;
+    readUsage();
+}
+
+void ClaudeUsageWidgetPresenter::setDate(double date) {
+    m_date = date;
+    readUsage();
+}
+
+void ClaudeUsageWidgetPresenter::readUsage() {
+    if (!m_isComplete) {
+        return;
+    }
+    using Presenter = ClaudeUsageWidgetPresenter;
+    const auto usages = m_agents->usages();
+    const auto shown = AgentUsageChoice::shown(usages);
+    const bool showsLines = m_isWide && shown.size() > 1;
+    const auto tokens = ClaudeUsageText::tokens(AgentUsageChoice::today(usages));
+    assign(this, m_glyph, headerGlyph(shown), &Presenter::glyphChanged);
+    assign(this, m_todayText, tr("Today %1").arg(QString::fromStdString(tokens)),
+           &Presenter::todayTextChanged);
+    assign(this, m_emptyText, noticeFor(shown), &Presenter::emptyTextChanged);
+    assign(this, m_showsLines, showsLines, &Presenter::showsLinesChanged);
+    std::vector<UsageAgentLine> lines;
+    if (showsLines) {
+        assign(this, m_context, contextReading(shown.front()), &Presenter::contextChanged);
+        std::ranges::transform(shown, std::back_inserter(lines), lineOf);
+    }
+    m_lines.assign(std::move(lines));
+    m_rows.assign(shown.empty() || showsLines ? std::vector<UsageReading>() : rowsOf(shown.front()));
+}
+
+AgentGlyph ClaudeUsageWidgetPresenter::headerGlyph(const std::vector<AgentUsage>& shown) const {
+    const bool isCodexAlone = shown.size() == 1 && shown.front().agent == AgentKind::codex;
+    const bool isOneOfSome = !m_isWide && !shown.empty();
+    return isCodexAlone || isOneOfSome ? glyphOf(shown.front().agent) : AgentGlyph();
+}
+
+QString ClaudeUsageWidgetPresenter::noticeFor(const std::vector<AgentUsage>& shown) const {
+    if (!shown.empty()) {
+        return {};
+    }
+    return m_agents->anyHooksInstalled() ? tr("No data yet") : tr("Install in Settings");
+}
+
+std::vector<UsageReading> ClaudeUsageWidgetPresenter::rowsOf(const AgentUsage& usage) const {
+    std::vector<UsageReading> rows = {limitReading(tr("5H"), usage, usage.fiveHour),
+                                      limitReading(m_isWide ? tr("WEEK") : tr("WK"), usage, usage.week),
+                                      contextReading(usage)};
+    rows[0].detail = text(AgentUsageText::limitDetail(usage, usage.fiveHour, m_date));
+    rows[1].detail = text(AgentUsageText::limitDetail(usage, usage.week, m_date));
+    rows[2].detail = text(AgentUsageText::contextDetail(usage));
+    return rows;
+}
+
+QString ClaudeUsageWidgetPresenter::text(const UsageDetailLine& detail) const {
+    struct Words {
+        QString operator()(const UsageDetail::Unknown& /*none*/) const { return QStringLiteral("—"); }
+        QString operator()(const UsageDetail::NoPlanLimits& /*none*/) const { return tr("No plan limits"); }
+        QString operator()(const UsageDetail::AsOf& old) const {
+            return tr("as of %1").arg(LocalTime::shortTime(old.at));
+        }
+        QString operator()(const UsageDetail::ResetsAt& reset) const {
+            return tr("resets %1").arg(LocalTime::shortTime(reset.at));
+        }
+        QString operator()(const UsageDetail::ResetsOn& reset) const {
+            return tr("resets %1").arg(shortWeekday(reset.at));
+        }
+        QString operator()(const UsageDetail::Plain& plain) const {
+            return QString::fromStdString(VisibleText::line(plain.text));
+        }
+    };
+    return std::visit(Words(), detail);
+}
+
+} // namespace veslora

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Claude/Views/ClaudeWidgetPresenter.h"
+
+#include "VesloraCore/Agents/ClaudeStatusText.h"
+#include "VesloraCore/Text/VisibleText.h"
+#include "VesloraUI/Style/VesloraStyle.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+namespace {
+
+bool isWorking(const ClaudeSessionSummary& session) {
+    return std::holds_alternative<ClaudeStatus::Working>(session.status);
+}
+
+} // namespace
+
+void ClaudeWidgetPresenter::componentComplete() {
+    m_style = VesloraStyle::of(*qmlEngine(this));
+    connect(m_agents, &AgentsModel::changed, this, &ClaudeWidgetPresenter::readAgents);
+    connect(m_agents, &AgentsModel::hooksChanged, this, &ClaudeWidgetPresenter::changed);
+    connect(m_style, &VesloraStyle::accentChanged, this, &ClaudeWidgetPresenter::readRows);
+    readAgents();
+}
+
+void ClaudeWidgetPresenter::setDate(double date) {
+    m_date = date;
+    if (m_style) {
+        readRows();
+    }
+}
+
+void ClaudeWidgetPresenter::readAgents() {
+    m_sessions = m_agents->summaries();
+    readRows();
+    emit changed();
+}
+
+void ClaudeWidgetPresenter::readRows() {
+    const bool showsMarks = std::ranges::any_of(
+        m_sessions, [](const auto& session) { return session.agent != AgentKind::claude; });
+    std::vector<ClaudeSessionRow> rows;
+    for (const ClaudeSessionSummary& session : m_sessions) {
+        ClaudeSessionRow row = rowOf(session, showsMarks);
+        // Two agents may use one identifier; a list of rows may not.
+        if (std::ranges::find(rows, row.id, &ClaudeSessionRow::id) == rows.end()) {
+            rows.push_back(std::move(row));
+        }
+    }
+    m_rows.assign(std::move(rows));
+}
+
+ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& session, bool showsMarks) const {
+    const bool needsApproval = std::holds_alternative<ClaudeStatus::NeedsApproval>(session.status);
+    const bool isFinished = std::holds_alternative<ClaudeStatus::Finished>(session.status);
+    const bool isClaude = session.agent == AgentKind::claude;
+    ClaudeSessionRow row;
+    row.id = QString::fromStdString(session.id);
+    row.name = QString::fromStdString(VisibleText::line(session.name));
+    row.helpText = tr("Go to %1").arg(row.name);
+    row.mark = showsMarks ? QString::fromUtf8(mark(session.agent)) : QString();
+    row.markIsSymbol = isClaude;
+    row.markColor = isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
+    row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date));
+    row.labelColor = needsApproval ? m_style->urgentColor()
+                     : isFinished  ? m_style->accentColor()
+                                   : VesloraStyle::textSecondary();
+    row.lightColor = !ClaudeStatusText::isLit(session.status, m_date) ? VesloraStyle::unlitTick()
+                     : needsApproval                                  ? m_style->urgentColor()
+                                                                      : m_style->accentColor();
+    if (m_isWide && isWorking(session) && session.activity) {
+        row.activity = QString::fromStdString(VisibleText::line(*session.activity));
+    }
+    return row;
+}
+
+QString ClaudeWidgetPresenter::title() const {
+    const AgentMonitor* codex = m_agents ? m_agents->codex() : nullptr;
+    return codex && (codex->hooksInstalled() || !codex->summaries().empty()) ? tr("Agents") : tr("Claude");
+}
+
+QString ClaudeWidgetPresenter::hooksNote() const {
+    if (!m_agents || m_agents->anyHooksInstalled()) {
+        return {};
+    }
+    return m_isWide ? tr("No hooks · approvals off") : tr("No hooks");
+}
+
+QString ClaudeWidgetPresenter::workingText() const {
+    const auto working = std::ranges::count_if(m_sessions, isWorking);
+    return m_isWide && working >= 1 ? tr("%1 working").arg(working) : QString();
+}
+
+void ClaudeWidgetPresenter::jump(const QString& sessionId) {
+    m_agents->jump(sessionId.toStdString());
+}
+
+} // namespace veslora

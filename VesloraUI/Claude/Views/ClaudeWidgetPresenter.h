@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The agents widget, ready for display: its header and one row for each session.
+#pragma once
+
+#include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Claude/Views/ClaudeSessionRow.h"
+#include "VesloraUI/Support/RowModel.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QString>
+
+namespace veslora {
+
+class VesloraStyle;
+
+class ClaudeWidgetPresenter : public QObject, public QQmlParserStatus {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_INTERFACES(QQmlParserStatus)
+    Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
+    Q_PROPERTY(bool isWide MEMBER m_isWide REQUIRED FINAL)
+    /// Seconds since 1970, from the view's timeline.
+    Q_PROPERTY(double date MEMBER m_date WRITE setDate REQUIRED FINAL)
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString hooksNote READ hooksNote NOTIFY changed FINAL)
+    Q_PROPERTY(QString workingText READ workingText NOTIFY changed FINAL)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed FINAL)
+    Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT FINAL)
+
+  public:
+    using QObject::QObject;
+
+    void classBegin() override {}
+    void componentComplete() override;
+
+    void setDate(double date);
+
+    /// "Agents" once Codex has anything to do with it; a user of Claude Code alone sees that word.
+    [[nodiscard]] QString title() const;
+    /// The warning that no approvals come; empty where some agent has our hooks.
+    [[nodiscard]] QString hooksNote() const;
+    /// How many sessions work; empty where none does, and on a small widget.
+    [[nodiscard]] QString workingText() const;
+    [[nodiscard]] bool isEmpty() const { return m_rows.rows().empty(); }
+    [[nodiscard]] QAbstractItemModel* rows() { return &m_rows; }
+
+    Q_INVOKABLE void jump(const QString& sessionId);
+
+  signals:
+    void changed();
+
+  private:
+    void readAgents();
+    void readRows();
+    [[nodiscard]] ClaudeSessionRow rowOf(const ClaudeSessionSummary& session, bool showsMarks) const;
+
+    AgentsModel* m_agents = nullptr;
+    bool m_isWide = false;
+    double m_date = 0;
+    VesloraStyle* m_style = nullptr;
+    std::vector<ClaudeSessionSummary> m_sessions;
+    RowModel<ClaudeSessionRow> m_rows{"session"};
+};
+
+} // namespace veslora

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Island/NotchWindowController.h"
+
+#include "VesloraCore/Island/FullscreenDetector.h"
+#include "VesloraUI/Store/Defaults.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace veslora {
+
+namespace {
+
+/// A place that lies outside every zone of every screen.
+constexpr Point nowhere{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
+
+bool containPoint(const std::vector<Rect>& zones, Point point) {
+    return std::ranges::any_of(zones, [point](const Rect& zone) { return zone.contains(point); });
+}
+
+} // namespace
+
+NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
+                                             Defaults& settings, AgentsModel& agents, MakeContent makeContent)
+    : m_platform(platform), m_measuring(measuring), m_settings(settings),
+      m_timer(settings,
+              {platform.scheduler(), platform.sounds(), platform.haptics(), &platform.timerNotifier()}),
+      m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
+      m_agents(agents), m_keepAwake(settings, platform.power(), platform.scheduler()),
+      m_makeContent(std::move(makeContent)) {}
+
+NotchWindowController::~NotchWindowController() {
+    m_platform.panel().setContent(nullptr);
+}
+
+void NotchWindowController::start() {
+    m_timer.onPresentationChange = [this] { presentationChanged(); };
+    m_rack.onEditingChange = [this](bool isEditing) { editingChanged(isEditing); };
+    m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
+    m_agents.setOnChange([this] { agentsChanged(); });
+    m_keepAwake.onChange = [this] { presentationChanged(); };
+    m_agents.start();
+    layout();
+    m_platform.panel().orderFront();
+    Pointer& pointer = m_platform.pointer();
+    m_observers = {
+        connect(&m_settings, &Defaults::changed, this, &NotchWindowController::settingsChanged),
+        connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
+        connect(&pointer, &Pointer::released, this, &NotchWindowController::updateClickThrough),
+        connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
+        connect(&m_platform.screens(), &Screens::changed, this, &NotchWindowController::layout),
+        connect(&m_platform.suspension(), &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
+    };
+    pointer.setTracking(true);
+}
+
+void NotchWindowController::stop() {
+    m_rack.exitEditing();
+    m_agents.stop();
+    m_agents.setOnChange(nullptr);
+    m_keepAwake.onChange = nullptr;
+    m_keepAwake.stop();
+    m_keepAwake.setClaudeIsWorking(false);
+    m_timer.onPresentationChange = nullptr;
+    m_openDelayTask.cancel();
+    m_platform.pointer().setTracking(false);
+    for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {
+        disconnect(observer);
+    }
+    m_platform.panel().orderOut();
+}
+
+ClosedIslandActivity NotchWindowController::activity() {
+    return closedIslandActivity(models(), m_settings, m_measuring, now());
+}
+
+std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
+    const bool isRequest =
+        activity.kind == LiveActivityKind::claudeAlert && !m_agents.pendingRequests().empty();
+    return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
+}
+
+bool NotchWindowController::isShowingAnAlert() {
+    return isAlert(activity().kind);
+}
+
+DisplayChoice NotchWindowController::displayChoice() const {
+    return displayChoiceFrom(m_settings.stringValue(SettingsKeys::displayChoice));
+}
+
+std::optional<ScreenInfo> NotchWindowController::targetScreen(DisplayChoice choice) const {
+    const auto screens = m_platform.screens().list();
+    if (screens.empty()) {
+        return std::nullopt;
+    }
+    const auto builtIn = std::ranges::find_if(screens, &ScreenInfo::isBuiltIn);
+    return choice == DisplayChoice::builtIn && builtIn != screens.end() ? *builtIn : screens.front();
+}
+
+std::optional<Point> NotchWindowController::mouseLocation() const {
+    return m_screen ? m_platform.pointer().positionOn(*m_screen) : std::nullopt;
+}
+
+void NotchWindowController::layout() {
+    const DisplayChoice choice = displayChoice();
+    m_appliedDisplayChoice = choice;
+    const auto screen = targetScreen(choice);
+    if (!screen) {
+        return;
+    }
+    m_screen = screen;
+    const NotchGeometry geometry(screen->metrics);
+    m_rack.setScreenWidth(geometry.screenWidth);
+    HoverTracker tracker(geometry, m_settings.doubleValue(SettingsKeys::hoverDelay));
+    fillTracker(tracker);
+    m_tracker = tracker;
+    showContent(geometry);
+    updateClickThrough();
+}
+
+void NotchWindowController::fillTracker(HoverTracker& tracker) {
+    const ClosedIslandActivity current = activity();
+    tracker.liveActivityWingWidth = current.wingWidth;
+    tracker.isShowingAlert = isAlert(current.kind);
+    tracker.alertSize = alertSize(current);
+    tracker.setPinnedOpen(m_rack.isEditing());
+    tracker.isEditing = m_rack.isEditing();
+    tracker.expandedWidth = m_rack.islandWidth();
+    // The pointer did not open it, so no new screen takes it away from under the pointer.
+    if (m_tracker && m_tracker->isHeldOpen()) {
+        tracker.holdOpen();
+    }
+}
+
+void NotchWindowController::showContent(const NotchGeometry& geometry) {
+    auto model = std::make_unique<NotchViewModel>(geometry, models(), m_rack, m_sampler, m_settings,
+                                                  m_measuring, now());
+    model->setExpanded(m_tracker->isExpanded());
+    IslandContent content = m_makeContent(*model);
+    Panel& panel = m_platform.panel();
+    panel.place(*m_screen, geometry.windowFrame());
+    panel.setContent(content.item.get());
+    panel.setOutline(content.outline);
+    connect(model.get(), &NotchViewModel::alertCameOnScreen, this,
+            &NotchWindowController::updateClickThrough);
+    // The former view goes before the model that it reads.
+    m_content = std::move(content);
+    m_model = std::move(model);
+}
+
+void NotchWindowController::agentsChanged() {
+    m_keepAwake.setClaudeIsWorking(m_agents.longestWorking().has_value());
+    presentationChanged();
+}
+
+void NotchWindowController::presentationChanged() {
+    const ClosedIslandActivity current = activity();
+    if (m_tracker) {
+        m_tracker->liveActivityWingWidth = current.wingWidth;
+    }
+    if (m_model) {
+        m_model->setClock(now());
+    }
+    if (m_tracker) {
+        m_tracker->isShowingAlert = isAlert(current.kind);
+        m_tracker->alertSize = alertSize(current);
+        if (m_tracker->isHeldOpen() && m_tracker->isShowingAlert) {
+            // It would hide the alert from a user who looks elsewhere, and no movement need follow.
+            mouseMoved();
+        }
+    }
+    playApprovalSoundIfNew();
+    updateClickThrough();
+    applyVisibility();
+}
+
+void NotchWindowController::playApprovalSoundIfNew() {
+    std::set<std::string> keys;
+    for (const ClaudeSessionSummary& session : m_agents.waitingForApproval()) {
+        const auto& approval = std::get<ClaudeStatus::NeedsApproval>(session.status);
+        keys.insert(session.id + "@" + std::to_string(approval.since));
+    }
+    const bool haveNew = !std::ranges::includes(m_soundedApprovals, keys);
+    // Replaced whatever happens next: a wait that has begun in silence is not announced later.
+    m_soundedApprovals = std::move(keys);
+    if (haveNew && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
+        m_settings.boolValue(SettingsKeys::claudeApprovalAlerts)) {
+        m_platform.sounds().play("Glass");
+    }
+}
+
+void NotchWindowController::editingChanged(bool isEditing) {
+    if (m_tracker) {
+        m_tracker->setPinnedOpen(isEditing);
+        m_tracker->isEditing = isEditing;
+    }
+    m_platform.pointer().setWatchingPresses(isEditing);
+    if (!isEditing) {
+        mouseMoved();
+        return;
+    }
+    if (m_model) {
+        m_model->setExpanded(true);
+    }
+    updateClickThrough();
+}
+
+void NotchWindowController::islandWidthChanged(double width) {
+    if (m_tracker) {
+        m_tracker->expandedWidth = width;
+    }
+    updateClickThrough();
+}
+
+void NotchWindowController::settingsChanged() {
+    if (m_tracker) {
+        m_tracker->openDelay = m_settings.doubleValue(SettingsKeys::hoverDelay);
+    }
+    m_rack.settingsChanged();
+    if (m_appliedDisplayChoice != displayChoice()) {
+        layout();
+    }
+    // A toggle may have switched off what the island shows right now.
+    presentationChanged();
+}
+
+void NotchWindowController::applyVisibility() {
+    const bool isShown = FullscreenDetector::shouldShowIsland(
+        false, m_settings.boolValue(SettingsKeys::hideInFullscreen), isShowingAnAlert());
+    if (isShown != m_isHidden) {
+        return;
+    }
+    m_isHidden = !isShown;
+    if (isShown) {
+        m_platform.panel().orderFront();
+        return;
+    }
+    m_rack.exitEditing();
+    collapse();
+    m_platform.panel().orderOut();
+}
+
+bool NotchWindowController::toggle() {
+    if (m_isHidden || !m_tracker) {
+        return false;
+    }
+    const bool isOpening = !m_tracker->isExpanded();
+    if (isOpening) {
+        m_tracker->holdOpen();
+        m_rack.didOpen();
+    } else {
+        m_rack.exitEditing();
+        m_tracker->shut();
+    }
+    m_model->setExpanded(isOpening);
+    // Takes in where the pointer is already.
+    mouseMoved();
+    return true;
+}
+
+void NotchWindowController::collapse() {
+    if (!m_tracker || !m_tracker->isExpanded()) {
+        return;
+    }
+    m_tracker->shut();
+    m_tracker->update(nowhere, steadyNow());
+    m_model->setExpanded(false);
+    updateClickThrough();
+}
+
+void NotchWindowController::mouseMoved() {
+    if (m_isHidden || !m_tracker) {
+        return;
+    }
+    const Point mouse = mouseLocation().value_or(nowhere);
+    if (m_tracker->update(mouse, steadyNow())) {
+        m_model->setExpanded(m_tracker->isExpanded());
+        if (m_tracker->isExpanded()) {
+            m_rack.didOpen();
+        }
+    }
+    updateClickThrough();
+    scheduleOpenDelayCheck(m_tracker->pendingOpenDeadline());
+}
+
+void NotchWindowController::scheduleOpenDelayCheck(std::optional<Timestamp> deadline) {
+    if (deadline == m_pendingDeadline) {
+        return;
+    }
+    m_pendingDeadline = deadline;
+    m_openDelayTask.cancel();
+    if (deadline) {
+        // Without this a pointer that rests on the notch would never open the island: no event follows.
+        m_openDelayTask = m_platform.scheduler().after(std::max(*deadline - steadyNow(), 0.0), [this] {
+            m_pendingDeadline.reset();
+            mouseMoved();
+        });
+    }
+}
+
+void NotchWindowController::updateClickThrough() {
+    if (!m_tracker) {
+        return;
+    }
+    m_tracker->isAlertOnScreen = m_model && m_model->isAlertOnScreen();
+    PanelZones zones{m_tracker->clickZones(), {}};
+    if (const auto zone = m_tracker->hoverZone()) {
+        zones.hover.push_back(*zone);
+    }
+    if (zones == m_zones) {
+        return;
+    }
+    // A press in progress is never cut off; its release leads here again.
+    if (!m_zones.clicks.empty() && m_platform.pointer().isButtonDown() &&
+        containPoint(m_zones.clicks, mouseLocation().value_or(nowhere))) {
+        return;
+    }
+    m_zones = zones;
+    m_platform.panel().setZones(zones);
+}
+
+} // namespace veslora

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// Owns the island's panel and turns events into state: feeds the hover tracker, keeps the view model in step,
+// decides where the panel takes clicks and when it hides. Main thread only.
+#pragma once
+
+#include "VesloraCore/Island/HoverTracker.h"
+#include "VesloraUI/Island/NotchViewModel.h"
+#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
+#include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Platform/TextMeasuring.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Timer/TimerModel.h"
+#include "VesloraUI/Widgets/RackModel.h"
+
+#include <QObject>
+#include <QPainterPath>
+#include <QQuickItem>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+/// What stands on the panel: its root item, and the island's outline as drawn right now, in that item's
+/// coordinates.
+struct IslandContent {
+    std::unique_ptr<QQuickItem> item;
+    std::function<QPainterPath()> outline;
+};
+
+class NotchWindowController : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(NotchWindowController)
+
+  public:
+    using MakeContent = std::function<IslandContent(NotchViewModel&)>;
+
+    /// Nothing runs and nothing shows before `start`. `makeContent` builds the island's view for a model.
+    NotchWindowController(Platform& platform, const TextMeasuring& measuring, Defaults& settings,
+                          AgentsModel& agents, MakeContent makeContent);
+    ~NotchWindowController() override;
+
+    /// Once, at launch.
+    void start();
+    /// Once, at the end: the monitors stop, the scripts are let go and the panel goes.
+    void stop();
+
+    [[nodiscard]] TimerModel& timer() { return m_timer; }
+    [[nodiscard]] RackModel& rack() { return m_rack; }
+    [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
+    [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
+    /// Null before the first layout.
+    [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
+    /// Absent before the first layout.
+    [[nodiscard]] const std::optional<HoverTracker>& tracker() const { return m_tracker; }
+
+    /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
+    /// edited. False while it is not on screen: then nothing changes.
+    bool toggle();
+    /// What stands on the island while it is closed, as of now.
+    [[nodiscard]] LiveActivityKind closedActivity() { return activity().kind; }
+
+    /// Rebuilds all that depends on a screen. Without any screen everything stays as it was.
+    void layout();
+    /// Whatever a closed island shows may have changed.
+    void presentationChanged();
+
+  private:
+    void mouseMoved();
+    void settingsChanged();
+    void editingChanged(bool isEditing);
+    void islandWidthChanged(double width);
+    void applyVisibility();
+    void collapse();
+    void updateClickThrough();
+    void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
+    void playApprovalSoundIfNew();
+    void agentsChanged();
+    void fillTracker(HoverTracker& tracker);
+    void showContent(const NotchGeometry& geometry);
+    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake, &m_timer}; }
+    [[nodiscard]] ClosedIslandActivity activity();
+    [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
+    [[nodiscard]] bool isShowingAnAlert();
+    [[nodiscard]] DisplayChoice displayChoice() const;
+    [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
+    [[nodiscard]] std::optional<Point> mouseLocation() const;
+    [[nodiscard]] Timestamp now() const { return m_platform.scheduler().now(); }
+    /// Times hovering, whatever the wall clock is set to meanwhile.
+    [[nodiscard]] double steadyNow() const { return m_platform.scheduler().steadyNow(); }
+
+    Platform& m_platform;
+    const TextMeasuring& m_measuring;
+    Defaults& m_settings;
+    TimerModel m_timer;
+    RackModel m_rack;
+    SystemSampler m_sampler;
+    AgentsModel& m_agents;
+    KeepAwakeModel m_keepAwake;
+    MakeContent m_makeContent;
+
+    std::set<std::string> m_soundedApprovals; ///< the waits that were announced already
+    std::unique_ptr<NotchViewModel> m_model;
+    IslandContent m_content;
+    std::optional<HoverTracker> m_tracker;
+    std::optional<ScreenInfo> m_screen;
+    PanelZones m_zones;
+    Task m_openDelayTask;                       ///< sleeps until the hover deadline
+    std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
+    bool m_isHidden = false;
+    std::optional<DisplayChoice> m_appliedDisplayChoice;
+    std::vector<QMetaObject::Connection> m_observers;
+};
+
+} // namespace veslora

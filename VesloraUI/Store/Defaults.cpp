@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Store/Defaults.h"
+
+#include <array>
+#include <charconv>
+
+namespace veslora {
+
+namespace {
+
+constexpr std::uint32_t directoryMode = 0700;
+constexpr WriteOptions privately{.mode = 0600, .sync = Sync::yes};
+
+std::string fileName(const std::string& suite) {
+    return suite.empty() ? "settings.json" : "settings." + suite + ".json";
+}
+
+/// The shortest text that reads as that very number. Absent for one that is not finite.
+std::optional<Json> jsonOf(double number) {
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), number);
+    return Json::parse({text.data(), result.ptr});
+}
+
+} // namespace
+
+Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string directory, const std::string& suite)
+    : m_files(files), m_watcher(watcher), m_directory(std::move(directory)),
+      m_path(m_directory + "/" + fileName(suite)), m_values(Json::makeObject()),
+      m_unsaved(Json::makeObject()) {
+    m_files.makeDirectory(m_directory, directoryMode);
+    watch();
+    load();
+}
+
+void Defaults::registerDefaults(std::initializer_list<std::pair<std::string_view, Value>> values) {
+    for (const auto& [key, value] : values) {
+        m_registered.insert_or_assign(std::string(key), value);
+    }
+}
+
+template <class Stored>
+const Stored* Defaults::registered(std::string_view key) const {
+    const auto found = m_registered.find(key);
+    return found == m_registered.end() ? nullptr : std::get_if<Stored>(&found->second);
+}
+
+bool Defaults::boolValue(std::string_view key) const {
+    const Json* stored = m_values.find(key);
+    const bool* fallback = registered<bool>(key);
+    const auto value = stored != nullptr ? stored->boolean() : std::nullopt;
+    return value.value_or(fallback != nullptr && *fallback);
+}
+
+double Defaults::doubleValue(std::string_view key) const {
+    const Json* stored = m_values.find(key);
+    const double* fallback = registered<double>(key);
+    const auto value = stored != nullptr ? stored->number() : std::nullopt;
+    return value.value_or(fallback != nullptr ? *fallback : 0);
+}
+
+int Defaults::integerValue(std::string_view key) const {
+    const Json* stored = m_values.find(key);
+    const int* fallback = registered<int>(key);
+    const auto value = stored != nullptr ? stored->integer32() : std::nullopt;
+    return value.value_or(fallback != nullptr ? *fallback : 0);
+}
+
+std::optional<std::string> Defaults::stringValue(std::string_view key) const {
+    if (const std::string* stored = m_values.stringAt(key)) {
+        return *stored;
+    }
+    const std::string* fallback = registered<std::string>(key);
+    return fallback != nullptr ? std::optional(*fallback) : std::nullopt;
+}
+
+void Defaults::set(std::string_view key, bool value) {
+    store(key, Json::makeBoolean(value), [&] { return boolValue(key) == value; });
+}
+
+void Defaults::set(std::string_view key, double value) {
+    if (auto json = jsonOf(value)) {
+        store(key, *std::move(json), [&] { return doubleValue(key) == value; });
+    }
+}
+
+void Defaults::set(std::string_view key, int value) {
+    store(key, Json::makeInteger(value), [&] { return integerValue(key) == value; });
+}
+
+void Defaults::set(std::string_view key, std::string_view value) {
+    store(key, Json::makeString(std::string(value)), [&] { return stringValue(key) == value; });
+}
+
+void Defaults::store(std::string_view key, Json value, const std::function<bool()>& isAlready) {
+    // Another program may have written since the last event: its other values must not be lost.
+    bool differs = load();
+    if (!isAlready()) {
+        m_unsaved.set(key, value);
+        m_values.set(key, std::move(value));
+        save();
+        differs = true;
+    }
+    if (differs) {
+        emit changed();
+    }
+}
+
+/// Takes over what the file holds now. True when the values differ. A file that can't be read, or that holds
+/// no settings, leaves the last good ones.
+bool Defaults::load() {
+    ReadResult file = m_files.read(m_path, {.links = Links::follow});
+    const bool isMissing = file.error == std::errc::no_such_file_or_directory;
+    m_isReadable = file || isMissing;
+    auto text = isMissing ? std::nullopt : std::optional(std::move(file.bytes));
+    if (!m_isReadable || text == m_text) {
+        return false;
+    }
+    m_text = std::move(text);
+    auto parsed = m_text ? Json::parse(*m_text) : Json::makeObject();
+    m_isDamaged = !parsed || !parsed->isObject();
+    if (m_isDamaged) {
+        return false;
+    }
+    for (const Json::Member& member : m_unsaved.members()) {
+        parsed->set(member.key, member.value);
+    }
+    return std::exchange(m_values, *parsed) != *parsed;
+}
+
+void Defaults::save() {
+    m_files.makeDirectory(m_directory, directoryMode);
+    watch();
+    const std::string target = m_files.resolve(m_path);
+    if (!m_isReadable || (m_isDamaged && !keepDamaged(target))) {
+        return;
+    }
+    std::string text = m_values.print(Json::Layout::pretty) + "\n";
+    if (!m_files.write(target, text, privately)) {
+        m_text = std::move(text);
+        m_isDamaged = false;
+        m_unsaved = Json::makeObject();
+    }
+}
+
+/// Puts a file that holds no settings aside before it is replaced: it may be a slip of the user's editor.
+bool Defaults::keepDamaged(const std::string& target) {
+    return m_text->empty() || !m_files.write(target + ".damaged", *m_text, privately);
+}
+
+/// Watches the directory, unless that is already done or can't be.
+void Defaults::watch() {
+    if (!m_watch || !m_watch->isActive()) {
+        m_watch = m_watcher.watch(m_directory, DirectoryChanges::any, [this] { directoryChanged(); });
+    }
+}
+
+void Defaults::directoryChanged() {
+    if (load()) {
+        emit changed();
+    }
+}
+
+} // namespace veslora

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: MIT
+// A machine that obeys a test: every seam of the platform, held in memory.
+#pragma once
+
+#include "VesloraUI/Platform/Platform.h"
+#include "VesloraUI/Platform/TextMeasuring.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/support/FakeDirectoryWatcher.h"
+#include "tests/support/ManualScheduler.h"
+#include "tests/support/MemoryFiles.h"
+
+#include <cmath>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace veslora {
+
+class FakeProcesses final : public Processes {
+  public:
+    std::set<std::int32_t> alive;
+
+    [[nodiscard]] std::int32_t ownId() const override { return 4711; }
+    [[nodiscard]] std::string ownNamespace() const override { return "pid:[4026531836]"; }
+    [[nodiscard]] bool isAlive(std::int32_t pid) const override { return alive.contains(pid); }
+
+    std::vector<RunningProcess> running; ///< what can be told of some of them
+    mutable int scans = 0;               ///< looks at all processes
+
+    [[nodiscard]] std::optional<RunningProcess> processOf(std::int32_t pid) const override;
+    [[nodiscard]] std::vector<RunningProcess> processesNamed(std::string_view name) const override;
+};
+
+class FakeHostApplications final : public HostApplications {
+  public:
+    std::map<std::int32_t, HostApp> apps; ///< by the process that asks
+    std::set<std::int32_t> frontmost;
+    std::vector<HostApp> activated;
+
+    [[nodiscard]] std::optional<HostApp> hostAppOf(std::int32_t pid) override {
+        const auto found = apps.find(pid);
+        return found == apps.end() ? std::nullopt : std::optional(found->second);
+    }
+    [[nodiscard]] bool isFrontmost(std::int32_t pid) override { return frontmost.contains(pid); }
+    void activate(const HostApp& app) override { activated.push_back(app); }
+};
+
+class FakeMultiplexer final : public TerminalMultiplexer {
+  public:
+    struct Call {
+        std::int32_t pid = 0;
+        std::optional<std::string> pane;
+        bool operator==(const Call&) const = default;
+    };
+    std::map<std::int32_t, std::int32_t> clients; ///< by the process that asks
+    std::vector<Call> calls;
+    std::map<std::int32_t, Clients> showing; ///< by the process that asks; those in it are held
+    double answerTime = 0;                   ///< seconds until `findClients` answers
+    std::vector<Call> looks;
+
+    explicit FakeMultiplexer(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+    [[nodiscard]] bool mayHold(std::int32_t pid) const override { return showing.contains(pid); }
+    [[nodiscard]] Task showPane(std::int32_t pid, const std::optional<std::string>& pane,
+                                std::function<void(Client)> done) override;
+    [[nodiscard]] Task findClients(std::int32_t pid, const std::optional<std::string>& pane,
+                                   std::function<void(const Clients&)> done) override;
+
+  private:
+    Scheduler& m_scheduler;
+};
+
+/// Says what a test put into it, and counts how often it was asked.
+class FakeSystemReadings final : public SystemReadings {
+  public:
+    std::optional<std::uint64_t> physical = std::uint64_t{16} << 30;
+    std::optional<CPUTicks> counted;
+    std::optional<MemoryPages> memory;
+    std::optional<BatteryReading> power;
+    std::optional<DiskCapacity> volume;
+    int reads = 0;     ///< of anything
+    int diskReads = 0; ///< of the disk alone
+
+    [[nodiscard]] std::optional<std::uint64_t> physicalMemory() override { return ++reads, physical; }
+    [[nodiscard]] std::optional<CPUTicks> ticks() override { return ++reads, counted; }
+    [[nodiscard]] std::optional<MemoryPages> memoryPages() override { return ++reads, memory; }
+    [[nodiscard]] std::optional<BatteryReading> battery() override { return ++reads, power; }
+    [[nodiscard]] std::optional<DiskCapacity> disk() override { return ++reads, ++diskReads, volume; }
+};
+
+class FakeScreens final : public Screens {
+  public:
+    std::vector<ScreenInfo> screens;
+
+    [[nodiscard]] std::vector<ScreenInfo> list() const override { return screens; }
+
+    /// A screen of that size without a notch, with a bar of 28 points.
+    static ScreenInfo make(const std::string& name, double width, double height, bool isBuiltIn);
+};
+
+class FakePointer final : public Pointer {
+  public:
+    std::optional<Point> position;
+    bool isDown = false;
+    bool isTracking = false;
+    bool isWatchingPresses = false;
+
+    [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override {
+        return position;
+    }
+    [[nodiscard]] bool isButtonDown() const override { return isDown; }
+    void setTracking(bool tracking) override { isTracking = tracking; }
+    void setWatchingPresses(bool watching) override { isWatchingPresses = watching; }
+
+    /// Moves the pointer and says so.
+    void moveTo(std::optional<Point> point);
+};
+
+class FakePanel final : public Panel {
+  public:
+    Rect frame;
+    std::string screenName;
+    PanelZones zones;
+    bool isShown = false;
+    int placements = 0;
+
+    void place(const ScreenInfo& screen, const Rect& newFrame) override;
+    void setContent(QQuickItem* /*content*/) override {}
+    void setOutline(std::function<QPainterPath()> /*outline*/) override {}
+    void setZones(const PanelZones& newZones) override { zones = newZones; }
+    void orderFront() override { isShown = true; }
+    void orderOut() override { isShown = false; }
+    [[nodiscard]] QQuickWindow* window() const override { return nullptr; }
+
+    [[nodiscard]] bool takesClicksAt(Point point) const;
+};
+
+/// Draws at once, and stamps frames and events by the test's own clock.
+class FakeFrameClock final : public FrameClock {
+  public:
+    ScreenLook screen = ScreenLook::asDrawn;
+    bool isStuck = false; ///< the window system does not get to draw
+    int looks = 0;
+    int marks = 0; ///< how often the time of a frame was asked for
+
+    explicit FakeFrameClock(Scheduler& scheduler) : m_scheduler(scheduler) {}
+
+    /// The moment, by the clock that stamps events.
+    [[nodiscard]] std::uint32_t eventTime() const {
+        return static_cast<std::uint32_t>(std::llround(m_scheduler.steadyNow() * 1000));
+    }
+    [[nodiscard]] Task afterFrame(std::function<void(std::uint32_t)> shown) override;
+    [[nodiscard]] ScreenLook look(const QRectF& /*area*/) override { return ++looks, screen; }
+
+  private:
+    Scheduler& m_scheduler;
+};
+
+class RecordingSounds final : public SoundPlaying {
+  public:
+    std::vector<std::string> played;
+    void play(const std::string& name) override { played.push_back(name); }
+};
+
+class RecordingHaptics final : public HapticPerforming {
+  public:
+    std::vector<HapticPattern> performed;
+    void perform(HapticPattern pattern) override { performed.push_back(pattern); }
+};
+
+/// Seven points a byte.
+class FixedTextMeasuring final : public TextMeasuring {
+  public:
+    [[nodiscard]] double wingTextWidth(const std::string& text) const override {
+        return 7.0 * static_cast<double>(text.size());
+    }
+};
+
+class RecordingStatusMenu final : public StatusMenu {
+  public:
+    std::vector<StatusMenuRow> rows;
+    void show(const QString& /*title*/, const QString& /*symbol*/,
+              std::vector<StatusMenuRow> newRows) override {
+        rows = std::move(newRows);
+    }
+};
+
+class RecordingPower final : public PowerAsserting {
+  public:
+    std::vector<std::optional<KeepAwakeHold>> applied;
+    void apply(const std::optional<KeepAwakeHold>& hold) override { applied.push_back(hold); }
+};
+
+/// Remembers what it was asked to tell.
+class RecordingNotifier final : public TimerNotifying {
+  public:
+    std::vector<std::string> log;
+    void requestPermission() override { log.emplace_back("permission"); }
+    void timerFinished(double duration) override {
+        log.push_back("finished " + std::to_string(std::lround(duration)));
+    }
+};
+
+class FakePlatform final : public Platform {
+  public:
+    FakePlatform();
+
+    Directories paths;
+    ManualScheduler time;
+    MemoryFiles disk;
+    FakeDirectoryWatcher watches;
+    FakeProcesses tasks;
+    FakeHostApplications hosts;
+    FakeMultiplexer multiplexer{time};
+    FakeSystemReadings readings;
+    Suspension sleep;
+    FakeScreens displays;
+    FakePointer mouse;
+    FakePanel window;
+    FakeFrameClock frames{time};
+    RecordingSounds sound;
+    RecordingHaptics taps;
+    FixedTextMeasuring measuring;
+    RecordingStatusMenu menu;
+    RecordingPower energy;
+    RecordingNotifier notices;
+
+    /// Lets time pass, and the files' stamps with it.
+    void advance(double seconds);
+
+    [[nodiscard]] const Directories& directories() const override { return paths; }
+    [[nodiscard]] Scheduler& scheduler() override { return time; }
+    [[nodiscard]] Files& files() override { return disk; }
+    [[nodiscard]] DirectoryWatcher& directoryWatcher() override { return watches; }
+    [[nodiscard]] Processes& processes() override { return tasks; }
+    [[nodiscard]] HostApplications& hostApplications() override { return hosts; }
+    [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override { return multiplexer; }
+    [[nodiscard]] SystemReadings& systemReadings() override { return readings; }
+    [[nodiscard]] Suspension& suspension() override { return sleep; }
+    [[nodiscard]] Screens& screens() override { return displays; }
+    [[nodiscard]] Pointer& pointer() override { return mouse; }
+    [[nodiscard]] Panel& panel() override { return window; }
+    [[nodiscard]] FrameClock& frameClock() override { return frames; }
+    [[nodiscard]] SoundPlaying& sounds() override { return sound; }
+    [[nodiscard]] HapticPerforming& haptics() override { return taps; }
+    [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
+    [[nodiscard]] PowerAsserting& power() override { return energy; }
+    [[nodiscard]] TimerNotifying& timerNotifier() override { return notices; }
+};
+
+/// The settings of a user who never touched any.
+class FakeDefaults final : public Defaults {
+  public:
+    explicit FakeDefaults(FakePlatform& platform)
+        : Defaults(platform.disk, platform.watches, platform.paths.configuration) {
+        SettingsKeys::registerDefaults(*this);
+    }
+};
+
+} // namespace veslora

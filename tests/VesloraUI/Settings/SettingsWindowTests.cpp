@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: MIT
+// The settings window, drawn and pressed.
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
+#include "VesloraUI/Island/Views.h"
+#include "VesloraUI/Settings/SettingsWindow.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/VesloraUI/Fixtures/Scene.h"
+
+#include <QScreen>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace veslora {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class SettingsWindowTest : public testing::Test {
+  protected:
+    void open() {
+        auto view = createView(scene.engine, "Settings/SettingsView.qml",
+                               {{"agents", QVariant::fromValue(&scene.agents)}, {"version", "1.2.3"}});
+        scene.showWindow(std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow*>(view.release())));
+    }
+    void openAgents() {
+        open();
+        scene.press("Agents");
+    }
+
+    /// Presses each of these switches and sees what it does to its setting, and that to it.
+    void expectToggles(const std::vector<std::pair<QString, std::string_view>>& toggles) {
+        // Tall enough that the last of them can be pressed without scrolling.
+        scene.window().setHeight(900);
+        for (const auto& [title, key] : toggles) {
+            const bool before = scene.settings.boolValue(key);
+            scene.press(title);
+            EXPECT_EQ(scene.settings.boolValue(key), !before) << title.toStdString();
+            scene.settings.set(key, before);
+            const auto* toggle = scene.itemNamed(title);
+            ASSERT_TRUE(toggle) << title.toStdString();
+            EXPECT_EQ(toggle->property("checked").toBool(), before) << title.toStdString();
+        }
+    }
+
+    Scene scene;
+};
+
+TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
+    open();
+    EXPECT_EQ(scene.window().width(), 460);
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3", "Quit Veslora"));
+}
+
+TEST_F(SettingsWindowTest, TheRowOfTabsHasRoomForSeven) {
+    // As wide as the window, and the names that it will have.
+    constexpr int width = 460;
+    const std::vector<std::pair<QString, QString>> tabs{
+        {"General", "gearshape"},
+        {"Island", "rectangle.topthird.inset.filled"},
+        {"Timer", "timer"},
+        {"Music", "music.note"},
+        {"Metronome", "metronome"},
+        {"Agents", "sparkle"},
+        {"Keep Awake", "cup.and.saucer"},
+    };
+    QVariantList pages;
+    for (const auto& [title, symbol] : tabs) {
+        pages << QVariantMap{{"title", title}, {"symbol", symbol}};
+    }
+    scene.show("Settings/SettingsTabs.qml", {{"pages", pages}}, {width, 66});
+    EXPECT_LE(scene.view().property("implicitWidth").toDouble(), width - 2 * 8);
+    double end = 0;
+    for (int i = 0; i < pages.size(); ++i) {
+        const QString title = tabs[static_cast<std::size_t>(i)].first;
+        const auto* tab = scene.itemNamed(title);
+        ASSERT_TRUE(tab) << title.toStdString();
+        EXPECT_GE(tab->mapToScene({}).x(), end) << title.toStdString();
+        end = tab->mapToScene({tab->width(), 0}).x();
+        const auto* content = tab->property("contentItem").value<QQuickItem*>();
+        const auto* name = content->childItems().at(1);
+        EXPECT_EQ(name->property("text"), title);
+        EXPECT_LE(name->implicitWidth() + 16, tab->width()) << title.toStdString();
+        scene.press(title);
+        EXPECT_EQ(scene.view().property("current").toInt(), i);
+        EXPECT_TRUE(tab->property("checked").toBool()) << title.toStdString();
+    }
+}
+
+TEST_F(SettingsWindowTest, NoPageScrollsWhereTheScreenHasTheRoom) {
+    open();
+    const double most = scene.window().screen()->availableSize().height() - 60;
+    constexpr double wanted = 780;
+    EXPECT_EQ(scene.window().height(), std::min(wanted, most));
+    scene.window().setHeight(static_cast<int>(wanted));
+    for (const char* tab : {"General", "Timer", "Agents", "Keep Awake"}) {
+        scene.press(tab);
+        scene.advance(0);
+        const auto children = scene.window().contentItem()->childItems().at(0)->childItems();
+        const auto page = std::ranges::find_if(
+            children, [](const QQuickItem* item) { return item->inherits("QQuickFlickable"); });
+        ASSERT_NE(page, children.end());
+        EXPECT_LE((*page)->property("contentHeight").toDouble(), (*page)->height()) << tab;
+    }
+}
+
+TEST_F(SettingsWindowTest, InstallsUpdatesAndRemovesTheHooks) {
+    openAgents();
+    EXPECT_THAT(scene.texts(), Contains("Not installed"));
+    scene.press("Install");
+    EXPECT_TRUE(scene.claude.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Contains("Installed"));
+    scene.claude.setHooks(false, true);
+    EXPECT_THAT(scene.texts(), Contains("Needs update"));
+    scene.press("Update");
+    EXPECT_TRUE(scene.claude.hooksInstalled());
+    scene.press("Remove");
+    EXPECT_FALSE(scene.claude.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Contains("Not installed"));
+}
+
+TEST_F(SettingsWindowTest, SaysWhenNothingWasChanged) {
+    openAgents();
+    const QString failure = "Couldn't read ~/.claude/settings.json; nothing was changed.";
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+    scene.claude.failInstalls = true;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Contains(failure));
+    scene.claude.failInstalls = false;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+}
+
+TEST_F(SettingsWindowTest, AFullDiskIsNotAFileThatCouldNotBeRead) {
+    openAgents();
+    const std::pair<FileError, QString> cases[] = {
+        {{make_error_code(std::errc::no_space_on_device), FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: the disk is full. Nothing was changed."},
+        {{make_error_code(std::errc::permission_denied), FileError::Action::reading, "/home/me/s.json"},
+         "Couldn't read /home/me/s.json: it belongs to somebody else or may not be changed. "
+         "Nothing was changed."},
+        {{FileRefusal::changed, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: another program has just changed it. Nothing was changed."},
+        {{FileRefusal::hasSecondName, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: it has a second name (a hard link) that would keep the old text. "
+         "Nothing was changed."},
+        {{FileRefusal::losesAttributes, FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: its access list or attributes couldn't be kept. "
+         "Nothing was changed."},
+        {{make_error_code(std::errc::not_a_directory), FileError::Action::writing, "/home/me/Veslora"},
+         "Couldn't write /home/me/Veslora: it is a link or no folder. Nothing was changed."},
+        {{make_error_code(std::errc::io_error), FileError::Action::writing, "/home/me/s.json"},
+         "Couldn't write /home/me/s.json: Input/output error. Nothing was changed."},
+    };
+    for (const auto& [error, text] : cases) {
+        scene.claude.fileError = error;
+        scene.press("Install");
+        EXPECT_THAT(scene.texts(), Contains(text));
+    }
+    scene.claude.fileError.reset();
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(testing::Property(&QString::toStdString,
+                                                              testing::HasSubstr("Nothing was changed")))));
+}
+
+TEST_F(SettingsWindowTest, CodexHasASectionOfItsOwn) {
+    // Claude Code's button then says something else, so that “Install” is Codex's.
+    scene.claude.setHooks(true, false);
+    openAgents();
+    const QStringList texts = scene.texts();
+    EXPECT_THAT(texts, Contains("Codex: hooks"));
+    EXPECT_THAT(
+        texts, Contains("Adds eight hooks to ~/.codex/hooks.json (backed up first) so Veslora sees Codex CLI "
+                        "sessions and can answer their approvals. Remove takes out only Veslora's. Usage "
+                        "needs no install."));
+    EXPECT_THAT(texts,
+                Contains("Then run /hooks in Codex once and trust them: Codex runs new hooks only after "
+                         "you've reviewed them."));
+    EXPECT_LT(texts.indexOf("Claude Code: hooks and status line"), texts.indexOf("Codex: hooks"));
+    EXPECT_THAT(texts, Contains("Not installed"));
+    scene.press("Install");
+    EXPECT_TRUE(scene.codex.hooksInstalled());
+    EXPECT_THAT(scene.texts(), Not(Contains("Not installed")));
+    scene.codex.setHooks(false, true);
+    EXPECT_THAT(scene.texts(), Contains("Needs update"));
+    scene.press("Update");
+    EXPECT_TRUE(scene.codex.hooksInstalled());
+    EXPECT_TRUE(scene.claude.hooksInstalled()) << "the other agent's stay";
+    scene.claude.setHooks(false, false);
+    scene.press("Remove");
+    EXPECT_FALSE(scene.codex.hooksInstalled());
+}
+
+TEST_F(SettingsWindowTest, SaysWhenNothingOfCodexWasChanged) {
+    scene.claude.setHooks(true, false);
+    openAgents();
+    const QString failure =
+        "Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.";
+    scene.codex.failInstalls = true;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Contains(failure));
+    scene.codex.failInstalls = false;
+    scene.press("Install");
+    EXPECT_THAT(scene.texts(), Not(Contains(failure)));
+}
+
+TEST_F(SettingsWindowTest, EveryToggleIsBoundToItsSetting) {
+    openAgents();
+    expectToggles({
+        {"Approval alerts", SettingsKeys::claudeApprovalAlerts},
+        {"Answer approvals from the island", SettingsKeys::claudeAnswerFromIsland},
+        {"Sound for approvals", SettingsKeys::claudeApprovalSound},
+        {"Finished turns", SettingsKeys::claudeFinishedActivity},
+        {"Working live activity", SettingsKeys::claudeWorkingActivity},
+    });
+}
+
+TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
+    open();
+    scene.press("Keep Awake");
+    EXPECT_THAT(
+        scene.texts(),
+        ElementsAre("General", "Timer", "Agents", "Keep Awake", "Keep the display on",
+                    "During a Keep Awake session the screen doesn't dim or sleep either.",
+                    "Stay awake while an agent is working",
+                    "While a Claude Code or Codex session is working, your computer doesn't sleep. The "
+                    "screen can still dim.",
+                    "Show a live activity", "The time left beside the notch during a session.",
+                    "Closing the lid still puts your computer to sleep."));
+    expectToggles({
+        {"Keep the display on", SettingsKeys::keepAwakeDisplay},
+        {"Stay awake while an agent is working", SettingsKeys::keepAwakeWhileClaude},
+        {"Show a live activity", SettingsKeys::keepAwakeLiveActivity},
+    });
+}
+
+TEST_F(SettingsWindowTest, TheTimerHasATabOfItsOwn) {
+    open();
+    scene.press("Timer");
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Sound when done", "Glass",
+                            "Notify when a timer ends",
+                            "Also posts a desktop notification, so you see it even when you're not looking "
+                            "at the notch."));
+    scene.press("Notify when a timer ends");
+    EXPECT_FALSE(scene.settings.boolValue(SettingsKeys::timerNotifications));
+}
+
+TEST_F(SettingsWindowTest, ASoundThatIsPickedIsHeardOnce) {
+    open();
+    scene.press("Timer");
+    for (const char* name : {"Ping", "Hero", "Submarine", "Glass"}) {
+        scene.press("Sound when done");
+        scene.advance(0);
+        ASSERT_TRUE(scene.shows("None")) << "the list is open";
+        scene.press(name);
+        scene.advance(0);
+        EXPECT_FALSE(scene.shows("None"));
+        EXPECT_EQ(scene.settings.stringValue(SettingsKeys::timerSound), name);
+        EXPECT_THAT(scene.texts(), Contains(name));
+    }
+    EXPECT_THAT(scene.platform.sound.played, ElementsAre("Ping", "Hero", "Submarine", "Glass"));
+}
+
+TEST_F(SettingsWindowTest, NoneAndTheSoundThatIsPickedAlreadyPlayNothing) {
+    open();
+    scene.press("Timer");
+    for (const char* name : {"Glass", "None", "None"}) {
+        scene.press("Sound when done");
+        scene.advance(0);
+        scene.press(name);
+        scene.advance(0);
+        EXPECT_EQ(scene.settings.stringValue(SettingsKeys::timerSound), name);
+    }
+    EXPECT_THAT(scene.platform.sound.played, testing::IsEmpty());
+}
+
+TEST_F(SettingsWindowTest, TheSoundThatShowsIsTheOneThatIsStored) {
+    open();
+    scene.press("Timer");
+    scene.settings.set(SettingsKeys::timerSound, "Hero");
+    EXPECT_THAT(scene.texts(), Contains("Hero"));
+    scene.settings.set(SettingsKeys::timerSound, "Thunder");
+    EXPECT_THAT(scene.texts(), Not(Contains("Hero")));
+    EXPECT_THAT(scene.platform.sound.played, testing::IsEmpty());
+}
+
+TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {
+    SettingsWindow settings(scene.engine, scene.agents, "1.2.3");
+    settings.open();
+    auto* first = settings.window();
+    ASSERT_TRUE(first);
+    settings.open();
+    EXPECT_EQ(settings.window(), first);
+    first->close();
+    EXPECT_EQ(settings.window(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    settings.open();
+    EXPECT_TRUE(settings.window());
+}
+
+} // namespace
+} // namespace veslora
