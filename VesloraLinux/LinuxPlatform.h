@@ -2,7 +2,7 @@
 // Every seam's form on Linux, made in the order in which they need each other. Main thread only.
 #pragma once
 
-#include "VesloraLinux/WindowSystem.h"
+#include "VesloraLinux/Shared/WindowSystem.h"
 #include "VesloraUI/Platform/Platform.h"
 
 #include <memory>

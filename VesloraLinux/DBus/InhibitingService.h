@@ -2,7 +2,7 @@
 // The services of a session bus that keep the machine awake and give a number for it. Main thread only.
 #pragma once
 
-#include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraLinux/Shared/Inhibitor.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "VesloraLinux/DBus/SystemBus.h"
-#include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraLinux/Shared/Inhibitor.h"
 
 #include <QDBusServiceWatcher>
 

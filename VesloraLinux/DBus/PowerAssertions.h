@@ -3,7 +3,7 @@
 // needed is granted. Main thread only.
 #pragma once
 
-#include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraLinux/Shared/Inhibitor.h"
 #include "VesloraUI/Platform/PowerAsserting.h"
 #include "VesloraUI/Platform/Scheduler.h"
 

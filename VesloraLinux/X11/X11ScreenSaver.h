@@ -3,7 +3,7 @@
 // when our connection ends. Main thread only.
 #pragma once
 
-#include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraLinux/Shared/Inhibitor.h"
 #include "VesloraLinux/X11/X11Connection.h"
 
 #include <optional>

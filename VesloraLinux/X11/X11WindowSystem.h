@@ -3,7 +3,7 @@
 // only.
 #pragma once
 
-#include "VesloraLinux/WindowSystem.h"
+#include "VesloraLinux/Shared/WindowSystem.h"
 #include "VesloraLinux/X11/X11FrameClock.h"
 #include "VesloraLinux/X11/X11HostApplications.h"
 #include "VesloraLinux/X11/X11Panel.h"

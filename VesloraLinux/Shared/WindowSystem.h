@@ -2,7 +2,7 @@
 // The seams whose form depends on the window system. Main thread only.
 #pragma once
 
-#include "VesloraLinux/System/Inhibitor.h"
+#include "VesloraLinux/Shared/Inhibitor.h"
 #include "VesloraUI/Platform/FrameClock.h"
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/Panel.h"
