@@ -18,8 +18,9 @@ constexpr std::size_t longestInput = std::size_t{1} << 20;
 std::optional<std::string> readInput() {
     std::string input(longestInput + 1, '\0');
     const std::size_t length = std::fread(input.data(), 1, input.size(), stdin);
-    if (length > longestInput || std::ferror(stdin))
+    if (length > longestInput || std::ferror(stdin)) {
         return std::nullopt;
+    }
     input.resize(length);
     return input;
 }
@@ -27,8 +28,9 @@ std::optional<std::string> readInput() {
 bool printValue(const std::string& path) {
     const std::optional<std::string> input = readInput();
     const std::optional<std::string> value = input ? veslora::JsonPath::valueAt(*input, path) : std::nullopt;
-    if (!value)
+    if (!value) {
         return false;
+    }
     const std::string shown = veslora::TerminalText::withoutControls(*value);
     return std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size() && std::fflush(stdout) == 0;
 }

@@ -28,8 +28,9 @@ enum class AgentKind : std::uint8_t { claude, codex };
 /// The agent of a stored value; nothing for any other text.
 [[nodiscard]] constexpr std::optional<AgentKind> agentKindOf(std::string_view text) {
     for (const AgentKind kind : {AgentKind::claude, AgentKind::codex}) {
-        if (text == rawValue(kind))
+        if (text == rawValue(kind)) {
             return kind;
+        }
     }
     return std::nullopt;
 }

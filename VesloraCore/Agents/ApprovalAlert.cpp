@@ -5,18 +5,21 @@ namespace veslora {
 
 std::string AlertNotice::message(std::string_view message) {
     // All that newer versions say; older ones named the tool.
-    if (message == "Claude needs your permission")
+    if (message == "Claude needs your permission") {
         return "Needs your permission";
+    }
     constexpr std::string_view wordy = "Claude needs your permission to use ";
-    if (!message.starts_with(wordy))
+    if (!message.starts_with(wordy)) {
         return std::string(message);
+    }
     return std::string("Wants to use ").append(message.substr(wordy.size()));
 }
 
 double ApprovalAlert::fuseProgress(double answerBy, double now) {
     const double left = answerBy - now;
-    if (!(left > 0))
+    if (!(left > 0)) {
         return 0;
+    }
     return left < answerWindow ? left / answerWindow : 1;
 }
 

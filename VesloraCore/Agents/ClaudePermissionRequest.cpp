@@ -11,8 +11,9 @@ std::optional<ClaudePermissionRequest> ClaudePermissionRequest::of(const HookPay
                                                                    std::string_view id, Timestamp receivedAt,
                                                                    std::string_view home) {
     const std::optional<Json> input = payload.isRequest() ? payload.input() : std::nullopt;
-    if (!input)
+    if (!input) {
         return std::nullopt;
+    }
     ClaudePermissionRequest request;
     request.sessionId = *payload.sessionId;
     request.tool = payload.tool;
@@ -28,8 +29,9 @@ std::optional<ClaudePermissionRequest> ClaudePermissionRequest::parse(std::strin
                                                                       std::string_view id,
                                                                       Timestamp receivedAt,
                                                                       std::string_view home) {
-    if (payload.size() > longestPayload)
+    if (payload.size() > longestPayload) {
         return std::nullopt;
+    }
     const std::optional<HookPayload> read = HookPayload::parse(payload);
     return read ? of(*read, id, receivedAt, home) : std::nullopt;
 }

@@ -24,8 +24,9 @@ bool ClaudePermissions::isAnswerable(const ClaudePermissionRequest& request, dou
 }
 
 void ClaudePermissions::add(const ClaudePermissionRequest& request) {
-    if (!deadline(request.id))
+    if (!deadline(request.id)) {
         m_requests.push_back(request);
+    }
 }
 
 void ClaudePermissions::remove(std::string_view id) {
@@ -50,16 +51,18 @@ std::vector<ClaudePermissionRequest> ClaudePermissions::pending(double steadyNow
 
 std::optional<double> ClaudePermissions::deadline(std::string_view id) const {
     for (const ClaudePermissionRequest& request : m_requests) {
-        if (request.id == id)
+        if (request.id == id) {
             return request.answerBy;
+        }
     }
     return std::nullopt;
 }
 
 std::optional<double> ClaudePermissions::nextDeadline() const {
     std::optional<double> next;
-    for (const ClaudePermissionRequest& request : m_requests)
+    for (const ClaudePermissionRequest& request : m_requests) {
         next = std::min(next.value_or(request.answerBy), request.answerBy);
+    }
     return next;
 }
 
@@ -70,10 +73,12 @@ bool ClaudePermissions::canBeAnsweredOutside(std::string_view tool) {
 bool ClaudePermissions::isAnsweredElsewhere(const ClaudePermissionRequest& request,
                                             const ClaudeHookEvent& event) {
     if (request.agent != AgentKind::claude || event.sessionId != request.sessionId ||
-        event.time <= request.receivedAt)
+        event.time <= request.receivedAt) {
         return false;
-    if (std::holds_alternative<ClaudeHookEvent::Prompt>(event.kind))
+    }
+    if (std::holds_alternative<ClaudeHookEvent::Prompt>(event.kind)) {
         return true;
+    }
     return std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind) &&
            event.tool == ToolUse{request.tool, request.input};
 }
@@ -81,8 +86,9 @@ bool ClaudePermissions::isAnsweredElsewhere(const ClaudePermissionRequest& reque
 bool ClaudePermissions::isAnsweredElsewhere(const ClaudePermissionRequest& request,
                                             std::optional<Timestamp> sawWaitingStamp,
                                             const ClaudeSessionFile& file) {
-    if (request.agent != AgentKind::claude || file.sessionId != request.sessionId || file.waitingFor)
+    if (request.agent != AgentKind::claude || file.sessionId != request.sessionId || file.waitingFor) {
         return false;
+    }
     return sawWaitingStamp && *sawWaitingStamp >= request.receivedAt - longestLead && file.statusSince &&
            *file.statusSince > *sawWaitingStamp;
 }

@@ -22,26 +22,33 @@ std::string valueText(const Json& value) {
 
 std::string generic(std::string_view tool, const Json& input) {
     std::string text = ClaudeActivity::mcpName(tool).value_or(std::string(tool));
-    for (const Json::Member& member : input.members())
+    for (const Json::Member& member : input.members()) {
         text += " · " + member.key + ": " + valueText(member.value);
+    }
     return text;
 }
 
 } // namespace
 
 std::string describe(std::string_view tool, const Json& input, std::string_view home) {
-    if (const std::string* command = input.stringAt("command"); tool == "Bash" && command)
+    if (const std::string* command = input.stringAt("command"); tool == "Bash" && command) {
         return *command;
-    if (tool == "Edit" || tool == "MultiEdit")
+    }
+    if (tool == "Edit" || tool == "MultiEdit") {
         return "Edit " + shortened(input.textAt("file_path"), home);
-    if (tool == "Write" || tool == "Read")
+    }
+    if (tool == "Write" || tool == "Read") {
         return std::string(tool) + " " + shortened(input.textAt("file_path"), home);
-    if (tool == "NotebookEdit")
+    }
+    if (tool == "NotebookEdit") {
         return "NotebookEdit " + shortened(input.textAt("notebook_path"), home);
-    if (tool == "WebFetch")
+    }
+    if (tool == "WebFetch") {
         return "WebFetch " + input.textAt("url");
-    if (tool == "WebSearch")
+    }
+    if (tool == "WebSearch") {
         return "WebSearch " + input.textAt("query");
+    }
     return generic(tool, input);
 }
 

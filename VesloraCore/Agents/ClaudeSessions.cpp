@@ -28,16 +28,18 @@ std::pair<int, double> place(const ClaudeSessionStatus& status) {
 
 void ClaudeSessions::update(const std::vector<ClaudeSessionFile>& files, Timestamp now) {
     std::set<std::string_view> present;
-    for (const ClaudeSessionFile& file : files)
+    for (const ClaudeSessionFile& file : files) {
         present.insert(file.sessionId);
+    }
     for (auto& [id, record] : m_records) {
         if (!present.contains(id)) {
             record.file.reset();
             record.unstampedWaitSeenAt.reset();
         }
     }
-    for (const ClaudeSessionFile& file : files)
+    for (const ClaudeSessionFile& file : files) {
         take(m_records[file.sessionId], file, now);
+    }
 }
 
 void ClaudeSessions::take(Record& record, const ClaudeSessionFile& file, Timestamp now) {
@@ -45,21 +47,25 @@ void ClaudeSessions::take(Record& record, const ClaudeSessionFile& file, Timesta
     const bool isActive = file.isBusy || file.waitingFor;
     const bool hasMovedOn =
         record.approval && !file.waitingFor && file.statusSince && *file.statusSince > record.approval->since;
-    if (hasMovedOn)
+    if (hasMovedOn) {
         record.approval.reset();
-    if (isActive && record.finishedAt && stamp > *record.finishedAt)
+    }
+    if (isActive && record.finishedAt && stamp > *record.finishedAt) {
         record.finishedAt.reset();
+    }
     // The finish as the file tells it, for turns that end while no hook is installed.
     if (!isActive && record.wasBusy && (!record.finishedAt || *record.finishedAt < stamp)) {
         record.finishedAt = stamp;
         record.seen = false;
     }
-    if (file.waitingFor && file.statusSince)
+    if (file.waitingFor && file.statusSince) {
         record.lastWait = file.statusSince;
-    if (!file.waitingFor || file.statusSince)
+    }
+    if (!file.waitingFor || file.statusSince) {
         record.unstampedWaitSeenAt.reset();
-    else if (!record.unstampedWaitSeenAt)
+    } else if (!record.unstampedWaitSeenAt) {
         record.unstampedWaitSeenAt = now;
+    }
     record.wasBusy = isActive;
     record.file = file;
 }
@@ -93,26 +99,31 @@ void ClaudeSessions::apply(const ClaudeHookEvent& event) {
 
 void ClaudeSessions::markSeen(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found != m_records.end())
+    if (found != m_records.end()) {
         found->second.seen = true;
+    }
 }
 
 void ClaudeSessions::dismissApproval(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found == m_records.end())
+    if (found == m_records.end()) {
         return;
+    }
     Record& record = found->second;
     record.approvalDismissed = true;
-    if (const std::optional<Timestamp> stamp = waitOf(record).fileStamp)
+    if (const std::optional<Timestamp> stamp = waitOf(record).fileStamp) {
         record.dismissedWait = stamp;
+    }
 }
 
 ClaudeSessions::Wait ClaudeSessions::waitOf(const Record& record) {
     Wait found;
-    if (record.file && record.file->waitingFor)
+    if (record.file && record.file->waitingFor) {
         found.fileStamp = record.file->statusSince.value_or(distantPast);
-    if (record.approval)
+    }
+    if (record.approval) {
         found.notifiedAt = record.approval->since;
+    }
     return found;
 }
 
@@ -124,20 +135,24 @@ ClaudeSessions::Wait ClaudeSessions::waitOf(const std::string& id) const {
 // The file and the notification each for itself: either may have come or gone since.
 void ClaudeSessions::raiseApproval(const std::string& id, const Wait& wait) {
     const auto found = m_records.find(id);
-    if (found == m_records.end())
+    if (found == m_records.end()) {
         return;
+    }
     Record& record = found->second;
-    if (wait.fileStamp && record.dismissedWait == wait.fileStamp)
+    if (wait.fileStamp && record.dismissedWait == wait.fileStamp) {
         record.dismissedWait.reset();
-    if (wait.notifiedAt && waitOf(record).notifiedAt == wait.notifiedAt)
+    }
+    if (wait.notifiedAt && waitOf(record).notifiedAt == wait.notifiedAt) {
         record.approvalDismissed = false;
+    }
 }
 
 std::vector<ClaudeSessionSummary> ClaudeSessions::summaries(Timestamp now) const {
     std::vector<ClaudeSessionSummary> found;
     for (const auto& [id, record] : m_records) {
-        if (!record.file)
+        if (!record.file) {
             continue;
+        }
         const ClaudeSessionFile& file = *record.file;
         const std::string name =
             file.name.empty() ? std::string(PathText::lastComponent(file.cwd)) : file.name;
@@ -156,8 +171,9 @@ std::vector<ClaudeSessionSummary> ClaudeSessions::waitingForApproval(Timestamp n
 
 std::optional<ClaudeSessionSummary> ClaudeSessions::latestFinished(Timestamp now) const {
     for (const ClaudeSessionSummary& summary : summaries(now)) {
-        if (std::holds_alternative<ClaudeStatus::Finished>(summary.status))
+        if (std::holds_alternative<ClaudeStatus::Finished>(summary.status)) {
             return summary;
+        }
     }
     return std::nullopt;
 }
@@ -169,12 +185,15 @@ std::optional<Timestamp> ClaudeSessions::lastWaitOf(const std::string& id) const
 
 ClaudeSessionStatus ClaudeSessions::status(const Record& record, const ClaudeSessionFile& file,
                                            Timestamp now) {
-    if (const std::optional<ClaudeSessionStatus> waiting = wait(record, file, now))
+    if (const std::optional<ClaudeSessionStatus> waiting = wait(record, file, now)) {
         return *waiting;
-    if (record.finishedAt && !record.seen && now - *record.finishedAt < finishedExpiry)
+    }
+    if (record.finishedAt && !record.seen && now - *record.finishedAt < finishedExpiry) {
         return ClaudeStatus::Finished{*record.finishedAt};
-    if (file.isBusy)
+    }
+    if (file.isBusy) {
         return work(record, file, now);
+    }
     return ClaudeStatus::Idle{};
 }
 
@@ -183,12 +202,14 @@ std::optional<ClaudeSessionStatus> ClaudeSessions::wait(const Record& record, co
                                                         Timestamp now) {
     const std::optional<Approval>& approval = record.approval;
     if (!file.waitingFor) {
-        if (!approval || record.approvalDismissed)
+        if (!approval || record.approvalDismissed) {
             return std::nullopt;
+        }
         return ClaudeStatus::NeedsApproval{approval->message, approval->since};
     }
-    if (record.dismissedWait == file.statusSince.value_or(distantPast))
+    if (record.dismissedWait == file.statusSince.value_or(distantPast)) {
         return std::nullopt;
+    }
     const std::string fallback = file.waitingFor->empty() ? "Waiting for you" : *file.waitingFor;
     // Without a stamp, since it was first heard of: a wait that began anew at each look would sound each
     // time.
@@ -200,8 +221,9 @@ std::optional<ClaudeSessionStatus> ClaudeSessions::wait(const Record& record, co
 ClaudeSessionStatus ClaudeSessions::work(const Record& record, const ClaudeSessionFile& file, Timestamp now) {
     const Timestamp latest =
         std::max(file.statusSince.value_or(distantPast), record.lastEventAt.value_or(distantPast));
-    if (latest != distantPast && now - latest > staleAfter)
+    if (latest != distantPast && now - latest > staleAfter) {
         return ClaudeStatus::Idle{};
+    }
     return ClaudeStatus::Working{file.statusSince.value_or(record.lastPromptAt.value_or(now))};
 }
 

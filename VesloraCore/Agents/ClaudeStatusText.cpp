@@ -14,10 +14,12 @@ constexpr double longestMinutes = 60.0 * 100'000;
 std::string workingLabel(double seconds) {
     // Written so that a span that is no number counts as none.
     const int minutes = seconds > 0 ? static_cast<int>(std::min(seconds / 60, longestMinutes)) : 0;
-    if (minutes < 1)
+    if (minutes < 1) {
         return "<1M";
-    if (minutes < 60)
+    }
+    if (minutes < 60) {
         return std::to_string(minutes) + "M";
+    }
     const int rest = minutes % 60;
     return std::to_string(minutes / 60) + (rest < 10 ? "H0" : "H") + std::to_string(rest);
 }
@@ -25,18 +27,22 @@ std::string workingLabel(double seconds) {
 } // namespace
 
 std::string label(const ClaudeSessionStatus& status, Timestamp now) {
-    if (std::holds_alternative<ClaudeStatus::NeedsApproval>(status))
+    if (std::holds_alternative<ClaudeStatus::NeedsApproval>(status)) {
         return "APPROVE";
-    if (std::holds_alternative<ClaudeStatus::Finished>(status))
+    }
+    if (std::holds_alternative<ClaudeStatus::Finished>(status)) {
         return "DONE";
-    if (const auto* working = std::get_if<ClaudeStatus::Working>(&status))
+    }
+    if (const auto* working = std::get_if<ClaudeStatus::Working>(&status)) {
         return workingLabel(now - working->since);
+    }
     return "IDLE";
 }
 
 bool isLit(const ClaudeSessionStatus& status, Timestamp now) {
-    if (std::holds_alternative<ClaudeStatus::Working>(status))
+    if (std::holds_alternative<ClaudeStatus::Working>(status)) {
         return StatusBlink::isLit(now);
+    }
     return !std::holds_alternative<ClaudeStatus::Idle>(status);
 }
 

@@ -19,10 +19,12 @@ const CodexSessions::Client* clientIn(const std::string& cwd, const Clients& cli
                                       const std::set<std::int32_t>& taken) {
     const CodexSessions::Client* shared = nullptr;
     for (const CodexSessions::Client& client : clients) {
-        if (client.cwd != cwd)
+        if (client.cwd != cwd) {
             continue;
-        if (!taken.contains(client.pid))
+        }
+        if (!taken.contains(client.pid)) {
             return &client;
+        }
         shared = shared ? shared : &client;
     }
     return shared;
@@ -31,8 +33,9 @@ const CodexSessions::Client* clientIn(const std::string& cwd, const Clients& cli
 std::vector<std::int32_t> clientsIn(const std::string& cwd, const Clients& clients) {
     std::vector<std::int32_t> found;
     for (const CodexSessions::Client& client : clients) {
-        if (client.cwd == cwd)
+        if (client.cwd == cwd) {
             found.push_back(client.pid);
+        }
     }
     return found;
 }
@@ -50,8 +53,9 @@ void CodexSessions::apply(const CodexHookEvent& event) {
         record.isPidGuessed = false;
         record.neighbours.clear();
     }
-    if (!event.cwd.empty())
+    if (!event.cwd.empty()) {
         record.cwd = event.cwd;
+    }
     record.lastEventAt = std::max(record.lastEventAt, event.time);
     std::visit(Overloaded{
                    [&](const CodexHookEvent::ToolStart& start) {
@@ -94,36 +98,41 @@ void CodexSessions::needsApproval(const std::string& id, const std::string& mess
 
 std::optional<Timestamp> CodexSessions::approvalAnswered(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found == m_records.end() || !found->second.approval)
+    if (found == m_records.end() || !found->second.approval) {
         return std::nullopt;
+    }
     found->second.isAnswered = true;
     return found->second.approval->since;
 }
 
 void CodexSessions::raiseApproval(const std::string& id, Timestamp since) {
     const auto found = m_records.find(id);
-    if (found != m_records.end() && found->second.approval && found->second.approval->since == since)
+    if (found != m_records.end() && found->second.approval && found->second.approval->since == since) {
         found->second.isAnswered = false;
+    }
 }
 
 void CodexSessions::markSeen(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found != m_records.end())
+    if (found != m_records.end()) {
         found->second.seen = true;
+    }
 }
 
 void CodexSessions::dismissApproval(const std::string& id) {
     const auto found = m_records.find(id);
-    if (found != m_records.end())
+    if (found != m_records.end()) {
         found->second.approvalDismissed = true;
+    }
 }
 
 void CodexSessions::reconcile(const Clients& clients, Timestamp now) {
     std::vector<Record*> seekers = recordsWithoutClient(clients);
     std::set<std::int32_t> taken;
     for (const auto& [id, record] : m_records) {
-        if (record.pid)
+        if (record.pid) {
             taken.insert(*record.pid);
+        }
     }
     std::set<const Record*> lost;
     for (Record* record : seekers) {
@@ -137,15 +146,17 @@ void CodexSessions::reconcile(const Clients& clients, Timestamp now) {
     }
     std::erase_if(m_records, [&](const auto& entry) { return lost.contains(&entry.second); });
     for (auto& [id, record] : m_records) {
-        if (record.isPidGuessed)
+        if (record.isPidGuessed) {
             record.neighbours = clientsIn(record.cwd, clients);
+        }
     }
 }
 
 std::vector<std::int32_t> CodexSessions::processesOf(const std::string& id) const {
     const auto found = m_records.find(id);
-    if (found == m_records.end() || !found->second.pid)
+    if (found == m_records.end() || !found->second.pid) {
         return {};
+    }
     const Record& record = found->second;
     return record.neighbours.empty() ? std::vector(1, *record.pid) : record.neighbours;
 }
@@ -154,12 +165,14 @@ std::vector<std::int32_t> CodexSessions::processesOf(const std::string& id) cons
 // long silent may be over.
 std::vector<CodexSessions::Record*> CodexSessions::recordsWithoutClient(const Clients& clients) {
     std::set<std::int32_t> running;
-    for (const Client& client : clients)
+    for (const Client& client : clients) {
         running.insert(client.pid);
+    }
     std::vector<Record*> found;
     for (auto& [id, record] : m_records) {
-        if (!record.pid || !running.contains(*record.pid))
+        if (!record.pid || !running.contains(*record.pid)) {
             found.push_back(&record);
+        }
     }
     std::stable_sort(found.begin(), found.end(),
                      [](const Record* a, const Record* b) { return a->lastEventAt > b->lastEventAt; });
@@ -190,12 +203,15 @@ std::vector<ClaudeSessionSummary> CodexSessions::summaries(Timestamp now) const 
 }
 
 ClaudeSessionStatus CodexSessions::status(const Record& record, Timestamp now) {
-    if (record.approval && !record.approvalDismissed && !record.isAnswered)
+    if (record.approval && !record.approvalDismissed && !record.isAnswered) {
         return ClaudeStatus::NeedsApproval{record.approval->message, record.approval->since};
-    if (record.finishedAt && !record.seen && now - *record.finishedAt < ClaudeSessions::finishedExpiry)
+    }
+    if (record.finishedAt && !record.seen && now - *record.finishedAt < ClaudeSessions::finishedExpiry) {
         return ClaudeStatus::Finished{*record.finishedAt};
-    if (!record.workingSince || now - record.lastEventAt > ClaudeSessions::staleAfter)
+    }
+    if (!record.workingSince || now - record.lastEventAt > ClaudeSessions::staleAfter) {
         return ClaudeStatus::Idle{};
+    }
     return ClaudeStatus::Working{*record.workingSince};
 }
 

@@ -43,8 +43,9 @@ std::vector<ListedClient> clientsOf(std::string_view pane, std::string_view list
         std::string_view line = takeUntil(listing, '\n');
         const auto activity = numberOf<std::int64_t>(takeUntil(line, ' '));
         const auto pid = numberOf<std::int32_t>(takeUntil(line, ' '));
-        if (activity && pid && *pid >= 1 && line == pane)
+        if (activity && pid && *pid >= 1 && line == pane) {
             found.push_back({*activity, *pid});
+        }
     }
     return found;
 }
@@ -54,8 +55,9 @@ std::vector<ListedClient> clientsOf(std::string_view pane, std::string_view list
 std::optional<std::string> paneOf(std::string_view place) {
     const std::size_t sign = place.rfind('%');
     if (sign == std::string_view::npos || !isNumber(place.substr(sign + 1)) ||
-        (sign > 0 && place[sign - 1] != '.'))
+        (sign > 0 && place[sign - 1] != '.')) {
         return std::nullopt;
+    }
     return std::string(place.substr(sign));
 }
 
@@ -63,8 +65,9 @@ std::optional<std::string> socketOf(std::string_view variable) {
     // The path may hold commas itself; the server's process and the session's number follow it.
     for (int part = 0; part < 2; ++part) {
         const std::size_t comma = variable.rfind(',');
-        if (comma == std::string_view::npos || !isNumber(variable.substr(comma + 1)))
+        if (comma == std::string_view::npos || !isNumber(variable.substr(comma + 1))) {
             return std::nullopt;
+        }
         variable = variable.substr(0, comma);
     }
     return variable.starts_with('/') ? std::optional(std::string(variable)) : std::nullopt;
@@ -72,8 +75,9 @@ std::optional<std::string> socketOf(std::string_view variable) {
 
 std::vector<std::int32_t> clientsShowing(std::string_view pane, std::string_view listing) {
     std::vector<std::int32_t> found;
-    for (const ListedClient& client : clientsOf(pane, listing))
+    for (const ListedClient& client : clientsOf(pane, listing)) {
         found.push_back(client.pid);
+    }
     return found;
 }
 

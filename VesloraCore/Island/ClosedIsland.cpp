@@ -52,8 +52,9 @@ std::optional<double> wingWidthOf(LiveActivityKind kind, const std::optional<Cou
     case LiveActivityKind::metronome:
         return wide("000", metronomeLightWidth);
     case LiveActivityKind::timer:
-        if (!countdown)
+        if (!countdown) {
             return std::nullopt;
+        }
         return LiveActivityMetrics::wingWidth(countdown->duration, measure);
     case LiveActivityKind::music:
         return musicWingWidth;

@@ -23,15 +23,19 @@ constexpr std::array table{
 } // namespace
 
 Request parse(std::span<const std::string_view> words) {
-    if (words.empty())
+    if (words.empty()) {
         return Start{};
-    if (words.size() > 1)
+    }
+    if (words.size() > 1) {
         return Wrong{};
+    }
     const std::string_view word = words.front();
-    if (word == "--help")
+    if (word == "--help") {
         return Help{};
-    if (word == "--version")
+    }
+    if (word == "--version") {
         return Version{};
+    }
     const auto command = commandFor(word);
     return command ? Request(Ask{*command}) : Request(Wrong{});
 }

@@ -14,8 +14,9 @@ constexpr double slack = 1;
 
 bool isFullscreen(const std::vector<WindowFrame>& windows, const Rect& screen, double menuBarHeight,
                   bool menuBarAutoHides) {
-    if (menuBarAutoHides)
+    if (menuBarAutoHides) {
         return false;
+    }
     const Rect body{screen.x, screen.y, screen.width, screen.height - menuBarHeight};
     const Rect strip{screen.x, screen.maxY() - menuBarHeight, screen.width, menuBarHeight};
     const bool showsMenuBar = std::any_of(windows.begin(), windows.end(), [&](const WindowFrame& window) {

@@ -19,8 +19,9 @@ void HoverTracker::setPinnedOpen(bool isPinnedOpen) {
 }
 
 void HoverTracker::holdOpen() {
-    if (m_isExpanded)
+    if (m_isExpanded) {
         return;
+    }
     m_isExpanded = true;
     m_isHeldOpen = true;
     m_coversAlert = isShowingAlert;
@@ -29,8 +30,9 @@ void HoverTracker::holdOpen() {
 }
 
 void HoverTracker::shut() {
-    if (m_isPinnedOpen)
+    if (m_isPinnedOpen) {
         return;
+    }
     m_isExpanded = false;
     m_isHeldOpen = false;
     m_isShut = true;
@@ -38,8 +40,9 @@ void HoverTracker::shut() {
 }
 
 bool HoverTracker::update(Point mouse, Timestamp at) {
-    if (m_isPinnedOpen)
+    if (m_isPinnedOpen) {
         return false;
+    }
     return m_isExpanded ? updateOpen(mouse) : updateClosed(mouse, at);
 }
 
@@ -52,8 +55,9 @@ bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
         m_armedAt.reset();
         return false;
     }
-    if (!m_armedAt)
+    if (!m_armedAt) {
         m_armedAt = at;
+    }
     // Compared as the deadline is told: a sum and a difference of such large numbers need not agree, and
     // whoever wakes at the deadline must find it met.
     if (*m_armedAt + openDelay <= at) {
@@ -72,8 +76,9 @@ bool HoverTracker::updateOpen(Point mouse) {
 }
 
 std::optional<Timestamp> HoverTracker::pendingOpenDeadline() const {
-    if (m_isExpanded || isShowingAlert || !m_armedAt)
+    if (m_isExpanded || isShowingAlert || !m_armedAt) {
         return std::nullopt;
+    }
     return *m_armedAt + openDelay;
 }
 
@@ -84,22 +89,26 @@ bool HoverTracker::acceptsClicks(Point at) const {
 
 std::vector<Rect> HoverTracker::clickZones() const {
     std::vector<Rect> zones;
-    if (m_isExpanded)
+    if (m_isExpanded) {
         zones.push_back(drawnZone());
-    if (isShowingAlert && isAlertOnScreen)
+    }
+    if (isShowingAlert && isAlertOnScreen) {
         zones.push_back(alertSize ? m_geometry.alertFor(*alertSize) : m_geometry.alert);
+    }
     return zones;
 }
 
 std::optional<Rect> HoverTracker::hotZone() const {
-    if (m_isExpanded || isShowingAlert)
+    if (m_isExpanded || isShowingAlert) {
         return std::nullopt;
+    }
     return m_geometry.liveActivity(liveActivityWingWidth.value_or(0)).grownBy(notchSlack, notchSlack);
 }
 
 std::optional<Rect> HoverTracker::hoverZone() const {
-    if (m_isExpanded && drawnZone() != openZone())
+    if (m_isExpanded && drawnZone() != openZone()) {
         return openZone();
+    }
     return hotZone();
 }
 

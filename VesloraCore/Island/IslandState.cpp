@@ -57,8 +57,9 @@ IslandLayout wishedLayout(const IslandLayoutInputs& inputs) {
 } // namespace
 
 IslandState islandStateOf(bool isExpanded, LiveActivityKind kind) {
-    if (isExpanded)
+    if (isExpanded) {
         return IslandState::expanded;
+    }
     switch (kind) {
     case LiveActivityKind::timerAlert:
         return IslandState::alert;

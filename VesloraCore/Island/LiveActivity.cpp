@@ -12,27 +12,35 @@ bool isAlert(LiveActivityKind kind) {
 }
 
 LiveActivityKind LiveActivityPicker::pick(const Candidates& candidates, LiveActivityPriority priority) {
-    if (candidates.isShowingDone)
+    if (candidates.isShowingDone) {
         return LiveActivityKind::timerAlert;
-    if (candidates.claudeAlert)
+    }
+    if (candidates.claudeAlert) {
         return LiveActivityKind::claudeAlert;
-    if (candidates.claudeFinished)
+    }
+    if (candidates.claudeFinished) {
         return LiveActivityKind::claudeFinished;
-    if (candidates.metronomeActive)
+    }
+    if (candidates.metronomeActive) {
         return LiveActivityKind::metronome;
-    if (candidates.timerActive && (priority == LiveActivityPriority::timer || !candidates.musicActive))
+    }
+    if (candidates.timerActive && (priority == LiveActivityPriority::timer || !candidates.musicActive)) {
         return LiveActivityKind::timer;
-    if (candidates.musicActive)
+    }
+    if (candidates.musicActive) {
         return LiveActivityKind::music;
-    if (candidates.claudeWorking)
+    }
+    if (candidates.claudeWorking) {
         return LiveActivityKind::claudeWorking;
+    }
     return candidates.keepAwake ? LiveActivityKind::keepAwake : LiveActivityKind::none;
 }
 
 bool MusicLiveActivity::isActive(const std::optional<NowPlaying>& track, std::optional<Timestamp> pausedSince,
                                  Timestamp now) {
-    if (!track)
+    if (!track) {
         return false;
+    }
     return track->isPlaying || (pausedSince && now - *pausedSince < pausedGrace);
 }
 

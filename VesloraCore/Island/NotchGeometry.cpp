@@ -8,9 +8,10 @@ namespace veslora {
 namespace {
 
 Size notchSizeOf(const ScreenMetrics& screen) {
-    if (screen.hasNotch() && screen.auxiliaryLeftWidth && screen.auxiliaryRightWidth)
+    if (screen.hasNotch() && screen.auxiliaryLeftWidth && screen.auxiliaryRightWidth) {
         return {screen.frame.width - *screen.auxiliaryLeftWidth - *screen.auxiliaryRightWidth,
                 screen.safeAreaTop};
+    }
     return {NotchGeometry::fakeNotchWidth, std::max(screen.menuBarHeight, NotchGeometry::fakeNotchMinHeight)};
 }
 

@@ -78,8 +78,9 @@ bool isOne(std::string_view text) {
     constexpr std::size_t longest = 1000;
     const bool isPrintable =
         std::ranges::all_of(text, [](char letter) { return letter >= ' ' && letter <= '~'; });
-    if (text.size() > longest || !isPrintable)
+    if (text.size() > longest || !isPrintable) {
         return false;
+    }
     const auto line = Json::parse(text);
     return line && line->stringAt(island) && line->stringAt(shows) && line->objectAt(sessionCounts);
 }

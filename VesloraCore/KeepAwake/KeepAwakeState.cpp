@@ -9,8 +9,9 @@ namespace veslora {
 void KeepAwakeState::start(std::optional<double> seconds, Timestamp now) {
     isIndefinite = !seconds;
     endsAt.reset();
-    if (seconds)
+    if (seconds) {
         endsAt = now + std::clamp(*seconds, 1.0, longest);
+    }
 }
 
 void KeepAwakeState::stop() {
@@ -23,24 +24,28 @@ bool KeepAwakeState::isManualActive(Timestamp now) const {
 }
 
 std::optional<double> KeepAwakeState::remaining(Timestamp now) const {
-    if (isIndefinite || !endsAt || !(now < *endsAt))
+    if (isIndefinite || !endsAt || !(now < *endsAt)) {
         return std::nullopt;
+    }
     return std::max(std::round(*endsAt - now), 1.0);
 }
 
 void KeepAwakeState::adjust(int steps, Timestamp now) {
     const auto left = remaining(now);
-    if (!left)
+    if (!left) {
         return;
+    }
     const double length = steps * step + std::round(*left / step) * step;
     endsAt = now + std::clamp(length, step, longest);
 }
 
 std::optional<KeepAwakeHold> KeepAwakeState::hold(Timestamp now) const {
-    if (isManualActive(now))
+    if (isManualActive(now)) {
         return KeepAwakeHold{keepsDisplayOn, KeepAwakeHold::Reason::manual};
-    if (whileClaudeWorks && claudeIsWorking)
+    }
+    if (whileClaudeWorks && claudeIsWorking) {
         return KeepAwakeHold{false, KeepAwakeHold::Reason::claude};
+    }
     return std::nullopt;
 }
 

@@ -22,18 +22,21 @@ std::string colonAnd(long number) {
 } // namespace
 
 std::string remaining(std::optional<double> seconds, bool indefinite) {
-    if (indefinite)
+    if (indefinite) {
         return "∞";
+    }
     const long total = std::lround(std::ceil(limited(seconds.value_or(0))));
     return std::to_string(total / 3600) + colonAnd(total / 60 % 60) + colonAnd(total % 60);
 }
 
 std::string shortText(double seconds) {
     const long minutes = std::lround(std::trunc(limited(seconds) / 60));
-    if (minutes < 2)
+    if (minutes < 2) {
         return "1M";
-    if (minutes < 60)
+    }
+    if (minutes < 60) {
         return std::to_string(minutes) + "M";
+    }
     return std::to_string(minutes / 60) + colonAnd(minutes % 60);
 }
 

@@ -23,8 +23,9 @@ std::size_t find(std::string_view bytes, std::string_view literal, std::size_t f
             continue;
         }
         at += ByteBlock::first(fits);
-        if (std::memcmp(bytes.data() + at, literal.data(), literal.size()) == 0)
+        if (std::memcmp(bytes.data() + at, literal.data(), literal.size()) == 0) {
             return at;
+        }
         ++at;
     }
     return bytes.find(literal, at);
@@ -33,10 +34,12 @@ std::size_t find(std::string_view bytes, std::string_view literal, std::size_t f
 std::size_t findLast(std::string_view bytes, char byte, std::size_t end) {
     const ByteBlock::Block wanted = ByteBlock::repeated(byte);
     while (end >= ByteBlock::size &&
-           !ByteBlock::any(ByteBlock::equal(ByteBlock::load(bytes.data() + end - ByteBlock::size), wanted)))
+           !ByteBlock::any(ByteBlock::equal(ByteBlock::load(bytes.data() + end - ByteBlock::size), wanted))) {
         end -= ByteBlock::size;
-    while (end > 0 && bytes[end - 1] != byte)
+    }
+    while (end > 0 && bytes[end - 1] != byte) {
         --end;
+    }
     return end == 0 ? std::string_view::npos : end - 1;
 }
 

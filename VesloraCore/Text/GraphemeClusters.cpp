@@ -24,8 +24,9 @@ Walk walk(std::string_view text, std::size_t limit) {
     for (std::size_t at = 0; at < text.size();) {
         const Scalars::Scalar scalar = Scalars::at(text, at);
         if (boundaries.isStart(scalar.codePoint)) {
-            if (passed.characters == limit)
+            if (passed.characters == limit) {
                 return passed;
+            }
             ++passed.characters;
         }
         at += scalar.length;
@@ -41,8 +42,9 @@ bool Boundaries::isStart(std::optional<char32_t> codePoint) {
         m_previous && codePoint &&
         !utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(*m_previous),
                                           static_cast<utf8proc_int32_t>(*codePoint), &m_state);
-    if (!codePoint)
+    if (!codePoint) {
         m_state = 0;
+    }
     m_previous = codePoint;
     return !isWithin;
 }

@@ -15,17 +15,20 @@ class Scanner {
 
     int digits(std::size_t count) {
         int value = 0;
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count; ++i) {
             value = value * 10 + digit();
+        }
         return value;
     }
     void literal(char expected) {
-        if (!take(expected))
+        if (!take(expected)) {
             m_isValid = false;
+        }
     }
     bool take(char expected) {
-        if (!m_rest.starts_with(expected))
+        if (!m_rest.starts_with(expected)) {
             return false;
+        }
         m_rest.remove_prefix(1);
         return true;
     }
@@ -76,8 +79,9 @@ std::optional<double> dayStart(int year, int month, int day) {
     using namespace std::chrono;
     const year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                               std::chrono::day(static_cast<unsigned>(day))};
-    if (!date.ok())
+    if (!date.ok()) {
         return std::nullopt;
+    }
     return static_cast<double>(sys_days(date).time_since_epoch().count()) * 86400.0;
 }
 
@@ -99,13 +103,15 @@ std::optional<Timestamp> parse(std::string_view text) {
     double sign = 0;
     if (!scanner.take('Z')) {
         sign = scanner.take('-') ? -1 : 1;
-        if (sign > 0)
+        if (sign > 0) {
             scanner.literal('+');
+        }
         offset = timeOfDay(scanner);
     }
     const std::optional<double> start = dayStart(year, month, day);
-    if (!scanner.isAtValidEnd() || !start || !time.exists() || seconds > 59 || !offset.exists())
+    if (!scanner.isAtValidEnd() || !start || !time.exists() || seconds > 59 || !offset.exists()) {
         return std::nullopt;
+    }
     return *start + time.seconds() - sign * offset.seconds() + seconds + fraction;
 }
 

@@ -21,8 +21,9 @@ auto placeOf(Members& members, std::string_view key) {
 
 template <class Members>
 auto valueOf(Members* members, std::string_view key) -> decltype(&members->front().value) {
-    if (!members)
+    if (!members) {
         return nullptr;
+    }
     auto place = placeOf(*members, key);
     return place != members->end() && place->key == key ? &place->value : nullptr;
 }
@@ -86,8 +87,9 @@ std::optional<std::int64_t> Json::integer() const {
 std::optional<std::int32_t> Json::integer32() const {
     const std::optional<std::int64_t> value = integer();
     using Limits = std::numeric_limits<std::int32_t>;
-    if (!value || *value < Limits::min() || *value > Limits::max())
+    if (!value || *value < Limits::min() || *value > Limits::max()) {
         return std::nullopt;
+    }
     return static_cast<std::int32_t>(*value);
 }
 
@@ -127,24 +129,28 @@ const Json* Json::objectAt(std::string_view key) const {
 }
 
 void Json::set(std::string_view key, Json value) {
-    if (!isObject())
+    if (!isObject()) {
         m_value = Object{};
+    }
     auto& members = std::get<Object>(m_value);
     auto place = placeOf(members, key);
-    if (place != members.end() && place->key == key)
+    if (place != members.end() && place->key == key) {
         place->value = std::move(value);
-    else
+    } else {
         members.insert(place, Member{std::string(key), std::move(value)});
+    }
 }
 
 void Json::remove(std::string_view key) {
-    if (auto* members = std::get_if<Object>(&m_value))
+    if (auto* members = std::get_if<Object>(&m_value)) {
         std::erase_if(*members, [&](const Member& member) { return member.key == key; });
+    }
 }
 
 void Json::append(Json value) {
-    if (!isArray())
+    if (!isArray()) {
         m_value = Array{};
+    }
     std::get<Array>(m_value).push_back(std::move(value));
 }
 

@@ -25,55 +25,61 @@ class Printer {
 };
 
 void Printer::value(const Json& value, int depth) {
-    if (value.isObject())
+    if (value.isObject()) {
         object(value.members(), depth);
-    else if (value.isArray())
+    } else if (value.isArray()) {
         array(value.items(), depth);
-    else if (const std::string* text = value.string())
+    } else if (const std::string* text = value.string()) {
         quoted(*text);
-    else if (const std::string* digits = value.numberText())
+    } else if (const std::string* digits = value.numberText()) {
         m_text += *digits;
-    else if (const std::optional<bool> truth = value.boolean())
+    } else if (const std::optional<bool> truth = value.boolean()) {
         m_text += *truth ? "true" : "false";
-    else
+    } else {
         m_text += "null";
+    }
 }
 
 void Printer::array(const Json::Array& items, int depth) {
     m_text += '[';
     for (const Json& item : items) {
-        if (&item != &items.front())
+        if (&item != &items.front()) {
             m_text += ',';
+        }
         line(depth + 1);
         value(item, depth + 1);
     }
-    if (!items.empty())
+    if (!items.empty()) {
         line(depth);
+    }
     m_text += ']';
 }
 
 void Printer::object(const Json::Object& members, int depth) {
     m_text += '{';
     for (const Json::Member& member : members) {
-        if (&member != &members.front())
+        if (&member != &members.front()) {
             m_text += ',';
+        }
         line(depth + 1);
         quoted(member.key);
         m_text += m_isPretty ? " : " : ":";
         value(member.value, depth + 1);
     }
-    if (!members.empty())
+    if (!members.empty()) {
         line(depth);
+    }
     m_text += '}';
 }
 
 void Printer::quoted(std::string_view text) {
     m_text += '"';
     for (const char byte : text) {
-        if (byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20)
+        if (byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20) {
             escape(static_cast<unsigned char>(byte));
-        else
+        } else {
             m_text += byte;
+        }
     }
     m_text += '"';
 }
@@ -84,15 +90,17 @@ void Printer::escape(unsigned char byte) {
     constexpr std::string_view digits = "0123456789abcdef";
     m_text += '\\';
     const std::size_t place = plain.find(static_cast<char>(byte));
-    if (place != std::string_view::npos)
+    if (place != std::string_view::npos) {
         m_text += letters[place];
-    else
+    } else {
         m_text.append("u00").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+    }
 }
 
 void Printer::line(int depth) {
-    if (m_isPretty)
+    if (m_isPretty) {
         m_text.append("\n").append(static_cast<std::size_t>(depth) * 2, ' ');
+    }
 }
 
 } // namespace

@@ -34,29 +34,35 @@ class JsonReader {
 
 bool JsonReader::read(ondemand::value value, int depth, Json& out) {
     ondemand::json_type type{};
-    if (value.type().get(type))
+    if (value.type().get(type)) {
         return false;
-    if (type == ondemand::json_type::array)
+    }
+    if (type == ondemand::json_type::array) {
         return depth < Json::depthLimit && readArray(value, depth + 1, out);
-    if (type == ondemand::json_type::object)
+    }
+    if (type == ondemand::json_type::object) {
         return depth < Json::depthLimit && readObject(value, depth + 1, out);
+    }
     const std::string_view token = JsonText::withoutTrailingBlanks(value.raw_json_token());
     // A string must be taken out: one that is passed over counts as a key where a colon follows it.
     ondemand::raw_json_string taken;
-    if (type == ondemand::json_type::string && value.get_raw_json_string().get(taken))
+    if (type == ondemand::json_type::string && value.get_raw_json_string().get(taken)) {
         return false;
+    }
     return readScalar(token, out);
 }
 
 bool JsonReader::readArray(ondemand::value value, int depth, Json& out) {
     ondemand::array array;
-    if (value.get_array().get(array))
+    if (value.get_array().get(array)) {
         return false;
+    }
     Json::Array items;
     for (auto item : array) {
         ondemand::value inner;
-        if (item.get(inner) || !read(inner, depth, items.emplace_back()))
+        if (item.get(inner) || !read(inner, depth, items.emplace_back())) {
             return false;
+        }
     }
     out.m_value = std::move(items);
     return true;
@@ -64,18 +70,21 @@ bool JsonReader::readArray(ondemand::value value, int depth, Json& out) {
 
 bool JsonReader::readObject(ondemand::value value, int depth, Json& out) {
     ondemand::object object;
-    if (value.get_object().get(object))
+    if (value.get_object().get(object)) {
         return false;
+    }
     Json::Object members;
     for (auto each : object) {
         ondemand::field field;
         Json::Member& member = members.emplace_back();
         if (std::move(each).get(field) || !readKey(field, member.key) ||
-            !read(field.value(), depth, member.value))
+            !read(field.value(), depth, member.value)) {
             return false;
+        }
     }
-    if (!sortMembers(members))
+    if (!sortMembers(members)) {
         return false;
+    }
     out.m_value = std::move(members);
     return true;
 }
@@ -87,8 +96,9 @@ bool JsonReader::readKey(ondemand::field& field, std::string& key) {
 }
 
 bool JsonReader::readScalar(std::string_view token, Json& out) {
-    if (token == "null")
+    if (token == "null") {
         return true;
+    }
     if (token == "true" || token == "false") {
         out.m_value = token == "true";
         return true;
@@ -98,16 +108,18 @@ bool JsonReader::readScalar(std::string_view token, Json& out) {
         const std::size_t end = JsonText::closingQuote(token, 1);
         return end == token.size() - 1 && readText(token.substr(1, end - 1), text);
     }
-    if (!JsonText::isNumber(token))
+    if (!JsonText::isNumber(token)) {
         return false;
+    }
     out.m_value = Json::Number{std::string(token)};
     return true;
 }
 
 bool JsonReader::readText(std::string_view raw, std::string& out) {
     std::optional<JsonText::Unescaped> unescaped = JsonText::unescape(raw);
-    if (!unescaped || (!unescaped->isExact && m_reading == Json::Reading::lossless))
+    if (!unescaped || (!unescaped->isExact && m_reading == Json::Reading::lossless)) {
         return false;
+    }
     out = std::move(unescaped->text);
     return true;
 }
@@ -117,10 +129,12 @@ bool JsonReader::sortMembers(Json::Object& members) const {
     const auto byKey = [](const Json::Member& a, const Json::Member& b) { return a.key < b.key; };
     std::stable_sort(members.begin(), members.end(), byKey);
     const auto sameKey = [](const Json::Member& a, const Json::Member& b) { return a.key == b.key; };
-    if (std::adjacent_find(members.begin(), members.end(), sameKey) == members.end())
+    if (std::adjacent_find(members.begin(), members.end(), sameKey) == members.end()) {
         return true;
-    if (m_reading == Json::Reading::lossless)
+    }
+    if (m_reading == Json::Reading::lossless) {
         return false;
+    }
     const auto end = std::unique(members.rbegin(), members.rend(), sameKey);
     members.erase(members.begin(), end.base());
     return true;
@@ -145,15 +159,17 @@ std::optional<Json> Json::parse(std::string_view text, Reading reading) {
     ondemand::document tokens;
     ondemand::array root;
     if (parser.iterate(document.data(), document.size(), document.capacity()).get(tokens) ||
-        tokens.get_array().get(root))
+        tokens.get_array().get(root)) {
         return std::nullopt;
+    }
     JsonReader reader(document, reading);
     Json result;
     int count = 0;
     for (auto item : root) {
         ondemand::value value;
-        if (item.get(value) || ++count > 1 || !reader.read(value, 0, result))
+        if (item.get(value) || ++count > 1 || !reader.read(value, 0, result)) {
             return std::nullopt;
+        }
     }
     const bool isAtEnd = tokens.current_location().error() == simdjson::OUT_OF_BOUNDS;
     return count == 1 && isAtEnd ? std::optional(std::move(result)) : std::nullopt;

@@ -23,11 +23,13 @@ enum Trait : std::uint8_t {
 constexpr std::array<std::uint8_t, 256> makeTraits() {
     std::array<std::uint8_t, 256> traits{};
     const auto mark = [&traits](std::string_view bytes, Trait trait) {
-        for (const char byte : bytes)
+        for (const char byte : bytes) {
             traits[static_cast<unsigned char>(byte)] |= trait;
+        }
     };
-    for (std::size_t byte = 0; byte < 0x20; ++byte)
+    for (std::size_t byte = 0; byte < 0x20; ++byte) {
         traits[byte] = endsPlainText;
+    }
     mark("\"\\", endsPlainText);
     mark("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.", belongsToScalar);
     mark("\"\\/bfnrt", isSimpleEscape);
@@ -52,11 +54,13 @@ std::size_t endOfPlainText(std::string_view text, std::size_t at) {
         const ByteBlock::Block block = ByteBlock::load(text.data() + at);
         const ByteBlock::Flags ends =
             ByteBlock::equal(block, quote) | ByteBlock::equal(block, backslash) | (block < space);
-        if (ByteBlock::any(ends))
+        if (ByteBlock::any(ends)) {
             return at + ByteBlock::first(ends);
+        }
     }
-    while (at < text.size() && !has(text[at], endsPlainText))
+    while (at < text.size() && !has(text[at], endsPlainText)) {
         ++at;
+    }
     return at;
 }
 
@@ -80,20 +84,23 @@ void JsonScanner::fail() {
 }
 
 void JsonScanner::skipBlanks() {
-    while (m_at < m_document.size() && has(m_document[m_at], isBlank))
+    while (m_at < m_document.size() && has(m_document[m_at], isBlank)) {
         ++m_at;
+    }
 }
 
 bool JsonScanner::isNext(char byte) {
     // What an agent writes has no blanks between its tokens.
-    if (m_at < m_document.size() && has(m_document[m_at], isBlank))
+    if (m_at < m_document.size() && has(m_document[m_at], isBlank)) {
         skipBlanks();
+    }
     return m_at < m_document.size() && m_document[m_at] == byte;
 }
 
 bool JsonScanner::take(char byte) {
-    if (!isNext(byte))
+    if (!isNext(byte)) {
         return false;
+    }
     ++m_at;
     return true;
 }
@@ -101,8 +108,9 @@ bool JsonScanner::take(char byte) {
 void JsonScanner::enter() {
     ++m_at;
     m_isFirst = true;
-    if (++m_depth > Json::depthLimit)
+    if (++m_depth > Json::depthLimit) {
         fail();
+    }
 }
 
 bool JsonScanner::leave() {
@@ -113,8 +121,9 @@ bool JsonScanner::leave() {
 
 // Steps to the next thing in a container; false at its end, which is stepped over, and where neither follows.
 bool JsonScanner::separate(char end) {
-    if (m_failed || take(end))
+    if (m_failed || take(end)) {
         return false;
+    }
     if (!m_isFirst && !take(',')) {
         fail();
         return false;
@@ -128,15 +137,17 @@ bool JsonScanner::nextItem() {
 }
 
 bool JsonScanner::nextMember(std::string_view& key) {
-    if (!separate('}'))
+    if (!separate('}')) {
         return false;
+    }
     if (!isNext('"')) {
         fail();
         return false;
     }
     key = rawString();
-    if (!m_failed && !take(':'))
+    if (!m_failed && !take(':')) {
         fail();
+    }
     return !m_failed;
 }
 
@@ -145,8 +156,9 @@ std::string_view JsonScanner::rawString() {
     const std::size_t start = ++m_at;
     while (true) {
         m_at = endOfPlainText(m_document, m_at);
-        if (m_at < m_document.size() && m_document[m_at] == '"')
+        if (m_at < m_document.size() && m_document[m_at] == '"') {
             return m_document.substr(start, m_at++ - start);
+        }
         if (m_at >= m_document.size() || m_document[m_at] != '\\') {
             fail();
             return {};
@@ -161,19 +173,22 @@ void JsonScanner::stepOverEscape() {
         return;
     }
     const std::size_t length = JsonText::escapeLength(m_document, m_at);
-    if (length == 0)
+    if (length == 0) {
         fail();
-    else
+    } else {
         m_at += length;
+    }
 }
 
 std::string_view JsonScanner::scalar() {
     const std::size_t start = m_at;
-    while (m_at < m_document.size() && has(m_document[m_at], belongsToScalar))
+    while (m_at < m_document.size() && has(m_document[m_at], belongsToScalar)) {
         ++m_at;
+    }
     const std::string_view token = m_document.substr(start, m_at - start);
-    if (!isScalar(token))
+    if (!isScalar(token)) {
         fail();
+    }
     return token;
 }
 
@@ -184,13 +199,15 @@ void JsonScanner::skip() {
         static_cast<void>(rawString());
     } else if (byte == '{') {
         enter();
-        for (std::string_view key; nextMember(key);)
+        for (std::string_view key; nextMember(key);) {
             skip();
+        }
         static_cast<void>(leave());
     } else if (isArray) {
         enter();
-        while (nextItem())
+        while (nextItem()) {
             skip();
+        }
         static_cast<void>(leave());
     } else {
         static_cast<void>(scalar());
@@ -203,8 +220,9 @@ std::optional<std::string> JsonScanner::string() {
         return std::nullopt;
     }
     const std::string_view raw = rawString();
-    if (raw.find('\\') == std::string_view::npos)
+    if (raw.find('\\') == std::string_view::npos) {
         return m_failed ? std::nullopt : std::optional<std::string>(raw);
+    }
     std::optional<JsonText::Unescaped> unescaped = JsonText::unescape(raw);
     return unescaped ? std::optional(std::move(unescaped->text)) : std::nullopt;
 }
@@ -222,8 +240,9 @@ std::int64_t JsonScanner::count() {
         return 0;
     }
     const std::string_view token = scalar();
-    if (m_failed)
+    if (m_failed) {
         return 0;
+    }
     return token == "true" ? 1 : JsonText::integer(token).value_or(0);
 }
 

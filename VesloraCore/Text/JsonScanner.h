@@ -44,8 +44,9 @@ class JsonScanner {
             return false;
         }
         enter();
-        for (std::string_view key; nextMember(key);)
+        for (std::string_view key; nextMember(key);) {
             member(Key(key));
+        }
         return leave();
     }
 

@@ -26,39 +26,44 @@ bool isLowSurrogate(char32_t unit) {
 // Steps over one or more digits; false when there is none.
 bool skipDigits(std::string_view text, std::size_t& at) {
     const std::size_t start = at;
-    while (at < text.size() && isDigit(text[at]))
+    while (at < text.size() && isDigit(text[at])) {
         ++at;
+    }
     return at > start;
 }
 
 std::optional<char32_t> hexadecimal(std::string_view digits) {
-    if (digits.size() != 4)
+    if (digits.size() != 4) {
         return std::nullopt;
+    }
     char32_t value = 0;
     for (const char byte : digits) {
         const char lower = static_cast<char>(byte | 0x20);
-        if (isDigit(byte))
+        if (isDigit(byte)) {
             value = value * 16 + static_cast<char32_t>(byte - '0');
-        else if (lower >= 'a' && lower <= 'f')
+        } else if (lower >= 'a' && lower <= 'f') {
             value = value * 16 + static_cast<char32_t>(lower - 'a' + 10);
-        else
+        } else {
             return std::nullopt;
+        }
     }
     return value;
 }
 
 // The code unit of the escape at `at`, where "\u" must stand; nothing when something else does.
 std::optional<char32_t> unitAt(std::string_view raw, std::size_t at) {
-    if (at > raw.size() || raw.substr(at, 2) != "\\u")
+    if (at > raw.size() || raw.substr(at, 2) != "\\u") {
         return std::nullopt;
+    }
     return hexadecimal(raw.substr(at + 2, 4));
 }
 
 // Resolves the "\u" escape at `at` and steps over it, and over its second half if it has one.
 bool appendUnicodeEscape(std::string_view raw, std::size_t& at, Unescaped& result) {
     const std::optional<char32_t> unit = unitAt(raw, at);
-    if (!unit)
+    if (!unit) {
         return false;
+    }
     at += 6;
     if (!isHighSurrogate(*unit) && !isLowSurrogate(*unit)) {
         appendUtf8(result.text, *unit);
@@ -98,13 +103,16 @@ std::optional<char> simpleEscape(char letter) {
 
 // Resolves the escape at `at`, where a backslash stands, and steps over it.
 bool appendEscape(std::string_view raw, std::size_t& at, Unescaped& result) {
-    if (at + 1 >= raw.size())
+    if (at + 1 >= raw.size()) {
         return false;
-    if (raw[at + 1] == 'u')
+    }
+    if (raw[at + 1] == 'u') {
         return appendUnicodeEscape(raw, at, result);
+    }
     const std::optional<char> byte = simpleEscape(raw[at + 1]);
-    if (!byte)
+    if (!byte) {
         return false;
+    }
     result.text.push_back(*byte);
     at += 2;
     return true;
@@ -122,8 +130,9 @@ bool isBlank(char byte) {
 }
 
 std::string_view withoutTrailingBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.back()))
+    while (!text.empty() && isBlank(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
@@ -131,16 +140,20 @@ bool isNumber(std::string_view text) {
     std::size_t at = text.starts_with('-') ? 1 : 0;
     const bool startsWithZero = at < text.size() && text[at] == '0';
     const std::size_t start = at;
-    if (!skipDigits(text, at) || (startsWithZero && at - start > 1))
+    if (!skipDigits(text, at) || (startsWithZero && at - start > 1)) {
         return false;
-    if (at < text.size() && text[at] == '.' && !skipDigits(text, ++at))
+    }
+    if (at < text.size() && text[at] == '.' && !skipDigits(text, ++at)) {
         return false;
+    }
     if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
         ++at;
-        if (at < text.size() && (text[at] == '+' || text[at] == '-'))
+        if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
             ++at;
-        if (!skipDigits(text, at))
+        }
+        if (!skipDigits(text, at)) {
             return false;
+        }
     }
     return at == text.size();
 }
@@ -149,8 +162,9 @@ std::optional<double> number(std::string_view text) {
     double value = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end || !std::isfinite(value))
+    if (error != std::errc() || stop != end || !std::isfinite(value)) {
         return std::nullopt;
+    }
     return value;
 }
 
@@ -159,30 +173,36 @@ std::optional<std::int64_t> integer(std::string_view text) {
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, whole);
     // Written as a whole number that is none of ours it is absent, however near the double lies.
-    if (stop == end)
+    if (stop == end) {
         return error == std::errc() ? std::optional(whole) : std::nullopt;
+    }
     // A fraction or an exponent: through the double, whose own range ends just below 2 to the 63rd.
     constexpr double limit = 9223372036854775808.0;
     const std::optional<double> value = number(text);
-    if (!value || *value < -limit || *value >= limit)
+    if (!value || *value < -limit || *value >= limit) {
         return std::nullopt;
+    }
     return static_cast<std::int64_t>(*value);
 }
 
 std::size_t escapeLength(std::string_view text, std::size_t at) {
-    if (at + 1 >= text.size())
+    if (at + 1 >= text.size()) {
         return 0;
-    if (text[at + 1] == 'u')
+    }
+    if (text[at + 1] == 'u') {
         return unitAt(text, at) ? 6 : 0;
+    }
     return simpleEscape(text[at + 1]) ? 2 : 0;
 }
 
 std::size_t closingQuote(std::string_view document, std::size_t start) {
     for (std::size_t at = start; at < document.size(); ++at) {
-        if (document[at] == '"')
+        if (document[at] == '"') {
             return at;
-        if (document[at] == '\\')
+        }
+        if (document[at] == '\\') {
             ++at;
+        }
     }
     return std::string_view::npos;
 }
@@ -192,12 +212,14 @@ std::optional<Unescaped> unescape(std::string_view raw) {
     result.text.reserve(raw.size());
     for (std::size_t at = 0; at < raw.size();) {
         if (raw[at] == '\\') {
-            if (!appendEscape(raw, at, result))
+            if (!appendEscape(raw, at, result)) {
                 return std::nullopt;
+            }
             continue;
         }
-        if (static_cast<unsigned char>(raw[at]) < 0x20)
+        if (static_cast<unsigned char>(raw[at]) < 0x20) {
             return std::nullopt;
+        }
         result.text.push_back(raw[at++]);
     }
     return result;

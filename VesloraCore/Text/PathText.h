@@ -10,8 +10,9 @@ namespace veslora::PathText {
 /// "/" and empty text is its own last component.
 [[nodiscard]] inline std::string_view lastComponent(std::string_view path) {
     const std::size_t end = path.find_last_not_of('/');
-    if (end == std::string_view::npos)
+    if (end == std::string_view::npos) {
         return path.substr(0, 1);
+    }
     path = path.substr(0, end + 1);
     return path.substr(path.find_last_of('/') + 1);
 }

@@ -30,14 +30,16 @@ Scalar at(std::string_view text, std::size_t at) {
     utf8proc_int32_t codePoint = -1;
     const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(rest.data()),
                                          static_cast<utf8proc_ssize_t>(rest.size()), &codePoint);
-    if (length <= 0)
+    if (length <= 0) {
         return {std::nullopt, 1};
+    }
     return {static_cast<char32_t>(codePoint), static_cast<std::size_t>(length)};
 }
 
 bool isHidden(char32_t codePoint) {
-    if (codePoint == U' ')
+    if (codePoint == U' ') {
         return false;
+    }
     const auto* property = utf8proc_get_property(static_cast<utf8proc_int32_t>(codePoint));
     switch (property->category) {
     case UTF8PROC_CATEGORY_CN:

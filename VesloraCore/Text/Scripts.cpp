@@ -17,8 +17,9 @@ constexpr std::uint32_t scriptMask = (1U << scriptBits) - 1;
 
 Script of(char32_t codePoint) {
     constexpr char32_t last = 0x10FFFF;
-    if (codePoint > last)
+    if (codePoint > last) {
         return Script::unknown;
+    }
     const std::uint32_t highestOfRun = static_cast<std::uint32_t>(codePoint) << scriptBits | scriptMask;
     return static_cast<Script>(*std::prev(std::ranges::upper_bound(table, highestOfRun)) & scriptMask);
 }

@@ -11,10 +11,11 @@ namespace veslora {
 [[nodiscard]] inline std::string shellQuoted(std::string_view text) {
     std::string quoted = "'";
     for (const char byte : text) {
-        if (byte == '\'')
+        if (byte == '\'') {
             quoted += "'\\''";
-        else
+        } else {
             quoted += byte;
+        }
     }
     return quoted + "'";
 }

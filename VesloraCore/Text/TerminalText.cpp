@@ -37,10 +37,12 @@ bool isIn(const Range (&ranges)[count], char32_t codePoint) {
 
 // How many bytes the UTF-8 form of a code point takes that begins with `lead`; 0 where none does.
 std::size_t lengthOf(std::uint8_t lead) {
-    if (lead < 0x80)
+    if (lead < 0x80) {
         return 1;
-    if (lead < 0xC2 || lead > 0xF4)
+    }
+    if (lead < 0xC2 || lead > 0xF4) {
         return 0;
+    }
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
@@ -48,13 +50,15 @@ std::size_t lengthOf(std::uint8_t lead) {
 bool decode(std::string_view text, char32_t& codePoint, std::size_t& length) {
     const auto byte = [text](std::size_t at) { return static_cast<std::uint8_t>(text[at]); };
     length = lengthOf(byte(0));
-    if (length == 0 || length > text.size())
+    if (length == 0 || length > text.size()) {
         return false;
+    }
     constexpr char32_t leadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
     codePoint = byte(0) & leadBits[length];
     for (std::size_t at = 1; at < length; ++at) {
-        if ((byte(at) & 0xC0) != 0x80)
+        if ((byte(at) & 0xC0) != 0x80) {
             return false;
+        }
         codePoint = codePoint << 6 | (byte(at) & 0x3F);
     }
     // The same code point in more bytes than it needs, half a surrogate pair, and what is beyond the last.
@@ -73,10 +77,11 @@ std::string withoutControls(std::string_view text) {
             text.remove_prefix(1);
             continue;
         }
-        if (isIn(blanks, codePoint))
+        if (isIn(blanks, codePoint)) {
             result += ' ';
-        else if (!isIn(hidden, codePoint))
+        } else if (!isIn(hidden, codePoint)) {
             result += text.substr(0, length);
+        }
         text.remove_prefix(length);
     }
     return result;

@@ -39,8 +39,9 @@ std::string_view withoutPort(std::string_view authority) {
     const bool isBracketed = authority.starts_with('[');
     const std::size_t end = authority.find(isBracketed ? ']' : ':');
     if (isBracketed) {
-        if (end == std::string_view::npos)
+        if (end == std::string_view::npos) {
             return {};
+        }
         const std::string_view rest = authority.substr(end + 1);
         const bool isGood = rest.empty() || (rest.front() == ':' && isPort(rest.substr(1)));
         return isGood ? authority.substr(1, end - 1) : std::string_view();
@@ -54,8 +55,9 @@ std::string_view withoutPort(std::string_view authority) {
 std::string_view host(std::string_view url) {
     const std::size_t colon = url.find("://");
     if (colon == std::string_view::npos || !isScheme(url.substr(0, colon)) ||
-        std::any_of(url.begin(), url.end(), isForbidden))
+        std::any_of(url.begin(), url.end(), isForbidden)) {
         return {};
+    }
     std::string_view authority = url.substr(colon + 3);
     authority = authority.substr(0, authority.find_first_of("/?#"));
     const std::size_t user = authority.rfind('@');

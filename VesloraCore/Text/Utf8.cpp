@@ -18,10 +18,11 @@ std::string repaired(std::string_view bytes) {
     text.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
         const Scalars::Scalar scalar = Scalars::at(bytes, at);
-        if (scalar.codePoint)
+        if (scalar.codePoint) {
             text.append(bytes.substr(at, scalar.length));
-        else
+        } else {
             JsonText::appendUtf8(text, replacement);
+        }
         at += scalar.length;
     }
     return text;

@@ -56,8 +56,9 @@ class Marks {
         const bool isForeign = script > Script::inherited && script != Scripts::of(m_base);
         const bool isStray = m_base == none || isForeign || m_marks.size() == mostMarks ||
                              std::ranges::find(m_marks, codePoint) != m_marks.end();
-        if (!isStray)
+        if (!isStray) {
             m_marks.push_back(codePoint);
+        }
         return isStray;
     }
     /// What came last is not shown as itself, so that no mark can stand on it.
@@ -85,8 +86,9 @@ class Room {
     void append(std::string_view piece) {
         for (std::size_t at = 0; at < piece.size();) {
             const Scalars::Scalar scalar = Scalars::at(piece, at);
-            if (m_boundaries.isStart(scalar.codePoint) && ++m_characters == m_limit)
+            if (m_boundaries.isStart(scalar.codePoint) && ++m_characters == m_limit) {
                 m_cut = m_text.size();
+            }
             m_text += piece.substr(at, scalar.length);
             ++m_codePoints;
             at += scalar.length;
@@ -94,8 +96,9 @@ class Room {
     }
 
     [[nodiscard]] Spelled taken() && {
-        if (!isExceeded())
+        if (!isExceeded()) {
             return {std::move(m_text), true};
+        }
         m_text.resize(std::min(m_cut, m_text.size()));
         return {std::move(m_text) + "…", false};
     }
@@ -119,8 +122,9 @@ void append(Room& room, Marks& marks, std::string_view bytes, std::optional<char
     constexpr char32_t replacement = 0xFFFD;
     const bool isStray = codePoint && marks.isStray(*codePoint);
     if (const char* sign = codePoint ? signFor(*codePoint) : nullptr) {
-        if (!room.endsInBlank())
+        if (!room.endsInBlank()) {
             room.append(" ");
+        }
         room.append(sign);
     } else if (!codePoint || isStray || Scalars::isHidden(*codePoint) || isForged(*codePoint)) {
         room.append(code(codePoint.value_or(replacement)));

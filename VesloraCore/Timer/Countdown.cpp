@@ -13,8 +13,9 @@ bool Countdown::isPaused() const {
 }
 
 double Countdown::remaining(Timestamp at) const {
-    if (const auto* paused = std::get_if<Paused>(&phase))
+    if (const auto* paused = std::get_if<Paused>(&phase)) {
         return paused->remaining;
+    }
     return std::max(std::get<Running>(phase).endsAt - at, 0.0);
 }
 
@@ -32,13 +33,15 @@ bool Countdown::isUrgent(Timestamp at) const {
 }
 
 void Countdown::pause(Timestamp at) {
-    if (!isPaused())
+    if (!isPaused()) {
         phase = Paused{remaining(at)};
+    }
 }
 
 void Countdown::resume(Timestamp at) {
-    if (isPaused())
+    if (isPaused()) {
         phase = Running{at + remaining(at)};
+    }
 }
 
 void Countdown::extend(double seconds, Timestamp at) {
@@ -47,10 +50,11 @@ void Countdown::extend(double seconds, Timestamp at) {
         return;
     }
     duration += seconds;
-    if (auto* paused = std::get_if<Paused>(&phase))
+    if (auto* paused = std::get_if<Paused>(&phase)) {
         paused->remaining += seconds;
-    else
+    } else {
         std::get<Running>(phase).endsAt += seconds;
+    }
 }
 
 } // namespace veslora

@@ -21,8 +21,9 @@ std::string remaining(double seconds) {
     const double limited = seconds > 0 ? std::fmin(seconds, longestSeconds) : 0;
     const long total = std::lround(std::ceil(limited));
     const std::string tail = twoDigits(total % 60);
-    if (total < 3600)
+    if (total < 3600) {
         return std::to_string(total / 60) + ":" + tail;
+    }
     return std::to_string(total / 3600) + ":" + twoDigits(total / 60 % 60) + ":" + tail;
 }
 

@@ -14,10 +14,12 @@ constexpr double mostSteps = 1'000'000;
 } // namespace
 
 int ScrollStepper::steps(double delta, bool isPrecise) {
-    if (!std::isfinite(delta))
+    if (!std::isfinite(delta)) {
         return 0;
-    if (!isPrecise)
+    }
+    if (!isPrecise) {
         return (delta > 0) - (delta < 0);
+    }
     const double total = accumulated + delta;
     accumulated = std::fmod(total, pointsPerStep);
     return static_cast<int>(std::clamp(std::trunc(total / pointsPerStep), -mostSteps, mostSteps));

@@ -15,8 +15,9 @@ constexpr std::string_view blanks = " \t";
 
 std::string_view trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
+    if (first == std::string_view::npos) {
         return {};
+    }
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
@@ -31,16 +32,20 @@ std::string_view takePiece(std::string_view& text, char separator) {
 
 /// A decimal integer, with or without a sign, that is the number of units of a size.
 std::optional<WidgetSize> sizeFrom(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-"))
+    if (text.starts_with('+') && !text.starts_with("+-")) {
         text.remove_prefix(1);
+    }
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || end != text.data() + text.size())
+    if (error != std::errc{} || end != text.data() + text.size()) {
         return std::nullopt;
-    if (number == units(WidgetSize::small))
+    }
+    if (number == units(WidgetSize::small)) {
         return WidgetSize::small;
-    if (number == units(WidgetSize::wide))
+    }
+    if (number == units(WidgetSize::wide)) {
         return WidgetSize::wide;
+    }
     return std::nullopt;
 }
 
@@ -89,28 +94,33 @@ WidgetLayout WidgetLayout::defaultLayout() {
 }
 
 WidgetLayout WidgetLayout::fromStoredValue(std::optional<std::string_view> text) {
-    if (!text)
+    if (!text) {
         return defaultLayout();
+    }
     WidgetLayout layout;
     for (std::string_view rest = *text; !rest.empty();) {
         std::string_view piece = takePiece(rest, ',');
         const auto id = widgetIDFrom(trimmed(takePiece(piece, ':')));
-        if (id)
+        if (id) {
             layout.add(*id, sizeFrom(trimmed(piece)));
+        }
     }
-    if (layout.entries.empty() && !trimmed(*text).empty())
+    if (layout.entries.empty() && !trimmed(*text).empty()) {
         return defaultLayout();
+    }
     return layout;
 }
 
 std::string WidgetLayout::storedValue() const {
     std::string text;
     for (const WidgetEntry& entry : entries) {
-        if (!text.empty())
+        if (!text.empty()) {
             text += ',';
+        }
         text += rawValue(entry.id);
-        if (entry.size != defaultSize(entry.id))
+        if (entry.size != defaultSize(entry.id)) {
             text += ':' + std::to_string(entry.units());
+        }
     }
     return text;
 }
@@ -138,15 +148,17 @@ std::vector<std::vector<WidgetEntry>> WidgetLayout::pages() const {
     std::vector<std::vector<WidgetEntry>> result;
     for (const auto& indices : pack(unitsOf(entries), unitsPerPage)) {
         auto& page = result.emplace_back();
-        for (const int index : indices)
+        for (const int index : indices) {
             page.push_back(entries[static_cast<std::size_t>(index)]);
+        }
     }
     return result;
 }
 
 void WidgetLayout::add(WidgetID id, std::optional<WidgetSize> size) {
-    if (contains(id))
+    if (contains(id)) {
         return;
+    }
     const auto offered = sizes(id);
     const bool isOffered = size && std::find(offered.begin(), offered.end(), *size) != offered.end();
     entries.push_back({id, isOffered ? *size : defaultSize(id)});
@@ -158,8 +170,9 @@ void WidgetLayout::remove(WidgetID id) {
 
 void WidgetLayout::move(WidgetID id, int index) {
     const auto found = find(entries, id);
-    if (found == entries.end())
+    if (found == entries.end()) {
         return;
+    }
     const WidgetEntry entry = *found;
     entries.erase(found);
     entries.insert(entries.begin() + std::clamp(index, 0, static_cast<int>(entries.size())), entry);
@@ -168,15 +181,17 @@ void WidgetLayout::move(WidgetID id, int index) {
 void WidgetLayout::setSize(WidgetID id, WidgetSize size) {
     const auto offered = sizes(id);
     const auto found = find(entries, id);
-    if (found != entries.end() && std::find(offered.begin(), offered.end(), size) != offered.end())
+    if (found != entries.end() && std::find(offered.begin(), offered.end(), size) != offered.end()) {
         found->size = size;
+    }
 }
 
 int WidgetLayout::clampedIndex(int index, WidgetID id, int page) const {
     const auto all = ids();
     const auto found = std::find(all.begin(), all.end(), id);
-    if (found == all.end())
+    if (found == all.end()) {
         return index;
+    }
     return clampedIndex(unitsOf(entries), static_cast<int>(found - all.begin()), index, page);
 }
 
@@ -196,16 +211,18 @@ std::vector<std::vector<int>> WidgetLayout::pack(const std::vector<int>& units, 
 }
 
 int WidgetLayout::clampedIndex(const std::vector<int>& units, int moving, int index, int page) {
-    if (moving < 0 || moving >= static_cast<int>(units.size()))
+    if (moving < 0 || moving >= static_cast<int>(units.size())) {
         return index;
+    }
     auto rest = units;
     const int item = rest[static_cast<std::size_t>(moving)];
     rest.erase(rest.begin() + moving);
     for (const int place : placesNear(index, static_cast<int>(rest.size()))) {
         auto candidate = rest;
         candidate.insert(candidate.begin() + place, item);
-        if (pageOf(place, candidate) == page)
+        if (pageOf(place, candidate) == page) {
             return place;
+        }
     }
     return index;
 }

@@ -25,8 +25,9 @@ inline std::vector<std::string> dataFiles(const std::string& directory, const st
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(VESLORA_TEST_DATA "/") + directory)) {
         const std::string name = entry.path().filename().string();
-        if (name.ends_with(suffix))
+        if (name.ends_with(suffix)) {
             found.push_back(directory + "/" + name);
+        }
     }
     std::sort(found.begin(), found.end());
     EXPECT_FALSE(found.empty()) << directory;

@@ -15,24 +15,30 @@ class JsonGenerator {
   public:
     Json value(int depth) {
         const int kind = pick(depth > 0 ? 6 : 4);
-        if (kind == 0)
+        if (kind == 0) {
             return Json();
-        if (kind == 1)
+        }
+        if (kind == 1) {
             return Json::makeBoolean(pick(2) == 1);
-        if (kind == 2)
+        }
+        if (kind == 2) {
             return *Json::parse(
                 m_numbers[static_cast<std::size_t>(pick(static_cast<int>(m_numbers.size())))]);
-        if (kind == 3)
+        }
+        if (kind == 3) {
             return Json::makeString(text());
+        }
         Json made = kind == 4 ? Json::makeArray() : Json::makeObject();
-        for (int count = pick(5); count > 0; --count)
+        for (int count = pick(5); count > 0; --count) {
             kind == 4 ? made.append(value(depth - 1)) : made.set(text(), value(depth - 1));
+        }
         return made;
     }
     std::string text() {
         std::string made;
-        for (int count = pick(6); count > 0; --count)
+        for (int count = pick(6); count > 0; --count) {
             made += m_texts[static_cast<std::size_t>(pick(static_cast<int>(m_texts.size())))];
+        }
         return made;
     }
     /// From 0 to below `count`.

@@ -9,8 +9,9 @@ namespace veslora::test {
 
 inline std::string repeated(std::string_view text, int times) {
     std::string made;
-    for (int i = 0; i < times; ++i)
+    for (int i = 0; i < times; ++i) {
         made += text;
+    }
     return made;
 }
 

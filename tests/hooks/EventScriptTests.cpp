@@ -32,8 +32,9 @@ class EventScript : public testing::TestWithParam<std::tuple<Shell, Agent>> {
         return files.size() == 1 ? agent.spool + "/" + files.front() : std::string();
     }
     void fillSpool(int count) {
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             room.write(agent.spool + "/old-" + std::to_string(i) + ".json", "{}");
+        }
     }
 
     HookRoom room{std::get<0>(GetParam())};
@@ -76,8 +77,9 @@ TEST_P(EventScript, FilesEveryCapturedPayload) {
         EXPECT_EQ(run(dataFile(path)), silence) << path;
     }
     std::multiset<std::string> filed;
-    for (const std::string& name : room.names(agent.spool))
+    for (const std::string& name : room.names(agent.spool)) {
         filed.insert(room.read(agent.spool + "/" + name));
+    }
     EXPECT_EQ(filed, expected);
 }
 
@@ -119,11 +121,13 @@ TEST_P(EventScript, EightAtOnceFileEightEvents) {
         expected.insert(payload);
         hooks.push_back(room.start(agent.hook, payload));
     }
-    for (const auto& hook : hooks)
+    for (const auto& hook : hooks) {
         EXPECT_EQ(hook->result(), silence);
+    }
     std::set<std::string> filed;
-    for (const std::string& name : room.names(agent.spool))
+    for (const std::string& name : room.names(agent.spool)) {
         filed.insert(room.read(agent.spool + "/" + name));
+    }
     EXPECT_EQ(filed, expected);
     EXPECT_EQ(room.names(agent.spool).size(), 8u);
 }
@@ -168,8 +172,9 @@ TEST_P(EventScript, AFullDiskLeavesNothingBehind) {
 TEST_P(EventScript, ADiskThatIsReallyFullLeavesNothingBehind) {
     std::filesystem::create_directory(room.path(agent.spool));
     const SmallDisk disk(room.path(agent.spool));
-    if (!disk.isMounted())
+    if (!disk.isMounted()) {
         GTEST_SKIP() << "only root may mount a disk; the test above does it by a limit";
+    }
     EXPECT_EQ(run(repeated("x", 100'000)), silence);
     EXPECT_THAT(room.names(agent.spool), IsEmpty());
     EXPECT_EQ(run("{}"), silence);

@@ -47,15 +47,17 @@ std::string readFile(const std::string& path) {
 std::string readPipe(int file) {
     std::string text;
     std::array<char, 4096> part{};
-    for (ssize_t length = 0; (length = ::read(file, part.data(), part.size())) > 0;)
+    for (ssize_t length = 0; (length = ::read(file, part.data(), part.size())) > 0;) {
         text.append(part.data(), static_cast<std::size_t>(length));
+    }
     return text;
 }
 
 // Between fork and exec: nothing here may allocate or lock.
 void limitFileSize(FullDisk disk) {
-    if (disk == FullDisk::no)
+    if (disk == FullDisk::no) {
         return;
+    }
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_FSIZE, &none);
     std::signal(SIGXFSZ, disk == FullDisk::writeFails ? SIG_IGN : SIG_DFL);
@@ -63,14 +65,17 @@ void limitFileSize(FullDisk disk) {
 
 void becomeStranger() {
     // Permissions bind everybody but root.
-    if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(strangerId) != 0 || setuid(strangerId) != 0))
+    if (geteuid() == 0 &&
+        (setgroups(0, nullptr) != 0 || setgid(strangerId) != 0 || setuid(strangerId) != 0)) {
         _exit(126);
+    }
 }
 
 std::vector<char*> pointers(const std::vector<std::string>& texts) {
     std::vector<char*> made;
-    for (const std::string& text : texts)
+    for (const std::string& text : texts) {
         made.push_back(const_cast<char*>(text.c_str()));
+    }
     made.push_back(nullptr);
     return made;
 }
@@ -136,8 +141,9 @@ bool becomesTrue(const std::function<bool()>& condition) {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 30s;
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
+        if (std::chrono::steady_clock::now() > deadline) {
             return false;
+        }
         std::this_thread::sleep_for(5ms);
     }
     return true;
@@ -145,11 +151,13 @@ bool becomesTrue(const std::function<bool()>& condition) {
 
 Running::~Running() {
     for (const int file : {m_input, m_out, m_err}) {
-        if (file >= 0)
+        if (file >= 0) {
             close(file);
+        }
     }
-    if (m_isEnded)
+    if (m_isEnded) {
         return;
+    }
     kill(-m_pid, SIGKILL);
     waitpid(m_pid, nullptr, 0);
 }
@@ -158,8 +166,9 @@ Result Running::result() {
     int status = 0;
     m_isEnded = becomesTrue([&] { return waitpid(m_pid, &status, WNOHANG) == m_pid; });
     EXPECT_TRUE(m_isEnded) << "the script did not end";
-    if (!m_isEnded)
+    if (!m_isEnded) {
         return {};
+    }
     const int code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return {code, readPipe(m_out), readPipe(m_err)};
 }
@@ -194,8 +203,9 @@ HookRoom::HookRoom(Shell shell) : m_shell(std::move(shell)) {
     fs::permissions(m_root, fs::perms(0755));
     fs::create_directory(m_support);
     fs::permissions(m_support, fs::perms(0755));
-    for (const HookScripts::Script& script : HookScripts::all())
+    for (const HookScripts::Script& script : HookScripts::all()) {
         writeFile(path(std::string(script.fileName)), script.text, fs::perms(0755));
+    }
     writeTools();
     setTime(1'700'000'000);
 }
@@ -206,13 +216,15 @@ HookRoom::~HookRoom() {
 }
 
 void HookRoom::writeTools() const {
-    for (const char* directory : {"/manual", "/tools"})
+    for (const char* directory : {"/manual", "/tools"}) {
         fs::create_directory(m_root + directory);
+    }
     writeFile(m_root + "/manual/sleep", sleepText, fs::perms(0755));
     writeFile(m_root + "/manual/date", dateText, fs::perms(0755));
     for (const char* tool :
-         {"cat", "mv", "rm", "mkdir", "mktemp", "date", "sleep", "sh", "dd", "readlink", "timeout"})
+         {"cat", "mv", "rm", "mkdir", "mktemp", "date", "sleep", "sh", "dd", "readlink", "timeout"}) {
         fs::create_symlink("/usr/bin/busybox", m_root + "/tools/" + tool);
+    }
 }
 
 void HookRoom::write(const std::string& name, std::string_view bytes) const {
@@ -232,8 +244,9 @@ bool HookRoom::exists(const std::string& name) const {
 std::vector<std::string> HookRoom::names(const std::string& directory) const {
     std::vector<std::string> found;
     std::error_code ignored;
-    for (const auto& entry : fs::directory_iterator(path(directory), ignored))
+    for (const auto& entry : fs::directory_iterator(path(directory), ignored)) {
         found.push_back(entry.path().filename().string());
+    }
     std::sort(found.begin(), found.end());
     return found;
 }
@@ -264,8 +277,9 @@ std::vector<std::string> HookRoom::environment(const Options& options) const {
     std::vector<std::string> made = {"scratch=" + m_root, "support=" + m_support,
                                      "PATH=" + (options.clock == Clock::manual ? m_root + "/manual:" : "") +
                                          tools};
-    for (const auto& [name, value] : options.environment)
+    for (const auto& [name, value] : options.environment) {
         made.push_back(name + "=" + value);
+    }
     return made;
 }
 
@@ -286,29 +300,34 @@ std::unique_ptr<Running> HookRoom::start(const std::string& script, std::string_
     if (pid == 0) {
         setpgid(0, 0);
         if (dup2(in, 0) < 0 || dup2(out.ends[1], 1) < 0 || dup2(err.ends[1], 2) < 0 ||
-            chdir(directory.c_str()) != 0)
+            chdir(directory.c_str()) != 0) {
             _exit(126);
+        }
         umask(0022);
         limitFileSize(options.disk);
-        if (options.user == User::stranger)
+        if (options.user == User::stranger) {
             becomeStranger();
+        }
         execve(arguments[0], arguments.data(), variables.data());
         _exit(127);
     }
     EXPECT_GT(pid, 0);
     setpgid(pid, pid);
-    for (const int file : {in, out.ends[1], err.ends[1]})
+    for (const int file : {in, out.ends[1], err.ends[1]}) {
         close(file);
-    for (const int file : {out.ends[0], err.ends[0]})
+    }
+    for (const int file : {out.ends[0], err.ends[0]}) {
         fcntl(file, F_SETFL, O_NONBLOCK);
+    }
     return std::make_unique<Running>(pid, inputEnd, out.ends[0], err.ends[0]);
 }
 
 Result HookRoom::run(const std::string& script, std::string_view input, const Options& options) {
     // Root is kept out by becoming somebody else, everybody else by the mode.
     const fs::perms mode = fs::status(m_support).permissions();
-    if (options.user == User::stranger)
+    if (options.user == User::stranger) {
         fs::permissions(m_support, fs::perms(0555));
+    }
     Result result = start(script, input, options)->result();
     fs::permissions(m_support, mode);
     return result;

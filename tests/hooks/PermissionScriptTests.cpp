@@ -443,8 +443,9 @@ TEST_P(PermissionScript, NothingIsFiledThroughALink) {
 TEST_P(PermissionScript, EightAtOnceGetTheirOwnAnswers) {
     beatOnTheRealClock();
     std::vector<std::unique_ptr<Running>> hooks;
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 8; ++i) {
         hooks.push_back(room.start(agent.permission, std::to_string(i), waitsLong));
+    }
     ASSERT_TRUE(waitForRequests(8));
     std::set<std::string> ids;
     for (const std::string& name : spooled()) {
@@ -455,8 +456,9 @@ TEST_P(PermissionScript, EightAtOnceGetTheirOwnAnswers) {
                                 room.path(agent.answers + "/" + idOf(name)));
     }
     EXPECT_EQ(ids.size(), 8u);
-    for (std::size_t i = 0; i < hooks.size(); ++i)
+    for (std::size_t i = 0; i < hooks.size(); ++i) {
         EXPECT_EQ(hooks[i]->result(), (Result{0, i % 2 == 0 ? allowed : denied, ""})) << i;
+    }
     EXPECT_THAT(room.names(agent.answers), IsEmpty());
 }
 

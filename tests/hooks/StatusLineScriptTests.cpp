@@ -60,8 +60,9 @@ TEST_P(StatusLineScript, PrintsModelContextAndLimit) {
 }
 
 TEST_P(StatusLineScript, KeepsTheNewestStatusOfEachSession) {
-    for (const std::string& path : dataFiles("agents/claude/statusline", ".json"))
+    for (const std::string& path : dataFiles("agents/claude/statusline", ".json")) {
         EXPECT_EQ(run(dataFile(path)).status, 0);
+    }
     EXPECT_THAT(room.names("statusline"), ElementsAre("43044874-ca7b-4fcf-8bd6-5b494a07e2e9.json",
                                                       "da8224bc-1648-426c-a0b1-073bf501a3a5.json"));
     EXPECT_EQ(
@@ -101,8 +102,9 @@ TEST_P(StatusLineScript, PercentagesLoseTheirFraction) {
 }
 
 TEST_P(StatusLineScript, APercentageThatIsNoneAddsNothing) {
-    for (const char* value : {"null", "\"4x\"", "\"\"", "-1", "1e1", "true", "[41]", "{}"})
+    for (const char* value : {"null", "\"4x\"", "\"\"", "-1", "1e1", "true", "[41]", "{}"}) {
         EXPECT_EQ(lineOf(percentages(value, "")), "M") << value;
+    }
 }
 
 TEST_P(StatusLineScript, TheLimitMayHaveItsOlderName) {

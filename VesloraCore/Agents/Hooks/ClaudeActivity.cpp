@@ -14,16 +14,18 @@ constexpr std::size_t longest = 60;
 
 std::string_view firstLine(std::string_view text) {
     const std::size_t start = text.find_first_not_of("\r\n");
-    if (start == std::string_view::npos)
+    if (start == std::string_view::npos) {
         return {};
+    }
     text.remove_prefix(start);
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
 std::string bash(const Json& input) {
     std::string description = input.textAt("description");
-    if (!description.empty())
+    if (!description.empty()) {
         return description;
+    }
     return "Bash: " + std::string(firstLine(input.textAt("command")));
 }
 
@@ -32,22 +34,30 @@ std::string fileName(const Json& input) {
 }
 
 std::string whole(std::string_view tool, const Json& input) {
-    if (tool == "Bash")
+    if (tool == "Bash") {
         return bash(input);
-    if (tool == "Edit" || tool == "MultiEdit")
+    }
+    if (tool == "Edit" || tool == "MultiEdit") {
         return "Edit: " + fileName(input);
-    if (tool == "Write")
+    }
+    if (tool == "Write") {
         return "Write: " + fileName(input);
-    if (tool == "Read")
+    }
+    if (tool == "Read") {
         return "Read: " + fileName(input);
-    if (tool == "Grep" || tool == "Glob")
+    }
+    if (tool == "Grep" || tool == "Glob") {
         return "Search: " + input.textAt("pattern");
-    if (tool == "WebFetch")
+    }
+    if (tool == "WebFetch") {
         return "Web: " + std::string(UrlText::host(input.textAt("url")));
-    if (tool == "WebSearch")
+    }
+    if (tool == "WebSearch") {
         return "Web: " + input.textAt("query");
-    if (tool == "Agent" || tool == "Task")
+    }
+    if (tool == "Agent" || tool == "Task") {
         return "Agent: " + input.textAt("description");
+    }
     return mcpName(tool).value_or(std::string(tool));
 }
 
@@ -55,8 +65,9 @@ std::string whole(std::string_view tool, const Json& input) {
 
 std::string describe(std::string_view tool, const Json& input) {
     std::string text = whole(tool, input);
-    if (!GraphemeClusters::exceeds(text, longest))
+    if (!GraphemeClusters::exceeds(text, longest)) {
         return text;
+    }
     return std::string(GraphemeClusters::prefix(text, longest - 1)) + "…";
 }
 
@@ -68,17 +79,20 @@ std::string describe(const HookPayload& payload) {
 std::optional<std::string> mcpName(std::string_view tool) {
     constexpr std::string_view separator = "__";
     constexpr std::string_view start = "mcp__";
-    if (!tool.starts_with(start))
+    if (!tool.starts_with(start)) {
         return std::nullopt;
+    }
     tool.remove_prefix(start.size());
     const std::size_t end = tool.find(separator);
-    if (end == std::string_view::npos)
+    if (end == std::string_view::npos) {
         return std::nullopt;
+    }
     // The separators within the rest become one blank, and so do single underscores.
     std::string rest;
     for (std::size_t at = end + separator.size(); at < tool.size(); ++at) {
-        if (tool.substr(at, 2) == separator)
+        if (tool.substr(at, 2) == separator) {
             ++at;
+        }
         rest += tool[at] == '_' ? ' ' : tool[at];
     }
     return std::string(tool.substr(0, end)) + ": " + rest;

@@ -14,11 +14,13 @@ namespace {
 
 // What is kept of a message, which may be of any length: whole code points, far more than a notice shows.
 std::string beginning(std::string message) {
-    if (message.size() <= HookPayload::longestText)
+    if (message.size() <= HookPayload::longestText) {
         return message;
+    }
     std::size_t end = HookPayload::longestText;
-    while (end > 0 && (static_cast<unsigned char>(message[end]) & 0xC0U) == 0x80)
+    while (end > 0 && (static_cast<unsigned char>(message[end]) & 0xC0U) == 0x80) {
         --end;
+    }
     return message.substr(0, end);
 }
 
@@ -27,22 +29,28 @@ ClaudeHookEvent::Kind notification(const HookPayload& payload) {
     const auto& type = payload.notificationType;
     const bool isCall = type ? *type == "permission_prompt" || *type == "elicitation_dialog"
                              : payload.message.find("needs your permission") != std::string::npos;
-    if (!isCall)
+    if (!isCall) {
         return ClaudeHookEvent::Ignored{};
+    }
     return ClaudeHookEvent::NeedsYou{beginning(payload.message)};
 }
 
 ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
-    if (name == "UserPromptSubmit")
+    if (name == "UserPromptSubmit") {
         return ClaudeHookEvent::Prompt{};
-    if (name == "Stop")
+    }
+    if (name == "Stop") {
         return ClaudeHookEvent::Stop{};
-    if (name == "PreToolUse")
+    }
+    if (name == "PreToolUse") {
         return ClaudeHookEvent::ToolStart{ClaudeActivity::describe(payload)};
-    if (name == "PostToolUse")
+    }
+    if (name == "PostToolUse") {
         return ClaudeHookEvent::ToolDone{};
-    if (name == "Notification")
+    }
+    if (name == "Notification") {
         return notification(payload);
+    }
     return ClaudeHookEvent::Ignored{};
 }
 
@@ -50,30 +58,35 @@ ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) 
 
 std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view payload, Timestamp time) {
     const std::optional<HookPayload> read = HookPayload::parse(payload);
-    if (!read || !read->sessionId || read->sessionId->empty() || !read->eventName)
+    if (!read || !read->sessionId || read->sessionId->empty() || !read->eventName) {
         return std::nullopt;
+    }
     ClaudeHookEvent event{*read->sessionId, time, kindOf(*read->eventName, *read), std::nullopt};
-    if (std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind))
+    if (std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind)) {
         event.tool = ToolUse::of(*read);
+    }
     return event;
 }
 
 std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view line) {
-    if (!Utf8::isValid(line))
+    if (!Utf8::isValid(line)) {
         return std::nullopt;
+    }
     JsonScanner scanner(line);
     std::string_view time;
     std::string_view payload;
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
-        if (key == "t")
+        if (key == "t") {
             time = scanner.raw();
-        else if (key == "e")
+        } else if (key == "e") {
             payload = scanner.raw();
-        else
+        } else {
             scanner.skip();
+        }
     });
-    if (!isObject || !scanner.isComplete() || !JsonText::isNumber(time))
+    if (!isObject || !scanner.isComplete() || !JsonText::isNumber(time)) {
         return std::nullopt;
+    }
     const std::optional<double> seconds = JsonText::number(time);
     return seconds ? parse(payload, *seconds) : std::nullopt;
 }

@@ -35,8 +35,9 @@ Json groupsWithout(const Json* groups, const Wanted& commands) {
     static const Json none;
     Json kept = Json::makeArray();
     for (const Json& group : (groups ? groups : &none)->items()) {
-        if (!runsOneOf(group, commands))
+        if (!runsOneOf(group, commands)) {
             kept.append(group);
+        }
     }
     return kept;
 }
@@ -46,28 +47,32 @@ Json newGroup(const std::string& command, std::optional<int> timeout,
     Json entry;
     entry.set("type", Json::makeString("command"));
     entry.set("command", Json::makeString(command));
-    if (timeout)
+    if (timeout) {
         entry.set("timeout", Json::makeInteger(*timeout));
+    }
     Json group;
     group.set("hooks", Json::makeArray({std::move(entry)}));
-    if (matcher)
+    if (matcher) {
         group.set("matcher", Json::makeString(*matcher));
+    }
     return group;
 }
 
 Json groupsOfEvent(const Json* groups, const std::string& event, const Commands& commands,
                    const HookSet& set) {
     Json kept = groupsWithout(groups, Wanted(commands.legacy.begin(), commands.legacy.end()));
-    if (!holdsOneOf(&kept, {commands.event}))
+    if (!holdsOneOf(&kept, {commands.event})) {
         kept.append(newGroup(commands.event, set.timeout,
                              event.ends_with("ToolUse") ? set.toolMatcher : std::nullopt));
+    }
     return kept;
 }
 
 Json groupsOfPermission(const Json* groups, const std::string& command, const HookSet& set) {
     Json kept = groupsWithout(groups, {});
-    if (!holdsOneOf(&kept, {command}))
+    if (!holdsOneOf(&kept, {command})) {
         kept.append(newGroup(command, permissionTimeout, set.toolMatcher));
+    }
     return kept;
 }
 
@@ -83,8 +88,9 @@ bool holdsWholeSet(const Json& hooks, const Commands& commands, const HookSet& s
 Wanted allOf(const Commands& commands) {
     Wanted all(commands.legacy.begin(), commands.legacy.end());
     all.push_back(commands.event);
-    if (commands.permission)
+    if (commands.permission) {
         all.push_back(*commands.permission);
+    }
     return all;
 }
 
@@ -108,11 +114,13 @@ std::string installing(std::optional<std::string_view> text, const Commands& com
     Json root = ConfigurationText::parseOrThrow(text);
     const Json* present = root.objectAt("hooks");
     Json hooks = present ? *present : Json::makeObject();
-    for (const std::string& event : set.events)
+    for (const std::string& event : set.events) {
         hooks.set(event, groupsOfEvent(hooks.find(event), event, commands, set));
-    if (commands.permission)
+    }
+    if (commands.permission) {
         hooks.set(permissionEvent,
                   groupsOfPermission(hooks.find(permissionEvent), *commands.permission, set));
+    }
     root.set("hooks", std::move(hooks));
     return ConfigurationText::render(root);
 }
@@ -120,19 +128,22 @@ std::string installing(std::optional<std::string_view> text, const Commands& com
 std::string removing(std::string_view text, const Commands& commands) {
     Json root = ConfigurationText::parseOrThrow(text);
     const Json* present = root.objectAt("hooks");
-    if (!present)
+    if (!present) {
         return ConfigurationText::render(root);
+    }
     const Wanted targets = allOf(commands);
     Json hooks = Json::makeObject();
     for (const Json::Member& event : present->members()) {
         Json kept = event.value.isArray() ? groupsWithout(&event.value, targets) : event.value;
-        if (!kept.isArray() || !kept.items().empty())
+        if (!kept.isArray() || !kept.items().empty()) {
             hooks.set(event.key, std::move(kept));
+        }
     }
-    if (hooks.members().empty())
+    if (hooks.members().empty()) {
         root.remove("hooks");
-    else
+    } else {
         root.set("hooks", std::move(hooks));
+    }
     return ConfigurationText::render(root);
 }
 
@@ -145,11 +156,13 @@ bool isInstalled(std::optional<std::string_view> text, const Commands& commands,
 bool isPartlyInstalled(std::optional<std::string_view> text, const Commands& commands, const HookSet& set) {
     const std::optional<Json> root = ConfigurationText::parse(text);
     const Json* hooks = root ? root->objectAt("hooks") : nullptr;
-    if (!hooks || holdsWholeSet(*hooks, commands, set))
+    if (!hooks || holdsWholeSet(*hooks, commands, set)) {
         return false;
+    }
     Wanted ours = {commands.event};
-    if (commands.permission)
+    if (commands.permission) {
         ours.push_back(*commands.permission);
+    }
     return std::any_of(hooks->members().begin(), hooks->members().end(),
                        [&](const Json::Member& event) { return holdsOneOf(&event.value, ours); });
 }

@@ -19,10 +19,11 @@ bool isOurs(const Json* line, const std::string& command) {
 // line that we add alone has a padding of ours.
 Json withCommand(const Json* present, const std::string& command) {
     Json line = Json::makeObject();
-    if (present && present->isObject())
+    if (present && present->isObject()) {
         line = *present;
-    else
+    } else {
         line.set("padding", Json::makeInteger(0));
+    }
     line.set("type", Json::makeString("command"));
     line.set("command", Json::makeString(command));
     return line;
@@ -34,8 +35,9 @@ Installed installing(std::optional<std::string_view> text, const std::string& co
     Json root = ConfigurationText::parseOrThrow(text);
     std::optional<std::string> previous;
     const Json* present = root.find(key);
-    if (present && !isOurs(present, command))
+    if (present && !isOurs(present, command)) {
         previous = present->print(Json::Layout::compact);
+    }
     root.set(key, withCommand(present, command));
     return {ConfigurationText::render(root), previous};
 }
@@ -45,10 +47,11 @@ std::string removing(std::string_view text, const std::string& command,
     Json root = ConfigurationText::parseOrThrow(text);
     if (isOurs(root.find(key), command)) {
         std::optional<Json> saved = previous ? Json::parse(*previous, Json::Reading::lossless) : std::nullopt;
-        if (saved)
+        if (saved) {
             root.set(key, std::move(*saved));
-        else
+        } else {
             root.remove(key);
+        }
     }
     return ConfigurationText::render(root);
 }

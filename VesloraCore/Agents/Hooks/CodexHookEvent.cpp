@@ -10,20 +10,27 @@ namespace veslora {
 namespace {
 
 CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
-    if (name == "PreToolUse")
+    if (name == "PreToolUse") {
         return CodexHookEvent::ToolStart{ClaudeActivity::describe(payload)};
-    if (name == "SessionStart")
+    }
+    if (name == "SessionStart") {
         return CodexHookEvent::Start{};
-    if (name == "UserPromptSubmit")
+    }
+    if (name == "UserPromptSubmit") {
         return CodexHookEvent::Prompt{};
-    if (name == "PostToolUse")
+    }
+    if (name == "PostToolUse") {
         return CodexHookEvent::ToolDone{};
-    if (name == "Stop")
+    }
+    if (name == "Stop") {
         return CodexHookEvent::Stop{};
-    if (name == "Interrupt")
+    }
+    if (name == "Interrupt") {
         return CodexHookEvent::Interrupt{};
-    if (name == "SessionEnd")
+    }
+    if (name == "SessionEnd") {
         return CodexHookEvent::End{};
+    }
     return CodexHookEvent::Ignored{};
 }
 
@@ -31,8 +38,9 @@ CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
 
 std::optional<CodexHookEvent> CodexHookEvent::of(const HookPayload& payload, Timestamp time,
                                                  std::optional<std::int32_t> pid) {
-    if (!payload.sessionId || !IdentifierText::isPlain(*payload.sessionId) || !payload.eventName)
+    if (!payload.sessionId || !IdentifierText::isPlain(*payload.sessionId) || !payload.eventName) {
         return std::nullopt;
+    }
     return CodexHookEvent{*payload.sessionId, time, pid, payload.cwd, kindOf(*payload.eventName, payload)};
 }
 

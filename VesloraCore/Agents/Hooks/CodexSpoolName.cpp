@@ -25,20 +25,24 @@ std::optional<std::int32_t> processId(std::string_view text) {
 } // namespace
 
 std::optional<CodexSpoolName> CodexSpoolName::parse(std::string_view fileName) {
-    if (!fileName.ends_with(suffix))
+    if (!fileName.ends_with(suffix)) {
         return std::nullopt;
+    }
     fileName.remove_suffix(suffix.size());
     const bool isEvent = fileName.starts_with(eventPrefix);
-    if (!isEvent && !fileName.starts_with(permissionPrefix))
+    if (!isEvent && !fileName.starts_with(permissionPrefix)) {
         return std::nullopt;
+    }
     const std::string_view id = fileName.substr(isEvent ? eventPrefix.size() : permissionPrefix.size());
     const std::size_t start = id.find_first_not_of('-');
     const std::size_t dash = id.find('-', start);
-    if (start == std::string_view::npos || dash == std::string_view::npos)
+    if (start == std::string_view::npos || dash == std::string_view::npos) {
         return std::nullopt;
+    }
     const auto pid = processId(id.substr(start, dash - start));
-    if (!pid || !IdentifierText::isPlain(id.substr(dash + 1)))
+    if (!pid || !IdentifierText::isPlain(id.substr(dash + 1))) {
         return std::nullopt;
+    }
     return CodexSpoolName{isEvent ? Kind::event : Kind::permission, *pid > 0 ? pid : std::nullopt,
                           std::string(id)};
 }

@@ -8,8 +8,9 @@ namespace veslora::ConfigurationText {
 
 std::optional<Json> parse(std::optional<std::string_view> text) {
     const std::string_view document = JsonText::withoutByteOrderMark(text.value_or(""));
-    if (document.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos)
+    if (document.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos) {
         return Json::makeObject();
+    }
     std::optional<Json> root = Json::parse(document, Json::Reading::lossless);
     return root && root->isObject() ? std::move(root) : std::nullopt;
 }
@@ -17,8 +18,9 @@ std::optional<Json> parse(std::optional<std::string_view> text) {
 Json parseOrThrow(std::optional<std::string_view> text) {
     using ClaudeHooksInstaller::InstallError;
     std::optional<Json> root = parse(text);
-    if (!root)
+    if (!root) {
         throw InstallError(InstallError::Reason::notAnObject);
+    }
     return std::move(*root);
 }
 

@@ -13,8 +13,9 @@ namespace {
 
 std::optional<std::string> shortText(JsonScanner& scanner) {
     std::optional<std::string> text = scanner.string();
-    if (text && text->size() > HookPayload::longestText)
+    if (text && text->size() > HookPayload::longestText) {
         text.reset();
+    }
     return text;
 }
 
@@ -26,28 +27,30 @@ std::string_view objectText(JsonScanner& scanner) {
 } // namespace
 
 std::optional<HookPayload> HookPayload::parse(std::string_view document) {
-    if (!Utf8::isValid(document))
+    if (!Utf8::isValid(document)) {
         return std::nullopt;
+    }
     JsonScanner scanner(document);
     HookPayload payload;
     // Of several equal keys the last counts, also where it stands for nothing.
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
-        if (key == "session_id")
+        if (key == "session_id") {
             payload.sessionId = shortText(scanner);
-        else if (key == "hook_event_name")
+        } else if (key == "hook_event_name") {
             payload.eventName = shortText(scanner);
-        else if (key == "tool_name")
+        } else if (key == "tool_name") {
             payload.tool = shortText(scanner).value_or("");
-        else if (key == "cwd")
+        } else if (key == "cwd") {
             payload.cwd = shortText(scanner).value_or("");
-        else if (key == "message")
+        } else if (key == "message") {
             payload.message = scanner.string().value_or("");
-        else if (key == "notification_type")
+        } else if (key == "notification_type") {
             payload.notificationType = shortText(scanner);
-        else if (key == "tool_input")
+        } else if (key == "tool_input") {
             payload.toolInput = objectText(scanner);
-        else
+        } else {
             scanner.skip();
+        }
     });
     return isObject && scanner.isComplete() ? std::optional(std::move(payload)) : std::nullopt;
 }
@@ -57,8 +60,9 @@ bool HookPayload::isRequest() const {
 }
 
 std::optional<Json> HookPayload::input() const {
-    if (toolInput.empty())
+    if (toolInput.empty()) {
         return Json::makeObject();
+    }
     return toolInput.size() <= longestInput ? Json::parse(toolInput) : std::nullopt;
 }
 
@@ -71,10 +75,11 @@ Json HookPayload::inputTexts(std::initializer_list<std::string_view> keys) const
             scanner.skip();
             return;
         }
-        if (std::optional<std::string> text = scanner.string())
+        if (std::optional<std::string> text = scanner.string()) {
             texts.set(*wanted, Json::makeString(std::move(*text)));
-        else
+        } else {
             texts.remove(*wanted);
+        }
     });
     return texts;
 }

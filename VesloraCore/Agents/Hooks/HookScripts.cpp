@@ -228,8 +228,9 @@ std::string filled(std::string_view pattern, Words words) {
     for (const auto& [word, meaning] : words) {
         const std::string mark = "@" + std::string(word) + "@";
         for (std::size_t at = text.find(mark); at != std::string::npos;
-             at = text.find(mark, at + meaning.size()))
+             at = text.find(mark, at + meaning.size())) {
             text.replace(at, mark.size(), meaning);
+        }
     }
     return text;
 }
@@ -273,8 +274,9 @@ const std::array<Script, 5>& all() {
 
 std::string_view text(std::string_view fileName) {
     for (const Script& script : all()) {
-        if (script.fileName == fileName)
+        if (script.fileName == fileName) {
             return script.text;
+        }
     }
     return {};
 }

@@ -19,8 +19,9 @@ std::string windowText(std::int64_t tokens) {
 
 std::string detailOf(const ClaudeStatusSnapshot& context) {
     std::string detail = context.model.value_or("");
-    if (context.contextSize)
+    if (context.contextSize) {
         detail += (context.model ? " · " : "") + windowText(*context.contextSize);
+    }
     return detail;
 }
 
@@ -62,8 +63,9 @@ AgentUsage codexUsage(const std::optional<CodexLimits>& limits, const std::optio
                       const ClaudeTokenTotals& today, Timestamp now) {
     AgentUsage usage;
     usage.agent = AgentKind::codex;
-    if (limits)
+    if (limits) {
         readLimits(*limits, now, usage);
+    }
     if (context) {
         usage.contextPercent = context->percent;
         usage.contextDetail = windowText(context->window);

@@ -20,8 +20,9 @@ std::optional<Timestamp> lastActivityOf(const AgentUsage* usage) {
 
 std::vector<AgentKind> pick(std::optional<Timestamp> claude, std::optional<Timestamp> codex) {
     std::vector<AgentKind> agents;
-    if (claude)
+    if (claude) {
         agents.push_back(AgentKind::claude);
+    }
     if (codex) {
         const bool isLatest = !claude || *codex > *claude;
         agents.insert(isLatest ? agents.begin() : agents.end(), AgentKind::codex);
@@ -33,15 +34,17 @@ std::vector<AgentUsage> shown(const std::vector<AgentUsage>& usages) {
     const auto agents =
         pick(lastActivityOf(find(usages, AgentKind::claude)), lastActivityOf(find(usages, AgentKind::codex)));
     std::vector<AgentUsage> ordered;
-    for (const AgentKind agent : agents)
+    for (const AgentKind agent : agents) {
         ordered.push_back(*find(usages, agent));
+    }
     return ordered;
 }
 
 std::int64_t today(const std::vector<AgentUsage>& usages) {
     TokenSum sum;
-    for (const AgentUsage& usage : usages)
+    for (const AgentUsage& usage : usages) {
         sum.add({.input = usage.today});
+    }
     return sum.totals().input;
 }
 

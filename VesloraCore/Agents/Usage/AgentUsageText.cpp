@@ -15,8 +15,9 @@ constexpr Timestamp lastShown = 253'402'300'799;  // the end of the year 9999
 } // namespace
 
 std::string percent(std::optional<double> percent) {
-    if (!percent)
+    if (!percent) {
         return "—";
+    }
     // Written so that a value that is no number counts as none used.
     const double held = *percent > 0 ? std::fmin(*percent, 100) : 0;
     return std::to_string(std::lround(held)) + "%";
@@ -24,29 +25,36 @@ std::string percent(std::optional<double> percent) {
 
 UsageDetailLine detail(const std::optional<ClaudeLimit>& limit, bool stale, std::optional<Timestamp> at,
                        Timestamp now) {
-    if (stale && at)
+    if (stale && at) {
         return UsageDetail::AsOf{*at};
-    if (!limit)
+    }
+    if (!limit) {
         return UsageDetail::Unknown{};
+    }
     const auto reset = limit->resetsAt;
-    if (!reset || !(*reset >= firstShown && *reset <= lastShown))
+    if (!reset || !(*reset >= firstShown && *reset <= lastShown)) {
         return UsageDetail::Plain{};
-    if (*reset - now < secondsPerDay)
+    }
+    if (*reset - now < secondsPerDay) {
         return UsageDetail::ResetsAt{*reset};
+    }
     return UsageDetail::ResetsOn{*reset};
 }
 
 UsageDetailLine limitDetail(const AgentUsage& usage, const std::optional<ClaudeLimit>& limit, Timestamp now) {
-    if (!usage.limitsAvailable)
+    if (!usage.limitsAvailable) {
         return UsageDetail::NoPlanLimits{};
+    }
     return detail(limit, usage.limitsStale, usage.limitsAt, now);
 }
 
 UsageDetailLine contextDetail(const AgentUsage& usage) {
-    if (!usage.contextAt)
+    if (!usage.contextAt) {
         return UsageDetail::Unknown{};
-    if (usage.contextStale)
+    }
+    if (usage.contextStale) {
         return UsageDetail::AsOf{*usage.contextAt};
+    }
     return UsageDetail::Plain{usage.contextDetail};
 }
 

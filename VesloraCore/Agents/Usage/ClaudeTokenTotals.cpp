@@ -10,8 +10,9 @@ namespace {
 template <class Wide>
 std::int64_t saturated(Wide value) {
     using Limits = std::numeric_limits<std::int64_t>;
-    if (value > Limits::max())
+    if (value > Limits::max()) {
         return Limits::max();
+    }
     return value < Limits::min() ? Limits::min() : static_cast<std::int64_t>(value);
 }
 

@@ -21,16 +21,17 @@ struct Message {
 std::optional<ClaudeTokenTotals> readUsage(JsonScanner& scanner) {
     ClaudeTokenTotals totals;
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
-        if (key == "input_tokens")
+        if (key == "input_tokens") {
             totals.input = scanner.count();
-        else if (key == "output_tokens")
+        } else if (key == "output_tokens") {
             totals.output = scanner.count();
-        else if (key == "cache_creation_input_tokens")
+        } else if (key == "cache_creation_input_tokens") {
             totals.cacheWrite = scanner.count();
-        else if (key == "cache_read_input_tokens")
+        } else if (key == "cache_read_input_tokens") {
             totals.cacheRead = scanner.count();
-        else
+        } else {
             scanner.skip();
+        }
     });
     return isObject ? std::optional(totals) : std::nullopt;
 }
@@ -62,25 +63,27 @@ std::optional<Line> readLine(std::string_view text) {
     JsonScanner scanner(text);
     Line line;
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
-        if (key == "type")
+        if (key == "type") {
             line.type = scanner.string();
-        else if (key == "timestamp")
+        } else if (key == "timestamp") {
             line.timestamp = scanner.string();
-        else if (key == "requestId")
+        } else if (key == "requestId") {
             line.requestId = scanner.string();
-        else if (key == "uuid")
+        } else if (key == "uuid") {
             line.uuid = scanner.string();
-        else if (key == "message")
+        } else if (key == "message") {
             line.message = readMessage(scanner);
-        else
+        } else {
             scanner.skip();
+        }
     });
     return isObject && scanner.isComplete() ? std::optional(std::move(line)) : std::nullopt;
 }
 
 std::optional<std::string> keyOf(const Line& line) {
-    if (line.message->id)
+    if (line.message->id) {
         return *line.message->id + "|" + line.requestId.value_or("");
+    }
     return line.uuid;
 }
 
@@ -89,13 +92,15 @@ std::optional<std::string> keyOf(const Line& line) {
 std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
     const std::optional<Line> line = readLine(text);
     // The marker is asked for last, since whoever reads transcripts has looked for it before.
-    if (!line || line->type != "assistant" || !line->timestamp || !line->message || !line->message->usage)
+    if (!line || line->type != "assistant" || !line->timestamp || !line->message || !line->message->usage) {
         return std::nullopt;
+    }
     const std::optional<Timestamp> time = Iso8601::parse(*line->timestamp);
     std::optional<std::string> key = keyOf(*line);
     if (!time || !key ||
-        (!line->message->isUsagePlain && ByteSearch::find(text, marker) == std::string_view::npos))
+        (!line->message->isUsagePlain && ByteSearch::find(text, marker) == std::string_view::npos)) {
         return std::nullopt;
+    }
     return ClaudeUsageLine{std::move(*key), *line->message->usage, *time};
 }
 
@@ -106,13 +111,15 @@ ClaudeUsageTally::ClaudeUsageTally(const DaySpan& day, std::shared_ptr<const Cal
     : m_calendar(std::move(calendar)), m_day(day) {}
 
 void ClaudeUsageTally::add(std::string_view line) {
-    if (const std::optional<ClaudeUsageLine> read = ClaudeUsageLine::parse(line))
+    if (const std::optional<ClaudeUsageLine> read = ClaudeUsageLine::parse(line)) {
         add(*read);
+    }
 }
 
 void ClaudeUsageTally::add(const ClaudeUsageLine& line) {
-    if (!m_day.contains(line.time))
+    if (!m_day.contains(line.time)) {
         return;
+    }
     count(line.key, line.totals);
     m_totals = m_sum.totals();
 }
@@ -125,8 +132,9 @@ void ClaudeUsageTally::count(std::string_view key, const ClaudeTokenTotals& tota
 }
 
 bool ClaudeUsageTally::merge(ClaudeUsageTally&& later) {
-    if (later.m_day != m_day)
+    if (later.m_day != m_day) {
         return false;
+    }
     // Whole entries move over, so that no second copy of the day lies in memory meanwhile.
     while (!later.m_counted.empty()) {
         auto entry = later.m_counted.extract(later.m_counted.begin());
@@ -144,12 +152,14 @@ bool ClaudeUsageTally::merge(ClaudeUsageTally&& later) {
 
 void ClaudeUsageTally::roll(Timestamp time) {
     const DaySpan day = m_calendar->dayOf(time);
-    if (day == m_day)
+    if (day == m_day) {
         return;
+    }
     const bool isSameDay = day.contains(m_day.start);
     m_day = day;
-    if (isSameDay)
+    if (isSameDay) {
         return;
+    }
     m_counted.clear();
     m_sum = {};
     m_totals = {};

@@ -15,18 +15,21 @@ std::string trimmed(double value, int decimals) {
                                       std::chars_format::fixed, decimals);
     std::string text(buffer.data(), result.ptr);
     text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.'))
+    if (text.ends_with('.')) {
         text.pop_back();
+    }
     return text;
 }
 
 } // namespace
 
 std::string tokens(std::int64_t count) {
-    if (count < 1'000)
+    if (count < 1'000) {
         return std::to_string(count);
-    if (count < 1'000'000)
+    }
+    if (count < 1'000'000) {
         return std::to_string(count / 1'000) + "K";
+    }
     return trimmed(static_cast<double>(count) / 1'000'000, count < 10'000'000 ? 2 : 1) + "M";
 }
 

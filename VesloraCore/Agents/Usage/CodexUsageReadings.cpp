@@ -34,13 +34,15 @@ void CodexUsageReadings::add(std::string_view text) {
 }
 
 void CodexUsageReadings::take(const CodexLimits& limits) {
-    if (isNewer(limits, m_limits))
+    if (isNewer(limits, m_limits)) {
         m_limits = limits;
+    }
 }
 
 void CodexUsageReadings::take(const CodexContext& context) {
-    if (isNewer(context, m_context))
+    if (isNewer(context, m_context)) {
         m_context = context;
+    }
 }
 
 void CodexUsageReadings::wasActiveAt(Timestamp time) {
@@ -48,14 +50,18 @@ void CodexUsageReadings::wasActiveAt(Timestamp time) {
 }
 
 bool CodexUsageReadings::merge(CodexUsageReadings&& later) {
-    if (!m_tally.merge(std::move(later.m_tally)))
+    if (!m_tally.merge(std::move(later.m_tally))) {
         return false;
-    if (later.m_limits)
+    }
+    if (later.m_limits) {
         take(*later.m_limits);
-    if (later.m_context)
+    }
+    if (later.m_context) {
         take(*later.m_context);
-    if (later.m_lastActivity)
+    }
+    if (later.m_lastActivity) {
         wasActiveAt(*later.m_lastActivity);
+    }
     return true;
 }
 

@@ -13,8 +13,9 @@ CodexUsageTally::CodexUsageTally(const DaySpan& day, std::shared_ptr<const Calen
 
 void CodexUsageTally::add(const CodexUsageLine& line) {
     const auto* tokens = std::get_if<CodexUsageLine::Tokens>(&line.kind);
-    if (tokens && m_day.contains(tokens->at))
+    if (tokens && m_day.contains(tokens->at)) {
         count(tokens->key, tokens->totals);
+    }
 }
 
 void CodexUsageTally::count(const std::string& key, const ClaudeTokenTotals& totals) {
@@ -25,10 +26,12 @@ void CodexUsageTally::count(const std::string& key, const ClaudeTokenTotals& tot
 }
 
 bool CodexUsageTally::merge(CodexUsageTally&& later) {
-    if (later.m_day != m_day)
+    if (later.m_day != m_day) {
         return false;
-    for (const auto& [key, totals] : later.m_responses)
+    }
+    for (const auto& [key, totals] : later.m_responses) {
         count(key, totals);
+    }
     return true;
 }
 

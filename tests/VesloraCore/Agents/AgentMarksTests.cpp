@@ -33,14 +33,16 @@ TEST(ClaudeMascot, IsFiveRowsOfSeventeenCells) {
 
 TEST(ClaudeSpinner, GoesUpAndDownItsSixGlyphs) {
     const char* expected[] = {"·", "✢", "✳", "✶", "✻", "✽", "✽", "✻", "✶", "✳", "✢", "·"};
-    for (int frame = 0; frame < 24; ++frame)
+    for (int frame = 0; frame < 24; ++frame) {
         EXPECT_EQ(ClaudeSpinner::frame(middleOf(frame, 0.12)), expected[frame % 12]) << frame;
+    }
 }
 
 TEST(CodexSpinner, GoesRoundItsTenGlyphs) {
     const char* expected[] = {"⠋", "⠙", "⠹", "⠸", "⠼", "⠴", "⠦", "⠧", "⠇", "⠏"};
-    for (int frame = 0; frame < 20; ++frame)
+    for (int frame = 0; frame < 20; ++frame) {
         EXPECT_EQ(CodexSpinner::frame(middleOf(frame, 0.1)), expected[frame % 10]) << frame;
+    }
 }
 
 TEST(Spinners, KeepStillWithinAFrame) {

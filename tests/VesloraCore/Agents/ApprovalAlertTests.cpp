@@ -17,8 +17,9 @@ TEST(AlertNotice, TodaysMessageDoesNotNameTheAgentThatTheIslandNamesAlready) {
 TEST(AlertNotice, AnyOtherMessageStandsAsItIs) {
     for (const char* message :
          {"Claude needs your permission.", "claude needs your permission", "Claude is waiting for your input",
-          "", "Now Claude needs your permission to use Bash", "claude needs your permission to use Bash"})
+          "", "Now Claude needs your permission to use Bash", "claude needs your permission to use Bash"}) {
         EXPECT_EQ(AlertNotice::message(message), message);
+    }
 }
 
 TEST(ApprovalAlert, FuseBurnsForTwentySeconds) {

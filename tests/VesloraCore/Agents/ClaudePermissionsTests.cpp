@@ -42,8 +42,9 @@ ClaudeHookEvent done(const std::string& tool, Timestamp time) {
 
 std::string ids(const std::vector<ClaudePermissionRequest>& requests) {
     std::string made;
-    for (const auto& each : requests)
+    for (const auto& each : requests) {
         made += each.id + " ";
+    }
     return made;
 }
 
@@ -52,8 +53,9 @@ ClaudeSessionFile file(bool isWaiting, std::optional<Timestamp> since) {
     made.sessionId = "s";
     made.isBusy = !isWaiting;
     made.statusSince = since;
-    if (isWaiting)
+    if (isWaiting) {
         made.waitingFor = "permission prompt";
+    }
     return made;
 }
 
@@ -244,8 +246,9 @@ TEST(ClaudePermissions, TheLaterEndOfJustThatToolUseAnswersARequest) {
 TEST(ClaudePermissions, OtherEventsProveNothing) {
     using Event = ClaudeHookEvent;
     for (const Event::Kind& kind : {Event::Kind(Event::Stop{}), Event::Kind(Event::Ignored{}),
-                                    Event::Kind(Event::ToolStart{"ls"}), Event::Kind(Event::NeedsYou{"m"})})
+                                    Event::Kind(Event::ToolStart{"ls"}), Event::Kind(Event::NeedsYou{"m"})}) {
         EXPECT_FALSE(answered(Event{"s", 101, kind, ToolUse{"Bash", R"({"command":"ls"})"}}));
+    }
 }
 
 TEST(ClaudePermissions, AFileThatLeavesItsWaitAnswersARequest) {

@@ -113,6 +113,7 @@ TEST(ClaudeSessionFile, OptionalFieldsMayBeMissingOrOdd) {
 TEST(ClaudeSessionFile, NothingComesOfAHalfWrittenFile) {
     const std::string whole = test::dataFile("agents/claude/sessions/busy.json");
     const std::size_t length = whole.find_last_of('}') + 1;
-    for (std::size_t kept = 0; kept < length; ++kept)
+    for (std::size_t kept = 0; kept < length; ++kept) {
         EXPECT_FALSE(ClaudeSessionFile::parse(std::string_view(whole).substr(0, kept))) << kept;
+    }
 }

@@ -25,8 +25,9 @@ ClaudeSessionFile file(const std::string& status, std::optional<Timestamp> since
     made.pid = 42;
     made.cwd = "/home/me/proj";
     made.isBusy = status == "busy";
-    if (status == "waiting")
+    if (status == "waiting") {
         made.waitingFor = "permission prompt";
+    }
     made.statusSince = since;
     return made;
 }
@@ -48,8 +49,9 @@ ClaudeSessionSummary summary(const std::string& id, Status status, const std::st
 
 std::string ids(const std::vector<ClaudeSessionSummary>& summaries) {
     std::string made;
-    for (const auto& each : summaries)
+    for (const auto& each : summaries) {
         made += each.id + " ";
+    }
     return made;
 }
 
@@ -345,8 +347,9 @@ TEST(ClaudeSessions, FollowsACapturedPromptFromItsStartToItsEnd) {
         ASSERT_TRUE(entry);
         const std::string* content = entry->stringAt("content");
         const auto state = content ? ClaudeSessionFile::parse(*content) : std::nullopt;
-        if (!state)
+        if (!state) {
             continue;
+        }
         const double now = *entry->find("t")->number();
         sessions.update({*state}, now);
         seen += "iwfb"[std::array{0, 1, 2, 3}[status(sessions, now).index()]];

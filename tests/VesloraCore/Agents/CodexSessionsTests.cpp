@@ -25,8 +25,9 @@ class CodexSessionsTest : public testing::Test {
     }
     [[nodiscard]] ClaudeSessionSummary summary(Timestamp now, const std::string& id = "s") const {
         for (const auto& found : sessions.summaries(now)) {
-            if (found.id == id)
+            if (found.id == id) {
                 return found;
+            }
         }
         ADD_FAILURE() << "no session " << id;
         return {};
@@ -36,8 +37,9 @@ class CodexSessionsTest : public testing::Test {
     }
     [[nodiscard]] std::vector<std::string> ids(Timestamp now) const {
         std::vector<std::string> found;
-        for (const auto& each : sessions.summaries(now))
+        for (const auto& each : sessions.summaries(now)) {
             found.push_back(each.id);
+        }
         return found;
     }
 

@@ -34,8 +34,9 @@ NowPlaying track(bool isPlaying) {
 TEST(LiveActivityPicker, EachKindWinsOverEverythingBelowIt) {
     for (std::size_t first = 0; first <= flags.size(); ++first) {
         Candidates candidates;
-        for (std::size_t flag = first; flag < flags.size(); ++flag)
+        for (std::size_t flag = first; flag < flags.size(); ++flag) {
             candidates.*flags[flag] = true;
+        }
         EXPECT_EQ(pick(candidates, LiveActivityPriority::music), winners[first]) << first;
     }
 }

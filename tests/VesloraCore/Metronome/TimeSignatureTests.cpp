@@ -17,8 +17,9 @@ TEST(TimeSignature, KnowsItsSixSignaturesInOrder) {
 
 TEST(TimeSignature, AnythingElseReadsAsFourFour) {
     EXPECT_EQ(TimeSignature::fromStoredValue(std::nullopt), TimeSignature::common);
-    for (const char* text : {"9/8", "", "3/4 ", "3", "03/4"})
+    for (const char* text : {"9/8", "", "3/4 ", "3", "03/4"}) {
         EXPECT_EQ(TimeSignature::fromStoredValue(text), (TimeSignature{4, 4})) << text;
+    }
 }
 
 TEST(TimeSignature, NextGoesRound) {

@@ -26,13 +26,16 @@ TEST(ByteSearch, AgreesWithThePlainSearchAtEveryPlaceAndLength) {
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {
         std::string bytes(random() % 60, 'a');
-        for (char& byte : bytes)
+        for (char& byte : bytes) {
             byte = "ab\"\0\xFF"[random() % 5];
+        }
         std::string literal(2 + random() % 9, 'a');
-        for (char& byte : literal)
+        for (char& byte : literal) {
             byte = "ab\"\0\xFF"[random() % 5];
-        if (bytes.size() > literal.size() && round % 2 == 0)
+        }
+        if (bytes.size() > literal.size() && round % 2 == 0) {
             bytes.replace(random() % (bytes.size() - literal.size()), literal.size(), literal);
+        }
         const std::size_t from = random() % (bytes.size() + 1);
         ASSERT_EQ(ByteSearch::find(bytes, literal, from), bytes.find(literal, from))
             << "round " << round << ", from " << from;
@@ -44,8 +47,9 @@ TEST(ByteSearch, FindsTheLastPlaceOfAByte) {
     std::mt19937 random(2);
     for (int round = 0; round < 20'000; ++round) {
         std::string bytes(random() % 60, 'a');
-        for (char& byte : bytes)
+        for (char& byte : bytes) {
             byte = "aaaaaaa\n"[random() % 8];
+        }
         const std::size_t end = random() % (bytes.size() + 1);
         const std::size_t expected = end == 0 ? std::string::npos : bytes.rfind('\n', end - 1);
         ASSERT_EQ(ByteSearch::findLast(bytes, '\n', end), expected) << "round " << round << ", end " << end;

@@ -57,14 +57,16 @@ TEST(Iso8601, RefusesEverythingElse) {
                              "-023-11-14T22:13:20Z",
                              "+2023-11-14T22:13:20Z",
                              "1700000000000",
-                             "2023-11-14T22:13:20,5Z"})
+                             "2023-11-14T22:13:20,5Z"}) {
         EXPECT_FALSE(Iso8601::parse(text)) << text;
+    }
 }
 
 TEST(Iso8601, NothingComesOfATruncatedDate) {
     const std::string whole = "2023-11-14T22:13:20.250+01:00";
-    for (std::size_t kept = 0; kept < whole.size(); ++kept)
+    for (std::size_t kept = 0; kept < whole.size(); ++kept) {
         EXPECT_FALSE(Iso8601::parse(whole.substr(0, kept))) << kept;
+    }
 }
 
 TEST(Iso8601, SurvivesAFractionOfAnyLength) {

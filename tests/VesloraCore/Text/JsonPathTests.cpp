@@ -20,10 +20,12 @@ std::optional<std::string> byDocument(std::string_view document, const std::stri
         value = value->find(path.substr(at, end - at));
         at = end + 1;
     }
-    if (value && value->string())
+    if (value && value->string()) {
         return *value->string();
-    if (value && value->numberText())
+    }
+    if (value && value->numberText()) {
         return *value->numberText();
+    }
     const std::optional<bool> truth = value ? value->boolean() : std::nullopt;
     return truth ? std::optional<std::string>(*truth ? "true" : "false") : std::nullopt;
 }
@@ -68,8 +70,9 @@ TEST(JsonPath, OfEqualKeysTheLastCounts) {
 }
 
 TEST(JsonPath, OddPathsLeadNowhere) {
-    for (const char* path : {"", ".", "a.", ".a", "a..b", "ab", "a.b.c", "b"})
+    for (const char* path : {"", ".", "a.", ".a", "a..b", "ab", "a.b.c", "b"}) {
         EXPECT_FALSE(JsonPath::valueAt(R"({"a":{"b":1},"abc":2})", path)) << path;
+    }
     EXPECT_FALSE(JsonPath::valueAt("[1]", "0"));
 }
 
@@ -84,15 +87,17 @@ TEST(JsonPath, CapsTheDepth) {
 TEST(JsonPath, NothingComesOfADocumentThatIsNone) {
     for (const char* document :
          {"", " ", "nonsense", "{\"a\":1", "{\"a\":1}}", "{\"a\":1,}", "{\"a\":01}", "{\"a\":\"\n\"}",
-          "{\"a\":1 \"b\":2}", "{a:1}", "{\"a\":1}x", "{\"a\":truth}", "{\"a\":}"})
+          "{\"a\":1 \"b\":2}", "{a:1}", "{\"a\":1}x", "{\"a\":truth}", "{\"a\":}"}) {
         EXPECT_FALSE(JsonPath::valueAt(document, "a")) << document;
+    }
 }
 
 TEST(JsonPath, AgreesWithTheWholeReaderOnTheCapturedDocuments) {
     for (const std::string& file : test::dataFiles("agents/claude/statusline", ".json")) {
         const std::string document = test::dataFile(file);
-        for (const std::string& path : paths)
+        for (const std::string& path : paths) {
             EXPECT_EQ(JsonPath::valueAt(document, path), byDocument(document, path)) << file << " " << path;
+        }
     }
 }
 

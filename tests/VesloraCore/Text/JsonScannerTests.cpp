@@ -25,8 +25,9 @@ std::string nested(int depth) {
 TEST(JsonScanner, TakesWhatIsWellFormed) {
     for (const std::string_view document :
          {"{}", "[]", " { } ", "[1,2 , 3]", R"({"a":{"b":[true,false,null]}})", R"("text")", "-1.5e+30",
-          R"(["\"\\\/\b\f\n\r\té\ud800"])", "\xEF\xBB\xBF{}", R"({"":"","":1})"})
+          R"(["\"\\\/\b\f\n\r\té\ud800"])", "\xEF\xBB\xBF{}", R"({"":"","":1})"}) {
         EXPECT_TRUE(accepts(document)) << document;
+    }
 }
 
 TEST(JsonScanner, RefusesWhatIsNot) {
@@ -60,8 +61,9 @@ TEST(JsonScanner, RefusesWhatIsNot) {
                                             "\"a\"x",
                                             "1 2",
                                             "'a'",
-                                            "\xEF\xBB\xBF\xEF\xBB\xBF{}"})
+                                            "\xEF\xBB\xBF\xEF\xBB\xBF{}"}) {
         EXPECT_FALSE(accepts(document)) << document;
+    }
 }
 
 TEST(JsonScanner, NestsAsDeepAsADocumentMay) {
@@ -149,8 +151,9 @@ TEST(JsonScanner, TakesExactlyWhatTheParserTakes) {
     int accepted = 0;
     for (int round = 0; round < 200'000; ++round) {
         std::string document;
-        for (std::size_t length = random() % 9; length > 0; --length)
+        for (std::size_t length = random() % 9; length > 0; --length) {
             document += pieces[random() % pieces.size()];
+        }
         const bool isTaken = accepts(document);
         ASSERT_EQ(isTaken, Json::parse(document).has_value()) << document;
         accepted += isTaken ? 1 : 0;

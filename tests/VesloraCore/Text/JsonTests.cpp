@@ -53,8 +53,9 @@ TEST(Json, KeepsEachNumbersOwnText) {
 
 TEST(Json, RefusesWhatIsNoNumber) {
     for (const char* text : {"01", "-", "+1", ".5", "5.", "1e", "1e+", "0x10", "1_000", "NaN", "Infinity",
-                             "--1", "1.2.3", "1 2", "1a", "-01", "1\"a\"", "00"})
+                             "--1", "1.2.3", "1 2", "1a", "-01", "1\"a\"", "00"}) {
         EXPECT_EQ(compact(text), "nothing") << text;
+    }
 }
 
 TEST(Json, RefusesBrokenStructure) {
@@ -72,8 +73,9 @@ TEST(Json, RefusesBrokenStructure) {
                              "{\"a\"::1}",  "[1]]",        "[[1]",
                              "'a'",         "// c\n1",     "{\"a\",\"b\"}",
                              "{:1}",        "[\"a\":1]",   "[true false]",
-                             "{\"a\":1:2}", "\"\\\""})
+                             "{\"a\":1:2}", "\"\\\""}) {
         EXPECT_EQ(compact(text), "nothing") << text;
+    }
 }
 
 // A string value with a colon behind it was once passed over as if it were a key, and a brace too many with
@@ -105,8 +107,9 @@ TEST(Json, ResolvesEscapes) {
 
 TEST(Json, RefusesBadEscapesAndBareControlCharacters) {
     for (const char* text : {R"("\x")", R"("\u12")", R"("\u12g4")", R"("\ud83d\u12")", R"("\U0041")",
-                             "\"a\nb\"", "\"a\tb\"", "\"\x01\"", R"({"\x":1})", R"("\')"})
+                             "\"a\nb\"", "\"a\tb\"", "\"\x01\"", R"({"\x":1})", R"("\')"}) {
         EXPECT_EQ(compact(text), "nothing") << text;
+    }
     EXPECT_FALSE(Json::parse("\"a\0b\""s));
     EXPECT_FALSE(Json::parse("{}\0"s));
     EXPECT_FALSE(Json::parse("\0"s));
@@ -127,8 +130,9 @@ TEST(Json, MakesHalfASurrogatePairAReplacementCharacter) {
 
 TEST(Json, RefusesBadUtf8) {
     for (const char* text :
-         {"\"\xFF\"", "\"\xC3\"", "\"\xED\xA0\x80\"", "\"\xC0\x80\"", "\"\xF5\x80\x80\x80\"", "\"\x80\""})
+         {"\"\xFF\"", "\"\xC3\"", "\"\xED\xA0\x80\"", "\"\xC0\x80\"", "\"\xF5\x80\x80\x80\"", "\"\x80\""}) {
         EXPECT_FALSE(Json::parse(text));
+    }
 }
 
 TEST(Json, TakesTheLastOfEqualKeysUnlessNothingMayBeLost) {
@@ -146,15 +150,17 @@ TEST(Json, CapsTheDepth) {
     EXPECT_FALSE(Json::parse(nested(1'000'000)));
     EXPECT_FALSE(Json::parse(std::string(1'000'000, '[')));
     std::string objects;
-    for (int i = 0; i < 300; ++i)
+    for (int i = 0; i < 300; ++i) {
         objects += "{\"a\":";
+    }
     EXPECT_FALSE(Json::parse(objects + "1" + std::string(300, '}')));
 }
 
 TEST(Json, ReadsALargeDocument) {
     std::string text = "[0";
-    for (int i = 1; i < 200'000; ++i)
+    for (int i = 1; i < 200'000; ++i) {
         text += "," + std::to_string(i);
+    }
     const auto value = Json::parse(text + "]");
     ASSERT_TRUE(value);
     EXPECT_EQ(value->items().size(), 200'000u);
@@ -169,8 +175,9 @@ TEST(Json, NothingComesOfATruncatedDocument) {
         const std::string whole(test::dataFile(path));
         const std::size_t length = whole.find_last_of('}') + 1;
         ASSERT_TRUE(Json::parse(whole)) << path;
-        for (std::size_t kept = 0; kept < length; ++kept)
+        for (std::size_t kept = 0; kept < length; ++kept) {
             ASSERT_FALSE(Json::parse(std::string_view(whole).substr(0, kept))) << path << " at " << kept;
+        }
     }
 }
 

@@ -7,20 +7,25 @@ using namespace veslora;
 
 TEST(Scalars, HiddenIsWhatNobodyCouldCountOnSeeing) {
     for (const char32_t hidden :
-         {U'\0',     U'\a',     U'\x7F',   U'\u0085',     U'\u00AD',     U'\u200B',        U'\u200D',
-          U'\u202E', U'\u2028', U'\u2029', U'\u2066',     U'\uFEFF',     U'\u00A0',        U'\u3000',
-          U'\u034F', U'\u115F', U'\u17B4', U'\u20DD',     U'\u2800',     U'\uE000',        U'\uFE0F',
-          U'\uFFFC', U'\uFFFD', U'\u0378', U'\U0001D159', U'\U000E0041', char32_t(0xD800), char32_t(0xFFFE)})
+         {U'\0',         U'\a',         U'\x7F',          U'\u0085',       U'\u00AD', U'\u200B',
+          U'\u200D',     U'\u202E',     U'\u2028',        U'\u2029',       U'\u2066', U'\uFEFF',
+          U'\u00A0',     U'\u3000',     U'\u034F',        U'\u115F',       U'\u17B4', U'\u20DD',
+          U'\u2800',     U'\uE000',     U'\uFE0F',        U'\uFFFC',       U'\uFFFD', U'\u0378',
+          U'\U0001D159', U'\U000E0041', char32_t(0xD800), char32_t(0xFFFE)}) {
         EXPECT_TRUE(Scalars::isHidden(hidden)) << static_cast<unsigned>(hidden);
-    for (const char32_t shown : {U' ', U'a', U'é', U'😀', U'\u0301', U'中', U'⟨', U'\U0001F1E9'})
+    }
+    for (const char32_t shown : {U' ', U'a', U'é', U'😀', U'\u0301', U'中', U'⟨', U'\U0001F1E9'}) {
         EXPECT_FALSE(Scalars::isHidden(shown)) << static_cast<unsigned>(shown);
+    }
 }
 
 TEST(Scalars, MarksStandOnWhatIsBeforeThem) {
-    for (const char32_t mark : {U'\u0301', U'\u0903', U'\u20DD'})
+    for (const char32_t mark : {U'\u0301', U'\u0903', U'\u20DD'}) {
         EXPECT_TRUE(Scalars::isMark(mark)) << static_cast<unsigned>(mark);
-    for (const char32_t other : {U'a', U' ', U'^', U'\U0001F3FD'})
+    }
+    for (const char32_t other : {U'a', U' ', U'^', U'\U0001F3FD'}) {
         EXPECT_FALSE(Scalars::isMark(other)) << static_cast<unsigned>(other);
+    }
 }
 
 TEST(Scalars, ABadByteStandsForItself) {

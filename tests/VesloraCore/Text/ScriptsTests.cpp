@@ -15,14 +15,16 @@ TEST(Scripts, LettersOfOneScriptShareIt) {
 }
 
 TEST(Scripts, WhatManyScriptsUseIsCommonAndMarksInherit) {
-    for (const char32_t common : {U'\0', U' ', U'1', U'-', U'€', U'😀', U'⏎'})
+    for (const char32_t common : {U'\0', U' ', U'1', U'-', U'€', U'😀', U'⏎'}) {
         EXPECT_EQ(Scripts::of(common), Script::common);
+    }
     EXPECT_EQ(Scripts::of(U'\u0301'), Script::inherited);
 }
 
 TEST(Scripts, NoCharacterHasNoScript) {
     for (const char32_t none : {char32_t(0x378), char32_t(0xD800), char32_t(0xE000), char32_t(0xFFFF),
-                                char32_t(0x10FFFF), char32_t(0x110000), char32_t(0xFFFFFFFF)})
+                                char32_t(0x10FFFF), char32_t(0x110000), char32_t(0xFFFFFFFF)}) {
         EXPECT_EQ(Scripts::of(none), Script::unknown);
+    }
     EXPECT_EQ(Scripts::of(0x31350), Script::unknown) << "an ideograph of Unicode 15";
 }

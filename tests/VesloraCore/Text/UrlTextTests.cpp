@@ -15,8 +15,10 @@ TEST(UrlText, FindsTheHost) {
 }
 
 TEST(UrlText, FindsNoneWhereThereIsNone) {
-    for (const char* url : {"", "example.com", "mailto:me@example.com", "https://", "https:///path",
-                            "file:///tmp", "://a", "1http://a", "ht tp://a", "https://a b/", "https://a/ b",
-                            "https://a:port/", "http://[::1", "http://[::1]x", "https://a\n", "https://<a>"})
+    for (const char* url :
+         {"", "example.com", "mailto:me@example.com", "https://", "https:///path", "file:///tmp", "://a",
+          "1http://a", "ht tp://a", "https://a b/", "https://a/ b", "https://a:port/", "http://[::1",
+          "http://[::1]x", "https://a\n", "https://<a>"}) {
         EXPECT_EQ(UrlText::host(url), "") << url;
+    }
 }

@@ -25,9 +25,10 @@ std::string spelled(const std::string& text) {
 } // namespace
 
 TEST(VisibleText, OrdinaryTextStays) {
-    for (const std::string text :
-         {"", "ls  -la ", "echo 😀 é 中 \\ \" $HOME", "Отчёт", "ế", "שָׁלוֹם", "ที่นี่", "मेरे", "🇩🇪", "👍🏽", "…"})
+    for (const std::string text : {"", "ls  -la ", "echo 😀 é 中 \\ \" $HOME", "Отчёт", "ế", "שָׁלוֹם", "ที่นี่",
+                                   "मेरे", "🇩🇪", "👍🏽", "…"}) {
         EXPECT_EQ(spelled(text), text);
+    }
 }
 
 TEST(VisibleText, LineEndsAndTabsShowAsSigns) {

@@ -74,8 +74,9 @@ TEST(WidgetLayout, DefaultIsTwoFullPagesWithoutTheClock) {
     ASSERT_EQ(layout.pages().size(), 2U);
     for (const auto& page : layout.pages()) {
         int sum = 0;
-        for (const WidgetEntry& entry : page)
+        for (const WidgetEntry& entry : page) {
             sum += entry.units();
+        }
         EXPECT_EQ(sum, WidgetLayout::unitsPerPage);
     }
     EXPECT_THAT(layout.available(), ElementsAre(WidgetID::clock));
@@ -126,9 +127,11 @@ TEST(WidgetLayout, SizesAreDecimalIntegersWithOrWithoutASign) {
     EXPECT_THAT(read("music:+2"), ElementsAre(wideMusic));
     EXPECT_THAT(read("music:002"), ElementsAre(wideMusic));
     const WidgetEntry smallMusic{WidgetID::music, small};
-    for (const char* text : {"music:", "music:-2", "music:+-2", "music:++2", "music:2.0", "music:2x",
-                             "music:two", "music:99999999999999999999", "music::2", "music:2:1", "music:2 1"})
+    for (const char* text :
+         {"music:", "music:-2", "music:+-2", "music:++2", "music:2.0", "music:2x", "music:two",
+          "music:99999999999999999999", "music::2", "music:2:1", "music:2 1"}) {
         EXPECT_THAT(read(text), ElementsAre(smallMusic)) << text;
+    }
 }
 
 TEST(WidgetLayout, FirstOfTwoWins) {

@@ -40,17 +40,21 @@ Json parsed(const std::string& text) {
 // A configuration whose events all have groups, so that taking ours out leaves it as it was.
 Json configuration(test::JsonGenerator& generator) {
     Json root = Json::makeObject();
-    for (int count = generator.pick(5); count > 0; --count)
+    for (int count = generator.pick(5); count > 0; --count) {
         root.set(generator.text() + "key", generator.value(4));
-    if (generator.pick(2) == 0)
+    }
+    if (generator.pick(2) == 0) {
         return root;
+    }
     Json hooks = Json::makeObject();
     for (const std::string event : {"Stop", "PreToolUse", "PermissionRequest", "Custom"}) {
-        if (generator.pick(2) == 0)
+        if (generator.pick(2) == 0) {
             hooks.set(event, Json::makeArray({generator.value(3)}));
+        }
     }
-    if (!hooks.members().empty())
+    if (!hooks.members().empty()) {
         root.set("hooks", hooks);
+    }
     return root;
 }
 

@@ -127,8 +127,9 @@ TEST(ClaudeStatusLineInstaller, InstallingAndRemovingGivesBackWhatWas) {
     for (int round = 0; round < 500; ++round) {
         Json before = Json::makeObject();
         before.set(generator.text(), generator.value(4));
-        if (generator.pick(2) == 0)
+        if (generator.pick(2) == 0) {
             before.set("statusLine", generator.value(3));
+        }
         const Installed once = installing(before.print(Json::Layout::compact), line);
         ASSERT_EQ(removing(once.text, line, once.previous), before.print(Json::Layout::pretty) + "\n");
     }

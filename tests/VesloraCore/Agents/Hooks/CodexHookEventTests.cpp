@@ -55,8 +55,9 @@ TEST(CodexHookEvent, CapturedPayloadsGiveTheirKind) {
 
 TEST(CodexHookEvent, EveryOtherNameIsIgnored) {
     for (const char* name :
-         {"", "stop", "Stop ", "SubagentStop", "Notification", "PreToolUse2", "SessionEnded"})
+         {"", "stop", "Stop ", "SubagentStop", "Notification", "PreToolUse2", "SessionEnded"}) {
         EXPECT_EQ(kind(name), Event::Kind(Event::Ignored{})) << name;
+    }
 }
 
 TEST(CodexHookEvent, AToolWithoutANameOrInputStillStarts) {

@@ -32,22 +32,27 @@ Json inputOf(const Json& root) {
 
 std::optional<ClaudeHookEvent> claudeEvent(std::string_view bytes) {
     const auto root = object(bytes);
-    if (!root || root->textAt("session_id").empty() || !root->stringAt("hook_event_name"))
+    if (!root || root->textAt("session_id").empty() || !root->stringAt("hook_event_name")) {
         return std::nullopt;
+    }
     ClaudeHookEvent event{root->textAt("session_id"), 5, ClaudeHookEvent::Ignored{}, std::nullopt};
     const std::string name = root->textAt("hook_event_name");
     const std::string message = root->textAt("message");
     const std::string* type = root->stringAt("notification_type");
-    if (name == "UserPromptSubmit")
+    if (name == "UserPromptSubmit") {
         event.kind = ClaudeHookEvent::Prompt{};
-    if (name == "Stop")
+    }
+    if (name == "Stop") {
         event.kind = ClaudeHookEvent::Stop{};
-    if (name == "PreToolUse")
+    }
+    if (name == "PreToolUse") {
         event.kind =
             ClaudeHookEvent::ToolStart{ClaudeActivity::describe(root->textAt("tool_name"), inputOf(*root))};
+    }
     if (name == "Notification" && (type ? *type == "permission_prompt" || *type == "elicitation_dialog"
-                                        : message.find("needs your permission") != std::string::npos))
+                                        : message.find("needs your permission") != std::string::npos)) {
         event.kind = ClaudeHookEvent::NeedsYou{message};
+    }
     if (name == "PostToolUse") {
         event.kind = ClaudeHookEvent::ToolDone{};
         event.tool = ToolUse{root->textAt("tool_name"), ToolUse::inputText(inputOf(*root))};
@@ -58,20 +63,23 @@ std::optional<ClaudeHookEvent> claudeEvent(std::string_view bytes) {
 // What an event of Codex holds besides its kind, whose rules are Claude's.
 std::optional<CodexHookEvent> codexEvent(std::string_view bytes) {
     const auto root = object(bytes);
-    if (!root || !IdentifierText::isPlain(root->textAt("session_id")) || !root->stringAt("hook_event_name"))
+    if (!root || !IdentifierText::isPlain(root->textAt("session_id")) || !root->stringAt("hook_event_name")) {
         return std::nullopt;
+    }
     CodexHookEvent event{root->textAt("session_id"), 5, 42, root->textAt("cwd"), CodexHookEvent::Ignored{}};
-    if (root->textAt("hook_event_name") == "PreToolUse")
+    if (root->textAt("hook_event_name") == "PreToolUse") {
         event.kind =
             CodexHookEvent::ToolStart{ClaudeActivity::describe(root->textAt("tool_name"), inputOf(*root))};
+    }
     return event;
 }
 
 std::optional<ClaudePermissionRequest> request(std::string_view bytes) {
     const auto root = object(bytes);
     if (!root || root->textAt("hook_event_name") != "PermissionRequest" ||
-        root->textAt("session_id").empty() || root->textAt("tool_name").empty())
+        root->textAt("session_id").empty() || root->textAt("tool_name").empty()) {
         return std::nullopt;
+    }
     const Json input = inputOf(*root);
     ClaudePermissionRequest request;
     request.id = "id";
@@ -85,8 +93,9 @@ std::optional<ClaudePermissionRequest> request(std::string_view bytes) {
 }
 
 std::optional<Timestamp> date(const Json* value) {
-    if (const std::string* text = value ? value->string() : nullptr)
+    if (const std::string* text = value ? value->string() : nullptr) {
         return Iso8601::parse(*text);
+    }
     const auto milliseconds = value ? value->number() : std::nullopt;
     return milliseconds ? std::optional(*milliseconds / 1000.0) : std::nullopt;
 }
@@ -94,8 +103,9 @@ std::optional<Timestamp> date(const Json* value) {
 std::optional<ClaudeSessionFile> sessionFile(std::string_view bytes) {
     const auto root = object(bytes);
     const Json* pid = root ? root->find("pid") : nullptr;
-    if (!pid || !pid->integer32() || root->textAt("sessionId").empty())
+    if (!pid || !pid->integer32() || root->textAt("sessionId").empty()) {
         return std::nullopt;
+    }
     const std::string status = root->textAt("status");
     const std::string reason = root->textAt("waitingFor");
     const bool isDialog = status == "waiting" && reason == "dialog open";
@@ -105,11 +115,13 @@ std::optional<ClaudeSessionFile> sessionFile(std::string_view bytes) {
     file.cwd = root->textAt("cwd");
     file.name = root->textAt("name");
     file.isBusy = status == "busy" || isDialog;
-    if (status == "waiting" && !isDialog)
+    if (status == "waiting" && !isDialog) {
         file.waitingFor = reason;
+    }
     file.statusSince = date(root->find("statusUpdatedAt"));
-    if (const std::string* pane = root->stringAt("tmux"))
+    if (const std::string* pane = root->stringAt("tmux")) {
         file.tmux = *pane;
+    }
     return file;
 }
 
@@ -124,8 +136,9 @@ int compare(const std::string& bytes) {
     EXPECT_TRUE(!recorded || recorded == event) << bytes;
 
     auto codex = CodexHookEvent::parse(bytes, 5, 42);
-    if (codex && !std::holds_alternative<CodexHookEvent::ToolStart>(codex->kind))
+    if (codex && !std::holds_alternative<CodexHookEvent::ToolStart>(codex->kind)) {
         codex->kind = CodexHookEvent::Ignored{};
+    }
     EXPECT_EQ(codex, built::codexEvent(bytes)) << bytes;
     const auto request = ClaudePermissionRequest::parse(bytes, "id", 5, "/home/me");
     EXPECT_EQ(request, built::request(bytes)) << bytes;
@@ -137,8 +150,9 @@ int compare(const std::string& bytes) {
 std::vector<std::string> captured() {
     std::vector<std::string> texts;
     for (const char* folder : {"agents/claude/hooks", "agents/codex/hooks", "agents/claude/sessions"}) {
-        for (const std::string& path : test::dataFiles(folder, ".json"))
+        for (const std::string& path : test::dataFiles(folder, ".json")) {
             texts.push_back(test::dataFile(path));
+        }
     }
     return texts;
 }
@@ -165,8 +179,9 @@ class PayloadGenerator {
                                                       "\\u0074ool_name",
                                                       "tool_\\u0069nput"};
         std::string text = "{";
-        for (int count = 4 + m_json.pick(14); count > 0; --count)
+        for (int count = 4 + m_json.pick(14); count > 0; --count) {
             text += "\"" + any(keys) + "\":" + value() + (count > 1 ? "," : "");
+        }
         return text + "}";
     }
     int pick(int count) { return m_json.pick(count); }
@@ -234,8 +249,9 @@ TEST(HookPayload, SaysOfCapturedFilesWhatTheWholeDocumentSays) {
     PayloadGenerator random;
     for (const std::string& text : captured()) {
         EXPECT_GT(compare(text), 0) << text;
-        for (int round = 0; round < 50; ++round)
+        for (int round = 0; round < 50; ++round) {
             compare(damaged(text, random));
+        }
     }
 }
 
@@ -246,8 +262,9 @@ TEST(HookPayload, SaysOfRandomDocumentsWhatTheWholeDocumentSays) {
         const std::string text = random.payload();
         taken += compare(text);
         compare(damaged(text, random));
-        if (HasFailure())
+        if (HasFailure()) {
             return;
+        }
     }
     EXPECT_GT(taken, 2'000);
 }

@@ -72,8 +72,9 @@ TEST(ClaudeStatusSnapshot, NeedsASession) {
 TEST(ClaudeStatusSnapshot, NothingComesOfAHalfWrittenFile) {
     const std::string whole = test::dataFile("agents/claude/statusline/subscription.after-turn.json");
     const std::size_t length = whole.find_last_of('}') + 1;
-    for (std::size_t kept = 0; kept < length; ++kept)
+    for (std::size_t kept = 0; kept < length; ++kept) {
         EXPECT_FALSE(ClaudeStatusSnapshot::parse(std::string_view(whole).substr(0, kept), 5)) << kept;
+    }
 }
 
 TEST(ClaudeStatusSnapshot, OddFieldsAreAbsentAndTheRestStands) {
@@ -105,8 +106,9 @@ TEST(ClaudeStatusSnapshot, AUsedShareOutOfRangeFallsBackToTheComputedOne) {
     EXPECT_FALSE(withWindow(odd + "500").contextPercent);
     EXPECT_EQ(withWindow(R"("used_percentage":0)").contextPercent, 0);
     EXPECT_EQ(withWindow(R"("used_percentage":100)").contextPercent, 100);
-    for (const char* percent : {"-0.001", "100.001", "true", "1e400", R"("5")", "null"})
+    for (const char* percent : {"-0.001", "100.001", "true", "1e400", R"("5")", "null"}) {
         EXPECT_FALSE(withWindow(std::string(R"("used_percentage":)") + percent).contextPercent) << percent;
+    }
 }
 
 TEST(ClaudeStatusSnapshot, TheComputedShareIsOfWhatWasSent) {
@@ -140,8 +142,9 @@ TEST(ClaudeStatusSnapshot, LimitsAreAvailableUnlessItIsSaidThatTheyAreNot) {
     EXPECT_FALSE(none.limitsAvailable);
     EXPECT_FALSE(none.fiveHour);
     EXPECT_FALSE(none.week);
-    for (const char* flag : {"true", "0", "null", R"("false")", "[]"})
+    for (const char* flag : {"true", "0", "null", R"("false")", "[]"}) {
         EXPECT_TRUE(with(std::string(R"("rate_limits_available":)") + flag).limitsAvailable) << flag;
+    }
 }
 
 TEST(ClaudeStatusSnapshot, TheFirstUsableShareOfALimitCounts) {
@@ -165,8 +168,9 @@ TEST(ClaudeStatusSnapshot, AResetIsADateOrANumberOfSeconds) {
     EXPECT_EQ(resetOf(R"("2023-11-14T22:13:20.500Z")"), 1'700'000'000.5);
     EXPECT_EQ(resetOf("1700000000"), 1'700'000'000);
     EXPECT_EQ(resetOf("1700000000.25"), 1'700'000'000.25);
-    for (const char* date : {R"("tomorrow")", R"("1700000000")", R"("")", "true", "null", "{}", "1e400"})
+    for (const char* date : {R"("tomorrow")", R"("1700000000")", R"("")", "true", "null", "{}", "1e400"}) {
         EXPECT_FALSE(resetOf(date)) << date;
+    }
 }
 
 TEST(ClaudeStatusSnapshot, TheListFillsWhatIsNotThere) {

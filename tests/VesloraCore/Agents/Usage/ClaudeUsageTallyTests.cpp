@@ -35,8 +35,9 @@ ClaudeUsageTally tally() {
 
 ClaudeTokenTotals totalsOf(const std::vector<std::string>& lines) {
     ClaudeUsageTally made = tally();
-    for (const std::string& each : lines)
+    for (const std::string& each : lines) {
         made.add(each);
+    }
     return made.totals();
 }
 
@@ -105,8 +106,9 @@ TEST(ClaudeUsageTally, LinesThatDontCount) {
              line(R"("message":{"id":"m","usage":[5]})"),
              line(R"("message":{"id":"m"},"usage":)" + usage(1, 5)),
              line(R"("message":{"usage":)" + usage(1, 5) + "}"),
-         })
+         }) {
         EXPECT_FALSE(ClaudeUsageLine::parse(each).has_value()) << each;
+    }
 }
 
 TEST(ClaudeUsageTally, TheMarkerMustStandAsItIs) {
@@ -175,8 +177,9 @@ TEST(ClaudeUsageTally, AnotherDaysTallyIsNotMerged) {
 TEST(ClaudeUsageTally, ReadsWhatTheAgentWrites) {
     std::istringstream lines(test::dataFile("agents/claude/transcripts/two-tools-in-one-reply.jsonl"));
     ClaudeUsageTally made = tally();
-    for (std::string each; std::getline(lines, each);)
+    for (std::string each; std::getline(lines, each);) {
         made.add(each);
+    }
     // Two replies; the first one stands in three lines.
     EXPECT_EQ(made.totals(), (ClaudeTokenTotals{2400, 84, 600, 16000}));
 }

@@ -176,8 +176,10 @@ TEST(CodexUsageLine, AContextOfNumbersThatDoNotFitIsAbsent) {
                             "123456789012345678901234567890"}) {
         EXPECT_THAT(withInfo(odd, "0"), IsEmpty()) << odd;
     }
-    for (const char* odd : {"true", "null", R"("7")", R"("NaN")", "1e400", "123456789012345678901234567890"})
+    for (const char* odd :
+         {"true", "null", R"("7")", R"("NaN")", "1e400", "123456789012345678901234567890"}) {
         EXPECT_THAT(withInfo("1000", odd), IsEmpty()) << odd;
+    }
     EXPECT_EQ(withInfo("9223372036854775807", "9223372036854775807").size(), 1);
 }
 
