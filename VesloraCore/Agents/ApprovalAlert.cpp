@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Agents/ApprovalAlert.h"
 
+#include "VesloraCore/Agents/ClaudePermissions.h"
+
 namespace veslora {
 
 std::string AlertNotice::message(std::string_view message) {
@@ -20,7 +22,7 @@ double ApprovalAlert::fuseProgress(double answerBy, double now) {
     if (!(left > 0)) {
         return 0;
     }
-    return left < answerWindow ? left / answerWindow : 1;
+    return left < ClaudePermissions::wait ? left / ClaudePermissions::wait : 1;
 }
 
 } // namespace veslora

@@ -17,11 +17,8 @@ namespace AlertNotice {
 
 namespace ApprovalAlert {
 
-/// Seconds for which the agent waits for an answer from here before it asks in the terminal itself.
-inline constexpr double answerWindow = 20;
-
-/// How much of the fuse is left: from 1 at the start of the answer window to 0 at its end, `answerBy`, and
-/// after. Both are steady seconds.
+/// How much of the fuse is left: from 1 at the start of the time for an answer to 0 at its end, `answerBy`,
+/// and after. Both are steady seconds.
 [[nodiscard]] double fuseProgress(double answerBy, double now);
 
 } // namespace ApprovalAlert

@@ -7,6 +7,7 @@
 #include "VesloraCore/Agents/ClaudePermissionRequest.h"
 #include "VesloraCore/Agents/ClaudeSessionFile.h"
 #include "VesloraCore/Agents/Hooks/ClaudeHookEvent.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
 
 #include <optional>
 #include <string_view>
@@ -17,7 +18,7 @@ namespace veslora {
 class ClaudePermissions {
   public:
     /// How long a request can be answered, in seconds; as long as the hook script waits.
-    static constexpr double wait = 20.0;
+    static constexpr double wait = HookScripts::permissionWait;
 
     /// Until when a request can be answered, on the steady clock: for `wait` seconds from `receivedAt` on,
     /// which is on the wall clock, as is `now`. A request from the future counts as just filed, so that no

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Island/Geometry.h"
+#include "VesloraCore/Widgets/WidgetLayout.h"
 
 #include <optional>
 
@@ -30,7 +31,7 @@ struct NotchGeometry {
     static constexpr double defaultExpandedWidth = minExpandedWidth;
     static constexpr double maxExpandedWidth = 1134; ///< widest that the panel ever plans for
     static constexpr double rackTopInset = 18;       ///< from the notch's lower edge to the rack
-    static constexpr double rackHeight = 112;
+    static constexpr double rackHeight = WidgetLayout::widgetHeight;
     static constexpr double rackBottomInset = 26;
     static constexpr double editTrayHeight = 44; ///< how much taller edit mode makes the island
     static constexpr double shadowMargin = 24;   ///< panel height kept below the island for its shadow

@@ -47,13 +47,13 @@ Item {
         width: Math.max(0, widthSpring.value)
 
         BorderImage {
-            readonly property real margin: 20
+            readonly property real margin: VesloraStyle.shadowMargin
 
             border {
-                bottom: 48
-                left: 48
-                right: 48
-                top: 48
+                bottom: VesloraStyle.shadowBorder
+                left: VesloraStyle.shadowBorder
+                right: VesloraStyle.shadowBorder
+                top: VesloraStyle.shadowBorder
             }
 
             height: island.height + 2 * margin

@@ -118,8 +118,7 @@ Item {
                 symbol: modelData.symbol
                 symbolSize: 17
                 text: modelData.symbol === "" ? modelData.label : modelData.helpText
-                // Four keys share the small widget's 150 points.
-                width: widget.isWide ? implicitWidth : [34, 35, 35, 34][index]
+                width: widget.isWide ? implicitWidth : VesloraStyle.smallKeyWidths[index]
                 onClicked: presenter.start(index)
             }
         }

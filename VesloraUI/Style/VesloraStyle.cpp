@@ -4,6 +4,7 @@
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Style/StyleImages.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <QFontDatabase>
@@ -37,6 +38,14 @@ VesloraStyle* VesloraStyle::of(QQmlEngine& engine) {
 void VesloraStyle::readAccent() {
     const auto stored = m_environment.settings().stringValue(SettingsKeys::accent);
     assign(this, m_accent, AccentColors::fromStored(stored), &VesloraStyle::accentChanged);
+}
+
+int VesloraStyle::shadowMargin() {
+    return StyleImages::shadowMargin;
+}
+
+int VesloraStyle::shadowBorder() {
+    return StyleImages::shadowBorder;
 }
 
 QColor VesloraStyle::blend(const QColor& from, const QColor& to, double fraction) {

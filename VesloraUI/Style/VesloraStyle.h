@@ -6,6 +6,7 @@
 #include "VesloraUI/Style/Accent.h"
 
 #include <QColor>
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
@@ -28,6 +29,12 @@ class VesloraStyle : public QObject {
     Q_PROPERTY(QColor hairline READ hairline CONSTANT FINAL)
     Q_PROPERTY(QColor unlitTick READ unlitTick CONSTANT FINAL)
     Q_PROPERTY(QColor claudeOrange READ claudeOrange CONSTANT FINAL)
+    /// Points of the island's shadow picture: how far it reaches past the island, and the size of the corners
+    /// of its nine parts.
+    Q_PROPERTY(int shadowMargin READ shadowMargin CONSTANT FINAL)
+    Q_PROPERTY(int shadowBorder READ shadowBorder CONSTANT FINAL)
+    /// Points of the four keys that share the 150 of a small widget, from left to right.
+    Q_PROPERTY(QList<double> smallKeyWidths READ smallKeyWidths CONSTANT FINAL)
     Q_PROPERTY(QString systemFont READ systemFont CONSTANT FINAL)
     Q_PROPERTY(QString monospacedFont READ monospacedFont CONSTANT FINAL)
     Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT FINAL)
@@ -56,6 +63,10 @@ class VesloraStyle : public QObject {
     static QColor levelLow() { return QColor::fromRgbF(0.243F, 0.878F, 0.478F); }
     static QColor levelMid() { return QColor::fromRgbF(1, 0.773F, 0.239F); }
     static QColor levelHigh() { return QColor::fromRgbF(1, 0.302F, 0.18F); }
+
+    static int shadowMargin();
+    static int shadowBorder();
+    static QList<double> smallKeyWidths() { return {34, 35, 35, 34}; }
 
     /// The colour at a fraction of the way from one to another, channel by channel and in opacity. `fraction`
     /// is from 0 to 1.

@@ -8,8 +8,7 @@ Item {
 
     required property TimerModel timer
     required property bool isWide
-    /// Four keys share the small widget's 150 points.
-    readonly property list<real> keyWidths: isWide ? [0, 0, 0, 0] : [34, 35, 35, 34]
+    readonly property list<real> keyWidths: isWide ? [0, 0, 0, 0] : VesloraStyle.smallKeyWidths
 
     Timeline {
         id: timeline

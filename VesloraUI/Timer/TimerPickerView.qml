@@ -79,8 +79,7 @@ Item {
                 gap: presets.spacing
                 helpText: presenter.presetHelp(modelData)
                 text: modelData
-                // Four keys share the small widget's 150 points.
-                width: view.isWide ? implicitWidth : [34, 35, 35][index]
+                width: view.isWide ? implicitWidth : VesloraStyle.smallKeyWidths[index]
                 onClicked: view.timer.select(modelData)
             }
         }
@@ -92,7 +91,7 @@ Item {
         isPrimary: true
         symbol: view.isWide ? "" : "play.fill"
         text: qsTr("Start")
-        width: view.isWide ? implicitWidth : 34
+        width: view.isWide ? implicitWidth : VesloraStyle.smallKeyWidths[3]
         x: view.isWide ? parent.width - width : presets.width + presets.spacing
         onClicked: view.timer.start()
     }

@@ -4,6 +4,7 @@
 #include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 
 #include "VesloraCore/Agents/Hooks/ConfigurationText.h"
+#include "VesloraCore/Agents/Hooks/HookScripts.h"
 
 #include <algorithm>
 
@@ -11,8 +12,8 @@ namespace veslora::ClaudeHooksInstaller {
 
 namespace {
 
-// Above the script's own wait of 20 seconds, so that it always ends by itself.
-constexpr int permissionTimeout = 30;
+// Above the script's own wait, so that it always ends by itself.
+constexpr int permissionTimeout = HookScripts::permissionWait + 10;
 
 using Wanted = std::vector<std::string_view>;
 

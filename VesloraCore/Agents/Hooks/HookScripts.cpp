@@ -110,7 +110,7 @@ if ! program_lives || ! find_process || [ -L "$spool" ] || [ -L "$answers" ]; th
     drain
     exit 0
 fi
-read_number "${VESLORA_PERMISSION_WAIT:-20}" || number=20
+read_number "${VESLORA_PERMISSION_WAIT:-@wait@}" || number=@wait@
 polls=$((number * 5))
 
 [ -d "$spool" ] || mkdir -p "$spool"
@@ -223,7 +223,9 @@ using Words = std::vector<std::pair<std::string_view, std::string_view>>;
 
 std::string filled(std::string_view pattern, Words words) {
     const std::string limit = std::to_string(spoolLimit);
+    const std::string wait = std::to_string(permissionWait);
     words.emplace_back("limit", limit);
+    words.emplace_back("wait", wait);
     std::string text(pattern);
     for (const auto& [word, meaning] : words) {
         const std::string mark = "@" + std::string(word) + "@";

@@ -18,6 +18,9 @@ struct Script {
 /// program that is gone can't fill the disk.
 inline constexpr int spoolLimit = 4096;
 
+/// Seconds for which a permission script waits for an answer, before its agent asks in the terminal itself.
+inline constexpr int permissionWait = 20;
+
 /// All five, Claude Code's first.
 [[nodiscard]] const std::array<Script, 5>& all();
 
