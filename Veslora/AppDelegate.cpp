@@ -2,8 +2,8 @@
 #include "Veslora/AppDelegate.h"
 
 #include "VesloraCore/Island/StatusLine.h"
-#include "VesloraUI/Island/Views.h"
 #include "VesloraUI/Settings/FirstStart.h"
+#include "VesloraUI/Style/Views.h"
 #include "VesloraUI/Support/LocalCalendar.h"
 
 #include <QCoreApplication>

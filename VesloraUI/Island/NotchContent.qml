@@ -8,6 +8,7 @@ Fader {
 
     required property NotchViewModel model
     required property NotchOutline outline
+    readonly property IslandModels models: model.models
 
     component: {
         switch (model.content) {
@@ -40,7 +41,7 @@ Fader {
         TimerLiveActivityView {
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
-            timer: island.model.timer
+            timer: island.models.timer
             wingWidth: island.model.wingWidth
         }
     }
@@ -54,7 +55,7 @@ Fader {
 
             TimerDoneAlertView {
                 anchors.fill: parent
-                timer: island.model.timer
+                timer: island.models.timer
             }
         }
     }
@@ -63,7 +64,7 @@ Fader {
         id: finished
 
         ClaudeLiveActivityView {
-            agents: island.model.agents
+            agents: island.models.agents
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth
@@ -74,7 +75,7 @@ Fader {
         id: working
 
         ClaudeWorkingActivityView {
-            agents: island.model.agents
+            agents: island.models.agents
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth
@@ -85,7 +86,7 @@ Fader {
         id: keepAwake
 
         KeepAwakeLiveActivityView {
-            keepAwake: island.model.keepAwake
+            keepAwake: island.models.keepAwake
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth
@@ -105,7 +106,7 @@ Fader {
             ClaudeRequestAlert {
                 id: requestAlert
 
-                agents: island.model.agents
+                agents: island.models.agents
                 anchors.fill: parent
                 judge: requestFrame.judge
                 requestId: island.model.subject
@@ -121,7 +122,7 @@ Fader {
             outline: island.outline
 
             ClaudeNotice {
-                agents: island.model.agents
+                agents: island.models.agents
                 anchors.fill: parent
             }
         }
@@ -134,15 +135,11 @@ Fader {
             model: island.model
 
             RackView {
-                agents: island.model.agents
-                height: 112
-                keepAwake: island.model.keepAwake
-                rack: island.model.rack
-                sampler: island.model.sampler
-                timer: island.model.timer
-                width: parent.width - 64
-                x: 32
-                y: island.model.notchHeight + 18
+                height: island.model.rackHeight
+                models: island.models
+                width: parent.width - 2 * island.model.rackPadding
+                x: island.model.rackPadding
+                y: island.model.rackTop
             }
         }
     }

@@ -1,29 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Island/NotchViewModel.h"
 
+#include <utility>
+
 namespace veslora {
 
-NotchViewModel::NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
-                               SystemSampler& sampler, const Defaults& settings,
-                               const TextMeasuring& measuring, Timestamp now)
-    : m_geometry(geometry), m_models(models), m_rack(rack), m_sampler(sampler), m_settings(settings),
-      m_measuring(measuring), m_clock(now) {
-    connect(models.agents, &AgentsModel::changed, this, &NotchViewModel::refresh);
-    connect(models.keepAwake, &KeepAwakeModel::stateChanged, this, &NotchViewModel::refresh);
-    connect(models.timer, &TimerModel::countdownChanged, this, &NotchViewModel::refresh);
-    connect(models.timer, &TimerModel::isShowingDoneChanged, this, &NotchViewModel::refresh);
-    connect(&rack, &RackModel::islandWidthChanged, this, &NotchViewModel::refresh);
-    connect(&rack, &RackModel::isEditingChanged, this, &NotchViewModel::refresh);
-    m_shown = judge();
-}
+NotchViewModel::NotchViewModel(const NotchGeometry& geometry, IslandModels& models,
+                               const IslandPresentation& presentation)
+    : m_geometry(geometry), m_models(models), m_presentation(presentation), m_shown(look()) {}
 
 void NotchViewModel::setExpanded(bool isExpanded) {
     m_isExpanded = isExpanded;
-    refresh();
-}
-
-void NotchViewModel::setClock(Timestamp clock) {
-    m_clock = clock;
     refresh();
 }
 
@@ -48,17 +35,16 @@ NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasReq
     }
 }
 
-NotchViewModel::Shown NotchViewModel::judge() const {
-    const auto activity = closedIslandActivity(m_models, m_settings, m_measuring, m_clock);
-    const auto requests = m_models.agents->pendingRequests();
+NotchViewModel::Shown NotchViewModel::look() const {
+    const ClosedIslandActivity& activity = m_presentation.activity;
+    const bool hasRequest = m_presentation.requestId.has_value();
     Shown shown;
     shown.state = islandStateOf(m_isExpanded, activity.kind);
-    shown.content = contentOf(shown.state, !requests.empty());
+    shown.content = contentOf(shown.state, hasRequest);
     if (shown.content == ClaudeRequest) {
-        shown.subject = QString::fromStdString(requests.front().id);
+        shown.subject = QString::fromStdString(*m_presentation.requestId);
     } else if (shown.content == ClaudeNotice) {
-        const auto waiting = m_models.agents->waitingForApproval();
-        shown.subject = waiting.empty() ? QString() : QString::fromStdString(waiting.front().id);
+        shown.subject = QString::fromStdString(m_presentation.waitingId.value_or(std::string()));
     }
     shown.wingWidth = activity.wingWidth.value_or(0);
     shown.layout = islandLayout({.state = shown.state,
@@ -66,9 +52,9 @@ NotchViewModel::Shown NotchViewModel::judge() const {
                                  .alertSize = m_geometry.alert.size(),
                                  .expandedSize = m_geometry.expanded.size(),
                                  .wingWidth = activity.wingWidth,
-                                 .hasPendingRequests = !requests.empty(),
-                                 .islandWidth = m_rack.islandWidth(),
-                                 .isEditing = m_rack.isEditing(),
+                                 .hasPendingRequests = hasRequest,
+                                 .islandWidth = m_models.rack()->islandWidth(),
+                                 .isEditing = m_models.rack()->isEditing(),
                                  .screenWidth = m_geometry.screenWidth});
     return shown;
 }
@@ -85,7 +71,7 @@ void NotchViewModel::alertIsOnScreen(const QString& identity) {
 }
 
 void NotchViewModel::refresh() {
-    const Shown before = std::exchange(m_shown, judge());
+    const Shown before = std::exchange(m_shown, look());
     if (before.content != m_shown.content || before.subject != m_shown.subject) {
         m_isAlertOnScreen = false;
         emit contentChanged();

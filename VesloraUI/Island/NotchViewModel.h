@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: MIT
 // What the island shows and how large it is: the one model that its root view reads. A new one is made with
-// each layout. Main thread only.
+// each layout; its owner tells it of each new judgement and of each change of the rack. Main thread only.
 #pragma once
 
 #include "VesloraCore/Island/IslandState.h"
 #include "VesloraCore/Island/NotchGeometry.h"
-#include "VesloraUI/Claude/Monitors/AgentsModel.h"
-#include "VesloraUI/Island/LiveActivity.h"
-#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
-#include "VesloraUI/Timer/TimerModel.h"
-#include "VesloraUI/Widgets/RackModel.h"
-#include "VesloraUI/Widgets/SystemSampler.h"
+#include "VesloraUI/Island/IslandPresentation.h"
+#include "VesloraUI/Widgets/IslandModels.h"
 
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
-
-class Defaults;
-class TextMeasuring;
 
 class NotchViewModel : public QObject {
     Q_OBJECT
@@ -39,11 +32,12 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double wingWidth READ wingWidth NOTIFY layoutChanged FINAL)
     Q_PROPERTY(double notchWidth READ notchWidth CONSTANT FINAL)
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
-    Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
-    Q_PROPERTY(veslora::KeepAwakeModel* keepAwake READ keepAwake CONSTANT FINAL)
-    Q_PROPERTY(veslora::TimerModel* timer READ timer CONSTANT FINAL)
-    Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
-    Q_PROPERTY(veslora::SystemSampler* sampler READ sampler CONSTANT FINAL)
+    /// Points: where the rack begins below the screen's edge, how high it is, and what is left free beside
+    /// it.
+    Q_PROPERTY(double rackTop READ rackTop CONSTANT FINAL)
+    Q_PROPERTY(double rackHeight READ rackHeight CONSTANT FINAL)
+    Q_PROPERTY(double rackPadding READ rackPadding CONSTANT FINAL)
+    Q_PROPERTY(veslora::IslandModels* models READ models CONSTANT FINAL)
 
   public:
     /// What stands on the island. States whose views have not landed show nothing.
@@ -60,17 +54,15 @@ class NotchViewModel : public QObject {
     };
     Q_ENUM(Content)
 
-    /// Needs every one of the models.
-    NotchViewModel(const NotchGeometry& geometry, const IslandModels& models, RackModel& rack,
-                   SystemSampler& sampler, const Defaults& settings, const TextMeasuring& measuring,
-                   Timestamp now);
+    /// Shows what was judged last. The models and the judgement must outlive it.
+    NotchViewModel(const NotchGeometry& geometry, IslandModels& models,
+                   const IslandPresentation& presentation);
 
     [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
     void setExpanded(bool isExpanded);
 
-    /// The moment at which the state is judged. Setting it judges anew, also for an equal one.
-    [[nodiscard]] Timestamp clock() const { return m_clock; }
-    void setClock(Timestamp clock);
+    /// Takes in a new judgement, and the rack's width and edit mode as they are now.
+    void refresh();
 
     [[nodiscard]] IslandState state() const { return m_shown.state; }
     [[nodiscard]] Content content() const { return m_shown.content; }
@@ -89,11 +81,10 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double wingWidth() const { return m_shown.wingWidth; }
     [[nodiscard]] double notchWidth() const { return m_geometry.notch.width; }
     [[nodiscard]] double notchHeight() const { return m_geometry.notch.height; }
-    [[nodiscard]] AgentsModel* agents() const { return m_models.agents; }
-    [[nodiscard]] KeepAwakeModel* keepAwake() const { return m_models.keepAwake; }
-    [[nodiscard]] TimerModel* timer() const { return m_models.timer; }
-    [[nodiscard]] RackModel* rack() const { return &m_rack; }
-    [[nodiscard]] SystemSampler* sampler() const { return &m_sampler; }
+    [[nodiscard]] double rackTop() const { return m_geometry.notch.height + NotchGeometry::rackTopInset; }
+    [[nodiscard]] static double rackHeight() { return NotchGeometry::rackHeight; }
+    [[nodiscard]] static double rackPadding() { return RackModel::sidePadding; }
+    [[nodiscard]] IslandModels* models() const { return &m_models; }
 
   signals:
     /// Comes before `layoutChanged`, so that a view on its way out never takes the next one's size.
@@ -110,18 +101,13 @@ class NotchViewModel : public QObject {
         double wingWidth = 0;
         bool operator==(const Shown&) const = default;
     };
-    [[nodiscard]] Shown judge() const;
+    [[nodiscard]] Shown look() const;
     [[nodiscard]] static Content contentOf(IslandState state, bool hasRequest);
-    void refresh();
 
     NotchGeometry m_geometry;
-    IslandModels m_models;
-    RackModel& m_rack;
-    SystemSampler& m_sampler;
-    const Defaults& m_settings;
-    const TextMeasuring& m_measuring;
+    IslandModels& m_models;
+    const IslandPresentation& m_presentation;
     bool m_isExpanded = false;
-    Timestamp m_clock;
     Shown m_shown;
     bool m_isAlertOnScreen = false;
 };

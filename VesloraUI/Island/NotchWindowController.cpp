@@ -22,12 +22,12 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 
 NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
-    : m_platform(platform), m_measuring(measuring), m_settings(settings),
+    : m_platform(platform), m_settings(settings),
       m_timer(settings,
               {platform.scheduler(), platform.sounds(), platform.haptics(), &platform.timerNotifier()}),
       m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
       m_agents(agents), m_keepAwake(settings, platform.power(), platform.scheduler()),
-      m_makeContent(std::move(makeContent)) {}
+      m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel().setContent(nullptr);
@@ -70,18 +70,18 @@ void NotchWindowController::stop() {
     m_platform.panel().orderOut();
 }
 
-ClosedIslandActivity NotchWindowController::activity() {
-    return closedIslandActivity(models(), m_settings, m_measuring, now());
+void NotchWindowController::judge() {
+    m_judge.judge(now());
 }
 
-std::optional<Size> NotchWindowController::alertSize(const ClosedIslandActivity& activity) const {
+std::optional<Size> NotchWindowController::alertSize() const {
     const bool isRequest =
-        activity.kind == LiveActivityKind::claudeAlert && !m_agents.pendingRequests().empty();
+        presentation().activity.kind == LiveActivityKind::claudeAlert && presentation().requestId.has_value();
     return isRequest ? std::optional(NotchGeometry::claudeRequestAlertSize) : std::nullopt;
 }
 
-bool NotchWindowController::isShowingAnAlert() {
-    return isAlert(activity().kind);
+bool NotchWindowController::isShowingAnAlert() const {
+    return isAlert(presentation().activity.kind);
 }
 
 DisplayChoice NotchWindowController::displayChoice() const {
@@ -102,6 +102,11 @@ std::optional<Point> NotchWindowController::mouseLocation() const {
 }
 
 void NotchWindowController::layout() {
+    judge();
+    buildLayout();
+}
+
+void NotchWindowController::buildLayout() {
     const DisplayChoice choice = displayChoice();
     m_appliedDisplayChoice = choice;
     const auto screen = targetScreen(choice);
@@ -119,10 +124,9 @@ void NotchWindowController::layout() {
 }
 
 void NotchWindowController::fillTracker(HoverTracker& tracker) {
-    const ClosedIslandActivity current = activity();
-    tracker.liveActivityWingWidth = current.wingWidth;
-    tracker.isShowingAlert = isAlert(current.kind);
-    tracker.alertSize = alertSize(current);
+    tracker.liveActivityWingWidth = presentation().activity.wingWidth;
+    tracker.isShowingAlert = isShowingAnAlert();
+    tracker.alertSize = alertSize();
     tracker.setPinnedOpen(m_rack.isEditing());
     tracker.isEditing = m_rack.isEditing();
     tracker.expandedWidth = m_rack.islandWidth();
@@ -133,8 +137,7 @@ void NotchWindowController::fillTracker(HoverTracker& tracker) {
 }
 
 void NotchWindowController::showContent(const NotchGeometry& geometry) {
-    auto model = std::make_unique<NotchViewModel>(geometry, models(), m_rack, m_sampler, m_settings,
-                                                  m_measuring, now());
+    auto model = std::make_unique<NotchViewModel>(geometry, m_models, presentation());
     model->setExpanded(m_tracker->isExpanded());
     IslandContent content = m_makeContent(*model);
     Panel& panel = m_platform.panel();
@@ -149,21 +152,33 @@ void NotchWindowController::showContent(const NotchGeometry& geometry) {
 }
 
 void NotchWindowController::agentsChanged() {
+    // A session that begins or ends to work may hold the machine awake or let it go, which is the same
+    // change.
+    m_isHearingAgents = true;
     m_keepAwake.setClaudeIsWorking(m_agents.longestWorking().has_value());
+    m_isHearingAgents = false;
     presentationChanged();
 }
 
 void NotchWindowController::presentationChanged() {
-    const ClosedIslandActivity current = activity();
+    if (!m_isHearingAgents) {
+        judge();
+        present();
+    }
+}
+
+/// The order counts: the model goes before the zones, as they hold an alert back until its view has said that
+/// it is on screen.
+void NotchWindowController::present() {
     if (m_tracker) {
-        m_tracker->liveActivityWingWidth = current.wingWidth;
+        m_tracker->liveActivityWingWidth = presentation().activity.wingWidth;
     }
     if (m_model) {
-        m_model->setClock(now());
+        m_model->refresh();
     }
     if (m_tracker) {
-        m_tracker->isShowingAlert = isAlert(current.kind);
-        m_tracker->alertSize = alertSize(current);
+        m_tracker->isShowingAlert = isShowingAnAlert();
+        m_tracker->alertSize = alertSize();
         if (m_tracker->isHeldOpen() && m_tracker->isShowingAlert) {
             // It would hide the alert from a user who looks elsewhere, and no movement need follow.
             mouseMoved();
@@ -175,14 +190,10 @@ void NotchWindowController::presentationChanged() {
 }
 
 void NotchWindowController::playApprovalSoundIfNew() {
-    std::set<std::string> keys;
-    for (const ClaudeSessionSummary& session : m_agents.waitingForApproval()) {
-        const auto& approval = std::get<ClaudeStatus::NeedsApproval>(session.status);
-        keys.insert(session.id + "@" + std::to_string(approval.since));
-    }
-    const bool haveNew = !std::ranges::includes(m_soundedApprovals, keys);
+    const std::set<std::string>& approvals = presentation().approvals;
+    const bool haveNew = !std::ranges::includes(m_soundedApprovals, approvals);
     // Replaced whatever happens next: a wait that has begun in silence is not announced later.
-    m_soundedApprovals = std::move(keys);
+    m_soundedApprovals = approvals;
     if (haveNew && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
         m_settings.boolValue(SettingsKeys::claudeApprovalAlerts)) {
         m_platform.sounds().play("Glass");
@@ -196,6 +207,9 @@ void NotchWindowController::editingChanged(bool isEditing) {
     }
     m_platform.pointer().setWatchingPresses(isEditing);
     if (!isEditing) {
+        if (m_model) {
+            m_model->refresh();
+        }
         mouseMoved();
         return;
     }
@@ -209,6 +223,9 @@ void NotchWindowController::islandWidthChanged(double width) {
     if (m_tracker) {
         m_tracker->expandedWidth = width;
     }
+    if (m_model) {
+        m_model->refresh();
+    }
     updateClickThrough();
 }
 
@@ -217,11 +234,12 @@ void NotchWindowController::settingsChanged() {
         m_tracker->openDelay = m_settings.doubleValue(SettingsKeys::hoverDelay);
     }
     m_rack.settingsChanged();
-    if (m_appliedDisplayChoice != displayChoice()) {
-        layout();
-    }
     // A toggle may have switched off what the island shows right now.
-    presentationChanged();
+    judge();
+    if (m_appliedDisplayChoice != displayChoice()) {
+        buildLayout();
+    }
+    present();
 }
 
 void NotchWindowController::applyVisibility() {

@@ -4,17 +4,12 @@
 #pragma once
 
 #include "VesloraCore/Island/HoverTracker.h"
+#include "VesloraUI/Island/IslandContent.h"
 #include "VesloraUI/Island/NotchViewModel.h"
-#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/Platform/Platform.h"
-#include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Store/SettingsKeys.h"
-#include "VesloraUI/Timer/TimerModel.h"
-#include "VesloraUI/Widgets/RackModel.h"
 
 #include <QObject>
-#include <QPainterPath>
-#include <QQuickItem>
 
 #include <functional>
 #include <memory>
@@ -25,12 +20,7 @@
 
 namespace veslora {
 
-/// What stands on the panel: its root item, and the island's outline as drawn right now, in that item's
-/// coordinates.
-struct IslandContent {
-    std::unique_ptr<QQuickItem> item;
-    std::function<QPainterPath()> outline;
-};
+class TextMeasuring;
 
 class NotchWindowController : public QObject {
     Q_OBJECT
@@ -61,8 +51,10 @@ class NotchWindowController : public QObject {
     /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
     /// edited. False while it is not on screen: then nothing changes.
     bool toggle();
-    /// What stands on the island while it is closed, as of now.
-    [[nodiscard]] LiveActivityKind closedActivity() { return activity().kind; }
+    /// What stands on the island while it is closed, also without a screen.
+    [[nodiscard]] LiveActivityKind closedActivity() const { return presentation().activity.kind; }
+    /// By which one can see that no change is judged twice.
+    [[nodiscard]] std::uint64_t judgements() const { return m_judge.judgements(); }
 
     /// Rebuilds all that depends on a screen. Without any screen everything stays as it was.
     void layout();
@@ -74,6 +66,9 @@ class NotchWindowController : public QObject {
     void settingsChanged();
     void editingChanged(bool isEditing);
     void islandWidthChanged(double width);
+    void judge();
+    void present();
+    void buildLayout();
     void applyVisibility();
     void collapse();
     void updateClickThrough();
@@ -82,10 +77,9 @@ class NotchWindowController : public QObject {
     void agentsChanged();
     void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
-    [[nodiscard]] IslandModels models() { return {&m_agents, &m_keepAwake, &m_timer}; }
-    [[nodiscard]] ClosedIslandActivity activity();
-    [[nodiscard]] std::optional<Size> alertSize(const ClosedIslandActivity& activity) const;
-    [[nodiscard]] bool isShowingAnAlert();
+    [[nodiscard]] const IslandPresentation& presentation() const { return m_judge.presentation(); }
+    [[nodiscard]] std::optional<Size> alertSize() const;
+    [[nodiscard]] bool isShowingAnAlert() const;
     [[nodiscard]] DisplayChoice displayChoice() const;
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
@@ -94,15 +88,17 @@ class NotchWindowController : public QObject {
     [[nodiscard]] double steadyNow() const { return m_platform.scheduler().steadyNow(); }
 
     Platform& m_platform;
-    const TextMeasuring& m_measuring;
     Defaults& m_settings;
     TimerModel m_timer;
     RackModel m_rack;
     SystemSampler m_sampler;
     AgentsModel& m_agents;
     KeepAwakeModel m_keepAwake;
+    IslandModels m_models{{m_agents, m_keepAwake, m_timer, m_rack, m_sampler}};
+    PresentationJudge m_judge;
     MakeContent m_makeContent;
 
+    bool m_isHearingAgents = false; ///< more of the same change may follow, and all is judged at its end
     std::set<std::string> m_soundedApprovals; ///< the waits that were announced already
     std::unique_ptr<NotchViewModel> m_model;
     IslandContent m_content;

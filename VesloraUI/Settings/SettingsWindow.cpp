@@ -2,7 +2,7 @@
 #include "VesloraUI/Settings/SettingsWindow.h"
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
-#include "VesloraUI/Island/Views.h"
+#include "VesloraUI/Style/Views.h"
 
 #include <QQmlComponent>
 #include <QQuickWindow>

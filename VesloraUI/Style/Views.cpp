@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Island/Views.h"
+#include "VesloraUI/Style/Views.h"
 
-#include "VesloraUI/Island/NotchOutline.h"
-#include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Style/StyleImages.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <QLoggingCategory>
-#include <QPointer>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QtQml/QQmlExtensionPlugin>
@@ -33,19 +30,6 @@ std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file, con
         return nullptr;
     }
     return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
-}
-
-IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model) {
-    auto view = createView(engine, QStringLiteral("Island/NotchView.qml"),
-                           {{QStringLiteral("model"), QVariant::fromValue(&model)}});
-    IslandContent content;
-    content.item.reset(qobject_cast<QQuickItem*>(view.release()));
-    const QPointer outline =
-        content.item ? content.item->property("outline").value<NotchOutline*>() : nullptr;
-    content.outline = [outline, root = QPointer(content.item.get())] {
-        return outline && root ? outline->path().translated(outline->mapToItem(root, {})) : QPainterPath();
-    };
-    return content;
 }
 
 } // namespace veslora

@@ -12,19 +12,14 @@ class QQmlEngine;
 
 namespace veslora {
 
-class NotchViewModel;
 class ViewEnvironment;
-struct IslandContent;
 
 /// Gives an engine our views, pictures and environment. The environment must outlive it.
 void prepareEngine(QQmlEngine& engine, ViewEnvironment& environment);
 
-/// Makes the object of a view's file, named by its path below the folder of all views. Null, with a word in
+/// Makes the object of a view's file, named by its path below the folder of all views. Null, with a line in
 /// the log, if the file does not load: that is an error of ours.
 [[nodiscard]] std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file,
                                                   const QVariantMap& properties);
-
-/// The island's view for a model.
-[[nodiscard]] IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model);
 
 } // namespace veslora

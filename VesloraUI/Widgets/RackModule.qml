@@ -7,10 +7,7 @@ Item {
     id: module
 
     required property var entry
-    required property AgentsModel agents
-    required property SystemSampler sampler
-    required property KeepAwakeModel keepAwake
-    required property TimerModel timer
+    required property IslandModels models
 
     width: entry.width
 
@@ -24,25 +21,25 @@ Item {
         id: views
 
         property Component claude: ClaudeWidget {
-            agents: module.agents
+            agents: module.models.agents
             isWide: module.entry.isWide
         }
         property Component claudeUsage: ClaudeUsageWidget {
-            agents: module.agents
+            agents: module.models.agents
             isWide: module.entry.isWide
         }
         property Component clock: ClockView {}
         property Component keepAwake: KeepAwakeWidget {
             isWide: module.entry.isWide
-            keepAwake: module.keepAwake
+            keepAwake: module.models.keepAwake
         }
         property Component meters: MetersWidget {
             isWide: module.entry.isWide
-            sampler: module.sampler
+            sampler: module.models.sampler
         }
         property Component timer: TimerWidgetView {
             isWide: module.entry.isWide
-            timer: module.timer
+            timer: module.models.timer
         }
     }
 

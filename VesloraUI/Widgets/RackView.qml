@@ -6,17 +6,13 @@ import Veslora
 Item {
     id: view
 
-    required property RackModel rack
-    required property AgentsModel agents
-    required property SystemSampler sampler
-    required property KeepAwakeModel keepAwake
-    required property TimerModel timer
+    required property IslandModels models
 
     RackPresenter {
         id: presenter
 
         availableWidth: view.width
-        rack: view.rack
+        rack: view.models.rack
     }
 
     Row {
@@ -27,11 +23,8 @@ Item {
             model: presenter.modules
 
             RackModule {
-                agents: view.agents
                 height: view.height
-                keepAwake: view.keepAwake
-                sampler: view.sampler
-                timer: view.timer
+                models: view.models
             }
         }
     }

@@ -12,14 +12,14 @@ void AgentMonitor::publish(std::vector<ClaudeSessionSummary> summaries,
     // Both are in place before anybody hears of either.
     m_summaries = std::move(summaries);
     m_pendingRequests = std::move(pendingRequests);
+    if ((haveSummaries || haveRequests) && onChange) {
+        onChange();
+    }
     if (haveSummaries) {
         emit summariesChanged();
     }
     if (haveRequests) {
         emit pendingRequestsChanged();
-    }
-    if ((haveSummaries || haveRequests) && onChange) {
-        onChange();
     }
 }
 

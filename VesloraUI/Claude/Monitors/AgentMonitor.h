@@ -58,7 +58,9 @@ class AgentMonitor : public QObject {
     /// Takes out of the configuration what is ours. Throws as `installHooks` does.
     virtual void removeHooks() = 0;
 
-    /// Called after the sessions or the requests changed.
+    /// Called after the sessions or the requests changed, and before the signals that tell of it: the island
+    /// settles which view shows before any view reads the change, so that one on its way out keeps what it
+    /// showed.
     std::function<void()> onChange;
 
   signals:
@@ -67,7 +69,7 @@ class AgentMonitor : public QObject {
     void hooksChanged();
 
   protected:
-    /// Assigns what differs, and calls `onChange` if anything did.
+    /// Assigns what differs, and tells of it if anything did: `onChange` first, then the signals.
     void publish(std::vector<ClaudeSessionSummary> summaries,
                  std::vector<ClaudePermissionRequest> pendingRequests);
     void setHooks(bool areInstalled, bool areOutdated);

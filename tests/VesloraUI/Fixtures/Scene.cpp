@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
-#include "VesloraUI/Island/Views.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Style/Views.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -93,13 +93,10 @@ void Scene::show(std::unique_ptr<QObject> view, QSize size) {
 }
 
 void Scene::showRack(RackModel& shown, QSize size) {
-    show("Widgets/RackView.qml",
-         {{"rack", QVariant::fromValue(&shown)},
-          {"agents", QVariant::fromValue(&agents)},
-          {"keepAwake", QVariant::fromValue(&keepAwake)},
-          {"sampler", QVariant::fromValue(&sampler)},
-          {"timer", QVariant::fromValue(&timer)}},
-         size);
+    close();
+    m_modelsOfRack =
+        std::make_unique<IslandModels>(IslandModels::References{agents, keepAwake, timer, shown, sampler});
+    show("Widgets/RackView.qml", {{"models", QVariant::fromValue(m_modelsOfRack.get())}}, size);
 }
 
 void Scene::showWindow(std::unique_ptr<QQuickWindow> shown) {

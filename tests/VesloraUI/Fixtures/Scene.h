@@ -3,13 +3,9 @@
 // would.
 #pragma once
 
-#include "VesloraUI/Island/NotchViewModel.h"
-#include "VesloraUI/KeepAwake/KeepAwakeModel.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
-#include "VesloraUI/Timer/TimerModel.h"
-#include "VesloraUI/Widgets/RackModel.h"
-#include "VesloraUI/Widgets/SystemSampler.h"
+#include "VesloraUI/Widgets/IslandModels.h"
 #include "tests/VesloraUI/Fixtures/FakeMonitor.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 
@@ -42,6 +38,7 @@ class Scene {
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
+    IslandModels models{{agents, keepAwake, timer, rack, sampler}};
     ViewEnvironment environment{platform.time, platform.frames, settings, platform.taps, platform.sound};
     QQmlEngine engine;
     /// Device pixels to a point, on the screen where windows are shown from now on: one of `screenScales`.
@@ -50,7 +47,7 @@ class Scene {
 
     /// Shows the view of a file in a window of that size, with what it asks for.
     void show(const QString& file, const QVariantMap& properties, QSize size = {520, 200});
-    /// Shows a page of widgets.
+    /// Shows a page of widgets, with the scene's other models.
     void showRack(RackModel& shown, QSize size);
     /// Shows a view that is written down, with all of Qt Quick and of ours at hand.
     void showText(const QString& text, QSize size);
@@ -92,6 +89,7 @@ class Scene {
     [[nodiscard]] QAccessibleInterface* find(const QString& name) const;
     void stampMouse() const;
 
+    std::unique_ptr<IslandModels> m_modelsOfRack;
     std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<QObject> m_view;
 };

@@ -2,8 +2,7 @@
 // The island with an alert on it, from the first frame that shows the alert whole to the press that answers
 // it.
 #include "VesloraUI/Island/AlertGate.h"
-#include "VesloraUI/Support/QtTextMeasuring.h"
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -20,11 +19,7 @@ using testing::Pair;
 
 class AlertGateTest : public testing::Test {
   protected:
-    AlertGateTest() {
-        scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
-        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
-    }
-    void TearDown() override { scene.close(); }
+    AlertGateTest() { island.show(); }
 
     void ask(const std::string& id = "r1") {
         scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});
@@ -45,14 +40,8 @@ class AlertGateTest : public testing::Test {
     void clickAllow() { scene.press("Allow"); }
 
     Scene scene;
-    QtTextMeasuring measuring;
-    NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         {&scene.agents, &scene.keepAwake, &scene.timer},
-                         scene.rack,
-                         scene.sampler,
-                         scene.settings,
-                         measuring,
-                         scene.platform.time.now()};
+    SceneIsland island{scene};
+    NotchViewModel& model{island.model};
 };
 
 TEST_F(AlertGateTest, TheAlertIsOnScreenWithItsFirstWholeFrameAndNotBefore) {

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The whole island, drawn and pressed: what shows in which state, and what happens between two.
-#include "VesloraUI/Island/NotchOutline.h"
 #include "VesloraUI/Style/VesloraStyle.h"
-#include "VesloraUI/Support/QtTextMeasuring.h"
 #include "tests/VesloraUI/Fixtures/AnimationTime.h"
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
 #include <QPainter>
 #include <QRawFont>
@@ -25,33 +23,19 @@ using ::testing::Pair;
 class NotchViewTest : public ::testing::Test {
   protected:
     NotchViewTest() {
-        scene.agents.setOnChange([this] { model.setClock(scene.platform.time.now()); });
-        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
-        shape = scene.view().property("outline").value<NotchOutline*>();
+        island.show();
+        shape = &island.outline();
     }
-    void TearDown() override { scene.close(); }
 
     void ask(const std::string& id) {
         scene.claude.publish({}, {FakeMonitor::request(id, scene.platform.time.now(), "text of " + id)});
     }
-    /// Waits, with a deadline, until the island has its size and whatever left is gone.
-    [[nodiscard]] bool settles() {
-        return QTest::qWaitFor([this] {
-            return shape->width() == model.islandWidth() && shape->height() == model.islandHeight() &&
-                   !hasLeaving();
-        });
-    }
-    [[nodiscard]] bool hasLeaving() const { return scene.itemWith("isLeaving", true) != nullptr; }
+    [[nodiscard]] bool settles() const { return island.settles(); }
+    [[nodiscard]] bool hasLeaving() const { return island.hasLeaving(); }
 
     Scene scene;
-    QtTextMeasuring measuring;
-    NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         {&scene.agents, &scene.keepAwake, &scene.timer},
-                         scene.rack,
-                         scene.sampler,
-                         scene.settings,
-                         measuring,
-                         scene.platform.time.now()};
+    SceneIsland island{scene};
+    NotchViewModel& model{island.model};
     NotchOutline* shape = nullptr;
 };
 
@@ -195,10 +179,10 @@ class NotchMotionTest : public NotchViewTest, public ::testing::WithParamInterfa
         scene.close();
         scene.scale = GetParam();
         // Whole pixels at each scale: Qt draws no part of one at a window's edge.
-        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1136, 252});
+        island.show({1136, 252});
         // Nothing that the island shows is blue alone, and its shadow only darkens it.
         scene.window().setColor(Qt::blue);
-        shape = scene.view().property("outline").value<NotchOutline*>();
+        shape = &island.outline();
     }
 
     /// Pixels of what the island shows that lie more than half a pixel outside its outline. The hairline

@@ -257,6 +257,109 @@ TEST_F(NotchWindowControllerTest, AWaitThatEndsCountsAsNewWhenItComesBack) {
     EXPECT_THAT(platform.sound.played, SizeIs(2));
 }
 
+TEST_F(NotchWindowControllerTest, AnotherSessionsWaitSoundsThoughTheAlertIsUpAlready) {
+    settings.set(SettingsKeys::claudeApprovalSound, true);
+    start();
+    letWait(1);
+    claude.publish({FakeMonitor::session("s1", ClaudeStatus::NeedsApproval{"", 1}),
+                    FakeMonitor::session("s2", ClaudeStatus::NeedsApproval{"", 2})},
+                   {});
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+    EXPECT_THAT(platform.sound.played, ElementsAre("Glass", "Glass"));
+}
+
+/// How often the island was judged for what a test does.
+class JudgementTest : public NotchWindowControllerTest {
+  protected:
+    JudgementTest() { start(); }
+    template <class Change>
+    [[nodiscard]] std::uint64_t judgementsFor(Change change) {
+        const std::uint64_t before = controller.judgements();
+        change();
+        return controller.judgements() - before;
+    }
+    void letWork(const std::string& id = "s1") {
+        claude.publish({FakeMonitor::session(id, ClaudeStatus::Working{platform.time.now()})}, {});
+    }
+};
+
+TEST_F(JudgementTest, ASessionThatBeginsToWaitIsJudgedOnce) {
+    EXPECT_EQ(judgementsFor([this] { letWait(1); }), 1u);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+}
+
+TEST_F(JudgementTest, ASessionThatStopsWorkingInOrderToWaitIsJudgedOnceThoughTheMachineMaySleepAgain) {
+    settings.set(SettingsKeys::keepAwakeWhileClaude, true);
+    letWork();
+    ASSERT_TRUE(controller.keepAwake().state().claudeIsWorking);
+    EXPECT_EQ(judgementsFor([this] { letWait(1); }), 1u);
+    EXPECT_FALSE(controller.keepAwake().state().claudeIsWorking);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+}
+
+TEST_F(JudgementTest, ARequestOfASessionThatWaitsIsJudgedOnce) {
+    letWait(1);
+    EXPECT_EQ(judgementsFor([this] {
+                  claude.publish(claude.summaries(), {FakeMonitor::request("r", platform.time.now())});
+              }),
+              1u);
+    EXPECT_EQ(controller.model()->islandWidth(), 520);
+}
+
+TEST_F(JudgementTest, ASettingIsJudgedOnceWithANewLayoutToo) {
+    EXPECT_EQ(judgementsFor([this] { settings.set(SettingsKeys::claudeApprovalAlerts, false); }), 1u);
+    EXPECT_EQ(judgementsFor([this] { settings.set(SettingsKeys::displayChoice, std::string("main")); }), 1u);
+}
+
+TEST_F(JudgementTest, ThePointerChangesNothingThatIsJudged) {
+    EXPECT_EQ(judgementsFor([this] { openByHover(); }), 0u);
+    EXPECT_EQ(judgementsFor([this] { platform.mouse.moveTo(farAway); }), 0u);
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(JudgementTest, TheRacksWidthAndEditModeReachTheIslandWithoutAJudgement) {
+    openByHover();
+    const double height = controller.model()->islandHeight();
+    EXPECT_EQ(judgementsFor([this] { controller.rack().enterEditing(); }), 0u);
+    EXPECT_EQ(controller.model()->islandHeight(), height + NotchGeometry::editTrayHeight);
+    platform.mouse.moveTo(inOpenIsland);
+    EXPECT_EQ(judgementsFor([this] { controller.rack().exitEditing(); }), 0u);
+    EXPECT_EQ(controller.model()->islandHeight(), height) << "and the pointer keeps it open";
+    EXPECT_EQ(judgementsFor([this] { settings.set(SettingsKeys::widgetLayout, std::string("clock")); }), 1u);
+    EXPECT_EQ(controller.model()->islandWidth(), controller.rack().islandWidth());
+}
+
+TEST_F(JudgementTest, WithoutAScreenItIsJudgedAllTheSame) {
+    platform.displays.screens.clear();
+    emit platform.displays.changed();
+    EXPECT_EQ(judgementsFor([this] { letWait(1); }), 1u);
+    EXPECT_EQ(controller.closedActivity(), LiveActivityKind::claudeAlert);
+}
+
+TEST_F(JudgementTest, WhatKeptTheMachineAwakeLeavesTheWingsAtItsEnd) {
+    controller.keepAwake().start(60);
+    EXPECT_EQ(state(), IslandState::keepAwakeActivity);
+    platform.advance(59);
+    EXPECT_EQ(state(), IslandState::keepAwakeActivity);
+    platform.advance(1);
+    EXPECT_EQ(state(), IslandState::closed);
+    EXPECT_EQ(controller.closedActivity(), LiveActivityKind::none);
+}
+
+TEST_F(JudgementTest, AFinishedTimersAlertGoesAtTheEndOfItsTime) {
+    controller.timer().select(1);
+    controller.timer().start();
+    EXPECT_EQ(state(), IslandState::liveActivity);
+    platform.advance(59.9);
+    EXPECT_EQ(state(), IslandState::liveActivity);
+    platform.advance(0.1);
+    EXPECT_EQ(state(), IslandState::alert);
+    platform.advance(TimerModel::alertLength - 0.1);
+    EXPECT_EQ(state(), IslandState::alert);
+    platform.advance(0.1);
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
 TEST_F(NotchWindowControllerTest, HoverDelayActsWithoutANewLayout) {
     start();
     settings.set(SettingsKeys::hoverDelay, 0.5);

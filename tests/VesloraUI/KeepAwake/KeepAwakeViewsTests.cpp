@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The keep-awake widget and the wings, drawn and pressed.
 #include "VesloraUI/Style/VesloraStyle.h"
-#include "VesloraUI/Support/QtTextMeasuring.h"
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
 #include <QLocale>
 #include <QTest>
@@ -288,25 +287,13 @@ TEST_F(KeepAwakeWidgetTest, TheRackHoldsItInEitherSize) {
 
 class KeepAwakeActivityTest : public testing::Test {
   protected:
-    KeepAwakeActivityTest() {
-        scene.keepAwake.onChange = [this] { model.setClock(scene.platform.time.now()); };
-        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
-    }
-    void TearDown() override { scene.close(); }
-    /// Waits, with a deadline, until whatever left is gone.
-    [[nodiscard]] bool settles() {
-        return QTest::qWaitFor([this] { return !scene.itemWith("isLeaving", true); });
-    }
+    KeepAwakeActivityTest() { island.show(); }
+
+    [[nodiscard]] bool settles() const { return island.settles(); }
 
     Scene scene;
-    QtTextMeasuring measuring;
-    NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         {&scene.agents, &scene.keepAwake, &scene.timer},
-                         scene.rack,
-                         scene.sampler,
-                         scene.settings,
-                         measuring,
-                         scene.platform.time.now()};
+    SceneIsland island{scene};
+    NotchViewModel& model{island.model};
 };
 
 TEST_F(KeepAwakeActivityTest, ATimedSessionShowsWhatIsLeft) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraUI/Settings/SettingsScene.h"
 
-#include "VesloraUI/Island/Views.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Style/Views.h"
 
 #include <QTest>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The settings window, drawn and pressed.
 #include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
-#include "VesloraUI/Island/Views.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Style/Views.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QScreen>

@@ -4,7 +4,7 @@
 #include "VesloraUI/Support/QtTextMeasuring.h"
 #include "VesloraUI/Timer/RunningTimerPresenter.h"
 #include "tests/VesloraUI/Fixtures/AnimationTime.h"
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -465,21 +465,11 @@ TEST_F(RollingTimeTest, InTheWingsItIsAsWideAsItWasMeasured) {
 /// The whole island with a timer, on a screen without a notch.
 class TimerIslandTest : public TimerViewTest {
   protected:
-    TimerIslandTest() {
-        scene.timer.onPresentationChange = [this] { model.setClock(scene.platform.time.now()); };
-    }
-
     void showIsland() {
-        scene.show("Island/NotchView.qml", {{"model", QVariant::fromValue(&model)}}, {1134, 250});
+        island.show();
         ASSERT_TRUE(settles());
     }
-    [[nodiscard]] bool settles() const {
-        const auto* shape = scene.view().property("outline").value<QQuickItem*>();
-        return QTest::qWaitFor([&] {
-            return shape->width() == model.islandWidth() && shape->height() == model.islandHeight() &&
-                   !scene.itemWith("isLeaving", true);
-        });
-    }
+    [[nodiscard]] bool settles() const { return island.settles(); }
     /// Whether a frame is drawn within a moment in which nothing is due.
     [[nodiscard]] bool draws() {
         constexpr int moment = 150;
@@ -487,14 +477,9 @@ class TimerIslandTest : public TimerViewTest {
         return QTest::qWaitFor([&] { return frames.count() > 0; }, moment);
     }
 
-    QtTextMeasuring measuring;
-    NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics),
-                         {&scene.agents, &scene.keepAwake, &scene.timer},
-                         scene.rack,
-                         scene.sampler,
-                         scene.settings,
-                         measuring,
-                         scene.platform.time.now()};
+    SceneIsland island{scene};
+    NotchViewModel& model{island.model};
+    const QtTextMeasuring& measuring{island.measuring};
 };
 
 TEST_F(TimerIslandTest, TheWingsTellOfATimerThatRuns) {
