@@ -2,28 +2,23 @@
 #include "VesloraUI/KeepAwake/KeepAwakeActivityPresenter.h"
 
 #include "VesloraCore/KeepAwake/KeepAwakeText.h"
-#include "VesloraUI/Platform/Observable.h"
 
 namespace veslora {
 
-void KeepAwakeActivityPresenter::componentComplete() {
-    m_isComplete = true;
-    connect(m_keepAwake, &KeepAwakeModel::stateChanged, this, &KeepAwakeActivityPresenter::read);
-    read();
+void KeepAwakeActivityPresenter::start() {
+    follow(m_keepAwake, &KeepAwakeModel::stateChanged);
 }
 
 void KeepAwakeActivityPresenter::setDate(double date) {
     m_date = date;
-    read();
+    refresh();
 }
 
 void KeepAwakeActivityPresenter::read() {
-    if (!m_isComplete || !m_keepAwake->isOn()) {
-        return;
+    if (m_keepAwake->isOn()) {
+        const auto left = m_keepAwake->remaining();
+        show(m_text, left ? QString::fromStdString(KeepAwakeText::shortText(*left)) : QString());
     }
-    const auto left = m_keepAwake->remaining();
-    const QString text = left ? QString::fromStdString(KeepAwakeText::shortText(*left)) : QString();
-    assign(this, m_text, text, &KeepAwakeActivityPresenter::textChanged);
 }
 
 } // namespace veslora

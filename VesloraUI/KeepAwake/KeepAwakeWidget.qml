@@ -119,7 +119,7 @@ Item {
                 symbolSize: 17
                 text: modelData.symbol === "" ? modelData.label : modelData.helpText
                 width: widget.isWide ? implicitWidth : VesloraStyle.smallKeyWidths[index]
-                onClicked: presenter.start(index)
+                onClicked: presenter.startPreset(index)
             }
         }
     }

@@ -2,8 +2,6 @@
 #include "VesloraUI/KeepAwake/KeepAwakeWidgetPresenter.h"
 
 #include "VesloraCore/KeepAwake/KeepAwakeText.h"
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Support/LocalTime.h"
 
 namespace veslora {
@@ -12,50 +10,43 @@ namespace {
 
 constexpr double hour = 3600;
 
-using Presenter = KeepAwakeWidgetPresenter;
+using Texts = KeepAwakeWidgetPresenter;
 
 QString label(double seconds) {
-    return seconds < hour ? Presenter::tr("%1M").arg(static_cast<int>(seconds / 60))
-                          : Presenter::tr("%1H").arg(static_cast<int>(seconds / hour));
+    return seconds < hour ? Texts::tr("%1M").arg(static_cast<int>(seconds / 60))
+                          : Texts::tr("%1H").arg(static_cast<int>(seconds / hour));
 }
 
 KeepAwakePreset presetOf(std::optional<double> seconds) {
     if (!seconds) {
-        return {QStringLiteral("∞"), Presenter::tr("Stay awake until stopped"), QStringLiteral("infinity")};
+        return {QStringLiteral("∞"), Texts::tr("Stay awake until stopped"), QStringLiteral("infinity")};
     }
-    return {label(*seconds), Presenter::tr("Stay awake for %1").arg(label(*seconds)), {}};
+    return {label(*seconds), Texts::tr("Stay awake for %1").arg(label(*seconds)), {}};
 }
 
 } // namespace
 
-void KeepAwakeWidgetPresenter::componentComplete() {
-    m_isComplete = true;
-    connect(m_keepAwake, &KeepAwakeModel::stateChanged, this, &KeepAwakeWidgetPresenter::read);
-    connect(m_keepAwake, &KeepAwakeModel::holdChanged, this, &KeepAwakeWidgetPresenter::read);
-    read();
+void KeepAwakeWidgetPresenter::start() {
+    follow(m_keepAwake, &KeepAwakeModel::stateChanged, &KeepAwakeModel::holdChanged);
 }
 
 void KeepAwakeWidgetPresenter::setDate(double date) {
     m_date = date;
-    read();
+    refresh();
 }
 
 void KeepAwakeWidgetPresenter::read() {
-    if (!m_isComplete) {
-        return;
-    }
     const KeepAwakeState& state = m_keepAwake->state();
     const auto remaining = m_keepAwake->remaining();
     const bool isOn = m_keepAwake->isOn();
-    const Session session{.isLit = isOn || m_keepAwake->hold(),
-                          .isOn = isOn,
-                          .isTimed = remaining.has_value(),
-                          .isIndefinite = state.isIndefinite,
-                          .whileClaudeWorks = state.whileClaudeWorks};
-    assign(this, m_session, session, &KeepAwakeWidgetPresenter::sessionChanged);
-    assign(this, m_timeText, QString::fromStdString(KeepAwakeText::remaining(remaining, state.isIndefinite)),
-           &KeepAwakeWidgetPresenter::timeTextChanged);
-    assign(this, m_detail, currentDetail(), &KeepAwakeWidgetPresenter::detailChanged);
+    show(m_shown,
+         {.timeText = QString::fromStdString(KeepAwakeText::remaining(remaining, state.isIndefinite)),
+          .detail = currentDetail(),
+          .isLit = isOn || m_keepAwake->hold(),
+          .isOn = isOn,
+          .isTimed = remaining.has_value(),
+          .isIndefinite = state.isIndefinite,
+          .whileClaudeWorks = state.whileClaudeWorks});
 }
 
 QString KeepAwakeWidgetPresenter::currentDetail() const {
@@ -80,7 +71,7 @@ QVariantList KeepAwakeWidgetPresenter::presets() {
     return result;
 }
 
-void KeepAwakeWidgetPresenter::start(int preset) {
+void KeepAwakeWidgetPresenter::startPreset(int preset) {
     const auto place = static_cast<std::size_t>(preset);
     if (place < KeepAwakeState::presets.size()) {
         m_keepAwake->start(KeepAwakeState::presets[place]);
@@ -91,7 +82,7 @@ void KeepAwakeWidgetPresenter::adjust(int steps) {
     const auto before = m_keepAwake->remaining();
     m_keepAwake->adjust(steps);
     if (m_keepAwake->remaining() != before) {
-        ViewEnvironment::of(qmlEngine(this)).haptics().perform(HapticPattern::alignment);
+        environment().haptics().perform(HapticPattern::alignment);
     }
 }
 

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/TimerSettingsPresenter.h"
 
-#include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,20 +12,17 @@ namespace veslora {
 
 using SettingsKeys::timerSounds;
 
-void TimerSettingsPresenter::componentComplete() {
-    const ViewEnvironment& environment = ViewEnvironment::of(qmlEngine(this));
-    m_settings = &environment.settings();
-    m_player = &environment.sounds();
-    connect(m_settings, &Defaults::changed, this, &TimerSettingsPresenter::readSettings);
-    readSettings();
+void TimerSettingsPresenter::start() {
+    m_settings = &environment().settings();
+    m_player = &environment().sounds();
+    follow(m_settings, &Defaults::changed);
 }
 
-void TimerSettingsPresenter::readSettings() {
+void TimerSettingsPresenter::read() {
     const auto stored = m_settings->stringValue(SettingsKeys::timerSound);
     const auto* const found = std::ranges::find_if(timerSounds, [&](auto name) { return stored == name; });
-    const int place =
-        found == timerSounds.end() ? -1 : static_cast<int>(std::distance(timerSounds.begin(), found));
-    assign(this, m_sound, place, &TimerSettingsPresenter::soundChanged);
+    show(m_sound,
+         found == timerSounds.end() ? -1 : static_cast<int>(std::distance(timerSounds.begin(), found)));
 }
 
 QList<QString> TimerSettingsPresenter::sounds() {

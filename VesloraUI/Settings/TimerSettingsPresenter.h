@@ -2,9 +2,9 @@
 // The sounds that may end a timer, ready to be picked from; the one that is picked is heard once.
 #pragma once
 
+#include "VesloraUI/Support/Presenter.h"
+
 #include <QList>
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
@@ -12,20 +12,16 @@ namespace veslora {
 class Defaults;
 class SoundPlaying;
 
-class TimerSettingsPresenter : public QObject, public QQmlParserStatus {
+class TimerSettingsPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     /// As people read them.
     Q_PROPERTY(QList<QString> sounds READ sounds CONSTANT FINAL)
     /// The place of the stored one among them; -1 for a text that names none of them.
-    Q_PROPERTY(int sound READ sound NOTIFY soundChanged FINAL)
+    Q_PROPERTY(int sound READ sound NOTIFY changed FINAL)
 
   public:
-    using QObject::QObject;
-
-    void classBegin() override {}
-    void componentComplete() override;
+    using Presenter::Presenter;
 
     [[nodiscard]] static QList<QString> sounds();
     [[nodiscard]] int sound() const { return m_sound; }
@@ -34,12 +30,11 @@ class TimerSettingsPresenter : public QObject, public QQmlParserStatus {
     /// there is not does nothing.
     Q_INVOKABLE void chooseSound(int place);
 
-  signals:
-    void soundChanged();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
-    void readSettings();
-
     Defaults* m_settings = nullptr;
     SoundPlaying* m_player = nullptr;
     int m_sound = -1;

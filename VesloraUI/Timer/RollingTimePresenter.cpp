@@ -2,7 +2,6 @@
 #include "VesloraUI/Timer/RollingTimePresenter.h"
 
 #include "VesloraCore/Timer/TimerFormat.h"
-#include "VesloraUI/Platform/Observable.h"
 
 #include <algorithm>
 
@@ -10,8 +9,12 @@ namespace veslora {
 
 void RollingTimePresenter::setRemaining(double remaining) {
     m_remaining = remaining;
-    const QString text = QString::fromStdString(TimerFormat::remaining(remaining));
-    if (!assign(this, m_text, text, &RollingTimePresenter::textChanged)) {
+    refresh();
+}
+
+void RollingTimePresenter::read() {
+    const QString text = QString::fromStdString(TimerFormat::remaining(m_remaining));
+    if (!show(m_text, text)) {
         return;
     }
     std::vector<RollingPiece> pieces;

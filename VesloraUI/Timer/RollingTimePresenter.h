@@ -2,10 +2,9 @@
 // A time left, in pieces of which each digit is one, so that a digit that changes can roll in its own place.
 #pragma once
 
+#include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Support/RowModel.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 #include <vector>
@@ -31,25 +30,26 @@ struct RollingPiece {
     bool operator==(const RollingPiece&) const = default;
 };
 
-class RollingTimePresenter : public QObject {
+class RollingTimePresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
     /// Seconds.
     Q_PROPERTY(double remaining MEMBER m_remaining WRITE setRemaining REQUIRED FINAL)
-    Q_PROPERTY(QString text READ text NOTIFY textChanged FINAL)
+    Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     /// All of `text`, from its left.
     Q_PROPERTY(QAbstractItemModel* pieces READ pieces CONSTANT FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
 
     void setRemaining(double remaining);
 
     [[nodiscard]] QString text() const { return m_text; }
     [[nodiscard]] QAbstractItemModel* pieces() { return &m_pieces; }
 
-  signals:
-    void textChanged();
+  protected:
+    void start() override {}
+    void read() override;
 
   private:
     [[nodiscard]] RollingPiece pieceAt(int place, QChar character) const;

@@ -2,8 +2,6 @@
 #include "VesloraUI/Timer/RunningTimerPresenter.h"
 
 #include "VesloraCore/Timer/TimerFlicker.h"
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <cmath>
 
@@ -22,43 +20,39 @@ double visible(double fraction, double width) {
 
 } // namespace
 
-void RunningTimerPresenter::componentComplete() {
-    m_isComplete = true;
-    connect(m_timer, &TimerModel::countdownChanged, this, &RunningTimerPresenter::readTimer);
-    readTimer();
+void RunningTimerPresenter::start() {
+    follow(m_timer, &TimerModel::countdownChanged);
 }
 
 void RunningTimerPresenter::setDate(double date) {
     m_date = date;
-    if (m_isComplete && m_timer->countdown()) {
-        show(*m_timer->countdown(), date);
+    if (isComplete()) {
+        readAt(date);
     }
 }
 
 void RunningTimerPresenter::setFuseWidth(double width) {
     m_fuseWidth = width;
-    readTimer();
+    refresh();
 }
 
 /// Between two ticks too: a key that was pressed shows its effect at once.
-void RunningTimerPresenter::readTimer() {
-    if (m_isComplete && m_timer->countdown()) {
-        show(*m_timer->countdown(), ViewEnvironment::of(qmlEngine(this)).scheduler().now());
+void RunningTimerPresenter::read() {
+    readAt(environment().scheduler().now());
+}
+
+void RunningTimerPresenter::readAt(Timestamp date) {
+    if (const auto& countdown = m_timer->countdown()) {
+        show(m_shown, {.remaining = std::ceil(countdown->remaining(date)),
+                       .fraction = std::fmin(visible(countdown->fractionRemaining(date), m_fuseWidth), 1),
+                       .timeOpacity = flickerOpacity(*countdown, date),
+                       .isPaused = countdown->isPaused(),
+                       .isUrgent = countdown->isUrgent(date)});
     }
 }
 
-void RunningTimerPresenter::show(const Countdown& countdown, Timestamp date) {
-    using Presenter = RunningTimerPresenter;
-    assign(this, m_remaining, std::ceil(countdown.remaining(date)), &Presenter::remainingChanged);
-    assign(this, m_fraction, std::fmin(visible(countdown.fractionRemaining(date), m_fuseWidth), 1),
-           &Presenter::fractionChanged);
-    assign(this, m_timeOpacity, flickerOpacity(countdown, date), &Presenter::timeOpacityChanged);
-    assign(this, m_isPaused, countdown.isPaused(), &Presenter::isPausedChanged);
-    assign(this, m_isUrgent, countdown.isUrgent(date), &Presenter::isUrgentChanged);
-}
-
 void RunningTimerPresenter::togglePause() {
-    if (m_isPaused) {
+    if (m_shown.isPaused) {
         m_timer->resume();
     } else {
         m_timer->pause();

@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Timer/TimerDoneAlertPresenter.h"
 
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
-
 namespace veslora {
 
-void TimerDoneAlertPresenter::componentComplete() {
-    assign(this, m_duration, m_timer->lastDuration().value_or(0), &TimerDoneAlertPresenter::durationChanged);
+/// The alert is of the timer that has just finished, whatever timer follows it.
+void TimerDoneAlertPresenter::read() {
+    show(m_shown, {.duration = m_timer->lastDuration().value_or(0), .isFuseLit = m_shown.isFuseLit});
     flicker(2 * flickers);
 }
 
 void TimerDoneAlertPresenter::flicker(int turns) {
-    assign(this, m_isFuseLit, turns % 2 != 0, &TimerDoneAlertPresenter::isFuseLitChanged);
+    show(m_shown, {.duration = m_shown.duration, .isFuseLit = turns % 2 != 0});
     if (turns > 1) {
-        Scheduler& scheduler = ViewEnvironment::of(qmlEngine(this)).scheduler();
-        m_flickerTask = scheduler.after(flickerLength, [this, turns] { flicker(turns - 1); });
+        m_flickerTask = environment().scheduler().after(flickerLength, [this, turns] { flicker(turns - 1); });
     }
 }
 

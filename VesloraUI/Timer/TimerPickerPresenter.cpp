@@ -2,25 +2,22 @@
 #include "VesloraUI/Timer/TimerPickerPresenter.h"
 
 #include "VesloraCore/Timer/TimerLengths.h"
-#include "VesloraUI/Platform/Observable.h"
 
 #include <QLocale>
 
 namespace veslora {
 
-void TimerPickerPresenter::componentComplete() {
-    connect(m_timer, &TimerModel::isShowingDoneChanged, this, &TimerPickerPresenter::readTimer);
-    connect(m_timer, &TimerModel::selectedMinutesChanged, this, &TimerPickerPresenter::readTimer);
-    readTimer();
+void TimerPickerPresenter::start() {
+    follow(m_timer, &TimerModel::isShowingDoneChanged, &TimerModel::selectedMinutesChanged);
 }
 
-void TimerPickerPresenter::readTimer() {
+void TimerPickerPresenter::read() {
     const bool isUp = m_timer->isShowingDone();
     const int minutes = m_timer->selectedMinutes();
-    m_fraction = TimerLengths::fraction(minutes);
-    assign(this, m_caption, isUp ? tr("Time's up") : tr("Timer"), &TimerPickerPresenter::captionChanged);
-    assign(this, m_hasHint, m_isWide || !isUp, &TimerPickerPresenter::hasHintChanged);
-    assign(this, m_seconds, minutes * 60.0, &TimerPickerPresenter::secondsChanged);
+    show(m_shown, {.caption = isUp ? tr("Time's up") : tr("Timer"),
+                   .hasHint = m_isWide || !isUp,
+                   .seconds = minutes * 60.0,
+                   .fraction = TimerLengths::fraction(minutes)});
 }
 
 int TimerPickerPresenter::segments() {

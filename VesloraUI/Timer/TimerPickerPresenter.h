@@ -2,60 +2,57 @@
 // The length that the idle timer offers, ready for display.
 #pragma once
 
+#include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Timer/TimerModel.h"
 
 #include <QList>
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
 
-class TimerPickerPresenter : public QObject, public QQmlParserStatus {
+class TimerPickerPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::TimerModel* timer MEMBER m_timer REQUIRED FINAL)
     Q_PROPERTY(bool isWide MEMBER m_isWide REQUIRED FINAL)
-    Q_PROPERTY(QString caption READ caption NOTIFY captionChanged FINAL)
+    Q_PROPERTY(QString caption READ caption NOTIFY changed FINAL)
     /// Whether there is room to tell how the length is set.
-    Q_PROPERTY(bool hasHint READ hasHint NOTIFY hasHintChanged FINAL)
-    Q_PROPERTY(double seconds READ seconds NOTIFY secondsChanged FINAL)
+    Q_PROPERTY(bool hasHint READ hasHint NOTIFY changed FINAL)
+    Q_PROPERTY(double seconds READ seconds NOTIFY changed FINAL)
     /// How far up the ladder of lengths it stands.
-    Q_PROPERTY(double fraction READ fraction NOTIFY secondsChanged FINAL)
+    Q_PROPERTY(double fraction READ fraction NOTIFY changed FINAL)
     Q_PROPERTY(int segments READ segments CONSTANT FINAL)
     Q_PROPERTY(QList<int> presets READ presets CONSTANT FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
 
-    void classBegin() override {}
-    void componentComplete() override;
-
-    [[nodiscard]] QString caption() const { return m_caption; }
-    [[nodiscard]] bool hasHint() const { return m_hasHint; }
-    [[nodiscard]] double seconds() const { return m_seconds; }
-    [[nodiscard]] double fraction() const { return m_fraction; }
+    [[nodiscard]] QString caption() const { return m_shown.caption; }
+    [[nodiscard]] bool hasHint() const { return m_shown.hasHint; }
+    [[nodiscard]] double seconds() const { return m_shown.seconds; }
+    [[nodiscard]] double fraction() const { return m_shown.fraction; }
     [[nodiscard]] static int segments();
     /// Minutes.
     [[nodiscard]] static QList<int> presets();
 
     Q_INVOKABLE [[nodiscard]] static QString presetHelp(int minutes);
 
-  signals:
-    void captionChanged();
-    void hasHintChanged();
-    void secondsChanged();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
-    void readTimer();
+    struct Shown {
+        QString caption;
+        bool hasHint = true;
+        double seconds = 0;
+        double fraction = 0;
+        bool operator==(const Shown&) const = default;
+    };
 
     TimerModel* m_timer = nullptr;
     bool m_isWide = false;
-    QString m_caption;
-    bool m_hasHint = true;
-    double m_seconds = 0;
-    double m_fraction = 0;
+    Shown m_shown;
 };
 
 } // namespace veslora

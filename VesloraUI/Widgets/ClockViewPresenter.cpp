@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/ClockViewPresenter.h"
 
-#include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Support/LocalTime.h"
 
@@ -31,23 +30,26 @@ double usualWidth(const std::vector<ClockPiece>& pieces) {
 
 void ClockViewPresenter::setDate(double date) {
     m_date = date;
-    assign(this, m_dateText, LocalTime::shortDate(date), &ClockViewPresenter::dateTextChanged);
-    if (assign(this, m_timeText, LocalTime::shortTime(date), &ClockViewPresenter::timeTextChanged)) {
-        m_pieces.assign(piecesOf(m_timeText));
-        fit();
-    }
+    refresh();
 }
 
 void ClockViewPresenter::setAvailableWidth(double width) {
     m_availableWidth = width;
-    fit();
+    refresh();
 }
 
-void ClockViewPresenter::fit() {
-    // A time without letters, which there is before the first, needs no room.
+void ClockViewPresenter::read() {
+    const QString time = LocalTime::shortTime(m_date);
+    if (time != m_shown.timeText) {
+        m_pieces.assign(piecesOf(time));
+    }
+    show(m_shown, {.dateText = LocalTime::shortDate(m_date), .timeText = time, .fontSize = fittingSize()});
+}
+
+int ClockViewPresenter::fittingSize() const {
+    // A time without letters needs no room.
     const double needed = std::max(usualWidth(m_pieces.rows()), 1.0);
-    const int size = static_cast<int>(usualSize * std::clamp(m_availableWidth / needed, leastShare, 1.0));
-    assign(this, m_fontSize, size, &ClockViewPresenter::fontSizeChanged);
+    return static_cast<int>(usualSize * std::clamp(m_availableWidth / needed, leastShare, 1.0));
 }
 
 std::vector<ClockPiece> ClockViewPresenter::piecesOf(const QString& time) {

@@ -55,16 +55,14 @@ MetersWidgetPresenter::~MetersWidgetPresenter() {
     setOnScreen(false);
 }
 
-void MetersWidgetPresenter::componentComplete() {
-    connect(m_sampler, &SystemSampler::changed, this, &MetersWidgetPresenter::readSampler);
-    m_isComplete = true;
+void MetersWidgetPresenter::start() {
+    follow(m_sampler.data(), &SystemSampler::changed);
     look();
-    readSampler();
 }
 
 void MetersWidgetPresenter::setOnScreen(bool isOnScreen) {
     m_isOnScreen = isOnScreen;
-    if (m_isComplete) {
+    if (isComplete()) {
         look();
     }
 }
@@ -82,7 +80,7 @@ void MetersWidgetPresenter::look() {
     }
 }
 
-void MetersWidgetPresenter::readSampler() {
+void MetersWidgetPresenter::read() {
     m_rows.assign(freshRows());
 }
 

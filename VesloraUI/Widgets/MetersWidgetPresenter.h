@@ -2,12 +2,11 @@
 // The meters widget, ready for display. While it is on screen it is one of the sampler's viewers.
 #pragma once
 
+#include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Support/RowModel.h"
 #include "VesloraUI/Widgets/SystemSampler.h"
 
-#include <QObject>
 #include <QPointer>
-#include <QQmlEngine>
 #include <QString>
 
 #include <vector>
@@ -35,10 +34,9 @@ struct MeterRow {
     bool operator==(const MeterRow&) const = default;
 };
 
-class MetersWidgetPresenter : public QObject, public QQmlParserStatus {
+class MetersWidgetPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_DISABLE_COPY_MOVE(MetersWidgetPresenter)
     Q_PROPERTY(veslora::SystemSampler* sampler READ sampler WRITE setSampler REQUIRED FINAL)
     Q_PROPERTY(bool isOnScreen MEMBER m_isOnScreen WRITE setOnScreen REQUIRED FINAL)
@@ -46,11 +44,8 @@ class MetersWidgetPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
     ~MetersWidgetPresenter() override;
-
-    void classBegin() override {}
-    void componentComplete() override;
 
     [[nodiscard]] SystemSampler* sampler() const { return m_sampler; }
     void setSampler(SystemSampler* sampler) { m_sampler = sampler; }
@@ -58,14 +53,16 @@ class MetersWidgetPresenter : public QObject, public QQmlParserStatus {
 
     [[nodiscard]] QAbstractItemModel* rows() { return &m_rows; }
 
+  protected:
+    void start() override;
+    void read() override;
+
   private:
     void look();
-    void readSampler();
     [[nodiscard]] std::vector<MeterRow> freshRows() const;
 
     QPointer<SystemSampler> m_sampler;
     bool m_isOnScreen = false;
-    bool m_isComplete = false;
     bool m_isViewer = false;
     RowModel<MeterRow> m_rows{"row"};
 };

@@ -29,9 +29,8 @@ double gapsOf(std::size_t modules) {
 
 } // namespace
 
-void RackPresenter::componentComplete() {
-    connect(m_rack, &RackModel::changed, this, &RackPresenter::readRack);
-    readRack();
+void RackPresenter::start() {
+    follow(m_rack, &RackModel::changed);
 }
 
 void RackPresenter::setAvailableWidth(double width) {
@@ -46,7 +45,7 @@ std::vector<WidgetEntry> RackPresenter::page() const {
                          : pages[static_cast<std::size_t>(std::min(m_rack->page(), last))];
 }
 
-void RackPresenter::readRack() {
+void RackPresenter::read() {
     std::vector<RackEntry> entries;
     for (const WidgetEntry& entry : page()) {
         entries.push_back({QString::fromUtf8(rawValue(entry.id)), QString::fromUtf8(title(entry.id)),

@@ -2,11 +2,10 @@
 // The page of the rack that shows, ready for display.
 #pragma once
 
+#include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Support/RowModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
@@ -29,10 +28,9 @@ struct RackEntry {
     bool operator==(const RackEntry&) const = default;
 };
 
-class RackPresenter : public QObject, public QQmlParserStatus {
+class RackPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::RackModel* rack MEMBER m_rack REQUIRED FINAL)
     /// Points that the modules may spread over.
     Q_PROPERTY(double availableWidth MEMBER m_availableWidth WRITE setAvailableWidth REQUIRED FINAL)
@@ -41,10 +39,7 @@ class RackPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed FINAL)
 
   public:
-    using QObject::QObject;
-
-    void classBegin() override {}
-    void componentComplete() override;
+    using Presenter::Presenter;
 
     void setAvailableWidth(double width);
 
@@ -55,11 +50,11 @@ class RackPresenter : public QObject, public QQmlParserStatus {
     /// There is no widget at all, and nobody is about to add one.
     [[nodiscard]] bool isEmpty() const;
 
-  signals:
-    void changed();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
-    void readRack();
     [[nodiscard]] std::vector<WidgetEntry> page() const;
     [[nodiscard]] double spare(const std::vector<RackEntry>& entries) const;
 

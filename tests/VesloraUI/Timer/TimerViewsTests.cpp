@@ -14,6 +14,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace veslora {
 namespace {
 
@@ -343,11 +345,15 @@ TEST_F(RunningTimerTest, TheFuseMovesOnlyWhereItCouldBeSeen) {
     auto* presenter = scene.view().findChild<RunningTimerPresenter*>();
     ASSERT_TRUE(presenter);
     EXPECT_EQ(presenter->fraction(), 1);
-    QSignalSpy moved(presenter, &RunningTimerPresenter::fractionChanged);
-    QSignalSpy counted(presenter, &RunningTimerPresenter::remainingChanged);
+    std::set<double> fractions{1};
+    std::set<double> counts;
+    QObject::connect(presenter, &RunningTimerPresenter::changed, [&] {
+        fractions.insert(presenter->fraction());
+        counts.insert(presenter->remaining());
+    });
     scene.advance(46);
-    EXPECT_EQ(counted.count(), 46);
-    EXPECT_EQ(moved.count(), 1) << "half a point each 23 seconds, the first at the first tick";
+    EXPECT_EQ(counts.size(), 46u);
+    EXPECT_EQ(fractions.size(), 2u) << "half a point each 23 seconds, the first at the first tick";
 }
 
 TEST_F(RunningTimerTest, TheRackHoldsItInEitherSize) {
