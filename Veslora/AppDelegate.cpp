@@ -12,24 +12,23 @@ namespace veslora {
 
 namespace {
 
-AgentMonitorSeams seamsOf(Platform& platform) {
-    return {platform.directories(),
-            platform.scheduler(),
-            platform.files(),
-            platform.directoryWatcher(),
-            platform.processes(),
-            platform.hostApplications(),
-            platform.terminalMultiplexer(),
+AgentMonitorSeams seamsOf(const Platform& platform) {
+    return {platform.directories,
+            platform.scheduler,
+            platform.files,
+            platform.directoryWatcher,
+            platform.processes,
+            platform.hostApplications,
+            platform.terminalMultiplexer,
             std::make_shared<LocalCalendar>()};
 }
 
 } // namespace
 
-AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
+AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     : m_platform(platform), m_settings(settings),
-      m_environment(platform.scheduler(), platform.frameClock(), settings, platform.haptics(),
-                    platform.sounds()),
-      m_support(platform.files(), platform.directories().support, platform.directories().runtime),
+      m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds),
+      m_support(platform.files, platform.directories.support, platform.directories.runtime),
       m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
       m_agents(m_claude, &m_codex),
       m_notch(platform, m_measuring, settings, m_agents,
@@ -37,7 +36,7 @@ AppDelegate::AppDelegate(Platform& platform, Defaults& settings)
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {
     prepareEngine(m_engine, m_environment);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
-    QObject::connect(&platform.suspension(), &Suspension::didWake, &m_environment,
+    QObject::connect(&platform.suspension, &Suspension::didWake, &m_environment,
                      &ViewEnvironment::readClocks);
 }
 
@@ -86,18 +85,18 @@ std::string AppDelegate::statusLine() {
 
 void AppDelegate::showStatusMenu() {
     const auto text = [](const char* source) { return QCoreApplication::translate("StatusMenu", source); };
-    m_platform.statusMenu().show(QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
-                                 {
-                                     {.text = text("Settings…"),
-                                      .shortcut = QStringLiteral("Ctrl+,"),
-                                      .activate = [this] { openSettings(); }},
-                                     // Stays visible while nothing can check: there is no updater yet.
-                                     {.text = text("Check for Updates…"), .isEnabled = false},
-                                     {},
-                                     {.text = text("Quit Veslora"),
-                                      .shortcut = QStringLiteral("Ctrl+Q"),
-                                      .activate = [] { QCoreApplication::quit(); }},
-                                 });
+    m_platform.statusMenu.show(QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
+                               {
+                                   {.text = text("Settings…"),
+                                    .shortcut = QStringLiteral("Ctrl+,"),
+                                    .activate = [this] { openSettings(); }},
+                                   // Stays visible while nothing can check: there is no updater yet.
+                                   {.text = text("Check for Updates…"), .isEnabled = false},
+                                   {},
+                                   {.text = text("Quit Veslora"),
+                                    .shortcut = QStringLiteral("Ctrl+Q"),
+                                    .activate = [] { QCoreApplication::quit(); }},
+                               });
 }
 
 } // namespace veslora

@@ -19,7 +19,7 @@ namespace veslora {
 class AppDelegate {
   public:
     /// Builds all models; nothing of it runs yet.
-    AppDelegate(Platform& platform, Defaults& settings);
+    AppDelegate(const Platform& platform, Defaults& settings);
 
     void applicationDidFinishLaunching();
     /// The whole order of stopping; afterwards no script waits for an answer any more.
@@ -34,7 +34,7 @@ class AppDelegate {
     [[nodiscard]] std::string statusLine();
     void showStatusMenu();
 
-    Platform& m_platform;
+    Platform m_platform;
     Defaults& m_settings;
     ViewEnvironment m_environment;
     QQmlEngine m_engine;

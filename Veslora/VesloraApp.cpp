@@ -86,9 +86,10 @@ int askFromOutside(Command command, int argc, char** argv) {
 }
 
 int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
-    Defaults settings(platform.files(), platform.directoryWatcher(), platform.directories().configuration);
+    Defaults settings(platform.seams().files, platform.seams().directoryWatcher,
+                      platform.seams().directories.configuration);
     SettingsKeys::registerDefaults(settings);
-    AppDelegate delegate(platform, settings);
+    AppDelegate delegate(platform.seams(), settings);
     if (!instance.claim([&delegate](Command command) { return delegate.perform(command); })) {
         return report(ask(Command::settings));
     }
@@ -118,7 +119,7 @@ int runWith(SupportLock lock, int argc, char** argv) {
     if (!platform) {
         return refuseWithoutDisplay();
     }
-    SingleInstance instance(platform->scheduler(), std::move(lock), SessionBus::connection());
+    SingleInstance instance(platform->seams().scheduler, std::move(lock), SessionBus::connection());
     return runDelegate(*platform, instance);
 }
 

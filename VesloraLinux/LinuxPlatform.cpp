@@ -23,6 +23,8 @@
 
 #include <malloc.h>
 
+#include <optional>
+
 namespace veslora {
 namespace {
 
@@ -75,7 +77,36 @@ struct LinuxPlatform::Parts {
     TimerNotifier timerNotifier{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
+    /// Absent without a window system.
+    std::optional<Platform> seams = refer();
+
+  private:
+    [[nodiscard]] std::optional<Platform> refer();
 };
+
+std::optional<Platform> LinuxPlatform::Parts::refer() {
+    if (!windowSystem) {
+        return std::nullopt;
+    }
+    return Platform{.directories = directories,
+                    .scheduler = scheduler,
+                    .files = files,
+                    .directoryWatcher = directoryWatcher,
+                    .processes = processes,
+                    .hostApplications = windowSystem->hostApplications(),
+                    .terminalMultiplexer = multiplexer,
+                    .systemReadings = systemReadings,
+                    .suspension = suspension,
+                    .screens = windowSystem->screens(),
+                    .pointer = windowSystem->pointer(),
+                    .panel = windowSystem->panel(),
+                    .frameClock = windowSystem->frameClock(),
+                    .sounds = sounds,
+                    .haptics = haptics,
+                    .statusMenu = statusMenu,
+                    .power = power,
+                    .timerNotifier = timerNotifier};
+}
 
 void LinuxPlatform::prepareEnvironment() {
     // Wayland desktops are served through their X server, also where the session tells toolkits otherwise, as
@@ -104,67 +135,14 @@ bool LinuxPlatform::hasDisplay() {
 
 std::unique_ptr<LinuxPlatform> LinuxPlatform::make() {
     auto parts = std::make_unique<Parts>();
-    return parts->windowSystem ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)))
-                               : nullptr;
+    return parts->seams ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts))) : nullptr;
 }
 
 LinuxPlatform::LinuxPlatform(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
 LinuxPlatform::~LinuxPlatform() = default;
 
-const Directories& LinuxPlatform::directories() const {
-    return m_parts->directories;
-}
-Scheduler& LinuxPlatform::scheduler() {
-    return m_parts->scheduler;
-}
-Files& LinuxPlatform::files() {
-    return m_parts->files;
-}
-DirectoryWatcher& LinuxPlatform::directoryWatcher() {
-    return m_parts->directoryWatcher;
-}
-Processes& LinuxPlatform::processes() {
-    return m_parts->processes;
-}
-HostApplications& LinuxPlatform::hostApplications() {
-    return m_parts->windowSystem->hostApplications();
-}
-TerminalMultiplexer& LinuxPlatform::terminalMultiplexer() {
-    return m_parts->multiplexer;
-}
-SystemReadings& LinuxPlatform::systemReadings() {
-    return m_parts->systemReadings;
-}
-Suspension& LinuxPlatform::suspension() {
-    return m_parts->suspension;
-}
-Screens& LinuxPlatform::screens() {
-    return m_parts->windowSystem->screens();
-}
-Pointer& LinuxPlatform::pointer() {
-    return m_parts->windowSystem->pointer();
-}
-Panel& LinuxPlatform::panel() {
-    return m_parts->windowSystem->panel();
-}
-FrameClock& LinuxPlatform::frameClock() {
-    return m_parts->windowSystem->frameClock();
-}
-SoundPlaying& LinuxPlatform::sounds() {
-    return m_parts->sounds;
-}
-HapticPerforming& LinuxPlatform::haptics() {
-    return m_parts->haptics;
-}
-StatusMenu& LinuxPlatform::statusMenu() {
-    return m_parts->statusMenu;
-}
-PowerAsserting& LinuxPlatform::power() {
-    return m_parts->power;
-}
-
-TimerNotifying& LinuxPlatform::timerNotifier() {
-    return m_parts->timerNotifier;
+const Platform& LinuxPlatform::seams() const {
+    return *m_parts->seams;
 }
 
 } // namespace veslora

@@ -9,7 +9,7 @@
 
 namespace veslora {
 
-class LinuxPlatform final : public Platform {
+class LinuxPlatform {
   public:
     /// Sets what Qt reads from the environment, unless the user set it to what the program can work with: to
     /// be called before the application object is made.
@@ -24,28 +24,11 @@ class LinuxPlatform final : public Platform {
 
     /// Needs the application object. Null when no window system that the program knows is running.
     [[nodiscard]] static std::unique_ptr<LinuxPlatform> make();
-    ~LinuxPlatform() override;
+    ~LinuxPlatform();
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-    [[nodiscard]] const Directories& directories() const override;
-    [[nodiscard]] Scheduler& scheduler() override;
-    [[nodiscard]] Files& files() override;
-    [[nodiscard]] DirectoryWatcher& directoryWatcher() override;
-    [[nodiscard]] Processes& processes() override;
-    [[nodiscard]] HostApplications& hostApplications() override;
-    [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override;
-    [[nodiscard]] SystemReadings& systemReadings() override;
-    [[nodiscard]] Suspension& suspension() override;
-    [[nodiscard]] Screens& screens() override;
-    [[nodiscard]] Pointer& pointer() override;
-    [[nodiscard]] Panel& panel() override;
-    [[nodiscard]] FrameClock& frameClock() override;
-    [[nodiscard]] SoundPlaying& sounds() override;
-    [[nodiscard]] HapticPerforming& haptics() override;
-    [[nodiscard]] StatusMenu& statusMenu() override;
-    [[nodiscard]] PowerAsserting& power() override;
-    [[nodiscard]] TimerNotifying& timerNotifier() override;
+    [[nodiscard]] const Platform& seams() const;
 
   private:
     struct Parts;

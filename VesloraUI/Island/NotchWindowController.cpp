@@ -20,17 +20,16 @@ bool containPoint(const std::vector<Rect>& zones, Point point) {
 
 } // namespace
 
-NotchWindowController::NotchWindowController(Platform& platform, const TextMeasuring& measuring,
+NotchWindowController::NotchWindowController(const Platform& platform, const TextMeasuring& measuring,
                                              Defaults& settings, AgentsModel& agents, MakeContent makeContent)
     : m_platform(platform), m_settings(settings),
-      m_timer(settings,
-              {platform.scheduler(), platform.sounds(), platform.haptics(), &platform.timerNotifier()}),
-      m_rack(settings, platform.haptics()), m_sampler(platform.scheduler(), platform.systemReadings()),
-      m_agents(agents), m_keepAwake(settings, platform.power(), platform.scheduler()),
+      m_timer(settings, {platform.scheduler, platform.sounds, platform.haptics, &platform.timerNotifier}),
+      m_rack(settings, platform.haptics), m_sampler(platform.scheduler, platform.systemReadings),
+      m_agents(agents), m_keepAwake(settings, platform.power, platform.scheduler),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)) {}
 
 NotchWindowController::~NotchWindowController() {
-    m_platform.panel().setContent(nullptr);
+    m_platform.panel.setContent(nullptr);
 }
 
 void NotchWindowController::start() {
@@ -41,15 +40,15 @@ void NotchWindowController::start() {
     m_keepAwake.onChange = [this] { presentationChanged(); };
     m_agents.start();
     layout();
-    m_platform.panel().orderFront();
-    Pointer& pointer = m_platform.pointer();
+    m_platform.panel.orderFront();
+    Pointer& pointer = m_platform.pointer;
     m_observers = {
         connect(&m_settings, &Defaults::changed, this, &NotchWindowController::settingsChanged),
         connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
         connect(&pointer, &Pointer::released, this, &NotchWindowController::updateClickThrough),
         connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
-        connect(&m_platform.screens(), &Screens::changed, this, &NotchWindowController::layout),
-        connect(&m_platform.suspension(), &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
+        connect(&m_platform.screens, &Screens::changed, this, &NotchWindowController::layout),
+        connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
     };
     pointer.setTracking(true);
 }
@@ -63,11 +62,11 @@ void NotchWindowController::stop() {
     m_keepAwake.setClaudeIsWorking(false);
     m_timer.onPresentationChange = nullptr;
     m_openDelayTask.cancel();
-    m_platform.pointer().setTracking(false);
+    m_platform.pointer.setTracking(false);
     for (const QMetaObject::Connection& observer : std::exchange(m_observers, {})) {
         disconnect(observer);
     }
-    m_platform.panel().orderOut();
+    m_platform.panel.orderOut();
 }
 
 void NotchWindowController::judge() {
@@ -89,7 +88,7 @@ DisplayChoice NotchWindowController::displayChoice() const {
 }
 
 std::optional<ScreenInfo> NotchWindowController::targetScreen(DisplayChoice choice) const {
-    const auto screens = m_platform.screens().list();
+    const auto screens = m_platform.screens.list();
     if (screens.empty()) {
         return std::nullopt;
     }
@@ -98,7 +97,7 @@ std::optional<ScreenInfo> NotchWindowController::targetScreen(DisplayChoice choi
 }
 
 std::optional<Point> NotchWindowController::mouseLocation() const {
-    return m_screen ? m_platform.pointer().positionOn(*m_screen) : std::nullopt;
+    return m_screen ? m_platform.pointer.positionOn(*m_screen) : std::nullopt;
 }
 
 void NotchWindowController::layout() {
@@ -140,7 +139,7 @@ void NotchWindowController::showContent(const NotchGeometry& geometry) {
     auto model = std::make_unique<NotchViewModel>(geometry, m_models, presentation());
     model->setExpanded(m_tracker->isExpanded());
     IslandContent content = m_makeContent(*model);
-    Panel& panel = m_platform.panel();
+    Panel& panel = m_platform.panel;
     panel.place(*m_screen, geometry.windowFrame());
     panel.setContent(content.item.get());
     panel.setOutline(content.outline);
@@ -196,7 +195,7 @@ void NotchWindowController::playApprovalSoundIfNew() {
     m_soundedApprovals = approvals;
     if (haveNew && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
         m_settings.boolValue(SettingsKeys::claudeApprovalAlerts)) {
-        m_platform.sounds().play("Glass");
+        m_platform.sounds.play("Glass");
     }
 }
 
@@ -205,7 +204,7 @@ void NotchWindowController::editingChanged(bool isEditing) {
         m_tracker->setPinnedOpen(isEditing);
         m_tracker->isEditing = isEditing;
     }
-    m_platform.pointer().setWatchingPresses(isEditing);
+    m_platform.pointer.setWatchingPresses(isEditing);
     if (!isEditing) {
         if (m_model) {
             m_model->refresh();
@@ -250,12 +249,12 @@ void NotchWindowController::applyVisibility() {
     }
     m_isHidden = !isShown;
     if (isShown) {
-        m_platform.panel().orderFront();
+        m_platform.panel.orderFront();
         return;
     }
     m_rack.exitEditing();
     collapse();
-    m_platform.panel().orderOut();
+    m_platform.panel.orderOut();
 }
 
 bool NotchWindowController::toggle() {
@@ -309,7 +308,7 @@ void NotchWindowController::scheduleOpenDelayCheck(std::optional<Timestamp> dead
     m_openDelayTask.cancel();
     if (deadline) {
         // Without this a pointer that rests on the notch would never open the island: no event follows.
-        m_openDelayTask = m_platform.scheduler().after(std::max(*deadline - steadyNow(), 0.0), [this] {
+        m_openDelayTask = m_platform.scheduler.after(std::max(*deadline - steadyNow(), 0.0), [this] {
             m_pendingDeadline.reset();
             mouseMoved();
         });
@@ -329,12 +328,12 @@ void NotchWindowController::updateClickThrough() {
         return;
     }
     // A press in progress is never cut off; its release leads here again.
-    if (!m_zones.clicks.empty() && m_platform.pointer().isButtonDown() &&
+    if (!m_zones.clicks.empty() && m_platform.pointer.isButtonDown() &&
         containPoint(m_zones.clicks, mouseLocation().value_or(nowhere))) {
         return;
     }
     m_zones = zones;
-    m_platform.panel().setZones(zones);
+    m_platform.panel.setZones(zones);
 }
 
 } // namespace veslora

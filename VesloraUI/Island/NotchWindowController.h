@@ -30,7 +30,7 @@ class NotchWindowController : public QObject {
     using MakeContent = std::function<IslandContent(NotchViewModel&)>;
 
     /// Nothing runs and nothing shows before `start`. `makeContent` builds the island's view for a model.
-    NotchWindowController(Platform& platform, const TextMeasuring& measuring, Defaults& settings,
+    NotchWindowController(const Platform& platform, const TextMeasuring& measuring, Defaults& settings,
                           AgentsModel& agents, MakeContent makeContent);
     ~NotchWindowController() override;
 
@@ -83,11 +83,11 @@ class NotchWindowController : public QObject {
     [[nodiscard]] DisplayChoice displayChoice() const;
     [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
-    [[nodiscard]] Timestamp now() const { return m_platform.scheduler().now(); }
+    [[nodiscard]] Timestamp now() const { return m_platform.scheduler.now(); }
     /// Times hovering, whatever the wall clock is set to meanwhile.
-    [[nodiscard]] double steadyNow() const { return m_platform.scheduler().steadyNow(); }
+    [[nodiscard]] double steadyNow() const { return m_platform.scheduler.steadyNow(); }
 
-    Platform& m_platform;
+    Platform m_platform;
     Defaults& m_settings;
     TimerModel m_timer;
     RackModel m_rack;

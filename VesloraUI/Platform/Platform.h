@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The one factory of everything that touches the machine. The entry makes a single one and hands it down;
-// whatever it returns by reference lives as long as it does.
+// Everything that touches the machine, as one group of references. The entry makes what they refer to, which
+// outlives all that it hands them down to.
 #pragma once
 
 #include "VesloraUI/Platform/DirectoryWatcher.h"
@@ -21,7 +21,6 @@
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
 #include "VesloraUI/Platform/TimerNotifying.h"
 
-#include <memory>
 #include <string>
 
 namespace veslora {
@@ -38,28 +37,26 @@ struct Directories {
     bool operator==(const Directories&) const = default;
 };
 
-class Platform {
-  public:
-    virtual ~Platform() = default;
-
-    [[nodiscard]] virtual const Directories& directories() const = 0;
-    [[nodiscard]] virtual Scheduler& scheduler() = 0;
-    [[nodiscard]] virtual Files& files() = 0;
-    [[nodiscard]] virtual DirectoryWatcher& directoryWatcher() = 0;
-    [[nodiscard]] virtual Processes& processes() = 0;
-    [[nodiscard]] virtual HostApplications& hostApplications() = 0;
-    [[nodiscard]] virtual TerminalMultiplexer& terminalMultiplexer() = 0;
-    [[nodiscard]] virtual SystemReadings& systemReadings() = 0;
-    [[nodiscard]] virtual Suspension& suspension() = 0;
-    [[nodiscard]] virtual Screens& screens() = 0;
-    [[nodiscard]] virtual Pointer& pointer() = 0;
-    [[nodiscard]] virtual Panel& panel() = 0;
-    [[nodiscard]] virtual FrameClock& frameClock() = 0;
-    [[nodiscard]] virtual SoundPlaying& sounds() = 0;
-    [[nodiscard]] virtual HapticPerforming& haptics() = 0;
-    [[nodiscard]] virtual StatusMenu& statusMenu() = 0;
-    [[nodiscard]] virtual PowerAsserting& power() = 0;
-    [[nodiscard]] virtual TimerNotifying& timerNotifier() = 0;
+/// Every seam of one machine.
+struct Platform {
+    const Directories& directories;
+    Scheduler& scheduler;
+    Files& files;
+    DirectoryWatcher& directoryWatcher;
+    Processes& processes;
+    HostApplications& hostApplications;
+    TerminalMultiplexer& terminalMultiplexer;
+    SystemReadings& systemReadings;
+    Suspension& suspension;
+    Screens& screens;
+    Pointer& pointer;
+    Panel& panel;
+    FrameClock& frameClock;
+    SoundPlaying& sounds;
+    HapticPerforming& haptics;
+    StatusMenu& statusMenu;
+    PowerAsserting& power;
+    TimerNotifying& timerNotifier;
 };
 
 } // namespace veslora

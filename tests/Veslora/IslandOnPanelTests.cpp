@@ -56,7 +56,7 @@ class IslandOnPanel {
     IslandOnPanel& operator=(const IslandOnPanel&) = delete;
     ~IslandOnPanel() { controller.stop(); }
 
-    [[nodiscard]] QQuickWindow& window() const { return *platform->panel().window(); }
+    [[nodiscard]] QQuickWindow& window() const { return *platform->seams().panel.window(); }
     [[nodiscard]] bool isOpen() const { return controller.model()->isOpen(); }
     /// Where the window lies, in native pixels.
     [[nodiscard]] QRect nativeFrame() {
@@ -68,13 +68,13 @@ class IslandOnPanel {
     }
     /// The native pixels over which the closed island opens.
     [[nodiscard]] QRect hotPixels() const {
-        const ScreenInfo screen = platform->screens().list().front();
+        const ScreenInfo screen = platform->seams().screens.list().front();
         const QRect whole(0, 0, 1600, 900);
         return PanelPlacement::nativeRegion(screen, {*controller.tracker()->hotZone()}, whole).boundingRect();
     }
     /// Where the window lies while the island is closed and at rest, to a pixel.
     [[nodiscard]] QRect restingFrame() const {
-        const ScreenInfo screen = platform->screens().list().front();
+        const ScreenInfo screen = platform->seams().screens.list().front();
         const Rect area = m_setting.form == PanelForm::shaped ? controller.tracker()->geometry().windowFrame()
                                                               : *controller.tracker()->hotZone();
         const QRect place =
@@ -124,17 +124,18 @@ class IslandOnPanel {
   public:
     Desktop desktop;
     std::unique_ptr<LinuxPlatform> platform;
-    Defaults settings{platform->files(), platform->directoryWatcher(), platform->directories().configuration};
-    ViewEnvironment environment{platform->scheduler(), platform->frameClock(), settings, platform->haptics(),
-                                platform->sounds()};
+    Defaults settings{platform->seams().files, platform->seams().directoryWatcher,
+                      platform->seams().directories.configuration};
+    ViewEnvironment environment{platform->seams().scheduler, platform->seams().frameClock, settings,
+                                platform->seams().haptics, platform->seams().sounds};
     QQmlEngine engine;
     QtTextMeasuring measuring;
     FakeMonitor claude;
     FakeMonitor codex;
     AgentsModel agents{claude, &codex};
-    NotchWindowController controller{*platform, measuring, settings, agents, [this](NotchViewModel& model) {
-                                         return makeIslandContent(engine, model);
-                                     }};
+    NotchWindowController controller{
+        platform->seams(), measuring, settings, agents,
+        [this](NotchViewModel& model) { return makeIslandContent(engine, model); }};
     int frames = 0;
     int placements = 0;
 };
@@ -230,13 +231,13 @@ TEST_P(IslandOnPanelTests, AnAlertThatEndsUnderAHeldButtonKeepsNoClicksAfterItsR
         const double ratio = GetParam().ratio;
         Bystander window({.frame = {0, 0, 1600, 900}, .isFullscreen = true});
         ASSERT_TRUE(x.comesToRest());
-        x.claude.publish({}, {FakeMonitor::request("r1", x.platform->scheduler().now())});
+        x.claude.publish({}, {FakeMonitor::request("r1", x.platform->seams().scheduler.now())});
         ASSERT_TRUE(waitUntil([&] { return x.controller.model()->isAlertOnScreen(); }));
         const QPoint onAlert(static_cast<int>(800 - 200 * ratio), static_cast<int>(45 * ratio));
         ASSERT_TRUE(waitUntil([&] { return x.takesPressesAt(onAlert); }));
         x.desktop.movePointerTo(onAlert.x(), onAlert.y());
         x.desktop.press();
-        ASSERT_TRUE(waitUntil([&] { return x.platform->pointer().isButtonDown(); }));
+        ASSERT_TRUE(waitUntil([&] { return x.platform->seams().pointer.isButtonDown(); }));
         x.claude.publish({}, {});
         handleEventsFor(50);
         EXPECT_TRUE(x.takesPressesAt(onAlert)) << "a press in progress is never cut off";

@@ -203,7 +203,7 @@ class RecordingNotifier final : public TimerNotifying {
     }
 };
 
-class FakePlatform final : public Platform {
+class FakePlatform {
   public:
     FakePlatform();
 
@@ -230,24 +230,24 @@ class FakePlatform final : public Platform {
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
 
-    [[nodiscard]] const Directories& directories() const override { return paths; }
-    [[nodiscard]] Scheduler& scheduler() override { return time; }
-    [[nodiscard]] Files& files() override { return disk; }
-    [[nodiscard]] DirectoryWatcher& directoryWatcher() override { return watches; }
-    [[nodiscard]] Processes& processes() override { return tasks; }
-    [[nodiscard]] HostApplications& hostApplications() override { return hosts; }
-    [[nodiscard]] TerminalMultiplexer& terminalMultiplexer() override { return multiplexer; }
-    [[nodiscard]] SystemReadings& systemReadings() override { return readings; }
-    [[nodiscard]] Suspension& suspension() override { return sleep; }
-    [[nodiscard]] Screens& screens() override { return displays; }
-    [[nodiscard]] Pointer& pointer() override { return mouse; }
-    [[nodiscard]] Panel& panel() override { return window; }
-    [[nodiscard]] FrameClock& frameClock() override { return frames; }
-    [[nodiscard]] SoundPlaying& sounds() override { return sound; }
-    [[nodiscard]] HapticPerforming& haptics() override { return taps; }
-    [[nodiscard]] StatusMenu& statusMenu() override { return menu; }
-    [[nodiscard]] PowerAsserting& power() override { return energy; }
-    [[nodiscard]] TimerNotifying& timerNotifier() override { return notices; }
+    Platform seams{.directories = paths,
+                   .scheduler = time,
+                   .files = disk,
+                   .directoryWatcher = watches,
+                   .processes = tasks,
+                   .hostApplications = hosts,
+                   .terminalMultiplexer = multiplexer,
+                   .systemReadings = readings,
+                   .suspension = sleep,
+                   .screens = displays,
+                   .pointer = mouse,
+                   .panel = window,
+                   .frameClock = frames,
+                   .sounds = sound,
+                   .haptics = taps,
+                   .statusMenu = menu,
+                   .power = energy,
+                   .timerNotifier = notices};
 };
 
 /// The settings of a user who never touched any.

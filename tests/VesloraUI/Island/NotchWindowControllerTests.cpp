@@ -38,7 +38,7 @@ class NotchWindowControllerTest : public testing::Test {
     FakeDefaults settings{platform};
     FakeMonitor claude;
     AgentsModel agents{claude, nullptr};
-    NotchWindowController controller{platform, platform.measuring, settings, agents,
+    NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
                                      [](NotchViewModel&) { return IslandContent(); }};
 };
 
