@@ -2,6 +2,7 @@
 #include "Veslora/VesloraApp.h"
 
 #include "Veslora/AppDelegate.h"
+#include "Veslora/Report.h"
 #include "VesloraCore/Island/CommandLine.h"
 #include "VesloraCore/Overloaded.h"
 #include "VesloraLinux/DBus/RunningInstance.h"
@@ -12,6 +13,7 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/Signals.h"
 #include "VesloraLinux/System/SupportLock.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 
@@ -23,6 +25,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -83,6 +86,21 @@ int askFromOutside(Command command, int argc, char** argv) {
     qputenv("LC_ALL", "C.UTF-8");
     const QCoreApplication application(argc, argv);
     return report(ask(command));
+}
+
+/// As a process of its own too, with a display where there is one.
+int reportFault(int argc, char** argv) {
+    LinuxPlatform::prepareEnvironment();
+    qputenv("LC_ALL", "C.UTF-8");
+    std::unique_ptr<QCoreApplication> application;
+    if (LinuxPlatform::hasDisplay()) {
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    const auto answer = ask(Command::status);
+    const bool isRunning = answer.result == RunningInstance::Result::done;
+    return print(text(gatherReport(isRunning ? std::optional(answer.text) : std::nullopt)));
 }
 
 int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
@@ -162,11 +180,17 @@ int run(int argc, char** argv) {
     // Before anything that needs a display, a home or a bus.
     return std::visit(
         Overloaded{
-            [&](CommandLine::Start) { return start(argc, argv); },
+            [&](CommandLine::Start request) {
+                if (request.isVerbose) {
+                    Logs::beVerbose();
+                }
+                return start(argc, argv);
+            },
             [](CommandLine::Help) {
                 return print(std::string(CommandLine::usage()) + std::string(CommandLine::explanation()));
             },
             [](CommandLine::Version) { return print("Veslora " VESLORA_VERSION "\n"); },
+            [&](CommandLine::Report) { return reportFault(argc, argv); },
             [&](CommandLine::Ask request) { return askFromOutside(request.command, argc, argv); },
             [](CommandLine::Wrong) { return refuseWord(); },
         },

@@ -51,6 +51,8 @@ void readMember(JsonScanner::Key key, JsonScanner& scanner, Reading& reading) {
         reading.waitingFor = scanner.string().value_or("");
     } else if (key == "statusUpdatedAt") {
         reading.file.statusSince = dateOf(scalar(scanner));
+    } else if (key == "version") {
+        reading.file.version = scanner.string().value_or("");
     } else if (key == "tmux") {
         reading.file.tmux = scanner.string();
     } else {

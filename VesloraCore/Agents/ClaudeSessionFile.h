@@ -21,6 +21,7 @@ struct ClaudeSessionFile {
     std::optional<std::string> waitingFor;
     std::optional<Timestamp> statusSince; ///< when the status last changed
     std::optional<std::string> tmux;      ///< the tmux pane it runs in, such as "main:@0.%0"
+    std::string version;                  ///< the agent's own, possibly empty
     bool operator==(const ClaudeSessionFile&) const = default;
 
     /// Nothing for bytes that are no JSON object, or that lack a session identifier or a 32-bit process id.

@@ -36,6 +36,12 @@ Request parse(std::span<const std::string_view> words) {
     if (word == "--version") {
         return Version{};
     }
+    if (word == "--verbose") {
+        return Start{true};
+    }
+    if (word == "report") {
+        return Report{};
+    }
     const auto command = commandFor(word);
     return command ? Request(Ask{*command}) : Request(Wrong{});
 }
@@ -50,13 +56,14 @@ std::optional<Command> commandFor(std::string_view word) {
 }
 
 std::string_view usage() {
-    return "usage: veslora [settings | toggle | quit | status | --help | --version]\n";
+    return "usage: veslora [--verbose | settings | toggle | quit | status | report | --help | --version]\n";
 }
 
 std::string_view explanation() {
     return R"(
 Without a word Veslora starts; if it runs already, it opens its settings.
-The other words ask the one that runs, also from a shell without a display:
+The other words work from a shell without a display too, and ask the one that
+runs:
 
   settings   open the settings window
   toggle     open the island until the pointer has been in it and has left it,
@@ -72,6 +79,10 @@ The other words ask the one that runs, also from a shell without a display:
                sessions  how many of both agents' are "working",
                          "needsApproval", "finished" and "idle"
 
+  report     print what a report of a fault needs: versions, desktop, screens,
+             services and whether the agents' hooks are in; nothing private
+
+  --verbose  start, and tell on standard error what is decided and what fails
   --help     print this
   --version  print the version
 

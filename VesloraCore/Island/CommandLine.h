@@ -30,6 +30,7 @@ namespace CommandLine {
 
 /// Run the program, or show the settings of the one that runs already.
 struct Start {
+    bool isVerbose = false; ///< it tells on standard error what it decides and what fails
     bool operator==(const Start&) const = default;
 };
 struct Help {
@@ -37,6 +38,10 @@ struct Help {
 };
 struct Version {
     bool operator==(const Version&) const = default;
+};
+/// Print what a report of a fault needs.
+struct Report {
+    bool operator==(const Report&) const = default;
 };
 /// Ask the program that runs.
 struct Ask {
@@ -47,7 +52,7 @@ struct Ask {
 struct Wrong {
     bool operator==(const Wrong&) const = default;
 };
-using Request = std::variant<Start, Help, Version, Ask, Wrong>;
+using Request = std::variant<Start, Help, Version, Report, Ask, Wrong>;
 
 /// `words` are the arguments without the program's own name.
 [[nodiscard]] Request parse(std::span<const std::string_view> words);

@@ -2,8 +2,7 @@
 #include "VesloraLinux/DBus/SingleInstance.h"
 
 #include "VesloraLinux/System/CommandSocket.h"
-
-#include <QLoggingCategory>
+#include "VesloraUI/Platform/Logs.h"
 
 #include <singleinstanceadaptor.h>
 #include <unistd.h>
@@ -13,10 +12,6 @@
 #include <utility>
 
 namespace veslora {
-
-namespace {
-Q_LOGGING_CATEGORY(log, "veslora.instance", QtWarningMsg)
-} // namespace
 
 SingleInstance::SingleInstance(Scheduler& scheduler, SupportLock lock, std::optional<QDBusConnection> bus)
     : m_scheduler(scheduler), m_lock(std::move(lock)), m_bus(std::move(bus)) {
@@ -54,7 +49,7 @@ bool SingleInstance::takeName() {
 void SingleInstance::listen() {
     FileDescriptor socket = CommandSocket::listen(m_lock.directory());
     if (!socket) {
-        qCWarning(log, "no socket beside the lock: %s", std::strerror(errno));
+        qCWarning(Logs::start, "no socket beside the lock: %s", std::strerror(errno));
         return;
     }
     m_listener = std::make_unique<CommandListener>(

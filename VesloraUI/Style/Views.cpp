@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/Views.h"
 
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Style/StyleImages.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 
-#include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QtQml/QQmlExtensionPlugin>
@@ -12,10 +12,6 @@
 Q_IMPORT_QML_PLUGIN(VesloraViews)
 
 namespace veslora {
-
-namespace {
-Q_LOGGING_CATEGORY(log, "veslora.views", QtWarningMsg)
-} // namespace
 
 void prepareEngine(QQmlEngine& engine, ViewEnvironment& environment) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -26,7 +22,7 @@ void prepareEngine(QQmlEngine& engine, ViewEnvironment& environment) {
 std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file, const QVariantMap& properties) {
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Veslora/") + file));
     if (!component.isReady()) {
-        qCCritical(log) << component.errorString();
+        qCCritical(Logs::views) << component.errorString();
         return nullptr;
     }
     return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));

@@ -31,6 +31,7 @@ namespace {
 using testing::becomesTrue;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using testing::Program;
 using testing::TemporaryFolder;
 
@@ -98,6 +99,21 @@ TEST_F(CommandLineProgramTests, ACommandThatNobodyHearsSaysSoInOneLine) {
         EXPECT_THAT(ended.out, IsEmpty());
         EXPECT_EQ(ended.error, "Veslora is not running.\n");
     }
+    EXPECT_FALSE(std::filesystem::exists(folder.path(".local"))) << "to ask makes nothing";
+}
+
+TEST_F(CommandLineProgramTests, AReportNeedsNeitherADisplayNorARunningProgramAndNamesNobody) {
+    const Ended ended =
+        run({"report"}, {"HOME=" + folder.path(), "USER=somebody", "XDG_CURRENT_DESKTOP=Desk"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT(ended.out, HasSubstr("Veslora: "));
+    EXPECT_THAT(ended.out, HasSubstr("\ndesktop: Desk\n"));
+    EXPECT_THAT(ended.out, HasSubstr("\ndisplay: none\n"));
+    EXPECT_THAT(ended.out, HasSubstr("\nagent: Claude unknown, no hooks\n"));
+    EXPECT_THAT(ended.out, HasSubstr("\nrunning: no\n"));
+    EXPECT_THAT(ended.out, Not(HasSubstr(folder.path())));
+    EXPECT_THAT(ended.out, Not(HasSubstr("somebody")));
+    EXPECT_THAT(ended.error, IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(folder.path(".local"))) << "to ask makes nothing";
 }
 

@@ -27,6 +27,7 @@ ClaudeSessionFile with(const std::string& more) {
 
 TEST(ClaudeSessionFile, ReadsTheCapturedFiles) {
     const ClaudeSessionFile busy = captured("busy");
+    EXPECT_EQ(busy.version, "2.1.329");
     EXPECT_EQ(busy.sessionId, "43044874-ca7b-4fcf-8bd6-5b494a07e2e9");
     EXPECT_EQ(busy.pid, 13010);
     EXPECT_EQ(busy.cwd, "/home/me/agents/w-allow");

@@ -28,6 +28,8 @@ TEST(CommandLineTest, WithoutAWordTheProgramStarts) {
 TEST(CommandLineTest, KnowsEachWord) {
     EXPECT_EQ(parse({"--help"}), CommandLine::Request(CommandLine::Help{}));
     EXPECT_EQ(parse({"--version"}), CommandLine::Request(CommandLine::Version{}));
+    EXPECT_EQ(parse({"--verbose"}), CommandLine::Request(CommandLine::Start{.isVerbose = true}));
+    EXPECT_EQ(parse({"report"}), CommandLine::Request(CommandLine::Report{}));
     EXPECT_EQ(parse({"settings"}), CommandLine::Request(CommandLine::Ask{Command::settings}));
     EXPECT_EQ(parse({"toggle"}), CommandLine::Request(CommandLine::Ask{Command::toggle}));
     EXPECT_EQ(parse({"quit"}), CommandLine::Request(CommandLine::Ask{Command::quit}));
