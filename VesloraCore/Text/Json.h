@@ -4,6 +4,8 @@
 // thread.
 #pragma once
 
+#include "VesloraCore/Text/JsonScanner.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -30,7 +32,7 @@ class Json {
     };
 
     /// Containers may lie this deep inside each other; a deeper document gives nothing.
-    static constexpr int depthLimit = 256;
+    static constexpr int depthLimit = JsonScanner::depthLimit;
 
     /// Null.
     Json() = default;
