@@ -11,7 +11,7 @@ namespace {
 
 std::optional<std::string> textOf(std::string_view value) {
     if (value.starts_with('"')) {
-        return JsonText::unescape(value.substr(1, value.size() - 2))->text;
+        return JsonText::unescape(value.substr(1, value.size() - 2)).text;
     }
     const bool isContainer = value.starts_with('{') || value.starts_with('[');
     return isContainer || value == "null" ? std::nullopt : std::optional<std::string>(value);
@@ -22,7 +22,7 @@ std::optional<std::string> textOf(std::string_view value) {
 std::optional<std::string> find(JsonScanner& scanner, std::string_view path) {
     std::optional<std::string> found;
     scanner.object([&](JsonScanner::Key key) {
-        const std::string name = JsonText::unescape(key.raw())->text;
+        const std::string name = JsonText::unescape(key.raw()).text;
         if (path == name) {
             found = textOf(scanner.raw());
         } else if (path.starts_with(name) && path[name.size()] == '.') {

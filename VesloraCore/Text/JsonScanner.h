@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Scans a JSON document (RFC 8259) from front to back without building anything of it: for transcripts and
-// hook payloads, of which megabytes are read for a few values. It takes what `Json::parse` takes and refuses
-// what that refuses. Plain value, any thread.
+// Scans a JSON document (RFC 8259) from front to back without building anything of it. This is the only JSON
+// grammar of the program: `Json` builds its values with it, `JsonPath` searches with it, and transcripts and
+// hook payloads, of which megabytes are read for a few values, use it directly. Plain value, any thread.
 #pragma once
 
 #include <cstddef>
