@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The small reader of one value agrees with the reader of whole documents. The first line of the input is the
+// The search for one value agrees with the reader of whole documents. The first line of the input is the
 // path. Seeds: agents/claude/statusline/*.json
 #include "VesloraCore/Text/Json.h"
 #include "VesloraCore/Text/JsonPath.h"
+#include "VesloraCore/Text/Utf8.h"
 #include "fuzz/Fuzzing.h"
 
 #include <algorithm>
@@ -40,10 +41,9 @@ std::optional<std::string> textOf(const Json* value) {
     return std::nullopt;
 }
 
-/// A path names its keys by the dots between them, so a key that is empty or holds a dot can be meant in two
-/// ways.
+/// A path names its keys by the dots between them, so a key that contains a dot can be meant in two ways.
 bool isPlain(std::string_view key) {
-    return !key.empty() && key.find('.') == std::string_view::npos;
+    return key.find('.') == std::string_view::npos;
 }
 
 bool hasPlainKeys(const Json& value) {
@@ -62,8 +62,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view path = fuzz::takeLine(document);
     const auto found = JsonPath::valueAt(document, path);
     const auto whole = Json::parse(document);
-    if (whole && !path.empty() && hasPlainKeys(*whole)) {
+    if (whole && hasPlainKeys(*whole)) {
         fuzz::require(found == textOf(find(*whole, path)));
     }
+    // Only `Json` asks for valid UTF-8.
+    fuzz::require(!found || whole || !Utf8::isValid(document));
     return 0;
 }

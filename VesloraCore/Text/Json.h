@@ -4,6 +4,8 @@
 // thread.
 #pragma once
 
+#include "VesloraCore/Text/JsonScanner.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,18 +21,18 @@ class Json {
     using Array = std::vector<Json>;
     using Object = std::vector<Member>;
 
-    /// How much of a document may be given up while reading it.
+    /// What reading may lose of a document.
     enum class Reading {
         lenient, ///< of several equal keys the last counts, half a surrogate pair becomes U+FFFD
-        lossless ///< a document holding either is refused: printing it would not give back what was there
+        lossless ///< a document with either is refused, since printing its value would not restore it
     };
     enum class Layout {
-        compact, ///< one line without blanks
-        pretty   ///< two blanks a level and one on each side of a colon
+        compact, ///< one line without whitespace between its tokens
+        pretty   ///< two spaces a level and one on each side of a colon
     };
 
-    /// Containers may lie this deep inside each other; a deeper document gives nothing.
-    static constexpr int depthLimit = 256;
+    /// Containers may nest this deep; a deeper document is refused.
+    static constexpr int depthLimit = JsonScanner::depthLimit;
 
     /// Null.
     Json() = default;
@@ -43,9 +45,9 @@ class Json {
     static Json makeArray(std::vector<Json> items);
     static Json makeObject();
 
-    /// Reads a whole document of any type, also a bare string or number, by RFC 8259; a byte order mark
-    /// before it is dropped. Nothing for empty text, bad UTF-8, a syntax error, anything after the value, or
-    /// too deep nesting.
+    /// Reads a whole document of any type, also a bare string or number, by `JsonScanner`'s grammar; a byte
+    /// order mark before it is dropped. Nothing for empty text, invalid UTF-8, a syntax error, anything after
+    /// the value, or too deep nesting.
     [[nodiscard]] static std::optional<Json> parse(std::string_view text, Reading reading = Reading::lenient);
 
     /// UTF-8 without a final newline; keys in the order of their bytes, slashes and letters beyond ASCII as
@@ -83,11 +85,11 @@ class Json {
     /// The object at a key; null where there is none or it is no object.
     [[nodiscard]] const Json* objectAt(std::string_view key) const;
 
-    /// Sets or replaces a key. Whatever is no object becomes one first.
+    /// Sets or replaces a key. A value of another type is replaced by an object first.
     void set(std::string_view key, Json value);
-    /// Takes a key away; a missing one is no matter.
+    /// Removes a key, if it is there.
     void remove(std::string_view key);
-    /// Adds an item at the end. Whatever is no array becomes one first.
+    /// Adds an item at the end. A value of another type is replaced by an array first.
     void append(Json value);
 
     /// Numbers are equal when their texts are: 1 is not 1.0.

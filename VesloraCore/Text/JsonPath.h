@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Finds one value in a JSON document without building the rest. It serves the status-line helper, which
-// starts several times for each line an agent draws and lies alone beside the scripts: so it must not need
-// the JSON library that `Json` stands on. Any thread.
+// Finds one value in a JSON document without building the rest. The scripts' helper, which starts several
+// times for each line an agent draws, is this and little else: so nothing here may need a library. Any
+// thread.
 #pragma once
 
 #include <optional>
@@ -12,8 +12,7 @@ namespace veslora::JsonPath {
 
 /// The string, the number in its own text, or "true" or "false" at a path of keys joined by dots; of equal
 /// keys the last counts. Nothing where the path leads nowhere or to another kind of value, and for a document
-/// that breaks JSON's grammar or nests deeper than `Json` reads. Whether the document is UTF-8 is not looked
-/// at.
+/// that `JsonScanner` refuses. Whether the document is valid UTF-8 is not checked.
 [[nodiscard]] std::optional<std::string> valueAt(std::string_view document, std::string_view path);
 
 } // namespace veslora::JsonPath

@@ -1,178 +1,94 @@
 // SPDX-License-Identifier: MIT
-// Reading a document. simdjson's On-Demand front finds the tokens and checks UTF-8 and structure; what the
-// tokens say is checked here, because it reads only what it is asked for, and refuses lone surrogates, which
-// text that an agent cut off brings.
+// Reading a document: `JsonScanner` checks it and finds its tokens, and the values are built here.
 #include "VesloraCore/Text/Json.h"
+#include "VesloraCore/Text/JsonScanner.h"
 #include "VesloraCore/Text/JsonText.h"
-
-#include <simdjson.h>
+#include "VesloraCore/Text/Utf8.h"
 
 #include <algorithm>
 
 namespace veslora {
 
-namespace ondemand = simdjson::ondemand;
-
 class JsonReader {
   public:
-    /// `document` must stay, with simdjson's padding behind it, for as long as the reader works.
-    JsonReader(std::string_view document, Json::Reading reading) : m_document(document), m_reading(reading) {}
+    explicit JsonReader(std::string_view document) : m_scanner(document) {}
 
-    bool read(ondemand::value value, int depth, Json& out);
+    /// The whole document; nothing for a broken one.
+    std::optional<Json> read(Json::Reading reading);
 
   private:
-    bool readArray(ondemand::value value, int depth, Json& out);
-    bool readObject(ondemand::value value, int depth, Json& out);
-    bool readKey(ondemand::field& field, std::string& key);
-    bool readScalar(std::string_view token, Json& out);
-    bool readText(std::string_view raw, std::string& out);
-    bool sortMembers(Json::Object& members) const;
+    void readValue(Json& out);
+    void readMembers(Json::Object& members);
+    void readScalar(Json& out);
+    std::string unescaped(std::string_view raw);
 
-    std::string_view m_document;
-    Json::Reading m_reading;
+    JsonScanner m_scanner;
+    bool m_isLossless = true; ///< printing the values would give back all that was read so far
 };
 
-bool JsonReader::read(ondemand::value value, int depth, Json& out) {
-    ondemand::json_type type{};
-    if (value.type().get(type)) {
-        return false;
-    }
-    if (type == ondemand::json_type::array) {
-        return depth < Json::depthLimit && readArray(value, depth + 1, out);
-    }
-    if (type == ondemand::json_type::object) {
-        return depth < Json::depthLimit && readObject(value, depth + 1, out);
-    }
-    const std::string_view token = JsonText::withoutTrailingBlanks(value.raw_json_token());
-    // A string must be taken out: one that is passed over counts as a key where a colon follows it.
-    ondemand::raw_json_string taken;
-    if (type == ondemand::json_type::string && value.get_raw_json_string().get(taken)) {
-        return false;
-    }
-    return readScalar(token, out);
+std::optional<Json> JsonReader::read(Json::Reading reading) {
+    Json value;
+    readValue(value);
+    const bool isAccepted = m_scanner.isComplete() && (m_isLossless || reading == Json::Reading::lenient);
+    return isAccepted ? std::optional(std::move(value)) : std::nullopt;
 }
 
-bool JsonReader::readArray(ondemand::value value, int depth, Json& out) {
-    ondemand::array array;
-    if (value.get_array().get(array)) {
-        return false;
+// After a broken value `out` holds anything: the whole document is refused then.
+void JsonReader::readValue(Json& out) {
+    switch (m_scanner.next()) {
+    case JsonScanner::Kind::object:
+        readMembers(out.m_value.emplace<Json::Object>());
+        break;
+    case JsonScanner::Kind::array: {
+        Json::Array& items = out.m_value.emplace<Json::Array>();
+        m_scanner.array([&] { readValue(items.emplace_back()); });
+        break;
     }
-    Json::Array items;
-    for (auto item : array) {
-        ondemand::value inner;
-        if (item.get(inner) || !read(inner, depth, items.emplace_back())) {
-            return false;
-        }
+    case JsonScanner::Kind::string: {
+        const std::string_view quoted = m_scanner.raw();
+        out.m_value = quoted.empty() ? std::string() : unescaped(quoted.substr(1, quoted.size() - 2));
+        break;
     }
-    out.m_value = std::move(items);
-    return true;
+    case JsonScanner::Kind::scalar:
+        readScalar(out);
+        break;
+    }
 }
 
-bool JsonReader::readObject(ondemand::value value, int depth, Json& out) {
-    ondemand::object object;
-    if (value.get_object().get(object)) {
-        return false;
-    }
-    Json::Object members;
-    for (auto each : object) {
-        ondemand::field field;
+// Sorts by key and keeps the last of equal keys.
+void JsonReader::readMembers(Json::Object& members) {
+    m_scanner.object([&](JsonScanner::Key key) {
         Json::Member& member = members.emplace_back();
-        if (std::move(each).get(field) || !readKey(field, member.key) ||
-            !read(field.value(), depth, member.value)) {
-            return false;
-        }
-    }
-    if (!sortMembers(members)) {
-        return false;
-    }
-    out.m_value = std::move(members);
-    return true;
-}
-
-bool JsonReader::readKey(ondemand::field& field, std::string& key) {
-    const auto start = static_cast<std::size_t>(field.key().raw() - m_document.data());
-    const std::size_t end = JsonText::closingQuote(m_document, start);
-    return end != std::string_view::npos && readText(m_document.substr(start, end - start), key);
-}
-
-bool JsonReader::readScalar(std::string_view token, Json& out) {
-    if (token == "null") {
-        return true;
-    }
-    if (token == "true" || token == "false") {
-        out.m_value = token == "true";
-        return true;
-    }
-    if (token.starts_with('"')) {
-        std::string& text = out.m_value.emplace<std::string>();
-        const std::size_t end = JsonText::closingQuote(token, 1);
-        return end == token.size() - 1 && readText(token.substr(1, end - 1), text);
-    }
-    if (!JsonText::isNumber(token)) {
-        return false;
-    }
-    out.m_value = Json::Number{std::string(token)};
-    return true;
-}
-
-bool JsonReader::readText(std::string_view raw, std::string& out) {
-    std::optional<JsonText::Unescaped> unescaped = JsonText::unescape(raw);
-    if (!unescaped || (!unescaped->isExact && m_reading == Json::Reading::lossless)) {
-        return false;
-    }
-    out = std::move(unescaped->text);
-    return true;
-}
-
-// Sorts by key and leaves the last of equal keys; false when there were some and nothing may be lost.
-bool JsonReader::sortMembers(Json::Object& members) const {
+        member.key = unescaped(key.raw());
+        readValue(member.value);
+    });
     const auto byKey = [](const Json::Member& a, const Json::Member& b) { return a.key < b.key; };
     std::stable_sort(members.begin(), members.end(), byKey);
     const auto sameKey = [](const Json::Member& a, const Json::Member& b) { return a.key == b.key; };
-    if (std::adjacent_find(members.begin(), members.end(), sameKey) == members.end()) {
-        return true;
+    const auto unique = std::unique(members.rbegin(), members.rend(), sameKey);
+    if (unique != members.rend()) {
+        members.erase(members.begin(), unique.base());
+        m_isLossless = false;
     }
-    if (m_reading == Json::Reading::lossless) {
-        return false;
-    }
-    const auto end = std::unique(members.rbegin(), members.rend(), sameKey);
-    members.erase(members.begin(), end.base());
-    return true;
 }
 
-namespace {
-
-// A document that is one bare value is none to On-Demand, and so each one is read as the only item of an
-// array.
-std::string wrapped(std::string_view text) {
-    std::string document;
-    document.reserve(text.size() + 2 + simdjson::SIMDJSON_PADDING);
-    document.append("[").append(text).append("]");
-    return document;
+void JsonReader::readScalar(Json& out) {
+    const std::string_view token = m_scanner.raw();
+    if (token == "true" || token == "false") {
+        out.m_value = token == "true";
+    } else if (token != "null") {
+        out.m_value = Json::Number{std::string(token)};
+    }
 }
 
-} // namespace
+std::string JsonReader::unescaped(std::string_view raw) {
+    JsonText::Unescaped content = JsonText::unescape(raw);
+    m_isLossless = m_isLossless && content.isExact;
+    return std::move(content.text);
+}
 
 std::optional<Json> Json::parse(std::string_view text, Reading reading) {
-    const std::string document = wrapped(JsonText::withoutByteOrderMark(text));
-    ondemand::parser parser;
-    ondemand::document tokens;
-    ondemand::array root;
-    if (parser.iterate(document.data(), document.size(), document.capacity()).get(tokens) ||
-        tokens.get_array().get(root)) {
-        return std::nullopt;
-    }
-    JsonReader reader(document, reading);
-    Json result;
-    int count = 0;
-    for (auto item : root) {
-        ondemand::value value;
-        if (item.get(value) || ++count > 1 || !reader.read(value, 0, result)) {
-            return std::nullopt;
-        }
-    }
-    const bool isAtEnd = tokens.current_location().error() == simdjson::OUT_OF_BOUNDS;
-    return count == 1 && isAtEnd ? std::optional(std::move(result)) : std::nullopt;
+    return Utf8::isValid(text) ? JsonReader(text).read(reading) : std::nullopt;
 }
 
 } // namespace veslora

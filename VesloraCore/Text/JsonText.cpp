@@ -32,90 +32,16 @@ bool skipDigits(std::string_view text, std::size_t& at) {
     return at > start;
 }
 
-std::optional<char32_t> hexadecimal(std::string_view digits) {
-    if (digits.size() != 4) {
+// The code unit of the "\u" escape at `at`; nothing when something else is there.
+std::optional<char32_t> unitAt(std::string_view text, std::size_t at) {
+    constexpr std::size_t length = 6;
+    if (text.size() - at < length || text.substr(at, 2) != "\\u") {
         return std::nullopt;
     }
-    char32_t value = 0;
-    for (const char byte : digits) {
-        const char lower = static_cast<char>(byte | 0x20);
-        if (isDigit(byte)) {
-            value = value * 16 + static_cast<char32_t>(byte - '0');
-        } else if (lower >= 'a' && lower <= 'f') {
-            value = value * 16 + static_cast<char32_t>(lower - 'a' + 10);
-        } else {
-            return std::nullopt;
-        }
-    }
-    return value;
-}
-
-// The code unit of the escape at `at`, where "\u" must stand; nothing when something else does.
-std::optional<char32_t> unitAt(std::string_view raw, std::size_t at) {
-    if (at > raw.size() || raw.substr(at, 2) != "\\u") {
-        return std::nullopt;
-    }
-    return hexadecimal(raw.substr(at + 2, 4));
-}
-
-// Resolves the "\u" escape at `at` and steps over it, and over its second half if it has one.
-bool appendUnicodeEscape(std::string_view raw, std::size_t& at, Unescaped& result) {
-    const std::optional<char32_t> unit = unitAt(raw, at);
-    if (!unit) {
-        return false;
-    }
-    at += 6;
-    if (!isHighSurrogate(*unit) && !isLowSurrogate(*unit)) {
-        appendUtf8(result.text, *unit);
-        return true;
-    }
-    const std::optional<char32_t> second = isHighSurrogate(*unit) ? unitAt(raw, at) : std::nullopt;
-    if (second && isLowSurrogate(*second)) {
-        at += 6;
-        appendUtf8(result.text, 0x10000 + ((*unit - 0xD800) << 10) + (*second - 0xDC00));
-    } else {
-        result.isExact = false;
-        appendUtf8(result.text, replacement);
-    }
-    return true;
-}
-
-std::optional<char> simpleEscape(char letter) {
-    switch (letter) {
-    case '"':
-    case '\\':
-    case '/':
-        return letter;
-    case 'b':
-        return '\b';
-    case 'f':
-        return '\f';
-    case 'n':
-        return '\n';
-    case 'r':
-        return '\r';
-    case 't':
-        return '\t';
-    default:
-        return std::nullopt;
-    }
-}
-
-// Resolves the escape at `at`, where a backslash stands, and steps over it.
-bool appendEscape(std::string_view raw, std::size_t& at, Unescaped& result) {
-    if (at + 1 >= raw.size()) {
-        return false;
-    }
-    if (raw[at + 1] == 'u') {
-        return appendUnicodeEscape(raw, at, result);
-    }
-    const std::optional<char> byte = simpleEscape(raw[at + 1]);
-    if (!byte) {
-        return false;
-    }
-    result.text.push_back(*byte);
-    at += 2;
-    return true;
+    std::uint16_t unit = 0;
+    const char* end = text.data() + at + length;
+    const auto [stop, error] = std::from_chars(text.data() + at + 2, end, unit, 16);
+    return error == std::errc() && stop == end ? std::optional<char32_t>(unit) : std::nullopt;
 }
 
 } // namespace
@@ -123,17 +49,6 @@ bool appendEscape(std::string_view raw, std::size_t& at, Unescaped& result) {
 std::string_view withoutByteOrderMark(std::string_view document) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     return document.starts_with(mark) ? document.substr(mark.size()) : document;
-}
-
-bool isBlank(char byte) {
-    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
-}
-
-std::string_view withoutTrailingBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
 }
 
 bool isNumber(std::string_view text) {
@@ -185,42 +100,40 @@ std::optional<std::int64_t> integer(std::string_view text) {
     return static_cast<std::int64_t>(*value);
 }
 
-std::size_t escapeLength(std::string_view text, std::size_t at) {
-    if (at + 1 >= text.size()) {
-        return 0;
+Escape escapeAt(std::string_view text, std::size_t at) {
+    constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
+    const std::size_t letter =
+        at + 1 < text.size() ? escapeLetters.find(text[at + 1]) : std::string_view::npos;
+    if (letter != std::string_view::npos) {
+        return {2, static_cast<unsigned char>(meanings[letter])};
     }
-    if (text[at + 1] == 'u') {
-        return unitAt(text, at) ? 6 : 0;
+    const std::optional<char32_t> unit = unitAt(text, at);
+    if (!unit) {
+        return {};
     }
-    return simpleEscape(text[at + 1]) ? 2 : 0;
+    if (!isHighSurrogate(*unit) && !isLowSurrogate(*unit)) {
+        return {6, *unit};
+    }
+    const std::optional<char32_t> second = isHighSurrogate(*unit) ? unitAt(text, at + 6) : std::nullopt;
+    if (second && isLowSurrogate(*second)) {
+        return {12, 0x10000 + ((*unit - 0xD800) << 10) + (*second - 0xDC00)};
+    }
+    return {6, replacement, false};
 }
 
-std::size_t closingQuote(std::string_view document, std::size_t start) {
-    for (std::size_t at = start; at < document.size(); ++at) {
-        if (document[at] == '"') {
-            return at;
+Unescaped unescape(std::string_view raw) {
+    std::size_t backslash = raw.find('\\');
+    Unescaped result{std::string(raw.substr(0, backslash))};
+    while (backslash < raw.size()) {
+        const Escape escape = escapeAt(raw, backslash);
+        if (escape.length == 0) {
+            break;
         }
-        if (document[at] == '\\') {
-            ++at;
-        }
-    }
-    return std::string_view::npos;
-}
-
-std::optional<Unescaped> unescape(std::string_view raw) {
-    Unescaped result;
-    result.text.reserve(raw.size());
-    for (std::size_t at = 0; at < raw.size();) {
-        if (raw[at] == '\\') {
-            if (!appendEscape(raw, at, result)) {
-                return std::nullopt;
-            }
-            continue;
-        }
-        if (static_cast<unsigned char>(raw[at]) < 0x20) {
-            return std::nullopt;
-        }
-        result.text.push_back(raw[at++]);
+        appendUtf8(result.text, escape.codePoint);
+        result.isExact = result.isExact && escape.isExact;
+        const std::size_t next = backslash + escape.length;
+        backslash = raw.find('\\', next);
+        result.text.append(raw.substr(next, backslash - next));
     }
     return result;
 }

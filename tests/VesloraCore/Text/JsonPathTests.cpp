@@ -76,6 +76,35 @@ TEST(JsonPath, OddPathsLeadNowhere) {
     EXPECT_FALSE(JsonPath::valueAt("[1]", "0"));
 }
 
+// An object was once taken for the value of the empty key in it.
+TEST(JsonPath, AnEmptyKeyInAnObjectIsNotTheObjectsOwnValue) {
+    EXPECT_FALSE(JsonPath::valueAt(R"({"a":{"":7}})", "a"));
+    EXPECT_FALSE(JsonPath::valueAt(R"({"":{"a":{"":1}}})", ".a"));
+    EXPECT_FALSE(JsonPath::valueAt(R"({"":{"":1}})", ""));
+    EXPECT_FALSE(JsonPath::valueAt(R"({"a":1,"a":{"":7}})", "a"));
+}
+
+// It was once found at the start of a path and never at its end.
+TEST(JsonPath, AnEmptyKeyIsFoundAtTheEndOfAPathToo) {
+    EXPECT_EQ(JsonPath::valueAt(R"({"a":{"":7}})", "a."), "7");
+    EXPECT_EQ(JsonPath::valueAt(R"({"a":{"":{"":8}}})", "a.."), "8");
+    EXPECT_EQ(JsonPath::valueAt(R"({"":{"a":1}})", ".a"), "1");
+    EXPECT_EQ(JsonPath::valueAt(R"({"":5})", ""), "5");
+}
+
+// A document without keys was once found at the path of the empty key.
+TEST(JsonPath, ABareValueHasNoPath) {
+    for (const char* document : {"5", "\"text\"", "true"}) {
+        EXPECT_FALSE(JsonPath::valueAt(document, "")) << document;
+    }
+}
+
+TEST(JsonPath, FindsAKeyThatContainsADot) {
+    EXPECT_EQ(JsonPath::valueAt(R"({"a.b":1})", "a.b"), "1");
+    EXPECT_EQ(JsonPath::valueAt(R"({"a.b":{"c":1},"a":{"b.c":2}})", "a.b.c"), "2");
+    EXPECT_FALSE(JsonPath::valueAt(R"({"a.b":1,"a":{}})", "a.b"));
+}
+
 TEST(JsonPath, CapsTheDepth) {
     const std::string deep(300, '[');
     EXPECT_FALSE(JsonPath::valueAt(R"({"a":1,"b":)" + deep + std::string(300, ']') + "}", "a"));

@@ -66,6 +66,17 @@ TEST(JsonScanner, RefusesWhatIsNot) {
     }
 }
 
+TEST(JsonScanner, RefusesEachBareControlCharacterAnywhereInAString) {
+    for (std::size_t place = 0; place < 40; ++place) {
+        for (int byte = 0; byte < 0x80; ++byte) {
+            std::string document = "\"" + std::string(40, 'x') + "\"";
+            document[1 + place] = static_cast<char>(byte);
+            const bool isPlain = byte >= 0x20 && byte != '"' && byte != '\\';
+            EXPECT_EQ(accepts(document), isPlain) << "byte " << byte << " at " << place;
+        }
+    }
+}
+
 TEST(JsonScanner, NestsAsDeepAsADocumentMay) {
     EXPECT_TRUE(accepts(nested(Json::depthLimit)));
     EXPECT_FALSE(accepts(nested(Json::depthLimit + 1)));
@@ -108,6 +119,45 @@ TEST(JsonScanner, WhatIsNoObjectHasNoMembers) {
     JsonScanner scanner(R"([{"a":1}])");
     EXPECT_FALSE(scanner.object([](JsonScanner::Key) { FAIL(); }));
     EXPECT_TRUE(scanner.isComplete());
+}
+
+TEST(JsonScanner, ReadsItemsInTheirOrder) {
+    JsonScanner scanner(R"([1, {"a":[2]} ,3,[],"4"])");
+    std::vector<std::int64_t> found;
+    EXPECT_TRUE(scanner.array([&] { found.push_back(scanner.count()); }));
+    EXPECT_TRUE(scanner.isComplete());
+    EXPECT_EQ(found, (std::vector<std::int64_t>{1, 0, 3, 0, 0}));
+}
+
+TEST(JsonScanner, WhatIsNoArrayHasNoItems) {
+    JsonScanner scanner(R"({"a":[1]})");
+    EXPECT_FALSE(scanner.array([] { FAIL(); }));
+    EXPECT_TRUE(scanner.isComplete());
+}
+
+TEST(JsonScanner, AnItemThatIsNotSteppedOverBreaksTheDocument) {
+    JsonScanner scanner("[1,2]");
+    int calls = 0;
+    EXPECT_FALSE(scanner.array([&] { ++calls; }));
+    EXPECT_EQ(calls, 1);
+    EXPECT_FALSE(scanner.isComplete());
+}
+
+TEST(JsonScanner, TellsTheNextValuesKindAndLeavesIt) {
+    using Kind = JsonScanner::Kind;
+    const std::vector<std::pair<std::string_view, Kind>> cases = {
+        {" {}", Kind::object}, {"[]", Kind::array},     {"\n\"a\"", Kind::string},
+        {"-1", Kind::scalar},  {"false", Kind::scalar}, {"null ", Kind::scalar}};
+    for (const auto& [document, kind] : cases) {
+        JsonScanner scanner(document);
+        EXPECT_EQ(scanner.next(), kind) << document;
+        EXPECT_EQ(scanner.next(), kind) << document;
+        scanner.skip();
+        EXPECT_TRUE(scanner.isComplete()) << document;
+    }
+    for (const std::string_view document : {"", "}", "]", ","}) {
+        EXPECT_EQ(JsonScanner(document).next(), Kind::scalar) << document;
+    }
 }
 
 TEST(JsonScanner, AStringIsAbsentWhereSomethingElseStands) {
