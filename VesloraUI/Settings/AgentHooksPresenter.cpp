@@ -5,6 +5,8 @@
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Platform/FileRefusal.h"
 
+#include <QCoreApplication>
+
 #include <system_error>
 
 namespace veslora {
@@ -19,6 +21,15 @@ AgentMonitor* AgentHooksPresenter::monitor() const {
         return nullptr;
     }
     return m_agent == AgentsModel::Claude ? &m_agents->claude() : m_agents->codex();
+}
+
+/// In the reader's language.
+QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
+    if (!m_agents) {
+        return {};
+    }
+    const AgentTraits& traits = m_agents->traitsOf(static_cast<AgentKind>(m_agent));
+    return QCoreApplication::translate("AgentHooks", traits.hookTexts.*text);
 }
 
 QString AgentHooksPresenter::statusText() const {
@@ -37,12 +48,6 @@ QString AgentHooksPresenter::buttonText() const {
         return {};
     }
     return agent->hooksInstalled() ? tr("Remove") : agent->hooksOutdated() ? tr("Update") : tr("Install");
-}
-
-QString AgentHooksPresenter::notUnderstoodText() const {
-    return m_agent == AgentsModel::Claude
-               ? tr("Couldn't read ~/.claude/settings.json; nothing was changed.")
-               : tr("Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.");
 }
 
 QString AgentHooksPresenter::textOf(const FileError& error) {
@@ -93,7 +98,7 @@ void AgentHooksPresenter::press() {
         }
         m_errorText.clear();
     } catch (const ClaudeHooksInstaller::InstallError&) {
-        m_errorText = notUnderstoodText();
+        m_errorText = textOf(&AgentHookTexts::notUnderstood);
     } catch (const FileError& error) {
         m_errorText = textOf(error);
     }

@@ -4,7 +4,7 @@
 // call. Main thread only.
 #pragma once
 
-#include "VesloraCore/Agents/AgentKind.h"
+#include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraUI/Claude/Monitors/AgentMonitor.h"
 
 #include <QObject>
@@ -32,6 +32,9 @@ class AgentsModel : public QObject {
 
     [[nodiscard]] AgentMonitor& claude() const { return m_claude; }
     [[nodiscard]] AgentMonitor* codex() const { return m_codex; }
+
+    /// What there is to say of an agent, whatever it does.
+    [[nodiscard]] static const AgentTraits& traitsOf(AgentKind kind) { return veslora::traitsOf(kind); }
 
     [[nodiscard]] std::vector<ClaudeSessionSummary> summaries() const;
     [[nodiscard]] std::vector<ClaudeSessionSummary> waitingForApproval() const;
