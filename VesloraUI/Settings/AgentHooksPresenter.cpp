@@ -17,19 +17,13 @@ void AgentHooksPresenter::componentComplete() {
 }
 
 AgentMonitor* AgentHooksPresenter::monitor() const {
-    if (!m_agents) {
-        return nullptr;
-    }
-    return m_agent == AgentsModel::Claude ? &m_agents->claude() : m_agents->codex();
+    return m_agents ? m_agents->monitorOf(static_cast<AgentKind>(m_agent)) : nullptr;
 }
 
 /// In the reader's language.
 QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
-    if (!m_agents) {
-        return {};
-    }
-    const AgentTraits& traits = m_agents->traitsOf(static_cast<AgentKind>(m_agent));
-    return QCoreApplication::translate("AgentHooks", traits.hookTexts.*text);
+    const AgentMonitor* agent = monitor();
+    return agent ? QCoreApplication::translate("AgentHooks", agent->traits().hookTexts.*text) : QString();
 }
 
 QString AgentHooksPresenter::statusText() const {

@@ -19,7 +19,8 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
-    Q_PROPERTY(veslora::AgentsModel::Agent agent MEMBER m_agent REQUIRED FINAL)
+    /// One of the model's `kinds`.
+    Q_PROPERTY(int agent MEMBER m_agent REQUIRED FINAL)
     Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
     Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
     Q_PROPERTY(QString footer READ footer NOTIFY changed FINAL)
@@ -55,7 +56,7 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     [[nodiscard]] static QString reasonOf(const std::error_code& error);
 
     AgentsModel* m_agents = nullptr;
-    AgentsModel::Agent m_agent = AgentsModel::Claude;
+    int m_agent = 0;
     QString m_errorText;
 };
 

@@ -10,16 +10,16 @@ Column {
 
     spacing: 18
 
-    AgentHooksSection {
-        agent: AgentsModel.Claude
-        agents: view.agents
-        width: parent.width
-    }
+    Repeater {
+        model: view.agents.kinds
 
-    AgentHooksSection {
-        agent: AgentsModel.Codex
-        agents: view.agents
-        width: parent.width
+        AgentHooksSection {
+            required property int modelData
+
+            agent: modelData
+            agents: view.agents
+            width: view.width
+        }
     }
 
     SettingsGroup {

@@ -78,8 +78,10 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
 }
 
 QString ClaudeWidgetPresenter::title() const {
-    const AgentMonitor* codex = m_agents ? m_agents->codex() : nullptr;
-    return codex && (codex->hooksInstalled() || !codex->summaries().empty()) ? tr("Agents") : tr("Claude");
+    const auto isNamed = [](const AgentMonitor* monitor) {
+        return !monitor->traits().isImplied && (monitor->hooksInstalled() || !monitor->summaries().empty());
+    };
+    return m_agents && std::ranges::any_of(m_agents->monitors(), isNamed) ? tr("Agents") : tr("Claude");
 }
 
 QString ClaudeWidgetPresenter::hooksNote() const {
