@@ -5,6 +5,8 @@
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Platform/FileRefusal.h"
 
+#include <QCoreApplication>
+
 #include <system_error>
 
 namespace veslora {
@@ -15,10 +17,13 @@ void AgentHooksPresenter::componentComplete() {
 }
 
 AgentMonitor* AgentHooksPresenter::monitor() const {
-    if (!m_agents) {
-        return nullptr;
-    }
-    return m_agent == AgentsModel::Claude ? &m_agents->claude() : m_agents->codex();
+    return m_agents ? m_agents->monitorOf(static_cast<AgentKind>(m_agent)) : nullptr;
+}
+
+/// In the reader's language.
+QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
+    const AgentMonitor* agent = monitor();
+    return agent ? QCoreApplication::translate("AgentHooks", agent->traits().hookTexts.*text) : QString();
 }
 
 QString AgentHooksPresenter::statusText() const {
@@ -37,12 +42,6 @@ QString AgentHooksPresenter::buttonText() const {
         return {};
     }
     return agent->hooksInstalled() ? tr("Remove") : agent->hooksOutdated() ? tr("Update") : tr("Install");
-}
-
-QString AgentHooksPresenter::notUnderstoodText() const {
-    return m_agent == AgentsModel::Claude
-               ? tr("Couldn't read ~/.claude/settings.json; nothing was changed.")
-               : tr("Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.");
 }
 
 QString AgentHooksPresenter::textOf(const FileError& error) {
@@ -93,7 +92,7 @@ void AgentHooksPresenter::press() {
         }
         m_errorText.clear();
     } catch (const ClaudeHooksInstaller::InstallError&) {
-        m_errorText = notUnderstoodText();
+        m_errorText = textOf(&AgentHookTexts::notUnderstood);
     } catch (const FileError& error) {
         m_errorText = textOf(error);
     }

@@ -19,7 +19,11 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     QML_ELEMENT
     Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
-    Q_PROPERTY(veslora::AgentsModel::Agent agent MEMBER m_agent REQUIRED FINAL)
+    /// One of the model's `kinds`.
+    Q_PROPERTY(int agent MEMBER m_agent REQUIRED FINAL)
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
+    Q_PROPERTY(QString footer READ footer NOTIFY changed FINAL)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed FINAL)
     Q_PROPERTY(QString buttonText READ buttonText NOTIFY changed FINAL)
     /// Why the last press changed nothing; empty while there is nothing to say.
@@ -31,6 +35,9 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     void classBegin() override {}
     void componentComplete() override;
 
+    [[nodiscard]] QString title() const { return textOf(&AgentHookTexts::title); }
+    [[nodiscard]] QString detail() const { return textOf(&AgentHookTexts::detail); }
+    [[nodiscard]] QString footer() const { return textOf(&AgentHookTexts::footer); }
     [[nodiscard]] QString statusText() const;
     [[nodiscard]] QString buttonText() const;
     [[nodiscard]] QString errorText() const { return m_errorText; }
@@ -44,13 +51,12 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
   private:
     /// Null while nothing is known of that agent.
     [[nodiscard]] AgentMonitor* monitor() const;
-    /// For a configuration that is no JSON object, or none that could be written back without a loss.
-    [[nodiscard]] QString notUnderstoodText() const;
+    [[nodiscard]] QString textOf(const char* AgentHookTexts::*text) const;
     [[nodiscard]] static QString textOf(const FileError& error);
     [[nodiscard]] static QString reasonOf(const std::error_code& error);
 
     AgentsModel* m_agents = nullptr;
-    AgentsModel::Agent m_agent = AgentsModel::Claude;
+    int m_agent = 0;
     QString m_errorText;
 };
 

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Views/ClaudeActivityPresenter.h"
 
-#include "VesloraCore/Agents/AgentMarks.h"
 #include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/VesloraStyle.h"
 
 namespace veslora {
 
@@ -19,7 +17,8 @@ void ClaudeActivityPresenter::componentComplete() {
 
 void ClaudeActivityPresenter::readAgents() {
     const auto session = m_kind == Finished ? m_agents->latestFinished() : m_agents->longestWorking();
-    if (session && assign(this, m_agent, session->agent, &ClaudeActivityPresenter::agentChanged)) {
+    if (session &&
+        assign(this, m_agent, &m_agents->traitsOf(session->agent), &ClaudeActivityPresenter::agentChanged)) {
         readSpinner();
     }
 }
@@ -30,17 +29,8 @@ void ClaudeActivityPresenter::setDate(double date) {
 }
 
 void ClaudeActivityPresenter::readSpinner() {
-    const auto frame =
-        m_agent == AgentKind::claude ? ClaudeSpinner::frame(m_date) : CodexSpinner::frame(m_date);
+    const auto frame = m_agent->spinner.frame(m_date);
     assign(this, m_spinner, QString::fromUtf8(frame), &ClaudeActivityPresenter::spinnerChanged);
-}
-
-double ClaudeActivityPresenter::spinnerPeriod() const {
-    return m_agent == AgentKind::claude ? ClaudeSpinner::period : CodexSpinner::period;
-}
-
-QColor ClaudeActivityPresenter::spinnerColor() const {
-    return m_agent == AgentKind::claude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
 }
 
 } // namespace veslora

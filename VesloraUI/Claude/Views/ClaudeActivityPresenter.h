@@ -4,8 +4,8 @@
 #pragma once
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Claude/Views/AgentGlyph.h"
 
-#include <QColor>
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
@@ -22,13 +22,12 @@ class ClaudeActivityPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(Kind kind MEMBER m_kind REQUIRED FINAL)
     /// Seconds since 1970, from the view's timeline; only a spinner asks for it.
     Q_PROPERTY(double date MEMBER m_date WRITE setDate FINAL)
-    Q_PROPERTY(int agent READ agent NOTIFY agentChanged FINAL)
+    Q_PROPERTY(veslora::AgentGlyph glyph READ glyph NOTIFY agentChanged FINAL)
     Q_PROPERTY(QString spinner READ spinner NOTIFY spinnerChanged FINAL)
     Q_PROPERTY(double spinnerPeriod READ spinnerPeriod NOTIFY agentChanged FINAL)
     Q_PROPERTY(int spinnerSize READ spinnerSize NOTIFY agentChanged FINAL)
     /// Points below the middle, where the glyphs of a font stand too high.
     Q_PROPERTY(double spinnerOffset READ spinnerOffset NOTIFY agentChanged FINAL)
-    Q_PROPERTY(QColor spinnerColor READ spinnerColor NOTIFY agentChanged FINAL)
 
   public:
     enum Kind { Finished, Working };
@@ -41,12 +40,11 @@ class ClaudeActivityPresenter : public QObject, public QQmlParserStatus {
 
     void setDate(double date);
 
-    [[nodiscard]] int agent() const { return static_cast<int>(m_agent); }
+    [[nodiscard]] AgentGlyph glyph() const { return AgentGlyph::of(*m_agent); }
     [[nodiscard]] QString spinner() const { return m_spinner; }
-    [[nodiscard]] double spinnerPeriod() const;
-    [[nodiscard]] int spinnerSize() const { return m_agent == AgentKind::claude ? 14 : 20; }
-    [[nodiscard]] double spinnerOffset() const { return m_agent == AgentKind::claude ? 0 : 1.5; }
-    [[nodiscard]] QColor spinnerColor() const;
+    [[nodiscard]] double spinnerPeriod() const { return m_agent->spinner.period; }
+    [[nodiscard]] int spinnerSize() const { return m_agent->spinner.size; }
+    [[nodiscard]] double spinnerOffset() const { return m_agent->spinner.offset; }
 
   signals:
     void agentChanged();
@@ -60,7 +58,7 @@ class ClaudeActivityPresenter : public QObject, public QQmlParserStatus {
     bool m_isLive = true;
     Kind m_kind = Finished;
     double m_date = 0;
-    AgentKind m_agent = AgentKind::claude;
+    const AgentTraits* m_agent = &agentTraits.front();
     QString m_spinner;
 };
 

@@ -16,7 +16,7 @@ void ClaudeNoticePresenter::componentComplete() {
 }
 
 void ClaudeNoticePresenter::readAgents() {
-    const auto waiting = m_agents->waitingForApproval();
+    const auto& waiting = m_agents->waitingForApproval();
     if (waiting.empty()) {
         return;
     }

@@ -69,11 +69,11 @@ void ClaudeRequestPresenter::setTextProven(bool isTextProven) {
 }
 
 QString ClaudeRequestPresenter::title() const {
-    if (!m_request || m_request->agent == AgentKind::claude) {
+    const AgentTraits* agent = m_request ? &m_agents->traitsOf(m_request->agent) : nullptr;
+    if (!agent || agent->isImplied) {
         return tr("Approve");
     }
-    const auto agent = name(m_request->agent);
-    return tr("Approve · %1").arg(QString::fromUtf8(agent));
+    return tr("Approve · %1").arg(QString::fromUtf8(agent->name));
 }
 
 QString ClaudeRequestPresenter::waitingText() const {

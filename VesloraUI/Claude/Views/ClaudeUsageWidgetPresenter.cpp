@@ -5,7 +5,6 @@
 #include "VesloraCore/Agents/Usage/ClaudeUsageText.h"
 #include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Support/LocalTime.h"
 
 #include <QDateTime>
@@ -26,12 +25,6 @@ QDateTime localDate(Timestamp time) {
 
 QString shortWeekday(Timestamp time) {
     return QLocale().dayName(localDate(time).date().dayOfWeek(), QLocale::ShortFormat);
-}
-
-AgentGlyph glyphOf(AgentKind agent) {
-    const bool isClaude = agent == AgentKind::claude;
-    return {QString::fromUtf8(mark(agent)), QString::fromUtf8(name(agent)),
-            isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary(), isClaude};
 }
 
 UsageReading reading(const QString& label, std::optional<double> percent) {
@@ -58,8 +51,8 @@ UsageReading contextReading(const AgentUsage& usage) {
     return made;
 }
 
-UsageAgentLine lineOf(const AgentUsage& usage) {
-    return {QString::fromUtf8(rawValue(usage.agent)), glyphOf(usage.agent),
+UsageAgentLine lineOf(const AgentUsage& usage, const AgentTraits& traits) {
+    return {QString::fromUtf8(traits.rawValue), AgentGlyph::of(traits),
             limitReading(ClaudeUsageWidgetPresenter::tr("5H"), usage, usage.fiveHour),
             limitReading(ClaudeUsageWidgetPresenter::tr("WK"), usage, usage.week), usage.limitsStale};
 }
@@ -100,16 +93,21 @@ void ClaudeUsageWidgetPresenter::readUsage() {
     std::vector<UsageAgentLine> lines;
     if (showsLines) {
         assign(this, m_context, contextReading(shown.front()), &Presenter::contextChanged);
-        std::ranges::transform(shown, std::back_inserter(lines), lineOf);
+        std::ranges::transform(shown, std::back_inserter(lines), [this](const AgentUsage& usage) {
+            return lineOf(usage, m_agents->traitsOf(usage.agent));
+        });
     }
     m_lines.assign(std::move(lines));
     m_rows.assign(shown.empty() || showsLines ? std::vector<UsageReading>() : rowsOf(shown.front()));
 }
 
 AgentGlyph ClaudeUsageWidgetPresenter::headerGlyph(const std::vector<AgentUsage>& shown) const {
-    const bool isCodexAlone = shown.size() == 1 && shown.front().agent == AgentKind::codex;
-    const bool isOneOfSome = !m_isWide && !shown.empty();
-    return isCodexAlone || isOneOfSome ? glyphOf(shown.front().agent) : AgentGlyph();
+    if (shown.empty()) {
+        return {};
+    }
+    const AgentTraits& traits = m_agents->traitsOf(shown.front().agent);
+    const bool isAlone = shown.size() == 1;
+    return !m_isWide || (isAlone && !traits.isImplied) ? AgentGlyph::of(traits) : AgentGlyph();
 }
 
 QString ClaudeUsageWidgetPresenter::noticeFor(const std::vector<AgentUsage>& shown) const {

@@ -3,6 +3,7 @@
 
 #include "VesloraCore/Agents/ClaudeStatusText.h"
 #include "VesloraCore/Text/VisibleText.h"
+#include "VesloraUI/Claude/Views/AgentGlyph.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ void ClaudeWidgetPresenter::readAgents() {
 
 void ClaudeWidgetPresenter::readRows() {
     const bool showsMarks = std::ranges::any_of(
-        m_sessions, [](const auto& session) { return session.agent != AgentKind::claude; });
+        m_sessions, [this](const auto& session) { return !m_agents->traitsOf(session.agent).isImplied; });
     std::vector<ClaudeSessionRow> rows;
     for (const ClaudeSessionSummary& session : m_sessions) {
         ClaudeSessionRow row = rowOf(session, showsMarks);
@@ -55,14 +56,14 @@ void ClaudeWidgetPresenter::readRows() {
 ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& session, bool showsMarks) const {
     const bool needsApproval = std::holds_alternative<ClaudeStatus::NeedsApproval>(session.status);
     const bool isFinished = std::holds_alternative<ClaudeStatus::Finished>(session.status);
-    const bool isClaude = session.agent == AgentKind::claude;
+    const AgentGlyph glyph = AgentGlyph::of(m_agents->traitsOf(session.agent));
     ClaudeSessionRow row;
     row.id = QString::fromStdString(session.id);
     row.name = QString::fromStdString(VisibleText::line(session.name));
     row.helpText = tr("Go to %1").arg(row.name);
-    row.mark = showsMarks ? QString::fromUtf8(mark(session.agent)) : QString();
-    row.markIsSymbol = isClaude;
-    row.markColor = isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
+    row.mark = showsMarks ? glyph.text : QString();
+    row.markIsSymbol = glyph.isSymbol;
+    row.markColor = glyph.color;
     row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date));
     row.labelColor = needsApproval ? m_style->urgentColor()
                      : isFinished  ? m_style->accentColor()
@@ -77,8 +78,10 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
 }
 
 QString ClaudeWidgetPresenter::title() const {
-    const AgentMonitor* codex = m_agents ? m_agents->codex() : nullptr;
-    return codex && (codex->hooksInstalled() || !codex->summaries().empty()) ? tr("Agents") : tr("Claude");
+    const auto isNamed = [](const AgentMonitor* monitor) {
+        return !monitor->traits().isImplied && (monitor->hooksInstalled() || !monitor->summaries().empty());
+    };
+    return m_agents && std::ranges::any_of(m_agents->monitors(), isNamed) ? tr("Agents") : tr("Claude");
 }
 
 QString ClaudeWidgetPresenter::hooksNote() const {

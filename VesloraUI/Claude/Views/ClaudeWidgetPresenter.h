@@ -36,7 +36,8 @@ class ClaudeWidgetPresenter : public QObject, public QQmlParserStatus {
 
     void setDate(double date);
 
-    /// "Agents" once Codex has anything to do with it; a user of Claude Code alone sees that word.
+    /// "Agents" once another than Claude Code has anything to do with it; a user of that one alone sees its
+    /// name.
     [[nodiscard]] QString title() const;
     /// The warning that no approvals come; empty where some agent has our hooks.
     [[nodiscard]] QString hooksNote() const;
