@@ -11,37 +11,45 @@
 
 namespace veslora {
 
-void AgentHooksPresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::hooksChanged, this, &AgentHooksPresenter::changed);
-    emit changed();
+namespace {
+
+QString statusOf(const AgentMonitor& agent) {
+    return agent.hooksInstalled()  ? AgentHooksPresenter::tr("Installed")
+           : agent.hooksOutdated() ? AgentHooksPresenter::tr("Needs update")
+                                   : AgentHooksPresenter::tr("Not installed");
+}
+
+QString buttonOf(const AgentMonitor& agent) {
+    return agent.hooksInstalled()  ? AgentHooksPresenter::tr("Remove")
+           : agent.hooksOutdated() ? AgentHooksPresenter::tr("Update")
+                                   : AgentHooksPresenter::tr("Install");
+}
+
+} // namespace
+
+void AgentHooksPresenter::start() {
+    follow(m_agents, &AgentsModel::hooksChanged);
+}
+
+void AgentHooksPresenter::read() {
+    if (const AgentMonitor* agent = monitor()) {
+        show(m_shown, {.title = textOf(&AgentHookTexts::title),
+                       .detail = textOf(&AgentHookTexts::detail),
+                       .footer = textOf(&AgentHookTexts::footer),
+                       .statusText = statusOf(*agent),
+                       .buttonText = buttonOf(*agent),
+                       .errorText = m_errorText});
+    }
 }
 
 AgentMonitor* AgentHooksPresenter::monitor() const {
-    return m_agents ? m_agents->monitorOf(static_cast<AgentKind>(m_agent)) : nullptr;
+    return m_agents->monitorOf(static_cast<AgentKind>(m_agent));
 }
 
 /// In the reader's language.
 QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
     const AgentMonitor* agent = monitor();
     return agent ? QCoreApplication::translate("AgentHooks", agent->traits().hookTexts.*text) : QString();
-}
-
-QString AgentHooksPresenter::statusText() const {
-    const AgentMonitor* agent = monitor();
-    if (!agent) {
-        return {};
-    }
-    return agent->hooksInstalled()  ? tr("Installed")
-           : agent->hooksOutdated() ? tr("Needs update")
-                                    : tr("Not installed");
-}
-
-QString AgentHooksPresenter::buttonText() const {
-    const AgentMonitor* agent = monitor();
-    if (!agent) {
-        return {};
-    }
-    return agent->hooksInstalled() ? tr("Remove") : agent->hooksOutdated() ? tr("Update") : tr("Install");
 }
 
 QString AgentHooksPresenter::textOf(const FileError& error) {
@@ -96,7 +104,7 @@ void AgentHooksPresenter::press() {
     } catch (const FileError& error) {
         m_errorText = textOf(error);
     }
-    emit changed();
+    refresh();
 }
 
 } // namespace veslora

@@ -3,9 +3,8 @@
 #pragma once
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Support/Presenter.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 #include <system_error>
@@ -14,10 +13,9 @@ namespace veslora {
 
 class FileError;
 
-class AgentHooksPresenter : public QObject, public QQmlParserStatus {
+class AgentHooksPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
     /// One of the model's `kinds`.
     Q_PROPERTY(int agent MEMBER m_agent REQUIRED FINAL)
@@ -30,25 +28,33 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString errorText READ errorText NOTIFY changed FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
 
-    void classBegin() override {}
-    void componentComplete() override;
-
-    [[nodiscard]] QString title() const { return textOf(&AgentHookTexts::title); }
-    [[nodiscard]] QString detail() const { return textOf(&AgentHookTexts::detail); }
-    [[nodiscard]] QString footer() const { return textOf(&AgentHookTexts::footer); }
-    [[nodiscard]] QString statusText() const;
-    [[nodiscard]] QString buttonText() const;
-    [[nodiscard]] QString errorText() const { return m_errorText; }
+    [[nodiscard]] QString title() const { return m_shown.title; }
+    [[nodiscard]] QString detail() const { return m_shown.detail; }
+    [[nodiscard]] QString footer() const { return m_shown.footer; }
+    [[nodiscard]] QString statusText() const { return m_shown.statusText; }
+    [[nodiscard]] QString buttonText() const { return m_shown.buttonText; }
+    [[nodiscard]] QString errorText() const { return m_shown.errorText; }
 
     /// Does what the button says.
     Q_INVOKABLE void press();
 
-  signals:
-    void changed();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
+    /// All empty while nothing is known of that agent.
+    struct Shown {
+        QString title;
+        QString detail;
+        QString footer;
+        QString statusText;
+        QString buttonText;
+        QString errorText;
+        bool operator==(const Shown&) const = default;
+    };
     /// Null while nothing is known of that agent.
     [[nodiscard]] AgentMonitor* monitor() const;
     [[nodiscard]] QString textOf(const char* AgentHookTexts::*text) const;
@@ -58,6 +64,7 @@ class AgentHooksPresenter : public QObject, public QQmlParserStatus {
     AgentsModel* m_agents = nullptr;
     int m_agent = 0;
     QString m_errorText;
+    Shown m_shown;
 };
 
 } // namespace veslora

@@ -1,36 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Views/ClaudeActivityPresenter.h"
 
-#include "VesloraUI/Platform/Observable.h"
-
 namespace veslora {
 
-void ClaudeActivityPresenter::componentComplete() {
+void ClaudeActivityPresenter::start() {
     connect(m_agents, &AgentsModel::changed, this, [this] {
         if (m_isLive) {
-            readAgents();
+            read();
         }
     });
-    readAgents();
-    readSpinner();
 }
 
-void ClaudeActivityPresenter::readAgents() {
+void ClaudeActivityPresenter::read() {
     const auto session = m_kind == Finished ? m_agents->latestFinished() : m_agents->longestWorking();
-    if (session &&
-        assign(this, m_agent, &m_agents->traitsOf(session->agent), &ClaudeActivityPresenter::agentChanged)) {
-        readSpinner();
-    }
+    showAgent(session ? m_agents->traitsOf(session->agent) : *m_shown.agent);
 }
 
 void ClaudeActivityPresenter::setDate(double date) {
     m_date = date;
-    readSpinner();
+    showAgent(*m_shown.agent);
 }
 
-void ClaudeActivityPresenter::readSpinner() {
-    const auto frame = m_agent->spinner.frame(m_date);
-    assign(this, m_spinner, QString::fromUtf8(frame), &ClaudeActivityPresenter::spinnerChanged);
+void ClaudeActivityPresenter::showAgent(const AgentTraits& agent) {
+    show(m_shown, {.agent = &agent, .spinner = QString::fromUtf8(agent.spinner.frame(m_date))});
 }
 
 } // namespace veslora
