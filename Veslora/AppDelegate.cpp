@@ -30,7 +30,7 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
       m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds),
       m_support(platform.files, platform.directories.support, platform.directories.runtime),
       m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
-      m_agents(m_claude, &m_codex),
+      m_agents({&m_claude, &m_codex}),
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Veslora/Report.h"
 
-#include "VesloraCore/Agents/AgentKind.h"
+#include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
@@ -60,11 +60,11 @@ std::vector<BugReport::Agent> findAgents() {
     const auto claude =
         ClaudeHooks(files, support, directories.claude + "/settings.json", directories.executables).state();
     const auto codex = CodexHooks(files, support, directories.codex + "/hooks.json").state();
-    return {{.name = std::string(name(AgentKind::claude)),
+    return {{.name = std::string(traitsOf(AgentKind::claude).name),
              .hasHooks = claude.areInstalled,
              .areHooksOutdated = claude.areOutdated,
              .version = claudeVersion(files, directories.claude)},
-            {.name = std::string(name(AgentKind::codex)),
+            {.name = std::string(traitsOf(AgentKind::codex).name),
              .hasHooks = codex.areInstalled,
              .areHooksOutdated = codex.areOutdated}};
 }

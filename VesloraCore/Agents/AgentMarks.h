@@ -11,6 +11,14 @@
 
 namespace veslora {
 
+/// What turns beside the notch while an agent works, such as ClaudeSpinner.
+struct AgentSpinner {
+    std::string_view (*frame)(Timestamp date) = nullptr;
+    double period = 0; ///< seconds of one frame
+    int size = 0;      ///< of the glyphs, in points
+    double offset = 0; ///< points below the middle, where the glyphs of a font stand too high
+};
+
 namespace ClaudeMascot {
 
 /// '#' for a filled cell, '.' for an empty one. A cell is twice as high as it is wide.

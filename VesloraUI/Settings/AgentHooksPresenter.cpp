@@ -5,44 +5,51 @@
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Platform/FileRefusal.h"
 
+#include <QCoreApplication>
+
 #include <system_error>
 
 namespace veslora {
 
-void AgentHooksPresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::hooksChanged, this, &AgentHooksPresenter::changed);
-    emit changed();
+namespace {
+
+QString statusOf(const AgentMonitor& agent) {
+    return agent.hooksInstalled()  ? AgentHooksPresenter::tr("Installed")
+           : agent.hooksOutdated() ? AgentHooksPresenter::tr("Needs update")
+                                   : AgentHooksPresenter::tr("Not installed");
+}
+
+QString buttonOf(const AgentMonitor& agent) {
+    return agent.hooksInstalled()  ? AgentHooksPresenter::tr("Remove")
+           : agent.hooksOutdated() ? AgentHooksPresenter::tr("Update")
+                                   : AgentHooksPresenter::tr("Install");
+}
+
+} // namespace
+
+void AgentHooksPresenter::start() {
+    follow(m_agents, &AgentsModel::hooksChanged);
+}
+
+void AgentHooksPresenter::read() {
+    if (const AgentMonitor* agent = monitor()) {
+        show(m_shown, {.title = textOf(&AgentHookTexts::title),
+                       .detail = textOf(&AgentHookTexts::detail),
+                       .footer = textOf(&AgentHookTexts::footer),
+                       .statusText = statusOf(*agent),
+                       .buttonText = buttonOf(*agent),
+                       .errorText = m_errorText});
+    }
 }
 
 AgentMonitor* AgentHooksPresenter::monitor() const {
-    if (!m_agents) {
-        return nullptr;
-    }
-    return m_agent == AgentsModel::Claude ? &m_agents->claude() : m_agents->codex();
+    return m_agents->monitorOf(static_cast<AgentKind>(m_agent));
 }
 
-QString AgentHooksPresenter::statusText() const {
+/// In the reader's language.
+QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
     const AgentMonitor* agent = monitor();
-    if (!agent) {
-        return {};
-    }
-    return agent->hooksInstalled()  ? tr("Installed")
-           : agent->hooksOutdated() ? tr("Needs update")
-                                    : tr("Not installed");
-}
-
-QString AgentHooksPresenter::buttonText() const {
-    const AgentMonitor* agent = monitor();
-    if (!agent) {
-        return {};
-    }
-    return agent->hooksInstalled() ? tr("Remove") : agent->hooksOutdated() ? tr("Update") : tr("Install");
-}
-
-QString AgentHooksPresenter::notUnderstoodText() const {
-    return m_agent == AgentsModel::Claude
-               ? tr("Couldn't read ~/.claude/settings.json; nothing was changed.")
-               : tr("Couldn't read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.");
+    return agent ? QCoreApplication::translate("AgentHooks", agent->traits().hookTexts.*text) : QString();
 }
 
 QString AgentHooksPresenter::textOf(const FileError& error) {
@@ -93,11 +100,11 @@ void AgentHooksPresenter::press() {
         }
         m_errorText.clear();
     } catch (const ClaudeHooksInstaller::InstallError&) {
-        m_errorText = notUnderstoodText();
+        m_errorText = textOf(&AgentHookTexts::notUnderstood);
     } catch (const FileError& error) {
         m_errorText = textOf(error);
     }
-    emit changed();
+    refresh();
 }
 
 } // namespace veslora

@@ -3,9 +3,8 @@
 #pragma once
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Support/Presenter.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 #include <system_error>
@@ -14,44 +13,58 @@ namespace veslora {
 
 class FileError;
 
-class AgentHooksPresenter : public QObject, public QQmlParserStatus {
+class AgentHooksPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
-    Q_PROPERTY(veslora::AgentsModel::Agent agent MEMBER m_agent REQUIRED FINAL)
+    /// One of the model's `kinds`.
+    Q_PROPERTY(int agent MEMBER m_agent REQUIRED FINAL)
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed FINAL)
+    Q_PROPERTY(QString footer READ footer NOTIFY changed FINAL)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed FINAL)
     Q_PROPERTY(QString buttonText READ buttonText NOTIFY changed FINAL)
     /// Why the last press changed nothing; empty while there is nothing to say.
     Q_PROPERTY(QString errorText READ errorText NOTIFY changed FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
 
-    void classBegin() override {}
-    void componentComplete() override;
-
-    [[nodiscard]] QString statusText() const;
-    [[nodiscard]] QString buttonText() const;
-    [[nodiscard]] QString errorText() const { return m_errorText; }
+    [[nodiscard]] QString title() const { return m_shown.title; }
+    [[nodiscard]] QString detail() const { return m_shown.detail; }
+    [[nodiscard]] QString footer() const { return m_shown.footer; }
+    [[nodiscard]] QString statusText() const { return m_shown.statusText; }
+    [[nodiscard]] QString buttonText() const { return m_shown.buttonText; }
+    [[nodiscard]] QString errorText() const { return m_shown.errorText; }
 
     /// Does what the button says.
     Q_INVOKABLE void press();
 
-  signals:
-    void changed();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
+    /// All empty while nothing is known of that agent.
+    struct Shown {
+        QString title;
+        QString detail;
+        QString footer;
+        QString statusText;
+        QString buttonText;
+        QString errorText;
+        bool operator==(const Shown&) const = default;
+    };
     /// Null while nothing is known of that agent.
     [[nodiscard]] AgentMonitor* monitor() const;
-    /// For a configuration that is no JSON object, or none that could be written back without a loss.
-    [[nodiscard]] QString notUnderstoodText() const;
+    [[nodiscard]] QString textOf(const char* AgentHookTexts::*text) const;
     [[nodiscard]] static QString textOf(const FileError& error);
     [[nodiscard]] static QString reasonOf(const std::error_code& error);
 
     AgentsModel* m_agents = nullptr;
-    AgentsModel::Agent m_agent = AgentsModel::Claude;
+    int m_agent = 0;
     QString m_errorText;
+    Shown m_shown;
 };
 
 } // namespace veslora

@@ -8,8 +8,8 @@ SettingsGroup {
 
     required property int agent
     required property AgentsModel agents
-    property alias detail: label.detail
-    property alias title: label.title
+
+    footer: hooks.footer
 
     AgentHooksPresenter {
         id: hooks
@@ -19,9 +19,9 @@ SettingsGroup {
     }
 
     SettingLabel {
-        id: label
-
+        detail: hooks.detail
         isRead: true
+        title: hooks.title
         width: parent.width
     }
 
@@ -42,7 +42,7 @@ SettingsGroup {
         SettingsButton {
             id: button
 
-            Accessible.description: section.title
+            Accessible.description: hooks.title
             anchors.right: parent.right
             text: hooks.buttonText
             onClicked: hooks.press()

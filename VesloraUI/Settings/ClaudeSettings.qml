@@ -10,22 +10,16 @@ Column {
 
     spacing: 18
 
-    AgentHooksSection {
-        agent: AgentsModel.Claude
-        agents: view.agents
-        detail: qsTr("Adds a status line (for the usage widget; a status line you already have keeps showing) and six hooks to ~/.claude/settings.json (backed up first) so Veslora knows when a session needs your approval or finishes. Remove takes out only Veslora's.")
-        footer: qsTr("Without hooks, sessions and their working time still show; approvals don't.")
-        title: qsTr("Claude Code: hooks and status line")
-        width: parent.width
-    }
+    Repeater {
+        model: view.agents.kinds
 
-    AgentHooksSection {
-        agent: AgentsModel.Codex
-        agents: view.agents
-        detail: qsTr("Adds eight hooks to ~/.codex/hooks.json (backed up first) so Veslora sees Codex CLI sessions and can answer their approvals. Remove takes out only Veslora's. Usage needs no install.")
-        footer: qsTr("Then run /hooks in Codex once and trust them: Codex runs new hooks only after you've reviewed them.")
-        title: qsTr("Codex: hooks")
-        width: parent.width
+        AgentHooksSection {
+            required property int modelData
+
+            agent: modelData
+            agents: view.agents
+            width: view.width
+        }
     }
 
     SettingsGroup {

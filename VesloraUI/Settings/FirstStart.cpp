@@ -6,12 +6,14 @@
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Store/Defaults.h"
 
+#include <algorithm>
+
 namespace veslora {
 
 namespace {
 
 bool hasAnyHooks(const AgentMonitor* monitor) {
-    return monitor && (monitor->hooksInstalled() || monitor->hooksOutdated());
+    return monitor->hooksInstalled() || monitor->hooksOutdated();
 }
 
 } // namespace
@@ -22,7 +24,7 @@ bool takeFirstStart(const SupportDirectory& support, const Defaults& settings, c
     if (!folder || folder->stat(name) || folder->write(name, "", {.mode = SupportDirectory::fileMode})) {
         return false;
     }
-    return !settings.hasFile() && !hasAnyHooks(&agents.claude()) && !hasAnyHooks(agents.codex());
+    return !settings.hasFile() && std::ranges::none_of(agents.monitors(), hasAnyHooks);
 }
 
 } // namespace veslora

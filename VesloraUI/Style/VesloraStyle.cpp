@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/VesloraStyle.h"
 
+#include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
@@ -33,6 +34,11 @@ VesloraStyle* VesloraStyle::create(QQmlEngine* engine, QJSEngine* /*scriptEngine
 
 VesloraStyle* VesloraStyle::of(QQmlEngine& engine) {
     return engine.singletonInstance<VesloraStyle*>(qmlTypeId("Veslora", 1, 0, "VesloraStyle"));
+}
+
+QColor VesloraStyle::claudeOrange() {
+    constexpr AgentColor orange = veslora::claudeOrange;
+    return {orange.red, orange.green, orange.blue};
 }
 
 void VesloraStyle::readAccent() {

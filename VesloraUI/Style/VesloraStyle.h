@@ -59,7 +59,7 @@ class VesloraStyle : public QObject {
     static QColor traySurface() { return QColor::fromRgbF(0.085F, 0.085F, 0.085F); }
     static QColor hairline() { return QColor::fromRgbF(1, 1, 1, 0.08F); }
     static QColor unlitTick() { return QColor::fromRgbF(1, 1, 1, 0.1F); }
-    static QColor claudeOrange() { return {215, 119, 87}; }
+    static QColor claudeOrange();
     static QColor levelLow() { return QColor::fromRgbF(0.243F, 0.878F, 0.478F); }
     static QColor levelMid() { return QColor::fromRgbF(1, 0.773F, 0.239F); }
     static QColor levelHigh() { return QColor::fromRgbF(1, 0.302F, 0.18F); }

@@ -131,8 +131,8 @@ class IslandOnPanel {
     QQmlEngine engine;
     QtTextMeasuring measuring;
     FakeMonitor claude;
-    FakeMonitor codex;
-    AgentsModel agents{claude, &codex};
+    FakeMonitor codex{AgentKind::codex};
+    AgentsModel agents{{&claude, &codex}};
     NotchWindowController controller{
         platform->seams(), measuring, settings, agents,
         [this](NotchViewModel& model) { return makeIslandContent(engine, model); }};

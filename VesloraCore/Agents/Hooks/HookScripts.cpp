@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The scripts' texts. Both agents get the same event and permission scripts but for their directories and
+// The scripts' texts. All agents get the same event and permission scripts but for their directories and
 // names, so each is one text with the differences marked by @words@.
 #include "VesloraCore/Agents/Hooks/HookScripts.h"
 
-#include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Agents/Hooks/AgentHookNames.h"
 
 #include <string>
 #include <utility>
@@ -214,7 +214,7 @@ fi
 exit 0
 )sh";
 
-// Codex's process is told by the file's name, since its payload does not tell.
+// Where the payload does not tell the agent's process, the file's name does.
 constexpr std::string_view parentText =
     R"sh(case ${PPID:-} in '' | *[!0123456789]*) parent=0 ;; *) parent=$PPID ;; esac
 )sh";
@@ -237,40 +237,30 @@ std::string filled(std::string_view pattern, Words words) {
     return text;
 }
 
-Words claudeWords() {
-    return {{"agent", "Claude Code"},
+Words wordsOf(const AgentHookNames& names) {
+    return {{"agent", names.agent},
             {"drain", drainText},
-            {"spool", SupportNames::claudeSpool},
-            {"answers", SupportNames::claudeAnswers},
-            {"parent", ""},
-            {"prefix", ""},
-            {"event", "$tmp.json"}};
+            {"spool", names.spool},
+            {"answers", names.answers},
+            {"parent", names.tellsParent ? parentText : ""},
+            {"prefix", names.tellsParent ? "$parent-" : ""},
+            {"event", names.tellsParent ? "$dir/ev-$parent-${tmp##*.}.json" : "$tmp.json"}};
 }
 
-Words codexWords() {
-    return {{"agent", "Codex"},
-            {"drain", drainText},
-            {"spool", SupportNames::codexSpool},
-            {"answers", SupportNames::codexAnswers},
-            {"parent", parentText},
-            {"prefix", "$parent-"},
-            {"event", "$dir/ev-$parent-${tmp##*.}.json"}};
+std::vector<Script> allScripts() {
+    std::vector<Script> scripts;
+    for (const AgentHookNames& names : agentHookNames) {
+        scripts.push_back({names.event, filled(eventText, wordsOf(names))});
+        scripts.push_back({names.permission, filled(permissionText, wordsOf(names))});
+    }
+    scripts.push_back({SupportNames::claudeStatusLine, std::string(statusLineText)});
+    return scripts;
 }
 
 } // namespace
 
-const std::array<Script, 5>& all() {
-    static const std::string claudeEvent = filled(eventText, claudeWords());
-    static const std::string claudePermission = filled(permissionText, claudeWords());
-    static const std::string codexEvent = filled(eventText, codexWords());
-    static const std::string codexPermission = filled(permissionText, codexWords());
-    static const std::array<Script, 5> scripts = {{
-        {SupportNames::claudeHook, claudeEvent},
-        {SupportNames::claudePermission, claudePermission},
-        {SupportNames::claudeStatusLine, statusLineText},
-        {SupportNames::codexHook, codexEvent},
-        {SupportNames::codexPermission, codexPermission},
-    }};
+const std::vector<Script>& all() {
+    static const std::vector<Script> scripts = allScripts();
     return scripts;
 }
 

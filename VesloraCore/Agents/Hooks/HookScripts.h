@@ -4,14 +4,15 @@
 // line, and says nothing on standard error. Plain texts, any thread.
 #pragma once
 
-#include <array>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora::HookScripts {
 
 struct Script {
     std::string_view fileName; ///< in the support directory
-    std::string_view text;
+    std::string text;
 };
 
 /// An event script files nothing more while its spool holds this many entries, so that hooks left behind by a
@@ -21,8 +22,9 @@ inline constexpr int spoolLimit = 4096;
 /// Seconds for which a permission script waits for an answer, before its agent asks in the terminal itself.
 inline constexpr int permissionWait = 20;
 
-/// All five, Claude Code's first.
-[[nodiscard]] const std::array<Script, 5>& all();
+/// The event and the permission script of each agent, in the order of AgentHookNames, and then the script of
+/// the status line.
+[[nodiscard]] const std::vector<Script>& all();
 
 /// The text of the script of a name in SupportNames; empty for any other name.
 [[nodiscard]] std::string_view text(std::string_view fileName);

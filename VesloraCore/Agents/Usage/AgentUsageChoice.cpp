@@ -2,40 +2,28 @@
 #include "VesloraCore/Agents/Usage/AgentUsageChoice.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
+#include <utility>
 
 namespace veslora::AgentUsageChoice {
 
-namespace {
-
-const AgentUsage* find(const std::vector<AgentUsage>& usages, AgentKind agent) {
-    const auto found = std::ranges::find(usages, agent, &AgentUsage::agent);
-    return found == usages.end() ? nullptr : &*found;
-}
-
-std::optional<Timestamp> lastActivityOf(const AgentUsage* usage) {
-    return usage ? usage->lastActivity() : std::nullopt;
-}
-
-} // namespace
-
-std::vector<AgentKind> pick(std::optional<Timestamp> claude, std::optional<Timestamp> codex) {
+std::vector<AgentKind> pick(std::vector<Activity> activities) {
+    std::erase_if(activities, [](const Activity& activity) { return !activity.last; });
+    std::ranges::stable_sort(activities, std::ranges::greater(), &Activity::last);
     std::vector<AgentKind> agents;
-    if (claude) {
-        agents.push_back(AgentKind::claude);
-    }
-    if (codex) {
-        const bool isLatest = !claude || *codex > *claude;
-        agents.insert(isLatest ? agents.begin() : agents.end(), AgentKind::codex);
-    }
+    std::ranges::transform(activities, std::back_inserter(agents), &Activity::agent);
     return agents;
 }
 
 std::vector<AgentUsage> shown(const std::vector<AgentUsage>& usages) {
-    const auto agents =
-        pick(lastActivityOf(find(usages, AgentKind::claude)), lastActivityOf(find(usages, AgentKind::codex)));
+    std::vector<Activity> activities;
+    for (const AgentUsage& usage : usages) {
+        activities.push_back({usage.agent, usage.lastActivity()});
+    }
     std::vector<AgentUsage> ordered;
-    for (const AgentKind agent : agents) {
-        ordered.push_back(*find(usages, agent));
+    for (const AgentKind agent : pick(std::move(activities))) {
+        ordered.push_back(*std::ranges::find(usages, agent, &AgentUsage::agent));
     }
     return ordered;
 }

@@ -13,8 +13,15 @@
 
 namespace veslora::AgentUsageChoice {
 
-/// The agents that have a date of last activity, the latest first; Claude Code's first of two equal ones.
-[[nodiscard]] std::vector<AgentKind> pick(std::optional<Timestamp> claude, std::optional<Timestamp> codex);
+/// When an agent was last heard of; absent where it never was.
+struct Activity {
+    AgentKind agent = AgentKind::claude;
+    std::optional<Timestamp> last;
+};
+
+/// The agents that have a date of last activity, the latest first; of two equal ones that which is given
+/// first.
+[[nodiscard]] std::vector<AgentKind> pick(std::vector<Activity> activities);
 
 /// The records of the agents that have been read of, in the order of `pick`. Each agent comes once at most.
 [[nodiscard]] std::vector<AgentUsage> shown(const std::vector<AgentUsage>& usages);

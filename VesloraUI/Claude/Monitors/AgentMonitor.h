@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What the rest of the program sees of one agent: its sessions, the requests that can be answered, and the
-// hooks. The monitors of Claude Code and of Codex both serve it. Main thread only.
+// hooks. Main thread only.
 #pragma once
 
+#include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraCore/Agents/ClaudeDecision.h"
 #include "VesloraCore/Agents/ClaudePermissionRequest.h"
 #include "VesloraCore/Agents/ClaudeSessions.h"
@@ -10,7 +11,6 @@
 
 #include <QObject>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,6 +27,11 @@ class AgentMonitor : public QObject {
     Q_OBJECT
 
   public:
+    /// `traits` must outlive this.
+    explicit AgentMonitor(const AgentTraits& traits) : m_traits(traits) {}
+
+    [[nodiscard]] const AgentTraits& traits() const { return m_traits; }
+
     /// Every live session, in the order in which they are shown.
     [[nodiscard]] const std::vector<ClaudeSessionSummary>& summaries() const { return m_summaries; }
     /// The requests that the island may answer, oldest first.
@@ -58,23 +63,19 @@ class AgentMonitor : public QObject {
     /// Takes out of the configuration what is ours. Throws as `installHooks` does.
     virtual void removeHooks() = 0;
 
-    /// Called after the sessions or the requests changed, and before the signals that tell of it: the island
-    /// settles which view shows before any view reads the change, so that one on its way out keeps what it
-    /// showed.
-    std::function<void()> onChange;
-
   signals:
-    void summariesChanged();
-    void pendingRequestsChanged();
+    /// The sessions or the requests are others now; both are in place.
+    void changed();
     void hooksChanged();
 
   protected:
-    /// Assigns what differs, and tells of it if anything did: `onChange` first, then the signals.
+    /// Assigns what differs, and tells of it once if anything did.
     void publish(std::vector<ClaudeSessionSummary> summaries,
                  std::vector<ClaudePermissionRequest> pendingRequests);
     void setHooks(bool areInstalled, bool areOutdated);
 
   private:
+    const AgentTraits& m_traits;
     std::vector<ClaudeSessionSummary> m_summaries;
     std::vector<ClaudePermissionRequest> m_pendingRequests;
     bool m_hooksInstalled = false;

@@ -2,6 +2,8 @@
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace veslora {
 
@@ -14,107 +16,134 @@ std::optional<ClaudeSessionSummary> firstWith(const std::vector<ClaudeSessionSum
     return found == summaries.end() ? std::nullopt : std::optional(*found);
 }
 
-bool knowsSession(const AgentMonitor* monitor, const std::string& id) {
-    return monitor &&
-           std::ranges::any_of(monitor->summaries(), [&](const auto& summary) { return summary.id == id; });
+/// What `list` gives of each monitor, one after the other.
+template <class Item>
+std::vector<Item> joined(const AgentsModel::Monitors& monitors,
+                         const std::vector<Item>& (AgentMonitor::*list)() const) {
+    std::vector<Item> all;
+    for (const AgentMonitor* monitor : monitors) {
+        const std::vector<Item>& own = (monitor->*list)();
+        all.insert(all.end(), own.begin(), own.end());
+    }
+    return all;
 }
 
-bool knowsRequest(const AgentMonitor* monitor, const std::string& id) {
-    return monitor && std::ranges::any_of(monitor->pendingRequests(),
-                                          [&](const auto& request) { return request.id == id; });
+/// The last monitor whose list holds an item of that id, and otherwise the first monitor.
+template <class Item>
+AgentMonitor& monitorWith(const AgentsModel::Monitors& monitors, const std::string& id,
+                          const std::vector<Item>& (AgentMonitor::*list)() const) {
+    const auto found = std::find_if(monitors.rbegin(), monitors.rend(), [&](const AgentMonitor* monitor) {
+        const std::vector<Item>& own = (monitor->*list)();
+        return std::ranges::find(own, id, &Item::id) != own.end();
+    });
+    return found == monitors.rend() ? *monitors.front() : **found;
 }
 
 } // namespace
 
-AgentsModel::AgentsModel(AgentMonitor& claude, AgentMonitor* codex) : m_claude(claude), m_codex(codex) {
-    connectTo(claude);
-    if (codex) {
-        connectTo(*codex);
+AgentsModel::AgentsModel(Monitors monitors) : m_monitors(std::move(monitors)) {
+    for (AgentMonitor* monitor : m_monitors) {
+        connectTo(*monitor);
     }
+    merge();
 }
 
 void AgentsModel::connectTo(AgentMonitor& monitor) {
-    connect(&monitor, &AgentMonitor::summariesChanged, this, &AgentsModel::changed);
-    connect(&monitor, &AgentMonitor::pendingRequestsChanged, this, &AgentsModel::changed);
+    connect(&monitor, &AgentMonitor::changed, this, &AgentsModel::takeChange);
     connect(&monitor, &AgentMonitor::hooksChanged, this, &AgentsModel::hooksChanged);
     if (const AgentUsageMonitor* usage = monitor.usage()) {
         connect(usage, &AgentUsageMonitor::changed, this, &AgentsModel::usageChanged);
     }
 }
 
+void AgentsModel::takeChange() {
+    merge();
+    if (m_onChange) {
+        m_onChange();
+    }
+    emit changed();
+}
+
+/// OPTIMIZATION: a session that begins to wait lets views and the island ask two dozen questions. Each copied
+/// and sorted everything; now both lists are merged once.
+void AgentsModel::merge() {
+    m_merges += 2;
+    m_summaries = ClaudeSessions::ordered(joined(m_monitors, &AgentMonitor::summaries));
+    m_waiting.clear();
+    std::ranges::copy_if(m_summaries, std::back_inserter(m_waiting), [](const auto& summary) {
+        return std::holds_alternative<ClaudeStatus::NeedsApproval>(summary.status);
+    });
+    m_pendingRequests = joined(m_monitors, &AgentMonitor::pendingRequests);
+    std::ranges::stable_sort(m_pendingRequests, std::less<>(), &ClaudePermissionRequest::answerBy);
+}
+
+AgentMonitor* AgentsModel::monitorOf(AgentKind kind) const {
+    const auto found = std::ranges::find(m_monitors, kind,
+                                         [](const AgentMonitor* monitor) { return monitor->traits().kind; });
+    return found == m_monitors.end() ? nullptr : *found;
+}
+
+const AgentTraits& AgentsModel::traitsOf(AgentKind kind) const {
+    const AgentMonitor* monitor = monitorOf(kind);
+    return monitor ? monitor->traits() : veslora::traitsOf(kind);
+}
+
+QList<int> AgentsModel::kinds() const {
+    QList<int> kinds;
+    for (const AgentMonitor* monitor : m_monitors) {
+        kinds.append(static_cast<int>(monitor->traits().kind));
+    }
+    return kinds;
+}
+
 std::vector<AgentUsage> AgentsModel::usages() const {
     std::vector<AgentUsage> all;
-    for (AgentMonitor* monitor : {&m_claude, m_codex}) {
-        if (const AgentUsageMonitor* usage = monitor ? monitor->usage() : nullptr) {
+    for (AgentMonitor* monitor : m_monitors) {
+        if (const AgentUsageMonitor* usage = monitor->usage()) {
             all.push_back(usage->usage());
         }
     }
     return all;
 }
 
-std::vector<ClaudeSessionSummary> AgentsModel::summaries() const {
-    auto all = m_claude.summaries();
-    if (m_codex) {
-        all.insert(all.end(), m_codex->summaries().begin(), m_codex->summaries().end());
-    }
-    return ClaudeSessions::ordered(std::move(all));
-}
-
-std::vector<ClaudeSessionSummary> AgentsModel::waitingForApproval() const {
-    auto waiting = summaries();
-    std::erase_if(waiting, [](const auto& summary) {
-        return !std::holds_alternative<ClaudeStatus::NeedsApproval>(summary.status);
-    });
-    return waiting;
-}
-
 std::optional<ClaudeSessionSummary> AgentsModel::latestFinished() const {
-    return firstWith<ClaudeStatus::Finished>(summaries());
+    return firstWith<ClaudeStatus::Finished>(m_summaries);
 }
 
 std::optional<ClaudeSessionSummary> AgentsModel::mostUrgent() const {
-    const auto all = summaries();
-    return all.empty() ? std::nullopt : std::optional(all.front());
+    return m_summaries.empty() ? std::nullopt : std::optional(m_summaries.front());
 }
 
 std::optional<ClaudeSessionSummary> AgentsModel::longestWorking() const {
-    return firstWith<ClaudeStatus::Working>(summaries());
-}
-
-std::vector<ClaudePermissionRequest> AgentsModel::pendingRequests() const {
-    auto all = m_claude.pendingRequests();
-    if (m_codex) {
-        all.insert(all.end(), m_codex->pendingRequests().begin(), m_codex->pendingRequests().end());
-    }
-    std::ranges::stable_sort(all, std::less<>(), &ClaudePermissionRequest::answerBy);
-    return all;
+    return firstWith<ClaudeStatus::Working>(m_summaries);
 }
 
 bool AgentsModel::anyHooksInstalled() const {
-    return m_claude.hooksInstalled() || (m_codex && m_codex->hooksInstalled());
+    return std::ranges::any_of(m_monitors, &AgentMonitor::hooksInstalled);
 }
 
 void AgentsModel::start() {
-    m_claude.start();
-    if (m_codex) {
-        m_codex->start();
+    for (AgentMonitor* monitor : m_monitors) {
+        monitor->start();
     }
 }
 
 void AgentsModel::stop() {
-    m_claude.stop();
-    if (m_codex) {
-        m_codex->stop();
+    for (AgentMonitor* monitor : m_monitors) {
+        monitor->stop();
     }
 }
 
-AnswerOutcome AgentsModel::answer(const std::string& requestId, ClaudeDecision decision) {
-    AgentMonitor& monitor = knowsRequest(m_codex, requestId) ? *m_codex : m_claude;
-    return monitor.answer(requestId, decision);
+AgentMonitor& AgentsModel::monitorOfSession(const std::string& sessionId) const {
+    return monitorWith(m_monitors, sessionId, &AgentMonitor::summaries);
 }
 
-AgentMonitor& AgentsModel::monitorOfSession(const std::string& sessionId) const {
-    return knowsSession(m_codex, sessionId) ? *m_codex : m_claude;
+AgentMonitor& AgentsModel::monitorOfRequest(const std::string& requestId) const {
+    return monitorWith(m_monitors, requestId, &AgentMonitor::pendingRequests);
+}
+
+AnswerOutcome AgentsModel::answer(const std::string& requestId, ClaudeDecision decision) {
+    return monitorOfRequest(requestId).answer(requestId, decision);
 }
 
 void AgentsModel::jump(const std::string& sessionId) {
@@ -123,13 +152,6 @@ void AgentsModel::jump(const std::string& sessionId) {
 
 void AgentsModel::dismissApproval(const std::string& sessionId) {
     monitorOfSession(sessionId).dismissApproval(sessionId);
-}
-
-void AgentsModel::setOnChange(std::function<void()> onChange) {
-    if (m_codex) {
-        m_codex->onChange = onChange;
-    }
-    m_claude.onChange = std::move(onChange);
 }
 
 } // namespace veslora

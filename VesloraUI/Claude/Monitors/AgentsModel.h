@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 // The one face of all agents: views and the island ask it for sessions and requests without caring which
-// agent stands behind them. It holds nothing of its own; everything is worked out from the monitors at each
-// call. Main thread only.
+// agent stands behind them. It keeps the lists of all monitors merged, and merges them once for each change.
+// Main thread only.
 #pragma once
 
-#include "VesloraCore/Agents/AgentKind.h"
+#include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraUI/Claude/Monitors/AgentMonitor.h"
 
+#include <QList>
 #include <QObject>
 #include <QQmlEngine>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veslora {
@@ -21,39 +24,54 @@ class AgentsModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
+    /// The agents as views name them, in their order.
+    Q_PROPERTY(QList<int> kinds READ kinds CONSTANT FINAL)
 
   public:
-    /// The agents as views name them.
-    enum Agent { Claude = static_cast<int>(AgentKind::claude), Codex = static_cast<int>(AgentKind::codex) };
-    Q_ENUM(Agent)
+    using Monitors = std::vector<AgentMonitor*>;
 
-    /// `codex` may be null: nothing is then known of that agent.
-    AgentsModel(AgentMonitor& claude, AgentMonitor* codex);
+    /// One monitor at least, and one for each agent, in the order of the agents' table. What is asked under
+    /// an id that none of them knows goes to the first, and under one that several know to the last of these.
+    explicit AgentsModel(Monitors monitors);
 
-    [[nodiscard]] AgentMonitor& claude() const { return m_claude; }
-    [[nodiscard]] AgentMonitor* codex() const { return m_codex; }
+    [[nodiscard]] const Monitors& monitors() const { return m_monitors; }
+    /// Null while nothing is known of that agent.
+    [[nodiscard]] AgentMonitor* monitorOf(AgentKind kind) const;
+    /// Its monitor's, or what the program's own table says of an agent of which nothing is known.
+    [[nodiscard]] const AgentTraits& traitsOf(AgentKind kind) const;
+    [[nodiscard]] QList<int> kinds() const;
 
-    [[nodiscard]] std::vector<ClaudeSessionSummary> summaries() const;
-    [[nodiscard]] std::vector<ClaudeSessionSummary> waitingForApproval() const;
+    // Each list stands until the next change. What is to outlive one, such as a call that answers or jumps,
+    // has to be copied.
+
+    /// Of all agents, as `ClaudeSessions::ordered` sorts them.
+    [[nodiscard]] const std::vector<ClaudeSessionSummary>& summaries() const { return m_summaries; }
+    [[nodiscard]] const std::vector<ClaudeSessionSummary>& waitingForApproval() const { return m_waiting; }
+    /// Of all agents, oldest first; of two that came at one moment the earlier agent's.
+    [[nodiscard]] const std::vector<ClaudePermissionRequest>& pendingRequests() const {
+        return m_pendingRequests;
+    }
+
     [[nodiscard]] std::optional<ClaudeSessionSummary> latestFinished() const;
     [[nodiscard]] std::optional<ClaudeSessionSummary> mostUrgent() const;
     [[nodiscard]] std::optional<ClaudeSessionSummary> longestWorking() const;
-    /// Of all agents, oldest first; Claude Code's first of two that came at one moment.
-    [[nodiscard]] std::vector<ClaudePermissionRequest> pendingRequests() const;
-    /// Each agent's use of tokens as of now, Claude Code's first; without those that nothing is known of.
+    /// Each agent's use of tokens as of now, in the agents' order; without those that nothing is known of.
     [[nodiscard]] std::vector<AgentUsage> usages() const;
     [[nodiscard]] bool anyHooksInstalled() const;
+    /// How often a list was merged. A change costs two: the sessions and the requests.
+    [[nodiscard]] std::uint64_t merges() const { return m_merges; }
 
     void start();
     void stop();
 
-    /// Each goes to Codex if the id is one of Codex's, and otherwise to Claude Code.
     AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision);
     void jump(const std::string& sessionId);
     void dismissApproval(const std::string& sessionId);
 
-    /// Hears of every change of sessions and requests, after the fact. Replaces the one before.
-    void setOnChange(std::function<void()> onChange);
+    /// Hears of every change of sessions and requests, after the fact and before `changed` tells of it: the
+    /// island settles which view shows before any view reads the change, so that one on its way out keeps
+    /// what it showed. Replaces the one before.
+    void setOnChange(std::function<void()> onChange) { m_onChange = std::move(onChange); }
 
   signals:
     void changed();
@@ -62,10 +80,17 @@ class AgentsModel : public QObject {
 
   private:
     void connectTo(AgentMonitor& monitor);
+    void takeChange();
+    void merge();
     [[nodiscard]] AgentMonitor& monitorOfSession(const std::string& sessionId) const;
+    [[nodiscard]] AgentMonitor& monitorOfRequest(const std::string& requestId) const;
 
-    AgentMonitor& m_claude;
-    AgentMonitor* m_codex;
+    Monitors m_monitors;
+    std::vector<ClaudeSessionSummary> m_summaries;
+    std::vector<ClaudeSessionSummary> m_waiting;
+    std::vector<ClaudePermissionRequest> m_pendingRequests;
+    std::function<void()> m_onChange;
+    std::uint64_t m_merges = 0;
 };
 
 } // namespace veslora

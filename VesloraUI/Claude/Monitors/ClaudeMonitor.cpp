@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
 
-#include "VesloraCore/Agents/Hooks/SupportNames.h"
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -25,7 +23,7 @@ std::optional<std::string> requestIdOf(const std::string& fileName) {
 } // namespace
 
 ClaudeMonitor::ClaudeMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : HookedAgentMonitor(seams, support, settings, SupportNames::claudeSpool, SupportNames::claudeAnswers,
+    : HookedAgentMonitor(traitsOf(AgentKind::claude), seams, support, settings,
                          [this, home = seams.directories.home](const SpoolFile& file) {
                              return understand(this, home, file);
                          }),

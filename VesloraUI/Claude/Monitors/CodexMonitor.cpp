@@ -2,7 +2,6 @@
 #include "VesloraUI/Claude/Monitors/CodexMonitor.h"
 
 #include "VesloraCore/Agents/CodexProcess.h"
-#include "VesloraCore/Agents/Hooks/SupportNames.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,7 +9,7 @@
 namespace veslora {
 
 CodexMonitor::CodexMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings)
-    : HookedAgentMonitor(seams, support, settings, SupportNames::codexSpool, SupportNames::codexAnswers,
+    : HookedAgentMonitor(traitsOf(AgentKind::codex), seams, support, settings,
                          [this, home = seams.directories.home](const SpoolFile& file) {
                              return understand(this, home, file);
                          }),

@@ -9,15 +9,16 @@
 
 namespace veslora {
 
-HookedAgentMonitor::HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support,
-                                       Defaults& settings, std::string_view spool, std::string_view answers,
+HookedAgentMonitor::HookedAgentMonitor(const AgentTraits& traits, const AgentMonitorSeams& seams,
+                                       SupportDirectory& support, Defaults& settings,
                                        UnderstandSpoolFile understand)
-    : m_seams(seams), m_support(support), m_spool(seams.scheduler, support, spool, std::move(understand),
-                                                  [this] {
-                                                      readSessions();
-                                                      publishState();
-                                                  }),
-      m_answers(support, answers),
+    : AgentMonitor(traits), m_seams(seams), m_support(support),
+      m_spool(seams.scheduler, support, traits.hookNames.spool, std::move(understand),
+              [this] {
+                  readSessions();
+                  publishState();
+              }),
+      m_answers(support, traits.hookNames.answers),
       m_requests(seams.scheduler, FrontTerminal(seams.hostApplications, seams.multiplexer), m_answers,
                  [this] { publishState(); }),
       m_settings(settings), m_untakenAnswers(seams.scheduler, m_answers) {}

@@ -59,10 +59,9 @@ class HookedAgentMonitor : public AgentMonitor {
     void refresh();
 
   protected:
-    /// `spool` and `answers` are the names of the agent's folders in the support directory.
     /// `understand` is asked about each file of the spool.
-    HookedAgentMonitor(const AgentMonitorSeams& seams, SupportDirectory& support, Defaults& settings,
-                       std::string_view spool, std::string_view answers, UnderstandSpoolFile understand);
+    HookedAgentMonitor(const AgentTraits& traits, const AgentMonitorSeams& seams, SupportDirectory& support,
+                       Defaults& settings, UnderstandSpoolFile understand);
 
     [[nodiscard]] virtual AgentHooks& hooks() = 0;
     /// Takes in what else tells of sessions than the spool, and handles the requests that this brought since

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Keeps a tally of what today's transcripts say: reads them once, and afterwards only what they grew by.
-// Whole files and large growth are read in the background, into a tally of their own that is merged here;
-// what an agent appends now and then is read at once. Main thread only.
+// Whole files and large growth are read in the background, in batches whose tallies are merged here; what an
+// agent appends now and then is read at once. Main thread only.
 #pragma once
 
+#include "VesloraUI/Claude/Transcripts/TranscriptBatch.h"
 #include "VesloraUI/Claude/Transcripts/TranscriptFolder.h"
 
-#include <array>
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -50,11 +49,7 @@ class TranscriptFollower {
         : m_scheduler(seams.scheduler), m_files(seams.files), m_markers(std::move(markers)),
           m_tally(std::move(tally)), m_onChange(std::move(changed)),
           m_folder(seams.scheduler, seams.files, seams.watcher, folder, [this] { refreshSoon(); }) {}
-    ~TranscriptFollower() {
-        for (const auto& [number, work] : m_works) {
-            work.batch->isCancelled = true;
-        }
-    }
+    ~TranscriptFollower() = default;
     TranscriptFollower(const TranscriptFollower&) = delete;
     TranscriptFollower& operator=(const TranscriptFollower&) = delete;
 
@@ -83,24 +78,7 @@ class TranscriptFollower {
     [[nodiscard]] bool isLoaded() const { return m_isLoaded; }
 
   private:
-    /// Some of the files of a batch, which one thread reads.
-    struct Share {
-        std::vector<std::string> paths;
-        std::map<std::string, std::optional<TranscriptPosition>> positions; ///< where to begin, then to go on
-        std::optional<Tally> tally;
-    };
-    /// Work in the background. Its threads hold a share each, then the last of them all, and then the main
-    /// thread.
-    struct Batch {
-        std::array<Share, 2> shares;
-        std::atomic<int> working = 1;       ///< shares that are not read yet
-        std::atomic<bool> isJoined = false; ///< the first share holds all, and is the main thread's
-        std::atomic<bool> isCancelled = false;
-    };
-    struct Work {
-        std::shared_ptr<Batch> batch;
-        std::array<Task, 2> tasks;
-    };
+    using Batch = TranscriptBatch<Tally>;
 
     void follow() {
         m_refresh.cancel();
@@ -165,78 +143,25 @@ class TranscriptFollower {
         }
     }
 
-    /// OPTIMIZATION: two threads share the bytes, in the order of the files, so that the outcome is that of
-    /// one. The first read of 1.2 GiB took 0.60 s instead of 1.10 s.
     void start(std::vector<Transcript> transcripts) {
-        auto batch = std::make_shared<Batch>();
-        std::int64_t bytes = 0;
-        for (const Transcript& transcript : transcripts) {
-            bytes += transcript.stat.size;
-        }
-        std::int64_t shared = 0;
+        std::vector<typename Batch::File> files;
         for (Transcript& transcript : transcripts) {
-            Share& share = batch->shares[shared < bytes / 2 ? 0 : 1];
-            shared += transcript.stat.size;
             const TranscriptPosition* position = knownPosition(transcript.path);
-            share.positions[transcript.path] = position ? std::optional(*position) : std::nullopt;
             m_pending.insert(transcript.path);
-            share.paths.push_back(std::move(transcript.path));
+            files.push_back({std::move(transcript.path), transcript.stat.size,
+                             position ? std::optional(*position) : std::nullopt});
         }
-        const int number = m_nextWork++;
-        Work& work = m_works[number];
-        work.batch = batch;
-        const std::size_t count = batch->shares[1].paths.empty() ? 1 : 2;
-        batch->working = static_cast<int>(count);
-        for (Share& share : batch->shares) {
-            share.tally = m_tally.emptied();
-        }
-        for (std::size_t index = 0; index < count; ++index) {
-            work.tasks[index] = m_scheduler.background(
-                [batch, index, &files = m_files, markers = m_markers] {
-                    read(batch->shares[index], batch->isCancelled, files, markers);
-                    if (--batch->working == 0) {
-                        join(*batch);
-                        batch->isJoined = true;
-                    }
-                },
-                [this, number] { finish(number); });
-        }
+        const int number = m_nextBatch++;
+        m_batches[number] = std::make_unique<Batch>(
+            m_scheduler, m_files, m_markers, std::move(files), m_tally.emptied(),
+            [this, number](typename Batch::Outcome outcome) { finish(number, std::move(outcome)); });
     }
 
-    static void read(Share& share, const std::atomic<bool>& isCancelled, Files& files,
-                     const std::vector<std::string_view>& markers) {
-        TranscriptReader reader(files, markers, &isCancelled);
-        for (const std::string& path : share.paths) {
-            if (isCancelled) {
-                return;
-            }
-            std::optional<TranscriptPosition>& position = share.positions[path];
-            position = reader.usageLines(path, position,
-                                         [&share](std::string_view line) { share.tally->add(line); });
-        }
-    }
-
-    /// The first share then holds all.
-    static void join(Batch& batch) {
-        Share& all = batch.shares[0];
-        Share& later = batch.shares[1];
-        static_cast<void>(all.tally->merge(std::move(*later.tally)));
-        later.tally.reset();
-        all.positions.merge(later.positions);
-    }
-
-    /// Called for each share, the last time when all are joined; what would come after is cancelled with the
-    /// work.
-    void finish(int number) {
-        const std::shared_ptr<Batch> batch = m_works.at(number).batch;
-        if (!batch->isJoined) {
-            return;
-        }
-        Share& all = batch->shares[0];
+    void finish(int number, typename Batch::Outcome outcome) {
         // What was read before midnight passed over the lines of the new day.
-        takePositions(all.positions,
-                      m_isLoaded ? merge(std::move(*all.tally)) : adopt(std::move(*all.tally)));
-        m_works.erase(number);
+        takePositions(outcome.positions,
+                      m_isLoaded ? merge(std::move(outcome.tally)) : adopt(std::move(outcome.tally)));
+        m_batches.erase(number);
         follow();
         m_onChange();
     }
@@ -279,8 +204,8 @@ class TranscriptFollower {
     std::set<std::string> m_heardMeanwhile;
     std::set<std::string> m_failed; ///< what could not be opened; the next refresh tries again
     Task m_listing;
-    std::map<int, Work> m_works;
-    int m_nextWork = 0;
+    std::map<int, std::unique_ptr<Batch>> m_batches;
+    int m_nextBatch = 0;
     Task m_refresh;
     TranscriptFolder m_folder;
 };

@@ -6,33 +6,32 @@ import Veslora
 Item {
     id: mark
 
-    required property int agent
-    readonly property bool isClaude: agent === AgentsModel.Claude
+    required property var glyph
 
-    Accessible.name: isClaude ? qsTr("Claude Code") : qsTr("Codex")
+    Accessible.name: glyph.fullName
     Accessible.role: Accessible.Graphic
-    height: isClaude ? mascot.height : 14
-    width: isClaude ? mascot.width : label.implicitWidth
+    height: glyph.isMascot ? mascot.height : 14
+    width: glyph.isMascot ? mascot.width : label.implicitWidth
 
     ClaudeMascotView {
         id: mascot
 
         cell: 1.5
-        visible: mark.isClaude
+        visible: mark.glyph.isMascot
     }
 
     Text {
         id: label
 
-        color: VesloraStyle.textPrimary
+        color: mark.glyph.color
         height: 14
-        text: ">_"
+        text: mark.glyph.text
         verticalAlignment: Text.AlignVCenter
-        visible: !mark.isClaude
+        visible: !mark.glyph.isMascot
 
         font {
             bold: true
-            family: VesloraStyle.monospacedFont
+            family: mark.glyph.isSymbol ? VesloraStyle.symbolFont : VesloraStyle.monospacedFont
             pixelSize: 12
         }
     }

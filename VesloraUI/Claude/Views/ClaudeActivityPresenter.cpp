@@ -1,46 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Views/ClaudeActivityPresenter.h"
 
-#include "VesloraCore/Agents/AgentMarks.h"
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/VesloraStyle.h"
-
 namespace veslora {
 
-void ClaudeActivityPresenter::componentComplete() {
+void ClaudeActivityPresenter::start() {
     connect(m_agents, &AgentsModel::changed, this, [this] {
         if (m_isLive) {
-            readAgents();
+            read();
         }
     });
-    readAgents();
-    readSpinner();
 }
 
-void ClaudeActivityPresenter::readAgents() {
+void ClaudeActivityPresenter::read() {
     const auto session = m_kind == Finished ? m_agents->latestFinished() : m_agents->longestWorking();
-    if (session && assign(this, m_agent, session->agent, &ClaudeActivityPresenter::agentChanged)) {
-        readSpinner();
-    }
+    showAgent(session ? m_agents->traitsOf(session->agent) : *m_shown.agent);
 }
 
 void ClaudeActivityPresenter::setDate(double date) {
     m_date = date;
-    readSpinner();
+    showAgent(*m_shown.agent);
 }
 
-void ClaudeActivityPresenter::readSpinner() {
-    const auto frame =
-        m_agent == AgentKind::claude ? ClaudeSpinner::frame(m_date) : CodexSpinner::frame(m_date);
-    assign(this, m_spinner, QString::fromUtf8(frame), &ClaudeActivityPresenter::spinnerChanged);
-}
-
-double ClaudeActivityPresenter::spinnerPeriod() const {
-    return m_agent == AgentKind::claude ? ClaudeSpinner::period : CodexSpinner::period;
-}
-
-QColor ClaudeActivityPresenter::spinnerColor() const {
-    return m_agent == AgentKind::claude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
+void ClaudeActivityPresenter::showAgent(const AgentTraits& agent) {
+    show(m_shown, {.agent = &agent, .spinner = QString::fromUtf8(agent.spinner.frame(m_date))});
 }
 
 } // namespace veslora

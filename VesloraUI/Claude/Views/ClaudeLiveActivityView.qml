@@ -9,8 +9,8 @@ WingsView {
     required property AgentsModel agents
 
     leading: AgentMarkView {
-        agent: presenter.agent
         anchors.centerIn: parent
+        glyph: presenter.glyph
     }
     trailing: Text {
         Accessible.name: text

@@ -6,27 +6,26 @@
 
 namespace veslora {
 
-void ClaudeNoticePresenter::componentComplete() {
+void ClaudeNoticePresenter::start() {
     connect(m_agents, &AgentsModel::changed, this, [this] {
         if (m_isLive) {
-            readAgents();
+            read();
         }
     });
-    readAgents();
 }
 
-void ClaudeNoticePresenter::readAgents() {
-    const auto waiting = m_agents->waitingForApproval();
+void ClaudeNoticePresenter::read() {
+    const auto& waiting = m_agents->waitingForApproval();
     if (waiting.empty()) {
         return;
     }
     const ClaudeSessionSummary& first = waiting.front();
-    m_sessionId = first.id;
-    m_name = QString::fromStdString(VisibleText::line(first.name));
     const auto& approval = std::get<ClaudeStatus::NeedsApproval>(first.status);
-    m_message = QString::fromStdString(VisibleText::line(AlertNotice::message(approval.message)));
-    m_more = static_cast<int>(waiting.size()) - 1;
-    emit changed();
+    m_sessionId = first.id;
+    show(m_shown,
+         {.name = QString::fromStdString(VisibleText::line(first.name)),
+          .message = QString::fromStdString(VisibleText::line(AlertNotice::message(approval.message))),
+          .more = static_cast<int>(waiting.size()) - 1});
 }
 
 void ClaudeNoticePresenter::jump() {

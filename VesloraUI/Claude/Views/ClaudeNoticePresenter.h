@@ -4,17 +4,15 @@
 #pragma once
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Support/Presenter.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
 
-class ClaudeNoticePresenter : public QObject, public QQmlParserStatus {
+class ClaudeNoticePresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
     /// False once the view is on its way out: it then keeps what it showed.
     Q_PROPERTY(bool isLive MEMBER m_isLive FINAL)
@@ -23,33 +21,34 @@ class ClaudeNoticePresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QString moreText READ moreText NOTIFY changed FINAL)
 
   public:
-    using QObject::QObject;
+    using Presenter::Presenter;
 
-    void classBegin() override {}
-    void componentComplete() override;
-
-    [[nodiscard]] QString name() const { return m_name; }
-    [[nodiscard]] QString message() const { return m_message; }
+    [[nodiscard]] QString name() const { return m_shown.name; }
+    [[nodiscard]] QString message() const { return m_shown.message; }
     /// How many more sessions wait, as in "+2"; empty where none does.
     [[nodiscard]] QString moreText() const {
-        return m_more >= 1 ? QStringLiteral("+%1").arg(m_more) : QString();
+        return m_shown.more >= 1 ? QStringLiteral("+%1").arg(m_shown.more) : QString();
     }
 
     Q_INVOKABLE void jump();
     Q_INVOKABLE void dismiss();
 
-  signals:
-    void changed();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
-    void readAgents();
+    struct Shown {
+        QString name;
+        QString message;
+        int more = 0; ///< sessions that wait besides
+        bool operator==(const Shown&) const = default;
+    };
 
     AgentsModel* m_agents = nullptr;
     bool m_isLive = true;
     std::string m_sessionId;
-    QString m_name;
-    QString m_message;
-    int m_more = 0;
+    Shown m_shown;
 };
 
 } // namespace veslora

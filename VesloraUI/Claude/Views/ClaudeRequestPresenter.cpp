@@ -5,17 +5,14 @@
 #include "VesloraCore/Agents/ClaudeRequestText.h"
 #include "VesloraCore/Text/PathText.h"
 #include "VesloraCore/Text/VisibleText.h"
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veslora {
 
-void ClaudeRequestPresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::changed, this, &ClaudeRequestPresenter::readAgents);
-    readAgents();
-    setDate(ViewEnvironment::of(qmlEngine(this)).scheduler().now());
+void ClaudeRequestPresenter::start() {
+    follow(m_agents, &AgentsModel::changed);
 }
 
 /// The island's next request has a presenter of its own: this one's view is on its way out by then, and must
@@ -27,72 +24,89 @@ void ClaudeRequestPresenter::setRequestId(const QString& id) {
 }
 
 void ClaudeRequestPresenter::setArmed(bool isArmed) {
-    assign(this, m_isArmed, isArmed, &ClaudeRequestPresenter::keysChanged);
+    Shown next = m_shown;
+    next.isArmed = isArmed;
+    show(m_shown, std::move(next));
 }
 
 /// Once the request is gone, what was shown of it stays as it was: the view is on its way out.
-void ClaudeRequestPresenter::readAgents() {
-    const auto requests = m_agents->pendingRequests();
+void ClaudeRequestPresenter::read() {
+    const auto& requests = m_agents->pendingRequests();
     const auto found = std::ranges::find(requests, m_requestId.toStdString(), &ClaudePermissionRequest::id);
-    const bool isPending = found != requests.end();
-    if (assign(this, m_isPending, isPending, &ClaudeRequestPresenter::keysChanged); !isPending) {
-        return;
+    Shown next = m_shown;
+    next.isPending = found != requests.end();
+    if (next.isPending) {
+        take(*found, next);
+        next.others = static_cast<int>(requests.size()) - 1;
+        next.sessionName = sessionNameNow();
+        next.progress = progressNow();
     }
-    // A request never changes, and its text may be long: both are taken once.
+    show(m_shown, std::move(next));
+}
+
+/// A request never changes, and its text may be long: both are taken once.
+void ClaudeRequestPresenter::take(const ClaudePermissionRequest& request, Shown& shown) {
     if (!m_request) {
-        m_request = *found;
+        m_request = request;
         const auto display = ClaudeRequestText::display(m_request->text);
-        m_isComplete = display.isComplete;
-        m_text = QString::fromStdString(display.text);
+        shown.isComplete = display.isComplete;
+        shown.text = QString::fromStdString(display.text);
     }
-    m_others = static_cast<int>(requests.size()) - 1;
-    const auto sessions = m_agents->summaries();
+}
+
+QString ClaudeRequestPresenter::sessionNameNow() const {
+    const auto& sessions = m_agents->summaries();
     const auto session = std::ranges::find(sessions, m_request->sessionId, &ClaudeSessionSummary::id);
     const std::string name =
         session == sessions.end() ? std::string(PathText::lastComponent(m_request->cwd)) : session->name;
-    m_sessionName = QString::fromStdString(VisibleText::line(name));
-    emit changed();
-    emit keysChanged();
+    return QString::fromStdString(VisibleText::line(name));
+}
+
+double ClaudeRequestPresenter::progressNow() const {
+    return ApprovalAlert::fuseProgress(m_request->answerBy, environment().scheduler().steadyNow());
 }
 
 void ClaudeRequestPresenter::setDate(double date) {
     m_date = date;
     if (m_request) {
-        const double now = ViewEnvironment::of(qmlEngine(this)).scheduler().steadyNow();
-        assign(this, m_progress, ApprovalAlert::fuseProgress(m_request->answerBy, now),
-               &ClaudeRequestPresenter::progressChanged);
+        Shown next = m_shown;
+        next.progress = progressNow();
+        show(m_shown, std::move(next));
     }
 }
 
 void ClaudeRequestPresenter::setTextProven(bool isTextProven) {
-    assign(this, m_isTextProven, isTextProven, &ClaudeRequestPresenter::keysChanged);
+    Shown next = m_shown;
+    next.isTextProven = isTextProven;
+    show(m_shown, std::move(next));
 }
 
 QString ClaudeRequestPresenter::title() const {
-    if (!m_request || m_request->agent == AgentKind::claude) {
+    const AgentTraits* agent = m_request ? &m_agents->traitsOf(m_request->agent) : nullptr;
+    if (!agent || agent->isImplied) {
         return tr("Approve");
     }
-    const auto agent = name(m_request->agent);
-    return tr("Approve · %1").arg(QString::fromUtf8(agent));
+    return tr("Approve · %1").arg(QString::fromUtf8(agent->name));
 }
 
 QString ClaudeRequestPresenter::waitingText() const {
-    return m_others >= 1 ? tr("+%1 waiting").arg(m_others) : QString();
+    return m_shown.others >= 1 ? tr("+%1 waiting").arg(m_shown.others) : QString();
 }
 
 QString ClaudeRequestPresenter::note() const {
-    if (m_hasFailed) {
+    if (m_shown.hasFailed) {
         return tr("Couldn't answer");
     }
     if (!m_request || isShownInFull()) {
         return {};
     }
-    return m_isComplete ? tr("Can't be shown in full · use Jump") : tr("Too long to show here · use Jump");
+    return m_shown.isComplete ? tr("Can't be shown in full · use Jump")
+                              : tr("Too long to show here · use Jump");
 }
 
 void ClaudeRequestPresenter::jump() {
     const auto request = m_request;
-    if (m_isPending && request) {
+    if (m_shown.isPending && request) {
         answer(ClaudeDecision::pass);
         m_agents->jump(request->sessionId);
     }
@@ -101,7 +115,7 @@ void ClaudeRequestPresenter::jump() {
 void ClaudeRequestPresenter::deny() {
     if (isDenyEnabled()) {
         answer(ClaudeDecision::deny);
-        ViewEnvironment::of(qmlEngine(this)).haptics().perform(HapticPattern::generic);
+        environment().haptics().perform(HapticPattern::generic);
     }
 }
 
@@ -113,7 +127,9 @@ void ClaudeRequestPresenter::allow() {
 
 void ClaudeRequestPresenter::answer(ClaudeDecision decision) {
     const AnswerOutcome outcome = m_agents->answer(m_requestId.toStdString(), decision);
-    assign(this, m_hasFailed, outcome == AnswerOutcome::failed, &ClaudeRequestPresenter::keysChanged);
+    Shown next = m_shown;
+    next.hasFailed = outcome == AnswerOutcome::failed;
+    show(m_shown, std::move(next));
 }
 
 } // namespace veslora

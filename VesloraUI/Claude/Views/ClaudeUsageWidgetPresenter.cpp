@@ -4,14 +4,13 @@
 #include "VesloraCore/Agents/Usage/AgentUsageChoice.h"
 #include "VesloraCore/Agents/Usage/ClaudeUsageText.h"
 #include "VesloraCore/Text/VisibleText.h"
-#include "VesloraUI/Platform/Observable.h"
-#include "VesloraUI/Style/VesloraStyle.h"
 #include "VesloraUI/Support/LocalTime.h"
 
 #include <QDateTime>
 #include <QLocale>
 
 #include <algorithm>
+#include <iterator>
 
 namespace veslora {
 
@@ -26,12 +25,6 @@ QDateTime localDate(Timestamp time) {
 
 QString shortWeekday(Timestamp time) {
     return QLocale().dayName(localDate(time).date().dayOfWeek(), QLocale::ShortFormat);
-}
-
-AgentGlyph glyphOf(AgentKind agent) {
-    const bool isClaude = agent == AgentKind::claude;
-    return {QString::fromUtf8(mark(agent)), QString::fromUtf8(name(agent)),
-            isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary(), isClaude};
 }
 
 UsageReading reading(const QString& label, std::optional<double> percent) {
@@ -58,58 +51,57 @@ UsageReading contextReading(const AgentUsage& usage) {
     return made;
 }
 
-UsageAgentLine lineOf(const AgentUsage& usage) {
-    return {QString::fromUtf8(rawValue(usage.agent)), glyphOf(usage.agent),
+UsageAgentLine lineOf(const AgentUsage& usage, const AgentTraits& traits) {
+    return {QString::fromUtf8(traits.rawValue), AgentGlyph::of(traits),
             limitReading(ClaudeUsageWidgetPresenter::tr("5H"), usage, usage.fiveHour),
             limitReading(ClaudeUsageWidgetPresenter::tr("WK"), usage, usage.week), usage.limitsStale};
 }
 
 } // namespace
 
-void ClaudeUsageWidgetPresenter::componentComplete() {
-    connect(m_agents, &AgentsModel::usageChanged, this, &ClaudeUsageWidgetPresenter::readUsage);
-    connect(m_agents, &AgentsModel::hooksChanged, this, &ClaudeUsageWidgetPresenter::readUsage);
-    m_isComplete = true;
-    readUsage();
+void ClaudeUsageWidgetPresenter::start() {
+    follow(m_agents, &AgentsModel::usageChanged, &AgentsModel::hooksChanged);
 }
 
 void ClaudeUsageWidgetPresenter::setIsWide(bool isWide) {
     m_isWide = isWide;
-    readUsage();
+    refresh();
 }
 
 void ClaudeUsageWidgetPresenter::setDate(double date) {
     m_date = date;
-    readUsage();
+    refresh();
 }
 
-void ClaudeUsageWidgetPresenter::readUsage() {
-    if (!m_isComplete) {
-        return;
-    }
-    using Presenter = ClaudeUsageWidgetPresenter;
+void ClaudeUsageWidgetPresenter::read() {
     const auto usages = m_agents->usages();
     const auto shown = AgentUsageChoice::shown(usages);
     const bool showsLines = m_isWide && shown.size() > 1;
     const auto tokens = ClaudeUsageText::tokens(AgentUsageChoice::today(usages));
-    assign(this, m_glyph, headerGlyph(shown), &Presenter::glyphChanged);
-    assign(this, m_todayText, tr("Today %1").arg(QString::fromStdString(tokens)),
-           &Presenter::todayTextChanged);
-    assign(this, m_emptyText, noticeFor(shown), &Presenter::emptyTextChanged);
-    assign(this, m_showsLines, showsLines, &Presenter::showsLinesChanged);
-    std::vector<UsageAgentLine> lines;
-    if (showsLines) {
-        assign(this, m_context, contextReading(shown.front()), &Presenter::contextChanged);
-        std::ranges::transform(shown, std::back_inserter(lines), lineOf);
-    }
-    m_lines.assign(std::move(lines));
+    show(m_shown, {.glyph = headerGlyph(shown),
+                   .todayText = tr("Today %1").arg(QString::fromStdString(tokens)),
+                   .emptyText = noticeFor(shown),
+                   .showsLines = showsLines,
+                   .context = showsLines ? contextReading(shown.front()) : m_shown.context});
+    m_lines.assign(showsLines ? linesOf(shown) : std::vector<UsageAgentLine>());
     m_rows.assign(shown.empty() || showsLines ? std::vector<UsageReading>() : rowsOf(shown.front()));
 }
 
+std::vector<UsageAgentLine> ClaudeUsageWidgetPresenter::linesOf(const std::vector<AgentUsage>& shown) const {
+    std::vector<UsageAgentLine> lines;
+    std::ranges::transform(shown, std::back_inserter(lines), [this](const AgentUsage& usage) {
+        return lineOf(usage, m_agents->traitsOf(usage.agent));
+    });
+    return lines;
+}
+
 AgentGlyph ClaudeUsageWidgetPresenter::headerGlyph(const std::vector<AgentUsage>& shown) const {
-    const bool isCodexAlone = shown.size() == 1 && shown.front().agent == AgentKind::codex;
-    const bool isOneOfSome = !m_isWide && !shown.empty();
-    return isCodexAlone || isOneOfSome ? glyphOf(shown.front().agent) : AgentGlyph();
+    if (shown.empty()) {
+        return {};
+    }
+    const AgentTraits& traits = m_agents->traitsOf(shown.front().agent);
+    const bool isAlone = shown.size() == 1;
+    return !m_isWide || (isAlone && !traits.isImplied) ? AgentGlyph::of(traits) : AgentGlyph();
 }
 
 QString ClaudeUsageWidgetPresenter::noticeFor(const std::vector<AgentUsage>& shown) const {

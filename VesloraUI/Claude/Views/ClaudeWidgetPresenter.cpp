@@ -3,6 +3,7 @@
 
 #include "VesloraCore/Agents/ClaudeStatusText.h"
 #include "VesloraCore/Text/VisibleText.h"
+#include "VesloraUI/Claude/Views/AgentGlyph.h"
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include <algorithm>
@@ -17,32 +18,31 @@ bool isWorking(const ClaudeSessionSummary& session) {
 
 } // namespace
 
-void ClaudeWidgetPresenter::componentComplete() {
+void ClaudeWidgetPresenter::start() {
     m_style = VesloraStyle::of(*qmlEngine(this));
-    connect(m_agents, &AgentsModel::changed, this, &ClaudeWidgetPresenter::readAgents);
-    connect(m_agents, &AgentsModel::hooksChanged, this, &ClaudeWidgetPresenter::changed);
-    connect(m_style, &VesloraStyle::accentChanged, this, &ClaudeWidgetPresenter::readRows);
-    readAgents();
+    follow(m_agents, &AgentsModel::changed, &AgentsModel::hooksChanged);
+    follow(m_style, &VesloraStyle::accentChanged);
 }
 
 void ClaudeWidgetPresenter::setDate(double date) {
     m_date = date;
-    if (m_style) {
-        readRows();
-    }
+    refresh();
 }
 
-void ClaudeWidgetPresenter::readAgents() {
-    m_sessions = m_agents->summaries();
+void ClaudeWidgetPresenter::read() {
     readRows();
-    emit changed();
+    show(m_shown, {.title = titleNow(),
+                   .hooksNote = hooksNoteNow(),
+                   .workingText = workingTextNow(),
+                   .isEmpty = m_rows.rows().empty()});
 }
 
 void ClaudeWidgetPresenter::readRows() {
+    const auto& sessions = m_agents->summaries();
     const bool showsMarks = std::ranges::any_of(
-        m_sessions, [](const auto& session) { return session.agent != AgentKind::claude; });
+        sessions, [this](const auto& session) { return !m_agents->traitsOf(session.agent).isImplied; });
     std::vector<ClaudeSessionRow> rows;
-    for (const ClaudeSessionSummary& session : m_sessions) {
+    for (const ClaudeSessionSummary& session : sessions) {
         ClaudeSessionRow row = rowOf(session, showsMarks);
         // Two agents may use one identifier; a list of rows may not.
         if (std::ranges::find(rows, row.id, &ClaudeSessionRow::id) == rows.end()) {
@@ -55,14 +55,14 @@ void ClaudeWidgetPresenter::readRows() {
 ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& session, bool showsMarks) const {
     const bool needsApproval = std::holds_alternative<ClaudeStatus::NeedsApproval>(session.status);
     const bool isFinished = std::holds_alternative<ClaudeStatus::Finished>(session.status);
-    const bool isClaude = session.agent == AgentKind::claude;
+    const AgentGlyph glyph = AgentGlyph::of(m_agents->traitsOf(session.agent));
     ClaudeSessionRow row;
     row.id = QString::fromStdString(session.id);
     row.name = QString::fromStdString(VisibleText::line(session.name));
     row.helpText = tr("Go to %1").arg(row.name);
-    row.mark = showsMarks ? QString::fromUtf8(mark(session.agent)) : QString();
-    row.markIsSymbol = isClaude;
-    row.markColor = isClaude ? VesloraStyle::claudeOrange() : VesloraStyle::textPrimary();
+    row.mark = showsMarks ? glyph.text : QString();
+    row.markIsSymbol = glyph.isSymbol;
+    row.markColor = glyph.color;
     row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date));
     row.labelColor = needsApproval ? m_style->urgentColor()
                      : isFinished  ? m_style->accentColor()
@@ -76,20 +76,22 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
     return row;
 }
 
-QString ClaudeWidgetPresenter::title() const {
-    const AgentMonitor* codex = m_agents ? m_agents->codex() : nullptr;
-    return codex && (codex->hooksInstalled() || !codex->summaries().empty()) ? tr("Agents") : tr("Claude");
+QString ClaudeWidgetPresenter::titleNow() const {
+    const auto isNamed = [](const AgentMonitor* monitor) {
+        return !monitor->traits().isImplied && (monitor->hooksInstalled() || !monitor->summaries().empty());
+    };
+    return std::ranges::any_of(m_agents->monitors(), isNamed) ? tr("Agents") : tr("Claude");
 }
 
-QString ClaudeWidgetPresenter::hooksNote() const {
-    if (!m_agents || m_agents->anyHooksInstalled()) {
+QString ClaudeWidgetPresenter::hooksNoteNow() const {
+    if (m_agents->anyHooksInstalled()) {
         return {};
     }
     return m_isWide ? tr("No hooks · approvals off") : tr("No hooks");
 }
 
-QString ClaudeWidgetPresenter::workingText() const {
-    const auto working = std::ranges::count_if(m_sessions, isWorking);
+QString ClaudeWidgetPresenter::workingTextNow() const {
+    const auto working = std::ranges::count_if(m_agents->summaries(), isWorking);
     return m_isWide && working >= 1 ? tr("%1 working").arg(working) : QString();
 }
 

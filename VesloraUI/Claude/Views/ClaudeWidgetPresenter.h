@@ -4,20 +4,18 @@
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/Claude/Views/ClaudeSessionRow.h"
+#include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Support/RowModel.h"
 
-#include <QObject>
-#include <QQmlEngine>
 #include <QString>
 
 namespace veslora {
 
 class VesloraStyle;
 
-class ClaudeWidgetPresenter : public QObject, public QQmlParserStatus {
+class ClaudeWidgetPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
     Q_PROPERTY(veslora::AgentsModel* agents MEMBER m_agents REQUIRED FINAL)
     Q_PROPERTY(bool isWide MEMBER m_isWide REQUIRED FINAL)
     /// Seconds since 1970, from the view's timeline.
@@ -29,37 +27,45 @@ class ClaudeWidgetPresenter : public QObject, public QQmlParserStatus {
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT FINAL)
 
   public:
-    using QObject::QObject;
-
-    void classBegin() override {}
-    void componentComplete() override;
+    using Presenter::Presenter;
 
     void setDate(double date);
 
-    /// "Agents" once Codex has anything to do with it; a user of Claude Code alone sees that word.
-    [[nodiscard]] QString title() const;
+    /// "Agents" once another than Claude Code has anything to do with it; a user of that one alone sees its
+    /// name.
+    [[nodiscard]] QString title() const { return m_shown.title; }
     /// The warning that no approvals come; empty where some agent has our hooks.
-    [[nodiscard]] QString hooksNote() const;
+    [[nodiscard]] QString hooksNote() const { return m_shown.hooksNote; }
     /// How many sessions work; empty where none does, and on a small widget.
-    [[nodiscard]] QString workingText() const;
-    [[nodiscard]] bool isEmpty() const { return m_rows.rows().empty(); }
+    [[nodiscard]] QString workingText() const { return m_shown.workingText; }
+    [[nodiscard]] bool isEmpty() const { return m_shown.isEmpty; }
     [[nodiscard]] QAbstractItemModel* rows() { return &m_rows; }
 
     Q_INVOKABLE void jump(const QString& sessionId);
 
-  signals:
-    void changed();
+  protected:
+    void start() override;
+    void read() override;
 
   private:
-    void readAgents();
+    struct Shown {
+        QString title;
+        QString hooksNote;
+        QString workingText;
+        bool isEmpty = true;
+        bool operator==(const Shown&) const = default;
+    };
     void readRows();
     [[nodiscard]] ClaudeSessionRow rowOf(const ClaudeSessionSummary& session, bool showsMarks) const;
+    [[nodiscard]] QString titleNow() const;
+    [[nodiscard]] QString hooksNoteNow() const;
+    [[nodiscard]] QString workingTextNow() const;
 
     AgentsModel* m_agents = nullptr;
     bool m_isWide = false;
     double m_date = 0;
     VesloraStyle* m_style = nullptr;
-    std::vector<ClaudeSessionSummary> m_sessions;
+    Shown m_shown;
     RowModel<ClaudeSessionRow> m_rows{"session"};
 };
 

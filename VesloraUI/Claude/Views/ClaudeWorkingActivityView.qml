@@ -9,13 +9,13 @@ WingsView {
     required property AgentsModel agents
 
     leading: AgentMarkView {
-        agent: presenter.agent
         anchors.centerIn: parent
+        glyph: presenter.glyph
     }
     trailing: Text {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: presenter.spinnerOffset
-        color: presenter.spinnerColor
+        color: presenter.glyph.color
         text: presenter.spinner
 
         font {

@@ -2,30 +2,13 @@
 // What the usage widget shows of one agent or one limit, ready for display.
 #pragma once
 
-#include <QColor>
+#include "VesloraUI/Claude/Views/AgentGlyph.h"
+
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 namespace veslora {
-
-/// The few letters that stand for an agent.
-struct AgentGlyph {
-    Q_GADGET
-    QML_VALUE_TYPE(agentGlyph)
-    Q_PROPERTY(QString text MEMBER text FINAL)
-    Q_PROPERTY(QString name MEMBER name FINAL)
-    Q_PROPERTY(QColor color MEMBER color FINAL)
-    Q_PROPERTY(bool isSymbol MEMBER isSymbol FINAL)
-
-  public:
-    QString text; ///< empty where none is shown
-    QString name; ///< the agent's, for those who can't see the glyph
-    QColor color;
-    bool isSymbol = false; ///< a glyph of the symbol font
-
-    bool operator==(const AgentGlyph&) const = default;
-};
 
 /// One meter with what stands beside and below it.
 struct UsageReading {

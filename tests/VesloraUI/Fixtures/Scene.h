@@ -32,8 +32,8 @@ class Scene {
     FakePlatform platform;
     FakeDefaults settings{platform};
     FakeMonitor claude;
-    FakeMonitor codex;
-    AgentsModel agents{claude, &codex};
+    FakeMonitor codex{AgentKind::codex};
+    AgentsModel agents{{&claude, &codex}};
     RackModel rack{settings, platform.taps};
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};

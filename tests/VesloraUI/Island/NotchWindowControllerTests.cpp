@@ -37,7 +37,7 @@ class NotchWindowControllerTest : public testing::Test {
     FakePlatform platform;
     FakeDefaults settings{platform};
     FakeMonitor claude;
-    AgentsModel agents{claude, nullptr};
+    AgentsModel agents{{&claude}};
     NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
                                      [](NotchViewModel&) { return IslandContent(); }};
 };

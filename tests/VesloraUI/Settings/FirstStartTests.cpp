@@ -28,8 +28,8 @@ class FirstStartTest : public testing::Test {
     FaultInjectingFiles files{platform.disk};
     SupportDirectory support{files, platform.paths.support, platform.paths.runtime};
     FakeMonitor claude;
-    FakeMonitor codex;
-    AgentsModel agents{claude, &codex};
+    FakeMonitor codex{AgentKind::codex};
+    AgentsModel agents{{&claude, &codex}};
 };
 
 TEST_F(FirstStartTest, IsTakenOnceAndNeverAgain) {
@@ -75,7 +75,7 @@ TEST_F(FirstStartTest, IsNoneWithoutASupportDirectory) {
 }
 
 TEST_F(FirstStartTest, OneAgentAloneIsEnough) {
-    const AgentsModel alone(claude, nullptr);
+    const AgentsModel alone({&claude});
     const Defaults settings(platform.disk, platform.watches, platform.paths.configuration);
     EXPECT_TRUE(takeFirstStart(support, settings, alone));
 }

@@ -135,7 +135,9 @@ TEST(AgentUsage, LastActivityIsTheLaterReading) {
 }
 
 TEST(AgentUsageChoice, TheLatestComesFirst) {
-    using AgentUsageChoice::pick;
+    const auto pick = [](std::optional<Timestamp> claude, std::optional<Timestamp> codex) {
+        return AgentUsageChoice::pick({{AgentKind::claude, claude}, {AgentKind::codex, codex}});
+    };
     EXPECT_THAT(pick({}, {}), IsEmpty());
     EXPECT_THAT(pick(1, {}), ElementsAre(AgentKind::claude));
     EXPECT_THAT(pick({}, 1), ElementsAre(AgentKind::codex));

@@ -23,8 +23,8 @@ class AgentsModelTest : public testing::Test {
     }
 
     FakeMonitor claude;
-    FakeMonitor codex;
-    AgentsModel agents{claude, &codex};
+    FakeMonitor codex{AgentKind::codex};
+    AgentsModel agents{{&claude, &codex}};
 };
 
 TEST_F(AgentsModelTest, TheLongestWaitOfBothComesFirst) {
@@ -94,7 +94,7 @@ TEST_F(AgentsModelTest, StartsAndStopsClaudeFirstAndServesWithoutCodex) {
     EXPECT_THAT(claude.log, ElementsAre("start", "stop"));
     EXPECT_THAT(codex.log, ElementsAre("start", "stop"));
     FakeMonitor only;
-    AgentsModel alone(only, nullptr);
+    AgentsModel alone({&only});
     alone.start();
     alone.answer("r", ClaudeDecision::allow);
     EXPECT_FALSE(alone.anyHooksInstalled());
@@ -108,6 +108,49 @@ TEST_F(AgentsModelTest, TellsOfChangesOfBothAndOnlyOfChanges) {
     claude.publish({FakeMonitor::session("a", ClaudeStatus::Idle{})}, {});
     codex.publish({}, {FakeMonitor::request("r", 1)});
     EXPECT_EQ(changes, 2);
+}
+
+TEST_F(AgentsModelTest, EveryQuestionCopiedAndSortedEverythingAnew) {
+    const auto ask = [this] {
+        return agents.summaries().size() + agents.waitingForApproval().size() +
+               agents.pendingRequests().size() + (agents.latestFinished() ? 1 : 0) +
+               (agents.longestWorking() ? 1 : 0) + (agents.mostUrgent() ? 1 : 0);
+    };
+    std::vector<std::size_t> answers;
+    agents.setOnChange([&] { answers.push_back(ask()); });
+    QObject::connect(&agents, &AgentsModel::changed, [&] { answers.push_back(ask()); });
+    const std::uint64_t before = agents.merges();
+    codex.publish({FakeMonitor::session("b", ClaudeStatus::NeedsApproval{"", 1}, AgentKind::codex)},
+                  {FakeMonitor::request("r", 1)});
+    EXPECT_THAT(answers, ElementsAre(4, 4)) << "told once to each, with both lists in place";
+    EXPECT_EQ(agents.merges() - before, 2U) << "the sessions once and the requests once";
+    claude.setHooks(true, false);
+    claude.usageMonitor.put({});
+    codex.publish(codex.summaries(), codex.pendingRequests());
+    EXPECT_EQ(agents.merges() - before, 2U) << "nothing of theirs has changed";
+}
+
+TEST_F(AgentsModelTest, TheIslandHearsOfAChangeBeforeAnyViewDoes) {
+    std::vector<std::string> heard;
+    QObject::connect(&agents, &AgentsModel::changed, [&] { heard.emplace_back("views"); });
+    agents.setOnChange([&] { heard.emplace_back("island"); });
+    claude.publish({FakeMonitor::session("a", ClaudeStatus::Idle{})}, {});
+    EXPECT_THAT(heard, ElementsAre("island", "views"));
+}
+
+TEST_F(AgentsModelTest, TakesInWhatWasPublishedBeforeIt) {
+    claude.publish({FakeMonitor::session("a", ClaudeStatus::Idle{})}, {FakeMonitor::request("r", 1)});
+    const AgentsModel later({&claude, &codex});
+    EXPECT_EQ(later.summaries().size(), 1u);
+    EXPECT_EQ(later.pendingRequests().size(), 1u);
+}
+
+TEST_F(AgentsModelTest, KnowsItsAgentsByTheirKinds) {
+    EXPECT_EQ(agents.kinds(), QList<int>({0, 1}));
+    EXPECT_EQ(agents.monitorOf(AgentKind::codex), &codex);
+    const AgentsModel alone({&claude});
+    EXPECT_EQ(alone.monitorOf(AgentKind::codex), nullptr);
+    EXPECT_EQ(alone.traitsOf(AgentKind::codex).name, "Codex") << "as the program's own table has it";
 }
 
 } // namespace

@@ -400,7 +400,7 @@ class BothMonitorsTest : public CodexMonitorTest {
     [[nodiscard]] bool beats() const { return platform.disk.exists(runtimeBeat); }
 
     ClaudeMonitor claude{seams(), supportDirectory, settings};
-    AgentsModel agents{claude, &monitor};
+    AgentsModel agents{{&claude, &monitor}};
 };
 
 TEST_F(BothMonitorsTest, OneBeatServesBoth) {

@@ -23,7 +23,7 @@ class HookedMonitorTest : public testing::Test {
     HookedMonitorTest(std::string spool, std::string answers)
         : m_spool(std::move(spool)), m_answers(std::move(answers)) {
         platform.tasks.alive = {10, 11};
-        monitor.onChange = [this] { ++changes; };
+        QObject::connect(&monitor, &AgentMonitor::changed, [this] { ++changes; });
     }
 
     [[nodiscard]] AgentMonitorSeams seams() {
@@ -59,7 +59,7 @@ class HookedMonitorTest : public testing::Test {
     FakeDefaults settings{platform};
     SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
     Monitor monitor{seams(), supportDirectory, settings};
-    int changes = 0; ///< calls of `onChange`
+    int changes = 0; ///< how often the sessions or the requests were said to be others
 
   private:
     std::string m_spool;
