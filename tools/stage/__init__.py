@@ -13,7 +13,7 @@ import subprocess
 import tempfile
 import time
 
-ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 AGENTS = os.path.join(ROOT, "tests", "data", "agents")
 DATA = os.path.join(AGENTS, "claude")
 # Points; the display has as many pixels as the scale makes of them.
