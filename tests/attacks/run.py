@@ -291,7 +291,7 @@ class Attack:
         prompt = self.ask("first")
         self.considered("Deny", prompt)
         self.park()
-        self.stage.compositor.send_signal(signal.SIGSTOP)
+        os.kill(self.stage.compositor, signal.SIGSTOP)
         prompt = self.ask("second")
         try:
             wait_for("the alert", lambda: self.screen.is_enabled("Allow"))
@@ -299,7 +299,7 @@ class Attack:
             time.sleep(0.6)
             assert prompt.poll() is None, "answered on a screen that shows something else"
         finally:
-            self.stage.compositor.send_signal(signal.SIGCONT)
+            os.kill(self.stage.compositor, signal.SIGCONT)
         self.considered("Allow", prompt)
 
     def forged_press(self):

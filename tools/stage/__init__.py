@@ -13,6 +13,8 @@ import subprocess
 import tempfile
 import time
 
+from .display import Display
+
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 AGENTS = os.path.join(ROOT, "tests", "data", "agents")
 DATA = os.path.join(AGENTS, "claude")
@@ -45,6 +47,7 @@ class Stage:
         self.scale = scale
         self.size = tuple(self.pixels(length) for length in SIZE)
         self.processes = []
+        self.display = None
         self.compositor = None
         self.home = tempfile.mkdtemp(prefix="veslora-tour-")
         runtime = os.path.join(self.home, "run")
@@ -75,21 +78,14 @@ class Stage:
         return process
 
     def open(self):
-        read, write = os.pipe()
-        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.size[0]}x{self.size[1]}x24", "-nolisten", "tcp", "-noreset",
-                   pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as pipe:
-            self.env["DISPLAY"] = ":" + pipe.readline().strip()
+        self.display = Display("x".join(map(str, self.size)))
+        self.env["DISPLAY"] = self.display.name
         # A system's bus of our own too: nothing here may reach the machine's login manager.
         for bus in ("SESSION", "SYSTEM"):
-            daemon = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE, text=True)
-            self.env[f"DBUS_{bus}_BUS_ADDRESS"] = daemon.stdout.readline().strip()
+            self.env[f"DBUS_{bus}_BUS_ADDRESS"] = self.display.start_bus()
         self.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately", stderr=subprocess.DEVNULL)
-        self.start("openbox", stderr=subprocess.DEVNULL)
-        wait_for("the window manager", lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-        self.compositor = self.start("picom", "--backend", "xrender", "--config", "/dev/null",
-                                     stderr=subprocess.DEVNULL)
+        self.display.start_window_manager()
+        self.compositor = self.display.start_compositor()
         self.run("hsetroot", "-add", "#7f97ad", "-add", "#45566f", "-gradient", "0")
 
     def run(self, *command, check=False):
@@ -105,6 +101,8 @@ class Stage:
                 except subprocess.TimeoutExpired:
                     process.kill()
                     process.wait()
+        if self.display:
+            self.display.close()
         shutil.rmtree(self.home, ignore_errors=True)
 
 

@@ -10,19 +10,27 @@
 
 namespace veslora::testing {
 
+enum class ProgramInput {
+    none, ///< it finds the end of its input at once
+    told, ///< it reads what `tell` gives it, and the end once the `Program` has gone
+};
+
 class Program {
   public:
     /// Runs `arguments`, the first of which is found along PATH. With `reportDescriptor` the program can
-    /// write to that descriptor what `firstLine` then gives. Its own output is dropped.
-    explicit Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor = {});
+    /// write to that descriptor what `nextLine` then gives. Its other output is dropped.
+    explicit Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor = {},
+                     ProgramInput input = ProgramInput::none);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     /// Ends it, by force if asking does not help.
     ~Program();
 
     [[nodiscard]] pid_t pid() const { return m_pid; }
-    /// Waits for the first line of the report; throws when the program ends without one.
-    [[nodiscard]] std::string firstLine() const;
+    /// Writes a line to its input.
+    void tell(const std::string& line) const;
+    /// Waits for the next line of the report; throws when the program ends without one.
+    [[nodiscard]] std::string nextLine() const;
     /// Waits for its end; gives the exit status, or absent when a signal ended it.
     std::optional<int> wait();
     void kill();
@@ -30,6 +38,7 @@ class Program {
   private:
     pid_t m_pid = -1;
     int m_report = -1;
+    int m_input = -1;
 };
 
 } // namespace veslora::testing
