@@ -39,13 +39,18 @@ def _private_folder():
 
 
 def _remove(folder):
+    """Takes away a folder with what is in it, as far as that can be done: a program that is just ending may write there."""
     for path, folders, files in os.walk(folder, topdown=False):
-        for name in files:
-            os.unlink(os.path.join(path, name))
-        for name in folders:
+        for name in (*files, *folders):
             inner = os.path.join(path, name)
-            (os.unlink if os.path.islink(inner) else os.rmdir)(inner)
-    os.rmdir(folder)
+            try:
+                (os.rmdir if os.path.isdir(inner) and not os.path.islink(inner) else os.unlink)(inner)
+            except OSError:
+                pass
+    try:
+        os.rmdir(folder)
+    except OSError:
+        pass
 
 
 class Display:
