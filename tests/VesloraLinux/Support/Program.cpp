@@ -16,20 +16,6 @@ namespace {
 
 constexpr int patienceMilliseconds = 20000;
 
-struct Pipe {
-    int read = -1;
-    int write = -1;
-};
-
-/// Neither end reaches a program unless it is handed over.
-Pipe openPipe() {
-    int ends[2] = {-1, -1};
-    if (pipe2(ends, O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    return {ends[0], ends[1]};
-}
-
 [[noreturn]] void run(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor,
                       int report, int input) {
     // Should the test itself be ended by force, what it started ends too.
@@ -55,18 +41,27 @@ Pipe openPipe() {
 
 } // namespace
 
+Program::Pipe Program::Pipe::open() {
+    int ends[2] = {-1, -1};
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    return {ends[0], ends[1]};
+}
+
 Program::Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor,
-                 ProgramInput input) {
-    const Pipe report = reportDescriptor ? openPipe() : Pipe();
-    const Pipe told = input == ProgramInput::told ? openPipe() : Pipe();
-    m_pid = fork();
+                 ProgramInput input)
+    : Program(arguments, reportDescriptor, reportDescriptor ? Pipe::open() : Pipe(),
+              input == ProgramInput::told ? Pipe::open() : Pipe()) {}
+
+Program::Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor, Pipe report,
+                 Pipe input)
+    : m_pid(fork()), m_report(report.read), m_input(input.write) {
     if (m_pid == 0) {
-        run(arguments, reportDescriptor, report.write, told.read);
+        run(arguments, reportDescriptor, report.write, input.read);
     }
     close(report.write);
-    close(told.read);
-    m_report = report.read;
-    m_input = told.write;
+    close(input.read);
 }
 
 Program::~Program() {

@@ -36,9 +36,18 @@ class Program {
     void kill();
 
   private:
-    pid_t m_pid = -1;
-    int m_report = -1;
-    int m_input = -1;
+    struct Pipe {
+        /// Neither end reaches a program unless it is handed over.
+        static Pipe open();
+        int read = -1;
+        int write = -1;
+    };
+    Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor, Pipe report,
+            Pipe input);
+
+    pid_t m_pid;
+    int m_report;
+    int m_input;
 };
 
 } // namespace veslora::testing
