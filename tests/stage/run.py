@@ -1,20 +1,17 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""Sees that tools/display raises what it says, and that nothing of it outlives whoever asked for it; and that
-tools/compare-pictures finds what differs, and that the tour plays no chapter that there is not."""
+"""Sees that tools/display raises what it says, and that nothing of it outlives whoever asked for it."""
 
 import os
 import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-TOOLS = os.path.join(ROOT, "tools")
-TOOL = os.path.join(TOOLS, "display")
+TOOL = os.path.join(ROOT, "tools", "display")
 
 
 def is_running(process):
@@ -156,59 +153,6 @@ class DisplayTests(unittest.TestCase):
         tool = subprocess.run([TOOL, "no size"], stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False,
                               timeout=30)
         self.assertEqual((tool.stdout, tool.returncode), ("error Xvfb does not start\n", 1))
-
-
-class ComparePicturesTests(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.mkdtemp()
-        self.addCleanup(shutil.rmtree, self.folder)
-        for side in ("before", "after"):
-            os.mkdir(os.path.join(self.folder, side))
-
-    def draw(self, side, name, *commands, size="144x90"):
-        subprocess.run(["convert", "-size", size, "xc:gray", *commands, os.path.join(self.folder, side, f"{name}.png")],
-                       check=True, timeout=20)
-
-    def compared(self, *options):
-        masks = os.path.join(self.folder, "masks")
-        with open(masks, "w", encoding="utf-8") as file:
-            file.write("# what moves\n*-clock 200x100+1000+300 the hands\n")
-        done = subprocess.run([os.path.join(TOOLS, "compare-pictures"), "--masks", masks, *options,
-                               os.path.join(self.folder, "before"), os.path.join(self.folder, "after")],
-                              capture_output=True, text=True, check=False, timeout=60)
-        return done.stdout.splitlines(), done.returncode
-
-    def test_finds_where_pictures_differ(self):
-        self.draw("before", "1-box", "-fill", "red", "-draw", "rectangle 10,20 13,21")
-        self.draw("after", "1-box", "-fill", "blue", "-draw", "rectangle 10,20 13,21")
-        self.assertEqual(self.compared(), (["1-box.png: 8 pixels differ in 4x2+10+20", "1 of 1 differ"], 1))
-
-    def test_looks_away_from_what_moves_at_any_scale_and_nowhere_else(self):
-        for size, place in (("144x90", "105,35"), ("288x180", "210,70")):
-            for side, colour in (("before", "red"), ("after", "blue")):
-                for name in ("1-clock", "2-box"):
-                    self.draw(side, name, "-fill", colour, "-draw", f"point {place}", size=size)
-            left, top = place.split(",")
-            self.assertEqual(self.compared(), (["1-clock.png: same", f"2-box.png: 1 pixels differ in 1x1+{left}+{top}",
-                                                "1 of 2 differ"], 1))
-
-    def test_misses_no_picture_unless_it_is_told_that_some_are_left_out(self):
-        self.draw("before", "1-box")
-        self.draw("after", "1-box")
-        self.draw("before", "2-box")
-        self.assertEqual(self.compared("--some"), (["1-box.png: same", "0 of 1 differ"], 0))
-        lines, status = self.compared()
-        self.assertEqual(lines[1], f"2-box.png: only in {os.path.join(self.folder, 'before')}")
-        self.assertEqual(status, 1)
-
-
-class TourTests(unittest.TestCase):
-    def test_a_chapter_that_is_not_there_is_answered_by_those_that_are(self):
-        command = [os.path.join(TOOLS, "tour"), "--only", "cherry"]
-        tour = subprocess.run(command, capture_output=True, text=True, check=False, timeout=60)
-        self.assertEqual(tour.returncode, 2)
-        for chapter in ("settings", "timer", "killed"):
-            self.assertIn(chapter, tour.stderr)
 
 
 if __name__ == "__main__":
