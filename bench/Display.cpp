@@ -149,11 +149,4 @@ Area Display::areaOf(xcb_window_t window) const {
     return {place->dst_x, place->dst_y, size->width, size->height};
 }
 
-bool Display::hasCompositor() const {
-    const auto cookie = xcb_get_selection_owner(m_connection.get(), atom("_NET_WM_CM_S0"));
-    const X11Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_connection.get(), cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
-}
-
 } // namespace veslora::bench

@@ -64,7 +64,6 @@ class Display {
     [[nodiscard]] std::optional<Area> inputOf(xcb_window_t window) const;
     /// Where a window lies on the display.
     [[nodiscard]] Area areaOf(xcb_window_t window) const;
-    [[nodiscard]] bool hasCompositor() const;
 
   private:
     struct Close {

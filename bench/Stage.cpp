@@ -10,7 +10,6 @@ namespace veslora::bench {
 
 namespace {
 
-constexpr int reportDescriptor = 3;
 constexpr Place corner{Stage::width - 1, Stage::height - 1};
 
 std::map<std::string, std::string> keptVariables() {
@@ -41,24 +40,14 @@ Stage::Environment::Environment(const std::string& home) {
     }
 }
 
-Stage::Stage() : m_environment(m_home.path()) {
-    const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    m_server = std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd",
-                                                                  std::to_string(reportDescriptor), "-screen",
-                                                                  "0", size, "-nolisten", "tcp"},
-                                         reportDescriptor);
-    setenv("DISPLAY", (":" + m_server->firstLine()).c_str(), 1);
-    m_bus = std::make_unique<Program>(
-        std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--nopidfile",
-                                 "--print-address=" + std::to_string(reportDescriptor)},
-        reportDescriptor);
-    setenv("DBUS_SESSION_BUS_ADDRESS", m_bus->firstLine().c_str(), 1);
+Stage::Stage()
+    : m_environment(m_home.path()), m_pieces(std::to_string(width) + "x" + std::to_string(height)) {
+    setenv("DISPLAY", m_pieces.name().c_str(), 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", m_pieces.startBus().c_str(), 1);
     m_display = std::make_unique<Display>();
-    m_windowManager = std::make_unique<Program>(std::vector<std::string>{"openbox", "--sm-disable"});
-    Program({"hsetroot", "-solid", "#0000ff"}).wait();
-    m_compositor = std::make_unique<Program>(
-        std::vector<std::string>{"picom", "--config", "/dev/null", "--backend", "xrender"});
-    waitUntil("the compositor", [this] { return m_display->hasCompositor(); });
+    m_pieces.startWindowManager();
+    testing::Program({"hsetroot", "-solid", "#0000ff"}).wait();
+    m_pieces.startCompositor();
     m_display->moveTo({width / 2, height - 100});
     waitUntil("the desktop", [this] { return isDesktop(m_display->pixel(corner)); });
 }

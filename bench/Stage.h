@@ -3,7 +3,7 @@
 #pragma once
 
 #include "bench/Display.h"
-#include "tests/VesloraLinux/Support/Program.h"
+#include "tests/VesloraLinux/Support/PrivateDisplay.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 
 #include <memory>
@@ -27,17 +27,13 @@ class Stage {
     }
 
   private:
-    using Program = testing::Program;
     struct Environment {
         explicit Environment(const std::string& home);
     };
 
     testing::TemporaryFolder m_home;
     Environment m_environment;
-    std::unique_ptr<Program> m_server;
-    std::unique_ptr<Program> m_bus;
-    std::unique_ptr<Program> m_windowManager;
-    std::unique_ptr<Program> m_compositor;
+    testing::PrivateDisplay m_pieces;
     std::unique_ptr<Display> m_display;
 };
 

@@ -5,6 +5,7 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/SupportLock.h"
 #include "tests/VesloraLinux/Support/Patience.h"
+#include "tests/VesloraLinux/Support/PrivateDisplay.h"
 #include "tests/VesloraLinux/Support/Program.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 
@@ -32,6 +33,7 @@ using testing::becomesTrue;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using testing::PrivateDisplay;
 using testing::Program;
 using testing::TemporaryFolder;
 
@@ -125,7 +127,7 @@ class RunningProgramTests : public CommandLineProgramTests, public ::testing::Wi
             bus = std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork",
                                                                      "--nopidfile", "--print-address=3"},
                                             3);
-            busAddress = bus->firstLine();
+            busAddress = bus->nextLine();
         }
     }
 
@@ -134,7 +136,7 @@ class RunningProgramTests : public CommandLineProgramTests, public ::testing::Wi
     }
     [[nodiscard]] std::vector<std::string> session() const {
         auto variables = shell();
-        variables.insert(variables.end(), {"DISPLAY=:" + display, "QT_QPA_PLATFORM=xcb",
+        variables.insert(variables.end(), {"DISPLAY=" + display.name(), "QT_QPA_PLATFORM=xcb",
                                            "DBUS_SYSTEM_BUS_ADDRESS=disabled:", "LANG=C.UTF-8"});
         return variables;
     }
@@ -158,9 +160,7 @@ class RunningProgramTests : public CommandLineProgramTests, public ::testing::Wi
     std::string home = folder.path("home");
     std::string busAddress = "disabled:";
     std::unique_ptr<Program> bus;
-    Program server{{"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp"},
-                   3};
-    std::string display = server.firstLine();
+    PrivateDisplay display{"800x600"};
     std::unique_ptr<Program> program;
 };
 
@@ -206,7 +206,7 @@ TEST_P(RunningProgramTests, OneThatHangsIsToldOfAndNotWaitedForForEver) {
 
 TEST_F(CommandLineProgramTests, ABusThatHangsIsToldOfAndNotWaitedForForEver) {
     const Program bus({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=3"}, 3);
-    const std::string address = bus.firstLine();
+    const std::string address = bus.nextLine();
     ASSERT_EQ(kill(bus.pid(), SIGSTOP), 0);
     const Ended ended = run({"status"}, {"HOME=" + folder.path(), "DBUS_SESSION_BUS_ADDRESS=" + address});
     EXPECT_EQ(ended.status, 1);

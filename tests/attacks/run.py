@@ -20,8 +20,13 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(ROOT, "tools"))
 
-# pylint: disable=wrong-import-position
-from stage import Agent, Screen, Stage, end, start_program, start_terminal, wait_for  # noqa: E402
+# pylint: disable=wrong-import-position # they lie where the line above tells to look
+from stage.agents import Agent
+from stage.program import end_program, start_program, support_of
+from stage.screen import Screen
+from stage.stage import Stage
+from stage.waiting import wait_for
+from stage.windows import bring_forward, start_in_terminal, start_terminal
 
 SHIFTED_CLOCK = r"""
 #define _GNU_SOURCE
@@ -53,7 +58,7 @@ class Attack:
         self.stage = stage
         self.screen = screen
         self.program = program
-        self.support = os.path.join(stage.home, ".local", "share", "Veslora")
+        self.support = support_of(stage)
         self.veslora = start_program(stage, program)
         self.agent = None
         self.asked_at = 0
@@ -67,10 +72,10 @@ class Attack:
         wait_for("the agents' tab", lambda: self.screen.find("Install"))
         self.screen.press("Install")
         wait_for("the hooks", lambda: self.screen.find("Installed"))
-        self.agent = Agent(self.stage, "attacked", start_terminal(self.stage, "attacked", "60x12+40+560", "exec sleep 900"))
-        self.stage.start("xterm", "-geometry", "60x12+700+560", "-title", "elsewhere", stderr=subprocess.DEVNULL)
-        wait_for("another window", lambda: self.stage.run("xdotool", "search", "--name", "^elsewhere$"))
-        self.stage.run("xdotool", "search", "--name", "^elsewhere$", "windowactivate", "--sync")
+        process = start_in_terminal(self.stage, "attacked", "60x12+40+560", "exec sleep 900")
+        self.agent = Agent(self.stage, "attacked", process)
+        start_terminal(self.stage, "elsewhere", "60x12+700+560")
+        bring_forward(self.stage, "elsewhere")
         self.agent.session("busy")
 
     def ask(self, command="make all"):
@@ -81,8 +86,7 @@ class Attack:
         """Where “Allow” stands: the same place for every prompt of one line."""
         prompt = self.ask()
         wait_for("the prompt", lambda: self.screen.is_enabled("Allow"))
-        frame = self.screen.find("Allow").get_extents(self.screen.atspi.CoordType.SCREEN)
-        self.allow = (frame.x + frame.width // 2, frame.y + frame.height // 2)
+        self.allow = self.screen.middle_of("Allow")
         self.considered("Deny", prompt)
 
     def considered(self, key, prompt):
@@ -291,7 +295,7 @@ class Attack:
         prompt = self.ask("first")
         self.considered("Deny", prompt)
         self.park()
-        self.stage.compositor.send_signal(signal.SIGSTOP)
+        os.kill(self.stage.compositor, signal.SIGSTOP)
         prompt = self.ask("second")
         try:
             wait_for("the alert", lambda: self.screen.is_enabled("Allow"))
@@ -299,7 +303,7 @@ class Attack:
             time.sleep(0.6)
             assert prompt.poll() is None, "answered on a screen that shows something else"
         finally:
-            self.stage.compositor.send_signal(signal.SIGCONT)
+            os.kill(self.stage.compositor, signal.SIGCONT)
         self.considered("Allow", prompt)
 
     def forged_press(self):
@@ -312,6 +316,22 @@ class Attack:
         self.refuse(prompt, "a press that was sent")
 
 
+def attacks(attack, times):
+    return {
+        "stall by signal": lambda: attack.stall_by_signal(times),
+        "stall after the frame": lambda: attack.stall_after_the_frame(times),
+        "stall by a large file": lambda: attack.stall_by_large_files(times, 1),
+        "stall by three large files": lambda: attack.stall_by_large_files(1, 3),
+        "clock set forward": lambda: attack.clock_set_forward(times),
+        "clock set back": attack.clock_set_back,
+        "forged press": attack.forged_press,
+        "hung compositor": attack.hung_compositor,
+        "text without ink": attack.text_without_ink,
+        "linked folder": attack.linked_folder,
+        "full disk": attack.full_disk,
+    }
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", required=True, help="the program to attack")
@@ -319,41 +339,23 @@ def main():
     parser.add_argument("--only", help="the one attack to try")
     parser.add_argument("--below-wayland", action="store_true", help="the window takes the form that it has on a Wayland desktop")
     arguments = parser.parse_args()
-    stage = Stage(below_wayland=arguments.below_wayland)
-    try:
-        stage.open()
-        library = os.path.join(stage.home, "clock.so")
+    with Stage(below_wayland=arguments.below_wayland) as stage:
+        library = os.path.join(stage.folder, "clock.so")
         subprocess.run(["cc", "-shared", "-fPIC", "-o", library, "-x", "c", "-", "-ldl"], input=SHIFTED_CLOCK, text=True,
                        check=True)
-        stage.env["SHIFTED_CLOCK"] = os.path.join(stage.home, "shift")
-        screen = Screen(stage, stage.home)
+        stage.env["SHIFTED_CLOCK"] = os.path.join(stage.folder, "shift")
+        screen = Screen(stage)
         # For the program and the scripts alike; the files' own stamps stay those of the machine.
         stage.env["LD_PRELOAD"] = library
         attack = Attack(stage, screen, os.path.abspath(arguments.program))
         attack.install()
         attack.learn_place()
-        times = arguments.times
-        attacks = {
-            "stall by signal": lambda: attack.stall_by_signal(times),
-            "stall after the frame": lambda: attack.stall_after_the_frame(times),
-            "stall by a large file": lambda: attack.stall_by_large_files(times, 1),
-            "stall by three large files": lambda: attack.stall_by_large_files(1, 3),
-            "clock set forward": lambda: attack.clock_set_forward(times),
-            "clock set back": attack.clock_set_back,
-            "forged press": attack.forged_press,
-            "hung compositor": attack.hung_compositor,
-            "text without ink": attack.text_without_ink,
-            "linked folder": attack.linked_folder,
-            "full disk": attack.full_disk,
-        }
-        for name, run in attacks.items():
+        for name, run in attacks(attack, arguments.times).items():
             if arguments.only in (None, name):
                 started = time.monotonic()
                 run()
                 print(f"  {name}: held ({time.monotonic() - started:.1f} s)", flush=True)
-        end(attack.veslora, os.path.join(attack.support, "heartbeat"))
-    finally:
-        stage.close()
+        end_program(stage, attack.veslora)
     return 0
 
 

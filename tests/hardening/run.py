@@ -25,7 +25,7 @@ def check(holds, what):
 
 
 def output(*command):
-    done = subprocess.run(command, capture_output=True, text=True, env={**os.environ, "LC_ALL": "C"})
+    done = subprocess.run(command, capture_output=True, text=True, check=False, env={**os.environ, "LC_ALL": "C"})
     if done.returncode != 0:
         sys.exit(f"hardening: {shlex.join(command)}: {done.stderr}")
     return done.stdout
@@ -59,7 +59,7 @@ def compiled_by_release(folder):
     build = os.path.join(folder, "build")
     output("cmake", "--preset", "release", "-S", ROOT, "-B", build, "-DBUILD_TESTING=OFF",
            "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON")
-    with open(os.path.join(build, "compile_commands.json")) as file:
+    with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         commands = {os.path.relpath(entry["file"], ROOT): entry for entry in json.load(file)}
     ours = [entry for name, entry in commands.items() if name.startswith(("Veslora", "JsonValue"))]
     for flag in ("-fstack-protector-strong", "-D_FORTIFY_SOURCE=3", "-D_GLIBCXX_ASSERTIONS", "-O2"):

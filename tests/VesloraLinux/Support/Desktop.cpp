@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraLinux/Support/Desktop.h"
 
-#include "tests/VesloraLinux/Support/Waiting.h"
-
 #include <sys/resource.h>
 #include <xcb/xcbext.h>
 
 #include <chrono>
 #include <cstring>
+#include <fstream>
 #include <stdexcept>
 
 namespace veslora::testing {
@@ -20,15 +19,14 @@ void require(bool holds, const char* what) {
 }
 
 /// Nothing of the machine's own session may reach a test, or the other way round.
-void cleanEnvironment(const TemporaryFolder& home, const std::string& display,
-                      const DesktopOptions& options) {
+void cleanEnvironment(const PrivateDisplay& display, const DesktopOptions& options) {
     for (const char* const name : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XAUTHORITY", "SESSION_MANAGER",
                                    "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"}) {
         unsetenv(name);
     }
-    setenv("DISPLAY", display.c_str(), 1);
-    setenv("HOME", home.path().c_str(), 1);
-    setenv("XDG_RUNTIME_DIR", home.path().c_str(), 1);
+    setenv("DISPLAY", display.name().c_str(), 1);
+    setenv("HOME", display.folder().c_str(), 1);
+    setenv("XDG_RUNTIME_DIR", display.folder().c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
     setenv("QT_QPA_PLATFORM", "xcb", 1);
@@ -73,21 +71,9 @@ void sendFakeInput(xcb_connection_t* connection, std::uint8_t type, std::uint8_t
 } // namespace
 
 Desktop::Desktop(const DesktopOptions& options) {
-    m_server =
-        std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd", "3", "-screen", "0",
-                                                           "1600x900x24", "-noreset", "-nolisten", "tcp"},
-                                  3);
-    cleanEnvironment(m_home, ":" + m_server->firstLine(), options);
-    for (std::size_t index = 0; index < options.monitors.size(); ++index) {
-        const std::string& monitor = options.monitors[index];
-        const std::size_t space = monitor.find(' ');
-        xrandr({"--setmonitor", monitor.substr(0, space), monitor.substr(space + 1),
-                index == 0 ? "screen" : "none"});
-    }
-    if (!options.resources.empty()) {
-        require(Program({"xrdb", "-nocpp", m_home.put("resources", options.resources + "\n")}).wait() == 0,
-                "xrdb failed");
-    }
+    cleanEnvironment(m_display, options);
+    placeMonitors(options.monitors);
+    readResources(options.resources);
     m_application = std::make_unique<QGuiApplication>(m_count, m_arguments);
     m_application->setQuitOnLastWindowClosed(false);
     m_scheduler = std::make_unique<LinuxScheduler>();
@@ -95,9 +81,7 @@ Desktop::Desktop(const DesktopOptions& options) {
     m_own = X11Connection::open(*m_scheduler);
     require(m_connection && m_own, "no display");
     if (options.hasWindowManager) {
-        m_windowManager = std::make_unique<Program>(
-            std::vector<std::string>{"openbox", "--sm-disable", "--config-file", "/etc/xdg/openbox/rc.xml"});
-        require(waitUntil([this] { return managesWindows(); }), "no window manager");
+        m_display.startWindowManager();
     }
     if (options.hasCompositor) {
         startCompositor();
@@ -109,49 +93,24 @@ Desktop::~Desktop() {
     m_connection.reset();
     m_scheduler.reset();
     m_application.reset();
-    m_compositor.reset();
-    m_windowManager.reset();
 }
 
-/// Shows a window for trial: a window manager that is still starting forgets those that come too early.
-bool Desktop::managesWindows() {
-    constexpr int trialMilliseconds = 100;
-    xcb_connection_t* const xcb = m_own->xcb();
-    const xcb_window_t window = xcb_generate_id(xcb);
-    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, m_own->root(), 0, 0, 10, 10, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    xcb_map_window(xcb, window);
-    m_own->flush();
-    const auto isManaged = [&] {
-        return rootValues("_NET_CLIENT_LIST") == std::vector<std::uint32_t>{window};
-    };
-    const bool result = waitUntil(isManaged, trialMilliseconds);
-    xcb_destroy_window(xcb, window);
-    m_own->flush();
-    return result && waitUntil([&] { return rootValues("_NET_CLIENT_LIST").empty(); });
+void Desktop::placeMonitors(const std::vector<std::string>& monitors) {
+    const char* output = "screen";
+    for (const std::string& monitor : monitors) {
+        const std::size_t space = monitor.find(' ');
+        xrandr({"--setmonitor", monitor.substr(0, space), monitor.substr(space + 1), output});
+        output = "none";
+    }
 }
 
-void Desktop::startCompositor() {
-    m_compositor = std::make_unique<Program>(std::vector<std::string>{
-        "picom", "--config", "/dev/null", "--backend", "xrender", "--no-fading-openclose"});
-    waitForCompositor(true);
-}
-
-void Desktop::killCompositor() {
-    m_compositor->kill();
-    m_compositor.reset();
-    waitForCompositor(false);
-}
-
-void Desktop::waitForCompositor(bool isThere) {
-    const xcb_atom_t selection = m_own->atom("_NET_WM_CM_S0");
-    const auto hasOwner = [&] {
-        const auto cookie = xcb_get_selection_owner(m_own->xcb(), selection);
-        const X11Reply<xcb_get_selection_owner_reply_t> reply(
-            xcb_get_selection_owner_reply(m_own->xcb(), cookie, nullptr));
-        return reply && reply->owner != XCB_WINDOW_NONE;
-    };
-    require(waitUntil([&] { return hasOwner() == isThere; }), "the compositor did not come or go");
+void Desktop::readResources(const std::string& lines) const {
+    if (lines.empty()) {
+        return;
+    }
+    const std::string path = m_display.folder() + "/resources";
+    std::ofstream(path) << lines << '\n';
+    require(Program({"xrdb", "-nocpp", path}).wait() == 0, "xrdb failed");
 }
 
 void Desktop::xrandr(const std::vector<std::string>& arguments) {

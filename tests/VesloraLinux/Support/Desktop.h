@@ -4,8 +4,7 @@
 
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/X11/X11Connection.h"
-#include "tests/VesloraLinux/Support/Program.h"
-#include "tests/VesloraLinux/Support/TemporaryFolder.h"
+#include "tests/VesloraLinux/Support/PrivateDisplay.h"
 
 #include <QColor>
 #include <QGuiApplication>
@@ -41,9 +40,9 @@ class Desktop {
     /// The connection that the code under test works with.
     [[nodiscard]] X11Connection& connection() { return *m_connection; }
 
-    void startCompositor();
+    void startCompositor() const { m_display.startCompositor(); }
     /// Ends it without giving it the time to say goodbye.
-    void killCompositor();
+    void killCompositor() const { m_display.killCompositor(); }
 
     /// Runs xrandr with these arguments and waits for its end.
     void xrandr(const std::vector<std::string>& arguments);
@@ -64,14 +63,11 @@ class Desktop {
     void settle() const;
 
   private:
+    void placeMonitors(const std::vector<std::string>& monitors);
+    void readResources(const std::string& lines) const;
     void fakeInput(std::uint8_t type, std::uint8_t detail, int x, int y) const;
-    void waitForCompositor(bool isThere);
-    [[nodiscard]] bool managesWindows();
 
-    TemporaryFolder m_home;
-    std::unique_ptr<Program> m_server;
-    std::unique_ptr<Program> m_windowManager;
-    std::unique_ptr<Program> m_compositor;
+    PrivateDisplay m_display;
     int m_count = 1;
     char m_name[8] = "veslora";
     char* m_arguments[2] = {m_name, nullptr};

@@ -17,7 +17,7 @@ class PrivateBus {
         : m_daemon(std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork",
                                                                       "--nopidfile", "--print-address=3"},
                                              3)),
-          m_address(QString::fromStdString(m_daemon->firstLine())) {}
+          m_address(QString::fromStdString(m_daemon->nextLine())) {}
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
     ~PrivateBus() {

@@ -17,12 +17,15 @@ namespace {
 constexpr int patienceMilliseconds = 20000;
 
 [[noreturn]] void run(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor,
-                      int report) {
+                      int report, int input) {
     // Should the test itself be ended by force, what it started ends too.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     const int nothing = open("/dev/null", O_RDWR);
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         dup2(nothing, descriptor);
+    }
+    if (input >= 0) {
+        dup2(input, STDIN_FILENO);
     }
     if (reportDescriptor) {
         dup2(report, *reportDescriptor);
@@ -38,20 +41,31 @@ constexpr int patienceMilliseconds = 20000;
 
 } // namespace
 
-Program::Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor) {
+Program::Pipe Program::Pipe::open() {
     int ends[2] = {-1, -1};
-    if (reportDescriptor && pipe2(ends, O_CLOEXEC) != 0) {
+    if (pipe2(ends, O_CLOEXEC) != 0) {
         throw std::runtime_error("no pipe");
     }
-    m_pid = fork();
+    return {ends[0], ends[1]};
+}
+
+Program::Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor,
+                 ProgramInput input)
+    : Program(arguments, reportDescriptor, reportDescriptor ? Pipe::open() : Pipe(),
+              input == ProgramInput::told ? Pipe::open() : Pipe()) {}
+
+Program::Program(const std::vector<std::string>& arguments, std::optional<int> reportDescriptor, Pipe report,
+                 Pipe input)
+    : m_pid(fork()), m_report(report.read), m_input(input.write) {
     if (m_pid == 0) {
-        run(arguments, reportDescriptor, ends[1]);
+        run(arguments, reportDescriptor, report.write, input.read);
     }
-    close(ends[1]);
-    m_report = ends[0];
+    close(report.write);
+    close(input.read);
 }
 
 Program::~Program() {
+    close(m_input);
     if (m_pid > 0) {
         ::kill(m_pid, SIGTERM);
         constexpr int stepMilliseconds = 5;
@@ -67,7 +81,14 @@ Program::~Program() {
     close(m_report);
 }
 
-std::string Program::firstLine() const {
+void Program::tell(const std::string& line) const {
+    const std::string bytes = line + "\n";
+    if (write(m_input, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) {
+        throw std::runtime_error("a program does not read its input");
+    }
+}
+
+std::string Program::nextLine() const {
     std::string line;
     pollfd ready{m_report, POLLIN, 0};
     char letter = 0;

@@ -29,7 +29,7 @@ class X11HostApplicationsTests : public ::testing::Test {
 TEST_F(X11HostApplicationsTests, FindsTheTerminalThatAShellRunsIn) {
     // The line is what the shell says of itself once it runs inside the terminal.
     const Program terminal({"xterm", "-e", "sh", "-c", "echo $$ >&9; exec sleep 1000"}, 9);
-    const auto shell = static_cast<std::int32_t>(std::stol(terminal.firstLine()));
+    const auto shell = static_cast<std::int32_t>(std::stol(terminal.nextLine()));
     EXPECT_TRUE(waitUntil([&] { return applications.hostAppOf(shell).has_value(); }));
     const auto app = applications.hostAppOf(shell);
     ASSERT_TRUE(app);
@@ -77,7 +77,7 @@ TEST_F(X11HostApplicationsTests, WalksTenStepsAndNoFurther) {
         command = "sh -c \"$LEVEL" + std::to_string(level) + "\"; true";
     }
     const Program outermost({"sh", "-c", command}, 9);
-    const auto innermost = static_cast<std::int32_t>(std::stol(outermost.firstLine()));
+    const auto innermost = static_cast<std::int32_t>(std::stol(outermost.nextLine()));
     std::int32_t ninthParent = innermost;
     for (int step = 0; step < 9; ++step) {
         ninthParent = ProcessTree::statOf(ninthParent)->parent;

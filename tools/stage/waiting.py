@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: MIT
+"""Waiting for what another program does."""
+
+import time
+
+
+def wait_for(what, condition, seconds=20):
+    """Returns the first true value of `condition`; raises TimeoutError when there is none in time."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise TimeoutError(f"waited in vain for {what}")
+        time.sleep(0.02)
