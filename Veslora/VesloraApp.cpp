@@ -114,6 +114,7 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
     const Signals signalWatch([] { QCoreApplication::quit(); });
     delegate.applicationDidFinishLaunching();
     const int status = QCoreApplication::exec();
+    qCInfo(Logs::start, "ends with status %d", status);
     delegate.applicationWillTerminate();
     return status;
 }
@@ -142,6 +143,7 @@ int runWith(SupportLock lock, int argc, char** argv) {
 }
 
 int start(int argc, char** argv) {
+    qCInfo(Logs::start, "Veslora %s with Qt %s", VESLORA_VERSION, qVersion());
     LinuxPlatform::prepareEnvironment();
     LinuxPlatform::giveBackLargeBlocks();
     if (!LinuxPlatform::hasDisplay()) {

@@ -20,6 +20,9 @@
 #include "VesloraLinux/System/ProcSystemReadings.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
+#include "VesloraUI/Platform/Logs.h"
+
+#include <QGuiApplication>
 
 #include <malloc.h>
 
@@ -56,6 +59,12 @@ std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(SystemBus& systemBus, Win
         ways.push_back(windowSystem->makeDisplayInhibitor());
     }
     return ways;
+}
+
+void tellOf(const Directories& directories) {
+    qCInfo(Logs::start, "folders: %s, %s, %s; agents: %s, %s", directories.support.c_str(),
+           directories.runtime.c_str(), directories.configuration.c_str(), directories.claude.c_str(),
+           directories.codex.c_str());
 }
 
 } // namespace
@@ -134,7 +143,14 @@ bool LinuxPlatform::hasDisplay() {
 }
 
 std::unique_ptr<LinuxPlatform> LinuxPlatform::make() {
+    qCInfo(Logs::start, "platform %s, scene graph %s", qUtf8Printable(QGuiApplication::platformName()),
+           qgetenv("QT_QUICK_BACKEND").constData());
+    SessionBus::tell();
     auto parts = std::make_unique<Parts>();
+    tellOf(parts->directories);
+    if (!parts->windowSystem) {
+        qCWarning(Logs::start, "no window system that is known runs here");
+    }
     return parts->seams ? std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts))) : nullptr;
 }
 

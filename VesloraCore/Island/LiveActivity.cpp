@@ -7,6 +7,30 @@ LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> st
     return storedValue == "timer" ? LiveActivityPriority::timer : LiveActivityPriority::music;
 }
 
+std::string_view name(LiveActivityKind kind) {
+    switch (kind) {
+    case LiveActivityKind::timerAlert:
+        return "timerAlert";
+    case LiveActivityKind::claudeAlert:
+        return "claudeAlert";
+    case LiveActivityKind::claudeFinished:
+        return "claudeFinished";
+    case LiveActivityKind::metronome:
+        return "metronome";
+    case LiveActivityKind::timer:
+        return "timer";
+    case LiveActivityKind::music:
+        return "music";
+    case LiveActivityKind::claudeWorking:
+        return "claudeWorking";
+    case LiveActivityKind::keepAwake:
+        return "keepAwake";
+    case LiveActivityKind::none:
+        break;
+    }
+    return "none";
+}
+
 bool isAlert(LiveActivityKind kind) {
     return kind == LiveActivityKind::timerAlert || kind == LiveActivityKind::claudeAlert;
 }

@@ -29,6 +29,9 @@ enum class LiveActivityPriority { music, timer };
 /// The priority stored as "timer" or "music"; music first for an absent or any other text.
 [[nodiscard]] LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> storedValue);
 
+/// As other programs and logs are told of it: the word of the case.
+[[nodiscard]] std::string_view name(LiveActivityKind kind);
+
 /// Whether the activity drops down from the island instead of standing in its wings.
 [[nodiscard]] bool isAlert(LiveActivityKind kind);
 

@@ -15,30 +15,6 @@ constexpr std::string_view island = "island";
 constexpr std::string_view shows = "shows";
 constexpr std::string_view sessionCounts = "sessions";
 
-std::string nameOf(LiveActivityKind kind) {
-    switch (kind) {
-    case LiveActivityKind::timerAlert:
-        return "timerAlert";
-    case LiveActivityKind::claudeAlert:
-        return "claudeAlert";
-    case LiveActivityKind::claudeFinished:
-        return "claudeFinished";
-    case LiveActivityKind::metronome:
-        return "metronome";
-    case LiveActivityKind::timer:
-        return "timer";
-    case LiveActivityKind::music:
-        return "music";
-    case LiveActivityKind::claudeWorking:
-        return "claudeWorking";
-    case LiveActivityKind::keepAwake:
-        return "keepAwake";
-    case LiveActivityKind::none:
-        break;
-    }
-    return "none";
-}
-
 std::string_view nameOf(const ClaudeSessionStatus& status) {
     return std::visit(
         Overloaded{
@@ -69,7 +45,7 @@ std::string make(bool isOpen, LiveActivityKind closedActivity,
                  const std::vector<ClaudeSessionSummary>& sessions) {
     Json line = Json::makeObject();
     line.set(island, Json::makeString(isOpen ? "open" : "closed"));
-    line.set(shows, Json::makeString(isOpen ? "rack" : nameOf(closedActivity)));
+    line.set(shows, Json::makeString(isOpen ? "rack" : std::string(name(closedActivity))));
     line.set(sessionCounts, counted(sessions));
     return line.print(Json::Layout::compact);
 }

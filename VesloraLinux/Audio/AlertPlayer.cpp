@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/Audio/AlertPlayer.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <utility>
 
 namespace veslora {
@@ -11,7 +13,12 @@ AlertPlayer::AlertPlayer(Scheduler& scheduler, std::unique_ptr<AudioOutput> outp
 void AlertPlayer::play(const std::string& name) {
     const auto sound = AlertSounds::named(name);
     const std::size_t underWay = m_waiting.size() + (m_mixer ? m_mixer->reclaim() : 0);
-    if (!sound || underWay >= mostAtOnce) {
+    if (!sound) {
+        qCWarning(Logs::audio, "no sound has the name that was asked for");
+        return;
+    }
+    if (underWay >= mostAtOnce) {
+        qCInfo(Logs::audio, "a sound is left out: %zu are under way", underWay);
         return;
     }
     m_waiting.push_back(*sound);
@@ -38,7 +45,9 @@ void AlertPlayer::begin(const Samples& samples) {
     if (!m_mixer) {
         m_mixer = std::make_unique<Mixer>();
     }
-    if (m_mixer->schedule(samples) && !m_isPlaying) {
+    if (!m_mixer->schedule(samples)) {
+        qCWarning(Logs::audio, "the mixer has no place for a sound");
+    } else if (!m_isPlaying) {
         startOutput();
     }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/Audio/PulseLibrary.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <dlfcn.h>
 
 namespace veslora {
@@ -25,6 +27,9 @@ bool findContext(void* library, PulseLibrary& found) {
            find(library, "pa_context_set_state_callback", found.context_set_state_callback) &&
            find(library, "pa_context_get_state", found.context_get_state) &&
            find(library, "pa_context_connect", found.context_connect) &&
+           find(library, "pa_context_errno", found.context_errno) &&
+           find(library, "pa_context_get_server", found.context_get_server) &&
+           find(library, "pa_strerror", found.strerror) &&
            find(library, "pa_context_disconnect", found.context_disconnect);
 }
 
@@ -51,10 +56,16 @@ bool findStream(void* library, PulseLibrary& found) {
 std::unique_ptr<PulseLibrary> PulseLibrary::load(const std::string& fileName) {
     // Never unloaded: the library keeps a destructor for every thread that used it.
     void* const library = dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    if (library == nullptr) {
+        qCInfo(Logs::audio, "no sound: %s", dlerror());
+        return nullptr;
+    }
     auto found = std::make_unique<PulseLibrary>();
-    return library != nullptr && findContext(library, *found) && findStream(library, *found)
-               ? std::move(found)
-               : nullptr;
+    if (!findContext(library, *found) || !findStream(library, *found)) {
+        qCWarning(Logs::audio, "no sound, as a function is missing: %s", dlerror());
+        return nullptr;
+    }
+    return found;
 }
 
 } // namespace veslora

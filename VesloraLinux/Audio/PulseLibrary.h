@@ -26,6 +26,9 @@ struct PulseLibrary {
     decltype(&pa_context_set_state_callback) context_set_state_callback = nullptr;
     decltype(&pa_context_get_state) context_get_state = nullptr;
     decltype(&pa_context_connect) context_connect = nullptr;
+    decltype(&pa_context_errno) context_errno = nullptr;
+    decltype(&pa_context_get_server) context_get_server = nullptr;
+    decltype(&pa_strerror) strerror = nullptr;
     decltype(&pa_context_disconnect) context_disconnect = nullptr;
     decltype(&pa_proplist_new) proplist_new = nullptr;
     decltype(&pa_proplist_free) proplist_free = nullptr;

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/Audio/PulseOutput.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/eventfd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <system_error>
 #include <utility>
 
@@ -17,10 +21,14 @@ PulseOutput::~PulseOutput() {
 void PulseOutput::start(Mixer& mixer, std::function<void(AudioEnd)> ended) {
     m_ended = std::move(ended);
     m_stop = FileDescriptor(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC));
+    if (!m_stop) {
+        qCWarning(Logs::audio, "no sound, as no event can be had: %s", std::strerror(errno));
+    }
     ++m_start;
     try {
         m_thread = std::thread([this, &mixer, start = m_start] { run(mixer, start); });
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& error) {
+        qCWarning(Logs::audio, "no sound, as no thread can be had: %s", error.what());
         tell(AudioEnd::failed, m_start); // the machine has no thread left
     }
 }

@@ -2,6 +2,7 @@
 #include "VesloraLinux/Audio/PulseSession.h"
 
 #include "VesloraLinux/Audio/Mixer.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -24,7 +25,7 @@ PulseSession::PulseSession(const PulseLibrary& library, const PulseOptions& opti
     }
     pa_mainloop_api* const api = m_library.mainloop_get_api(m_loop);
     const auto stopped = [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* session) {
-        static_cast<PulseSession*>(session)->m_stage = Stage::failed;
+        static_cast<PulseSession*>(session)->m_stage = Stage::stopped;
     };
     m_stopEvent = api->io_new(api, stopDescriptor, PA_IO_EVENT_INPUT, stopped, this);
     m_context = m_library.context_new(api, "Veslora");
@@ -49,8 +50,18 @@ PulseSession::~PulseSession() {
     }
 }
 
+/// The first failure is told; what follows from it is not.
+void PulseSession::fail(const char* what, std::optional<int> reason) {
+    if (m_stage == Stage::going) {
+        m_stage = Stage::failed;
+        qCWarning(Logs::audio, "no sound: %s: %s", what,
+                  m_library.strerror(reason ? *reason : m_library.context_errno(m_context)));
+    }
+}
+
 AudioEnd PulseSession::run() {
     if (m_context == nullptr) {
+        fail("no connection can be made", PA_ERR_INTERNAL);
         return AudioEnd::failed;
     }
     m_library.context_set_state_callback(
@@ -58,13 +69,11 @@ AudioEnd PulseSession::run() {
         this);
     const char* const server = m_options.server.empty() ? nullptr : m_options.server.c_str();
     if (m_library.context_connect(m_context, server, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0) {
-        return AudioEnd::failed;
+        fail("no server can be reached");
     }
     markProgress();
     while (m_stage == Stage::going) {
-        if (!iterate()) {
-            return AudioEnd::failed;
-        }
+        iterate();
     }
     return m_stage == Stage::played ? AudioEnd::played : AudioEnd::failed;
 }
@@ -73,19 +82,24 @@ void PulseSession::markProgress() {
     m_deadline = std::chrono::steady_clock::now() + m_options.patience;
 }
 
-bool PulseSession::iterate() {
+void PulseSession::iterate() {
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(m_deadline - std::chrono::steady_clock::now());
     const auto microseconds = static_cast<int>(std::chrono::microseconds(left).count());
-    return microseconds > 0 && m_library.mainloop_prepare(m_loop, microseconds) >= 0 &&
-           m_library.mainloop_poll(m_loop) >= 0 && m_library.mainloop_dispatch(m_loop) >= 0;
+    if (microseconds <= 0) {
+        fail("the server makes no progress", PA_ERR_TIMEOUT);
+    } else if (m_library.mainloop_prepare(m_loop, microseconds) < 0 || m_library.mainloop_poll(m_loop) < 0 ||
+               m_library.mainloop_dispatch(m_loop) < 0) {
+        fail("the server can't be waited for");
+    }
 }
 
 void PulseSession::contextChanged() {
     const pa_context_state_t state = m_library.context_get_state(m_context);
     if (!PA_CONTEXT_IS_GOOD(state)) {
-        m_stage = Stage::failed;
+        fail("the connection is lost, or there never was one");
     } else if (state == PA_CONTEXT_READY) {
+        qCInfo(Logs::audio, "reached the sound server at %s", m_library.context_get_server(m_context));
         markProgress();
         openStream();
     }
@@ -98,7 +112,7 @@ void PulseSession::openStream() {
     m_stream = m_library.stream_new_with_proplist(m_context, "Veslora", &format, nullptr, properties);
     m_library.proplist_free(properties);
     if (m_stream == nullptr) {
-        m_stage = Stage::failed;
+        fail("no stream can be made");
         return;
     }
     m_library.stream_set_state_callback(
@@ -116,7 +130,7 @@ void PulseSession::openStream() {
     // No device is named and moving is not forbidden, so the stream follows the default one.
     if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr,
                                           nullptr) < 0) {
-        m_stage = Stage::failed;
+        fail("the stream can't be connected");
     }
 }
 
@@ -124,7 +138,7 @@ void PulseSession::streamChanged() {
     if (PA_STREAM_IS_GOOD(m_library.stream_get_state(m_stream))) {
         markProgress();
     } else {
-        m_stage = Stage::failed;
+        fail("the stream is lost");
     }
 }
 
@@ -134,14 +148,14 @@ void PulseSession::write(std::size_t bytes) {
         void* memory = nullptr;
         std::size_t size = bytes;
         if (m_library.stream_begin_write(m_stream, &memory, &size) < 0 || memory == nullptr) {
-            m_stage = Stage::failed;
+            fail("the stream takes nothing");
             return;
         }
         const std::size_t count = std::min(size, bytes) / sizeof(float);
         m_mixer.render({static_cast<float*>(memory), count});
         if (m_library.stream_write(m_stream, memory, count * sizeof(float), nullptr, 0, PA_SEEK_RELATIVE) <
             0) {
-            m_stage = Stage::failed;
+            fail("the stream can't be written to");
             return;
         }
         bytes -= count * sizeof(float);
@@ -154,12 +168,17 @@ void PulseSession::write(std::size_t bytes) {
 void PulseSession::drain() {
     m_isDraining = true;
     const auto drained = [](pa_stream*, int success, void* session) {
-        static_cast<PulseSession*>(session)->m_stage = success != 0 ? Stage::played : Stage::failed;
+        auto& self = *static_cast<PulseSession*>(session);
+        if (success != 0) {
+            self.m_stage = Stage::played;
+        } else {
+            self.fail("the end was not heard");
+        }
     };
     if (pa_operation* const operation = m_library.stream_drain(m_stream, drained, this)) {
         m_library.operation_unref(operation);
     } else {
-        m_stage = Stage::failed;
+        fail("the end can't be waited for");
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace veslora {
@@ -36,7 +37,7 @@ class PulseSession {
     [[nodiscard]] AudioEnd run();
 
   private:
-    enum class Stage { going, played, failed };
+    enum class Stage { going, played, failed, stopped };
 
     void contextChanged();
     void streamChanged();
@@ -44,7 +45,9 @@ class PulseSession {
     void write(std::size_t bytes);
     void drain();
     void markProgress();
-    [[nodiscard]] bool iterate();
+    void iterate();
+    /// `reason` as libpulse counts them; absent for what the connection says.
+    void fail(const char* what, std::optional<int> reason = std::nullopt);
 
     const PulseLibrary& m_library;
     const PulseOptions& m_options;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -58,9 +61,12 @@ QString DBusStatusMenu::service() const {
 
 void DBusStatusMenu::watch() {
     m_watcher.setConnection(*m_bus);
-    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration |
+                           QDBusServiceWatcher::WatchForUnregistration);
     m_watcher.addWatchedService(watcherName);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &DBusStatusMenu::askForHost);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+            [] { qCInfo(Logs::bus, "the desktop's list of status icons has gone"); });
     m_bus->connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"),
                    this, SLOT(registerItem()));
 }
@@ -73,22 +79,40 @@ void DBusStatusMenu::askForHost() {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<QDBusVariant> hasHost(*answer);
-        if (hasHost.isValid() && hasHost.value().variant().toBool()) {
+        if (!hasHost.isValid()) {
+            BusErrors::tell(Logs::bus, watcherName, hasHost.error());
+        } else if (hasHost.value().variant().toBool()) {
             registerItem();
+        } else {
+            qCInfo(Logs::bus, "no panel shows status icons");
         }
     });
 }
 
 void DBusStatusMenu::registerItem() {
     publish();
-    m_bus->asyncCall(callOfWatcher(watcherName, QStringLiteral("RegisterStatusNotifierItem"), {service()}));
+    const QString method = QStringLiteral("RegisterStatusNotifierItem");
+    auto* const answer =
+        new QDBusPendingCallWatcher(m_bus->asyncCall(callOfWatcher(watcherName, method, {service()})), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [answer, method] {
+        answer->deleteLater();
+        if (answer->isError()) {
+            BusErrors::tell(Logs::bus, watcherName + '.' + method, answer->error());
+        } else {
+            qCInfo(Logs::bus, "the status icon was given to a panel");
+        }
+    });
 }
 
 void DBusStatusMenu::publish() {
     if (!std::exchange(m_isPublished, true)) {
-        m_bus->registerObject(itemPath, &m_item, QDBusConnection::ExportAdaptors);
-        m_bus->registerObject(menuPath, &m_menu, QDBusConnection::ExportAdaptors);
-        m_bus->registerService(service());
+        const bool isWhole = m_bus->registerObject(itemPath, &m_item, QDBusConnection::ExportAdaptors) &&
+                             m_bus->registerObject(menuPath, &m_menu, QDBusConnection::ExportAdaptors) &&
+                             m_bus->registerService(service());
+        if (!isWhole) {
+            qCWarning(Logs::bus, "can't put %s on the bus: %s", qUtf8Printable(service()),
+                      qUtf8Printable(m_bus->lastError().name()));
+        }
     }
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/InhibitingService.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -54,7 +57,9 @@ class Cookie final : public Inhibition {
     }
     ~Cookie() override {
         QDBusMessage call = callOf(m_address, m_address.release, {m_number});
-        m_bus.send(call);
+        if (!m_bus.send(call)) {
+            qCWarning(Logs::power, "can't give a number back to %s", qUtf8Printable(m_address.interface));
+        }
     }
     Cookie(const Cookie&) = delete;
     Cookie& operator=(const Cookie&) = delete;
@@ -70,6 +75,10 @@ class Cookie final : public Inhibition {
 InhibitingService::InhibitingService(Kind kind, std::optional<QDBusConnection> bus)
     : m_kind(kind), m_bus(std::move(bus)) {
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &Inhibitor::ownerChanged);
+}
+
+QString InhibitingService::name() const {
+    return addressOf(m_kind).name;
 }
 
 AwakeNeeds InhibitingService::covers() const {
@@ -110,6 +119,10 @@ void InhibitingService::inhibit(AwakeNeeds needs, const QString& reason, Done do
             [bus = *m_bus, address, answer, done = std::move(done)] {
                 answer->deleteLater();
                 const QDBusPendingReply<quint32> number(*answer);
+                if (!number.isValid()) {
+                    BusErrors::tell(Logs::power, address.interface + QStringLiteral(".Inhibit"),
+                                    number.error());
+                }
                 done(number.isValid()
                          ? std::make_unique<Cookie>(bus, address, number.reply().service(), number.value())
                          : nullptr);

@@ -25,6 +25,7 @@ class InhibitingService final : public Inhibitor {
     /// Without a bus every request is refused.
     InhibitingService(Kind kind, std::optional<QDBusConnection> bus);
 
+    [[nodiscard]] QString name() const override;
     [[nodiscard]] AwakeNeeds covers() const override;
     void inhibit(AwakeNeeds needs, const QString& reason, Done done) override;
 

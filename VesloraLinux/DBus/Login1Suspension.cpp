@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/Login1Suspension.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <login1managerinterface.h>
 
 namespace veslora {
@@ -22,6 +24,7 @@ void Login1Suspension::listenOn(const SystemBus::Connection& bus) {
 }
 
 void Login1Suspension::prepareForSleep(bool start) {
+    qCInfo(Logs::bus, "the machine %s", start ? "goes to sleep" : "has woken");
     if (start) {
         emit willSleep();
     } else {

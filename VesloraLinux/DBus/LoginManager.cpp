@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/LoginManager.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -65,6 +68,11 @@ void LoginManager::send(QDBusConnection bus, const QString& reason, const Done& 
     connect(answer, &QDBusPendingCallWatcher::finished, this, [answer, done] {
         const QDBusPendingReply<QDBusUnixFileDescriptor> descriptor(*answer);
         const bool isGranted = descriptor.isValid() && descriptor.value().isValid();
+        if (!descriptor.isValid()) {
+            BusErrors::tell(Logs::power, managerName + QStringLiteral(" Inhibit"), descriptor.error());
+        } else if (!isGranted) {
+            qCWarning(Logs::power, "%s gave no descriptor", qUtf8Printable(managerName));
+        }
         auto granted = isGranted ? std::make_unique<HeldDescriptor>(descriptor.value()) : nullptr;
         // The answer holds the descriptor too.
         answer->deleteLater();

@@ -17,6 +17,7 @@ class LoginManager final : public Inhibitor {
     /// Refuses where there is no bus. `bus` must outlive this.
     explicit LoginManager(SystemBus& bus);
 
+    [[nodiscard]] QString name() const override { return QStringLiteral("org.freedesktop.login1"); }
     [[nodiscard]] AwakeNeeds covers() const override { return {.system = true, .display = false}; }
     void inhibit(AwakeNeeds needs, const QString& reason, Done done) override;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/PowerAssertions.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <utility>
 
 namespace veslora {
@@ -33,6 +35,10 @@ PowerAssertions::PowerAssertions(Scheduler& scheduler, std::vector<std::unique_p
 PowerAssertions::~PowerAssertions() = default;
 
 void PowerAssertions::apply(const std::optional<KeepAwakeHold>& hold) {
+    qCInfo(Logs::power, "to be kept awake: %s",
+           !hold           ? "nothing"
+           : hold->display ? "machine and display"
+                           : "machine");
     m_hold = hold;
     for (Way& way : m_ways) {
         forget(way);
@@ -61,6 +67,9 @@ void PowerAssertions::walk() {
         }
     }
     m_outgoing.clear();
+    if (open.any()) {
+        qCInfo(Logs::power, "nobody keeps awake the %s", open.system ? "machine" : "display");
+    }
 }
 
 void PowerAssertions::ask(Way& way, AwakeNeeds needs) {
@@ -79,6 +88,9 @@ void PowerAssertions::answered(Way& way, std::uint64_t request, std::unique_ptr<
         return; // nobody wants it any more, and it goes at once
     }
     way.wait.cancel();
+    if (inhibition) {
+        qCInfo(Logs::power, "kept awake by %s", qUtf8Printable(way.inhibitor->name()));
+    }
     way.answer = inhibition ? Answer::granted : Answer::refused;
     way.inhibition = std::move(inhibition);
     walk();
@@ -95,11 +107,14 @@ void PowerAssertions::forget(Way& way) {
 }
 
 void PowerAssertions::ownerChanged(Way& way) {
+    qCInfo(Logs::power, "%s has come, gone or changed hands", qUtf8Printable(way.inhibitor->name()));
     forget(way);
     walk();
 }
 
 void PowerAssertions::losePatience(Way& way) {
+    qCWarning(Logs::power, "%s has not answered within %g s", qUtf8Printable(way.inhibitor->name()),
+              patience);
     way.answer = Answer::late;
     walk();
 }

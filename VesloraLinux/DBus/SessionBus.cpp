@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/SessionBus.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/stat.h>
 
 namespace veslora::SessionBus {
@@ -21,6 +24,19 @@ std::optional<QDBusConnection> connection() {
     }
     QDBusConnection bus = QDBusConnection::sessionBus();
     return bus.isConnected() ? std::optional(bus) : std::nullopt;
+}
+
+void tell() {
+    if (!isNamed(LinuxDirectories::processEnvironment)) {
+        qCInfo(Logs::bus, "there is no session bus");
+        return;
+    }
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected()) {
+        qCInfo(Logs::bus, "on the session bus as %s", qUtf8Printable(bus.baseService()));
+    } else {
+        BusErrors::tell(Logs::bus, QStringLiteral("connecting to the session bus"), bus.lastError());
+    }
 }
 
 } // namespace veslora::SessionBus

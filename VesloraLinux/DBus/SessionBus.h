@@ -16,4 +16,7 @@ namespace veslora::SessionBus {
 /// The connection that all of the program shares; absent when there is no bus or it does not answer.
 [[nodiscard]] std::optional<QDBusConnection> connection();
 
+/// Tells the log which bus there is, or why there is none.
+void tell();
+
 } // namespace veslora::SessionBus

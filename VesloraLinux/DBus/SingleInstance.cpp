@@ -38,9 +38,14 @@ bool SingleInstance::claim(Perform perform) {
 }
 
 bool SingleInstance::takeName() {
-    m_bus->registerObject(RunningName::path, this, QDBusConnection::ExportAdaptors);
+    if (!m_bus->registerObject(RunningName::path, this, QDBusConnection::ExportAdaptors)) {
+        qCWarning(Logs::bus, "can't put %s on the bus", qUtf8Printable(RunningName::path));
+    }
     m_hasName = m_bus->registerService(RunningName::bus);
-    if (!m_hasName) {
+    if (m_hasName) {
+        qCInfo(Logs::bus, "took the name %s", qUtf8Printable(RunningName::bus));
+    } else {
+        qCInfo(Logs::bus, "%s is another program's", qUtf8Printable(RunningName::bus));
         m_bus->unregisterObject(RunningName::path);
     }
     return m_hasName;
@@ -57,19 +62,26 @@ void SingleInstance::listen() {
         [this](const std::optional<std::string>& line) { return respond(line); });
 }
 
+CommandOutcome SingleInstance::perform(Command command) const {
+    const CommandOutcome outcome = m_perform(command);
+    qCInfo(Logs::start, "command %s: %s", std::string(CommandLine::wordFor(command)).c_str(),
+           outcome.isDone ? "done" : "failed");
+    return outcome;
+}
+
 CommandListener::Answer SingleInstance::respond(const std::optional<std::string>& line) const {
     const auto command = line ? CommandLine::commandFor(*line) : std::optional(Command::settings);
     if (!command) {
         return {std::string(CommandSocket::failed)};
     }
-    const CommandOutcome outcome = m_perform(*command);
+    const CommandOutcome outcome = perform(*command);
     const std::string_view word = outcome.isDone ? CommandSocket::done : CommandSocket::failed;
     const std::string text = outcome.text.empty() ? "" : " " + outcome.text;
     return {std::string(word) + text, *command == Command::quit && outcome.isDone};
 }
 
 QString SingleInstance::performForBus(Command command) {
-    const CommandOutcome outcome = m_perform(command);
+    const CommandOutcome outcome = perform(command);
     if (!outcome.isDone && calledFromDBus()) {
         sendErrorReply(RunningName::failure, QString::fromStdString(outcome.text));
     }

@@ -53,6 +53,7 @@ class SingleInstance final : public QObject, protected QDBusContext {
   private:
     [[nodiscard]] bool takeName();
     void listen();
+    CommandOutcome perform(Command command) const;
     QString performForBus(Command command);
     [[nodiscard]] CommandListener::Answer respond(const std::optional<std::string>& line) const;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/StatusNotifierItem.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -29,6 +31,8 @@ StatusIcon iconOf(QSvgRenderer& drawing, int size) {
 StatusIcons iconsOf(const QString& symbol) {
     QFile file(QStringLiteral(":/symbols/%1.svg").arg(symbol));
     if (!file.open(QIODevice::ReadOnly)) {
+        qCWarning(Logs::views, "can't read %s: %s", qUtf8Printable(file.fileName()),
+                  qUtf8Printable(file.errorString()));
         return {};
     }
     QSvgRenderer drawing(file.readAll().replace("currentColor", "#a8a8a8"));

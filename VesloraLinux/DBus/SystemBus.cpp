@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/SystemBus.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/stat.h>
 
 #include <memory>
@@ -20,12 +23,25 @@ bool SystemBus::isNamed(const LinuxDirectories::Environment& environment) {
     return stat("/run/dbus/system_bus_socket", &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-SystemBus::Connection SystemBus::connectToUsual() {
+SystemBus::Connection SystemBus::connectToUsual(Trouble& trouble) {
     if (!isNamed(LinuxDirectories::processEnvironment)) {
+        if (trouble.begins(std::make_error_code(std::errc::no_such_file_or_directory))) {
+            qCInfo(Logs::bus, "there is no system bus");
+        }
         return std::nullopt;
     }
     QDBusConnection bus = QDBusConnection::systemBus();
-    return bus.isConnected() ? std::optional(bus) : std::nullopt;
+    if (!bus.isConnected()) {
+        if (trouble.begins(std::make_error_code(std::errc::not_connected))) {
+            BusErrors::tell(Logs::bus, QStringLiteral("connecting to the system bus"), bus.lastError());
+        }
+        return std::nullopt;
+    }
+    return bus;
+}
+
+SystemBus::Connect SystemBus::usualConnect() {
+    return [trouble = std::make_shared<Trouble>()] { return connectToUsual(*trouble); };
 }
 
 void SystemBus::whenConnected(QObject& receiver, std::function<void(const Connection&)> run) {

@@ -5,6 +5,7 @@
 
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -24,7 +25,7 @@ class SystemBus {
     using Connect = std::function<Connection()>;
 
     /// Without `connect`, to the bus that the environment names or that listens at the usual place.
-    explicit SystemBus(Scheduler& scheduler, Connect connect = connectToUsual);
+    explicit SystemBus(Scheduler& scheduler, Connect connect = usualConnect());
 
     /// Calls `run` once, unless `receiver` goes before: within this call where the connection stands, and
     /// otherwise when it does or is known not to. What failed is tried again with the next call.
@@ -39,7 +40,8 @@ class SystemBus {
         std::function<void(const Connection&)> run;
     };
 
-    [[nodiscard]] static Connection connectToUsual();
+    [[nodiscard]] static Connect usualConnect();
+    [[nodiscard]] static Connection connectToUsual(Trouble& trouble);
     void connected(Connection connection);
 
     Scheduler& m_scheduler;

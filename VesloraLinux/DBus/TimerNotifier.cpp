@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/DBus/TimerNotifier.h"
 
+#include "VesloraLinux/DBus/BusErrors.h"
 #include "VesloraLinux/DBus/TimerLengthDescription.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QCoreApplication>
 #include <QDBusPendingCallWatcher>
@@ -49,6 +51,9 @@ void TimerNotifier::timerFinished(double duration) {
         if (capabilities.isValid()) {
             const bool hasMarkup = capabilities.value().contains(QStringLiteral("body-markup"));
             notify(reply.service(), hasMarkup ? body.toHtmlEscaped() : body);
+        } else {
+            BusErrors::tell(Logs::bus, notificationsName + QStringLiteral(".GetCapabilities"),
+                            capabilities.error());
         }
     });
 }
@@ -69,6 +74,8 @@ void TimerNotifier::notify(const QString& service, const QString& body) {
         const QDBusPendingReply<quint32> id(reply);
         if (id.isValid()) {
             m_shown = {reply.service(), id.value()};
+        } else {
+            BusErrors::tell(Logs::bus, notificationsName + QStringLiteral(".Notify"), id.error());
         }
     });
 }

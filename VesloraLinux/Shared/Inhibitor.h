@@ -41,6 +41,9 @@ class Inhibitor : public QObject {
     /// that nobody wants any more need not be cancelled, which would lose what it grants.
     using Done = std::function<void(std::unique_ptr<Inhibition>)>;
 
+    /// By which a log tells it apart.
+    [[nodiscard]] virtual QString name() const = 0;
+
     /// What it can serve.
     [[nodiscard]] virtual AwakeNeeds covers() const = 0;
 

@@ -2,6 +2,8 @@
 #include "VesloraLinux/System/CommandListener.h"
 
 #include "VesloraLinux/System/CommandSocket.h"
+#include "VesloraLinux/System/PosixReading.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <sys/socket.h>
 
@@ -10,6 +12,8 @@
 #include <utility>
 
 namespace veslora {
+
+using PosixReading::lastError;
 
 struct CommandListener::Client {
     FileDescriptor connection;
@@ -30,21 +34,29 @@ void CommandListener::acceptSome() {
     while (m_clients.size() < mostClients) {
         FileDescriptor connection(accept4(m_socket.value(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
         if (!connection) {
+            const std::error_code error = lastError();
             // Where descriptors have run out, the one that waits would wake the program without end.
-            if (errno != EAGAIN && errno != ECONNABORTED && errno != EINTR) {
-                rest();
+            if (error.value() != EAGAIN && error.value() != ECONNABORTED && error.value() != EINTR) {
+                rest(error);
             }
             return;
         }
+        m_trouble.begins({});
         // The folder keeps others out; this holds also where somebody has opened it to them.
         if (CommandSocket::isOurUsers(connection)) {
             add(std::move(connection));
+        } else {
+            qCWarning(Logs::start, "refused another user's connection to %s", CommandSocket::name);
         }
     }
     m_notifier.setEnabled(false);
 }
 
-void CommandListener::rest() {
+void CommandListener::rest(const std::error_code& error) {
+    if (m_trouble.begins(error)) {
+        qCWarning(Logs::start, "can't accept a connection to %s: %s", CommandSocket::name,
+                  error.message().c_str());
+    }
     m_notifier.setEnabled(false);
     m_rest = m_scheduler.after(patience, [this] { m_notifier.setEnabled(true); });
 }
@@ -54,7 +66,10 @@ void CommandListener::add(FileDescriptor connection) {
     client->connection = std::move(connection);
     client->notifier = std::make_unique<QSocketNotifier>(client->connection.value(), QSocketNotifier::Read);
     connect(client->notifier.get(), &QSocketNotifier::activated, this, [this, client] { read(client); });
-    client->deadline = m_scheduler.after(patience, [this, client] { remove(client); });
+    client->deadline = m_scheduler.after(patience, [this, client] {
+        qCWarning(Logs::start, "no command came in time to %s", CommandSocket::name);
+        remove(client);
+    });
 }
 
 void CommandListener::read(Clients::iterator client) {
@@ -63,13 +78,14 @@ void CommandListener::read(Clients::iterator client) {
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
         return;
     }
+    if (count == 0 && client->text.empty()) {
+        respond(client, std::nullopt);
+        return;
+    }
     if (count <= 0) {
-        const bool saidNothing = count == 0 && client->text.empty();
-        if (saidNothing) {
-            respond(client, std::nullopt);
-        } else {
-            remove(client);
-        }
+        qCWarning(Logs::start, "a command to %s was cut off: %s", CommandSocket::name,
+                  count < 0 ? lastError().message().c_str() : "the other end has gone");
+        remove(client);
         return;
     }
     client->text.append(bytes, static_cast<std::size_t>(count));
@@ -77,6 +93,7 @@ void CommandListener::read(Clients::iterator client) {
     if (end < CommandSocket::longestQuestion) {
         respond(client, client->text.substr(0, end));
     } else if (client->text.size() >= CommandSocket::longestQuestion) {
+        qCWarning(Logs::start, "a command to %s was too long", CommandSocket::name);
         remove(client);
     }
 }
@@ -89,7 +106,10 @@ void CommandListener::respond(Clients::iterator client, const std::optional<std:
     if (line) {
         // Far less than a connection takes at once; one that went meanwhile hears nothing.
         const std::string text = answer.line + "\n";
-        std::ignore = send(client->connection.value(), text.data(), text.size(), MSG_NOSIGNAL);
+        if (send(client->connection.value(), text.data(), text.size(), MSG_NOSIGNAL) < 0) {
+            qCWarning(Logs::start, "no answer could be sent from %s: %s", CommandSocket::name,
+                      lastError().message().c_str());
+        }
     }
     if (line && answer.isLast) {
         // The system closes it with the process, however that ends.

@@ -5,6 +5,7 @@
 
 #include "VesloraLinux/System/FileDescriptor.h"
 #include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -45,7 +46,7 @@ class CommandListener final : public QObject {
     using Clients = std::list<Client>;
 
     void acceptSome();
-    void rest();
+    void rest(const std::error_code& error);
     void add(FileDescriptor connection);
     void read(Clients::iterator client);
     void respond(Clients::iterator client, const std::optional<std::string>& line);
@@ -55,6 +56,7 @@ class CommandListener final : public QObject {
     FileDescriptor m_socket;
     Respond m_respond;
     Clients m_clients;
+    Trouble m_trouble; ///< of accepting
     Task m_rest;
     QSocketNotifier m_notifier;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/ExitRemovals.h"
 
+#include "VesloraLinux/System/LostErrors.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -52,6 +54,9 @@ std::unique_ptr<RemovalAtExit> add(int folder, const std::string& name) {
         return nullptr;
     }
     const int own = fcntl(folder, F_DUPFD_CLOEXEC, 0);
+    if (own < 0) {
+        LostErrors::tell("arrange the removal of", folder, name.c_str());
+    }
     for (Place& place : places) {
         if (own >= 0 && !place.isTaken.exchange(true)) {
             place.name.fill('\0');

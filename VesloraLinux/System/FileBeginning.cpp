@@ -12,6 +12,7 @@
 namespace veslora {
 
 std::string fileBeginning(const std::string& path, std::size_t cap) {
+    errno = 0;
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     std::string text;
     char part[4096];

@@ -8,7 +8,8 @@
 
 namespace veslora {
 
-/// At most the first `cap` bytes of a file; empty when it can't be read. Never waits for a pipe's writer.
+/// At most the first `cap` bytes of a file; empty, with `errno`, when it can't be read. Never waits for a
+/// pipe's writer.
 [[nodiscard]] std::string fileBeginning(const std::string& path, std::size_t cap);
 
 } // namespace veslora

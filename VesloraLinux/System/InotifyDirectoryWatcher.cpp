@@ -2,6 +2,8 @@
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 
 #include "VesloraLinux/System/InotifyQueue.h"
+#include "VesloraLinux/System/PosixReading.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <sys/inotify.h>
 
@@ -56,7 +58,21 @@ std::unique_ptr<DirectoryWatch>
 InotifyDirectoryWatcher::add(const std::string& directory, std::uint32_t events,
                              std::function<void(const DirectoryNews&)> changed) {
     auto listener = m_queue->add(directory, events, std::move(changed));
+    tell(directory, listener ? std::error_code() : PosixReading::lastError());
     return listener ? std::make_unique<InotifyWatch>(m_queue, std::move(listener)) : nullptr;
+}
+
+/// Callers try again at each look, and a folder of an agent's may never come to be.
+void InotifyDirectoryWatcher::tell(const std::string& directory, const std::error_code& error) {
+    if (!m_troubles.begins(directory, error)) {
+        return;
+    }
+    const std::string place = Logs::place(directory);
+    if (error == std::errc::no_such_file_or_directory) {
+        qCInfo(Logs::system, "there is no %s to watch", place.c_str());
+    } else {
+        qCWarning(Logs::system, "can't watch %s: %s", place.c_str(), error.message().c_str());
+    }
 }
 
 } // namespace veslora

@@ -3,9 +3,12 @@
 #pragma once
 
 #include "VesloraUI/Platform/DirectoryWatcher.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <system_error>
 
 namespace veslora {
 
@@ -29,7 +32,10 @@ class InotifyDirectoryWatcher final : public DirectoryWatcher {
     [[nodiscard]] std::unique_ptr<DirectoryWatch> add(const std::string& directory, std::uint32_t events,
                                                       std::function<void(const DirectoryNews&)> changed);
 
+    void tell(const std::string& directory, const std::error_code& error);
+
     std::shared_ptr<InotifyQueue> m_queue;
+    Troubles m_troubles;
 };
 
 } // namespace veslora

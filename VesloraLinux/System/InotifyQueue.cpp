@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/InotifyQueue.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/inotify.h>
 
 #include <algorithm>
@@ -131,6 +133,7 @@ void InotifyQueue::tellOfMore(const std::shared_ptr<InotifyListener>& listener, 
 }
 
 void InotifyQueue::takeOverflow(Listeners& told) const {
+    qCInfo(Logs::system, "the queue of directory watches ran over: everything is looked at");
     for (const auto& [number, listeners] : m_directories) {
         for (const auto& listener : listeners) {
             tellOfMore(listener, told);

@@ -28,7 +28,7 @@ struct InotifyListener {
 
 class InotifyQueue {
   public:
-    /// Null when the directory can't be watched.
+    /// Null, with `errno`, when the directory can't be watched.
     [[nodiscard]] std::shared_ptr<InotifyListener> add(const std::string& directory, std::uint32_t events,
                                                        std::function<void(const DirectoryNews&)> changed);
     void remove(const std::shared_ptr<InotifyListener>& listener);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/PassingEntry.h"
 
+#include "VesloraLinux/System/LostErrors.h"
+
 #include <sys/random.h>
 #include <unistd.h>
 
@@ -36,8 +38,8 @@ PassingEntry::PassingEntry(int folder, std::string_view prefix) : m_folder(folde
 }
 
 PassingEntry::~PassingEntry() {
-    if (m_isMade) {
-        unlinkat(m_folder, name(), 0);
+    if (m_isMade && unlinkat(m_folder, name(), 0) != 0) {
+        LostErrors::tell("remove", m_folder, name());
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/PosixFiles.h"
 
+#include "VesloraLinux/System/LostErrors.h"
 #include "VesloraLinux/System/PosixFolder.h"
 #include "VesloraLinux/System/PosixReading.h"
 #include "VesloraLinux/System/PosixReplacing.h"
@@ -79,7 +80,12 @@ std::optional<FileStat> PosixFiles::stat(const std::string& path, Links links) {
 
 std::optional<std::vector<std::string>> PosixFiles::list(const std::string& directory) {
     const FileDescriptor folder(openat(AT_FDCWD, directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return folder ? PosixReading::list(folder.value()) : std::nullopt;
+    if (!folder) {
+        LostErrors::tell("open", AT_FDCWD, directory.c_str());
+        return std::nullopt;
+    }
+    LostErrors::forget("open", AT_FDCWD, directory.c_str());
+    return PosixReading::list(folder.value());
 }
 
 std::string PosixFiles::resolve(const std::string& path) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/PosixReading.h"
 
+#include "VesloraLinux/System/LostErrors.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 
@@ -84,6 +86,11 @@ class PosixFileReader final : public FileReader {
         do {
             count = pread(m_file.value(), bytes, capacity, static_cast<off_t>(offset));
         } while (count < 0 && errno == EINTR);
+        if (count < 0) {
+            LostErrors::tell("read", m_file.value(), "");
+        } else {
+            LostErrors::forget("read", m_file.value(), "");
+        }
         return count > 0 ? static_cast<std::size_t>(count) : 0;
     }
 
@@ -143,17 +150,26 @@ std::unique_ptr<FileReader> open(int folder, const char* name) {
     FileDescriptor file(openat(folder, name, safeOpen | O_NOFOLLOW));
     struct stat status {};
     constexpr ReadOptions anyLength = {.cap = std::numeric_limits<std::size_t>::max()};
-    if (!file || fstat(file.value(), &status) != 0 || refusal(status, anyLength)) {
+    bool isUsable = file && fstat(file.value(), &status) == 0;
+    if (const std::error_code error = isUsable ? refusal(status, anyLength) : std::error_code()) {
+        isUsable = false;
+        errno = error.value();
+    }
+    if (!isUsable) {
+        LostErrors::tell("open", folder, name);
         return nullptr;
     }
+    LostErrors::forget("open", folder, name);
     return std::make_unique<PosixFileReader>(std::move(file));
 }
 
 std::optional<FileStat> stat(int folder, const char* name, Links links) {
     struct stat status {};
     if (fstatat(folder, name, &status, links == Links::refuse ? AT_SYMLINK_NOFOLLOW : 0) != 0) {
+        LostErrors::tell("look at", folder, name);
         return std::nullopt;
     }
+    LostErrors::forget("look at", folder, name);
     return fileStat(status);
 }
 
@@ -176,6 +192,7 @@ std::optional<std::vector<std::string>> list(int folder, std::size_t most) {
     FileDescriptor own(openat(folder, ".", safeOpen | O_DIRECTORY));
     const Listing listing(own ? fdopendir(own.value()) : nullptr);
     if (listing.directory == nullptr) {
+        LostErrors::tell("list", folder, "");
         return std::nullopt;
     }
     own.release();
@@ -192,8 +209,13 @@ std::optional<std::vector<std::string>> list(int folder, std::size_t most) {
         }
         errno = 0;
     }
-    // Half a list would look as if the rest had been removed.
-    return errno == 0 ? std::optional(std::move(names)) : std::nullopt;
+    if (errno != 0) {
+        LostErrors::tell("list", folder, "");
+        // Half a list would look as if the rest had been removed.
+        return std::nullopt;
+    }
+    LostErrors::forget("list", folder, "");
+    return names;
 }
 
 } // namespace veslora::PosixReading

@@ -3,9 +3,11 @@
 
 #include "VesloraLinux/System/FileAttributes.h"
 #include "VesloraLinux/System/HeldFile.h"
+#include "VesloraLinux/System/LostErrors.h"
 #include "VesloraLinux/System/PosixReading.h"
 #include "VesloraLinux/System/PosixWriting.h"
 #include "VesloraUI/Platform/FileRefusal.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -195,7 +197,12 @@ std::error_code Attempt::giveBack(const std::string& bytes) {
 
 void Attempt::keep() {
     const std::string digits = std::string(m_entry.name()).substr(PassingEntry::inUsersFolder.size());
-    rename(m_entry.name(), (m_place.name + ".veslora-kept." + digits).c_str(), RENAME_NOREPLACE);
+    const std::string kept = m_place.name + ".veslora-kept." + digits;
+    if (rename(m_entry.name(), kept.c_str(), RENAME_NOREPLACE)) {
+        qCInfo(Logs::system, "kept another program's edit of %s as %s", m_place.name.c_str(), kept.c_str());
+    } else {
+        LostErrors::tell("rename", m_folder, m_entry.name());
+    }
     m_entry.giveUp();
 }
 
@@ -267,6 +274,7 @@ std::error_code remove(const std::string& path, const std::string& expected,
 void sweep(const std::string& path) {
     Place place;
     if (openPlace(path, place)) {
+        LostErrors::tell("sweep the folder of", AT_FDCWD, path.c_str());
         return;
     }
     const int folder = place.folder.value();
@@ -280,8 +288,9 @@ void sweep(const std::string& path) {
         struct stat status {};
         // Whoever is still at work with it holds a lock.
         if (file && fstat(file.value(), &status) == 0 && S_ISREG(status.st_mode) &&
-            status.st_uid == geteuid() && flock(file.value(), LOCK_EX | LOCK_NB) == 0) {
-            unlinkat(folder, name.c_str(), 0);
+            status.st_uid == geteuid() && flock(file.value(), LOCK_EX | LOCK_NB) == 0 &&
+            unlinkat(folder, name.c_str(), 0) != 0) {
+            LostErrors::tell("remove", folder, name.c_str());
         }
     }
 }

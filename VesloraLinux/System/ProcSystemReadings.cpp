@@ -4,11 +4,14 @@
 #include "VesloraCore/System/PowerSupply.h"
 #include "VesloraCore/System/ProcText.h"
 #include "VesloraLinux/System/FileBeginning.h"
+#include "VesloraLinux/System/PosixReading.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <dirent.h>
 #include <sys/statvfs.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <span>
 #include <vector>
@@ -16,6 +19,8 @@
 namespace veslora {
 
 namespace {
+
+constexpr const char* memoryFile = "/proc/meminfo";
 
 /// The names in a folder, sorted; empty when it can't be listed.
 std::vector<std::string> namesIn(const std::string& folder) {
@@ -58,23 +63,35 @@ PowerSupply::Attributes supplyAt(const std::string& folder) {
 
 ProcSystemReadings::ProcSystemReadings(std::string root) : m_root(std::move(root)) {}
 
+template <class Value>
+std::optional<Value> ProcSystemReadings::told(const std::string& path, std::optional<Value> value) {
+    const std::error_code reason =
+        errno != 0 ? PosixReading::lastError() : std::make_error_code(std::errc::bad_message);
+    const std::error_code error = value ? std::error_code() : reason;
+    if (m_troubles.begins(path, error)) {
+        qCWarning(Logs::system, "no figure from %s: %s", path.c_str(), error.message().c_str());
+    }
+    return value;
+}
+
 std::string ProcSystemReadings::meminfo() const {
     constexpr std::size_t cap = std::size_t{64} << 10;
-    return fileBeginning(m_root + "/proc/meminfo", cap);
+    return fileBeginning(m_root + memoryFile, cap);
 }
 
 std::optional<std::uint64_t> ProcSystemReadings::physicalMemory() {
-    return ProcText::memoryTotal(meminfo());
+    return told(m_root + memoryFile, ProcText::memoryTotal(meminfo()));
 }
 
 std::optional<CPUTicks> ProcSystemReadings::ticks() {
     // The sums stand in the first line, which is far shorter.
     constexpr std::size_t cap = 1024;
-    return ProcText::cpuTicks(fileBeginning(m_root + "/proc/stat", cap));
+    const std::string path = m_root + "/proc/stat";
+    return told(path, ProcText::cpuTicks(fileBeginning(path, cap)));
 }
 
 std::optional<MemoryPages> ProcSystemReadings::memoryPages() {
-    return ProcText::memoryPages(meminfo());
+    return told(m_root + memoryFile, ProcText::memoryPages(meminfo()));
 }
 
 std::optional<BatteryReading> ProcSystemReadings::battery() {
@@ -88,12 +105,13 @@ std::optional<BatteryReading> ProcSystemReadings::battery() {
 
 std::optional<DiskCapacity> ProcSystemReadings::disk() {
     struct statvfs status {};
+    errno = 0;
     DiskCapacity disk;
     const std::string path = m_root.empty() ? "/" : m_root;
     const bool isUsable = statvfs(path.c_str(), &status) == 0 && status.f_blocks > 0 &&
                           !__builtin_mul_overflow(status.f_blocks, status.f_frsize, &disk.total) &&
                           !__builtin_mul_overflow(status.f_bavail, status.f_frsize, &disk.available);
-    return isUsable ? std::optional(disk) : std::nullopt;
+    return told(path, isUsable ? std::optional(disk) : std::nullopt);
 }
 
 } // namespace veslora

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The machine's counters from /proc and /sys, and its disk by statvfs. Keeps nothing between two looks.
+// The machine's counters from /proc and /sys, and its disk by statvfs. Keeps nothing between two looks but
+// what it could not read, which the log is told of once.
 #pragma once
 
 #include "VesloraUI/Platform/SystemReadings.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <string>
 
@@ -23,7 +25,11 @@ class ProcSystemReadings final : public SystemReadings {
   private:
     [[nodiscard]] std::string meminfo() const;
 
+    template <class Value>
+    std::optional<Value> told(const std::string& path, std::optional<Value> value);
+
     std::string m_root;
+    Troubles m_troubles;
 };
 
 } // namespace veslora

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/Signals.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -9,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace veslora {
@@ -33,6 +36,9 @@ void handle(int) {
 
 Signals::Signals(std::function<void()> endAsked) : m_endAsked(std::move(endAsked)) {
     wakeUp = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    if (wakeUp < 0) {
+        qCWarning(Logs::start, "the signals that ask for the end go unheard: %s", std::strerror(errno));
+    }
     m_notifier = std::make_unique<QSocketNotifier>(wakeUp, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &Signals::signalArrived);
     struct sigaction action {};
@@ -55,6 +61,7 @@ void Signals::signalArrived() {
     std::uint64_t count = 0;
     if (read(wakeUp, &count, sizeof count) > 0) {
         if (const auto endAsked = std::exchange(m_endAsked, nullptr)) {
+            qCInfo(Logs::start, "a signal asks for the end");
             endAsked();
         }
     }

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/TimerDescriptor.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <sys/timerfd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace veslora {
@@ -26,6 +29,14 @@ timespec toTimespec(double seconds) {
     return time;
 }
 
+FileDescriptor makeTimer(clockid_t clock) {
+    FileDescriptor timer(timerfd_create(clock, TFD_NONBLOCK | TFD_CLOEXEC));
+    if (!timer) {
+        qCWarning(Logs::system, "no timer can be had: %s", std::strerror(errno));
+    }
+    return timer;
+}
+
 } // namespace
 
 double readClock(clockid_t clock) {
@@ -35,7 +46,7 @@ double readClock(clockid_t clock) {
 }
 
 TimerDescriptor::TimerDescriptor(clockid_t clock, std::function<void()> fired)
-    : m_descriptor(timerfd_create(clock, TFD_NONBLOCK | TFD_CLOEXEC)), m_fired(std::move(fired)),
+    : m_descriptor(makeTimer(clock)), m_fired(std::move(fired)),
       m_notifier(std::make_unique<QSocketNotifier>(m_descriptor.value(), QSocketNotifier::Read)) {
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { drain(); });
 }

@@ -2,6 +2,7 @@
 #include "VesloraLinux/System/Tmux.h"
 
 #include "VesloraCore/Agents/TmuxText.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QFile>
 #include <QProcess>
@@ -76,7 +77,11 @@ Task Tmux::showPane(std::int32_t pid, const std::optional<std::string>& pane,
 Task Tmux::findClients(std::int32_t pid, const std::optional<std::string>& pane,
                        std::function<void(const Clients&)> done) {
     const auto place = placeOf(pid, pane);
-    if (!place || m_running.children().size() >= mostAtOnce) {
+    const bool isBusy = m_running.children().size() >= mostAtOnce;
+    if (place && isBusy) {
+        qCInfo(Logs::system, "%d looks at tmux are under way: no further one", mostAtOnce);
+    }
+    if (!place || isBusy) {
         return m_scheduler.after(0, [done = std::move(done)] { done({}); });
     }
     return run(*place, listClients(), findLimit,
@@ -112,7 +117,8 @@ Task Tmux::run(const Place& place, const QStringList& command, double limit, Rea
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
     // Whoever waits is told at once, however long the end of the program takes.
-    const auto timeout = std::make_shared<Task>(m_scheduler.after(limit, [process, finish] {
+    const auto timeout = std::make_shared<Task>(m_scheduler.after(limit, [process, finish, limit] {
+        qCWarning(Logs::system, "tmux did not answer within %g s", limit);
         process->kill();
         finish();
     }));
@@ -126,12 +132,16 @@ Task Tmux::run(const Place& place, const QStringList& command, double limit, Rea
         process->deleteLater();
         if (status == QProcess::NormalExit && exitCode == 0) {
             *output = process->readAllStandardOutput().toStdString();
+        } else if (state->run) {
+            qCWarning(Logs::system, "tmux failed with exit status %d", exitCode);
         }
         finish();
     });
     QObject::connect(process, &QProcess::errorOccurred, process, [=](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
             timeout->cancel();
+            qCWarning(Logs::system, "%s can't be started: %s", qUtf8Printable(process->program()),
+                      qUtf8Printable(process->errorString()));
             // It may fail while it is still being started, within this very call.
             QMetaObject::invokeMethod(process, finish, Qt::QueuedConnection);
             process->deleteLater();

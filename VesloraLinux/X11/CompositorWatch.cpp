@@ -3,6 +3,8 @@
 // it.
 #include "VesloraLinux/X11/CompositorWatch.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <xcb/xfixes.h>
 
 namespace veslora {
@@ -24,6 +26,8 @@ CompositorWatch::CompositorWatch(X11Connection& connection)
         connection.flush();
         connect(&connection, &X11Connection::eventArrived, this,
                 [this](const xcb_generic_event_t* event) { eventArrived(*event); });
+    } else {
+        qCWarning(Logs::x11, "a compositor that comes or goes is not heard of: the server lacks XFIXES");
     }
     update();
 }
@@ -43,6 +47,7 @@ void CompositorWatch::update() {
     const bool isComposited = reply && reply->owner != XCB_WINDOW_NONE;
     if (isComposited != m_isComposited) {
         m_isComposited = isComposited;
+        qCInfo(Logs::x11, isComposited ? "a compositor is there" : "the compositor has gone");
         emit changed();
     }
 }

@@ -1,17 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/X11Connection.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 namespace veslora {
 namespace {
 
 constexpr double frame = 1.0 / 60;
+
+/// Another program's window may go at any moment, between the look at it and the use of it.
+void tellOfError(const xcb_generic_error_t& error) {
+    constexpr std::uint8_t badWindow = 3;
+    if (error.error_code == badWindow) {
+        qCInfo(Logs::x11, "window 0x%x was gone at request %d", error.resource_id, error.major_code);
+    } else {
+        qCWarning(Logs::x11, "X error %d at request %d.%d, of 0x%x", error.error_code, error.major_code,
+                  error.minor_code, error.resource_id);
+    }
+}
 
 } // namespace
 
 std::unique_ptr<X11Connection> X11Connection::open(Scheduler& scheduler) {
     int screenNumber = 0;
     xcb_connection_t* const connection = xcb_connect(nullptr, &screenNumber);
-    if (xcb_connection_has_error(connection) != 0) {
+    if (const int error = xcb_connection_has_error(connection); error != 0) {
+        qCWarning(Logs::x11, "no connection to the X server at %s: error %d of xcb",
+                  qUtf8Printable(qEnvironmentVariable("DISPLAY")), error);
         xcb_disconnect(connection);
         return nullptr;
     }
@@ -41,6 +56,9 @@ xcb_atom_t X11Connection::atom(const std::string& name) {
             xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
         const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
         entry->second = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+        if (!reply && xcb_connection_has_error(m_connection) == 0) {
+            qCWarning(Logs::x11, "the X server gives no number for %s", name.c_str());
+        }
         takeQueuedEvents();
     }
     return entry->second;
@@ -119,7 +137,8 @@ void X11Connection::handleEvents() {
     while (auto* const event = xcb_poll_for_event(m_connection)) {
         events.emplace_back(event);
     }
-    if (xcb_connection_has_error(m_connection) != 0) {
+    if (const int error = xcb_connection_has_error(m_connection); error != 0) {
+        qCWarning(Logs::x11, "the X server is lost: error %d of xcb", error);
         return;
     }
     if (events.empty()) {
@@ -128,6 +147,9 @@ void X11Connection::handleEvents() {
     }
     m_pause = m_scheduler.after(frame, [this] { handleEvents(); });
     for (const auto& event : events) {
+        if (event->response_type == 0) {
+            tellOfError(reinterpret_cast<const xcb_generic_error_t&>(*event));
+        }
         emit eventArrived(event.get());
     }
     emit batchEnded();

@@ -3,6 +3,7 @@
 #include "VesloraLinux/X11/X11HostApplications.h"
 
 #include "VesloraLinux/System/ProcessTree.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <unistd.h>
 
@@ -51,6 +52,7 @@ void X11HostApplications::activate(const HostApp& app) {
         const auto windows = windowsByProcess();
         const auto other = windows.find(app.pid);
         if (other == windows.end()) {
+            qCWarning(Logs::x11, "process %d has no window to be activated", app.pid);
             return;
         }
         window = other->second;

@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/X11/PanelPlacement.h"
 #include "VesloraLinux/X11/X11Shape.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QGuiApplication>
 #include <QQuickItem>
@@ -116,6 +117,7 @@ void X11Panel::updateWindow(const Rect& area) {
     const QRect place = PanelPlacement::windowFor(*m_screen, area);
     QScreen* const screen = screenNamed(m_screen->name);
     if (screen == nullptr) {
+        qCWarning(Logs::x11, "the panel stays where it is: no screen is called %s", m_screen->name.c_str());
         return;
     }
     if (place != m_place) {

@@ -2,6 +2,7 @@
 #include "VesloraLinux/X11/X11Pointer.h"
 
 #include "VesloraLinux/X11/PanelPlacement.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QEvent>
 
@@ -15,6 +16,7 @@ namespace {
 std::uint8_t inputOpcode(xcb_connection_t* xcb) {
     const auto* const extension = xcb_get_extension_data(xcb, &xcb_input_id);
     if (extension == nullptr || extension->present == 0) {
+        qCWarning(Logs::x11, "the pointer goes unheard: the server lacks XInput");
         return 0;
     }
     const auto cookie = xcb_input_xi_query_version(xcb, 2, 2);
@@ -22,6 +24,9 @@ std::uint8_t inputOpcode(xcb_connection_t* xcb) {
         xcb_input_xi_query_version_reply(xcb, cookie, nullptr));
     const bool isRecent = version && (version->major_version > 2 ||
                                       (version->major_version == 2 && version->minor_version >= 2));
+    if (!isRecent) {
+        qCWarning(Logs::x11, "the pointer goes unheard: the server lacks XInput 2.2");
+    }
     return isRecent ? extension->major_opcode : 0;
 }
 

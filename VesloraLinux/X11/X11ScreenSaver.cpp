@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/X11ScreenSaver.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <xcb/screensaver.h>
 
 namespace veslora {
@@ -38,6 +40,9 @@ bool X11ScreenSaver::canSuspend() {
                             (version->server_major_version == 1 && version->server_minor_version >= 1));
         }
         m_connection.takeQueuedEvents();
+        if (!*m_canSuspend) {
+            qCInfo(Logs::power, "the X server's screen saver can't be suspended: no MIT-SCREEN-SAVER 1.1");
+        }
     }
     return *m_canSuspend;
 }

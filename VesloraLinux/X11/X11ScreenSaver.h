@@ -17,6 +17,7 @@ class X11ScreenSaver final : public Inhibitor {
     /// The connection must outlive this and all that it grants.
     explicit X11ScreenSaver(X11Connection& connection) : m_connection(connection) {}
 
+    [[nodiscard]] QString name() const override { return QStringLiteral("MIT-SCREEN-SAVER"); }
     [[nodiscard]] AwakeNeeds covers() const override { return {.system = false, .display = true}; }
     /// Refuses where the server can't do it.
     void inhibit(AwakeNeeds needs, const QString& reason, Done done) override;

@@ -2,6 +2,7 @@
 #include "VesloraLinux/X11/X11Screens.h"
 
 #include "VesloraLinux/X11/TopInsets.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -44,6 +45,7 @@ X11Screens::X11Screens(X11Connection& connection) : m_connection(connection) {
         watch(screen);
     }
     m_entries = read();
+    tell();
 }
 
 std::vector<ScreenInfo> X11Screens::list() const {
@@ -98,7 +100,19 @@ void X11Screens::update() {
     auto entries = read();
     if (entries != m_entries) {
         m_entries = std::move(entries);
+        tell();
         emit changed();
+    }
+}
+
+void X11Screens::tell() const {
+    for (const auto& [info, frame] : m_entries) {
+        qCInfo(Logs::x11, "screen %s: %d x %d at %d, %d, scale %g, bar of %g%s", info.name.c_str(),
+               frame.width(), frame.height(), frame.x(), frame.y(), info.scale, info.metrics.menuBarHeight,
+               info.isBuiltIn ? ", built in" : "");
+    }
+    if (m_entries.empty()) {
+        qCInfo(Logs::x11, "no screen is connected");
     }
 }
 
@@ -128,7 +142,11 @@ std::map<std::pair<int, int>, QSize> X11Screens::monitorSizes() {
     std::map<std::pair<int, int>, QSize> sizes;
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto* const extension = xcb_get_extension_data(xcb, &xcb_randr_id);
-    if (extension == nullptr || extension->present == 0) {
+    const bool isThere = extension != nullptr && extension->present != 0;
+    if (m_trouble.begins(isThere ? std::error_code() : std::make_error_code(std::errc::not_supported))) {
+        qCWarning(Logs::x11, "the sizes of the screens are rounded: the server lacks RANDR");
+    }
+    if (!isThere) {
         return sizes;
     }
     const auto cookie = xcb_randr_get_monitors(xcb, m_connection.root(), 1);

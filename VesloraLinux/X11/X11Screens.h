@@ -5,6 +5,7 @@
 
 #include "VesloraLinux/X11/X11Connection.h"
 #include "VesloraUI/Platform/Screens.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <QRect>
 
@@ -39,6 +40,7 @@ class X11Screens final : public Screens {
     void eventArrived(const xcb_generic_event_t& event);
     void lookAgain();
     void update();
+    void tell() const;
     [[nodiscard]] std::vector<Entry> read();
     [[nodiscard]] std::map<std::pair<int, int>, QSize> monitorSizes();
     void hearChangesOf(const std::vector<xcb_window_t>& windows);
@@ -47,6 +49,7 @@ class X11Screens final : public Screens {
     std::vector<Entry> m_entries;
     std::set<xcb_window_t> m_heardWindows;
     Task m_lookingAgain;
+    Trouble m_trouble;
 };
 
 } // namespace veslora

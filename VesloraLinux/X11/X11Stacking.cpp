@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/X11Stacking.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <algorithm>
 
 namespace veslora {
@@ -46,6 +48,7 @@ void X11Stacking::raise() {
         xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
         m_connection.flush();
     } else {
+        qCInfo(Logs::x11, "the panel stays below window 0x%x, which hides a screen", locker->window);
         putBeside(locker->window, XCB_STACK_MODE_BELOW);
     }
 }
@@ -85,6 +88,7 @@ void X11Stacking::check() {
         m_recentRaises.push_back(m_connection.scheduler().now());
         ++m_raises;
     } else if (!m_retry.isActive()) {
+        qCInfo(Logs::x11, "window 0x%x raises itself again and again: a pause of %g s", *sibling, m_pause);
         m_retry = m_connection.scheduler().after(m_pause, [this] { check(); });
         m_pause = std::min(m_pause * 2, longestPause);
     }

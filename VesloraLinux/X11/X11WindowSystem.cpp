@@ -4,6 +4,7 @@
 #include "VesloraLinux/X11/PanelPointer.h"
 #include "VesloraLinux/X11/X11Pointer.h"
 #include "VesloraLinux/X11/X11ScreenSaver.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <QGuiApplication>
 
@@ -38,6 +39,8 @@ X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connec
     : m_form(form), m_connection(std::move(connection)), m_screens(*m_connection),
       m_panel(*m_connection, m_screens, form), m_frameClock(*m_connection, m_panel),
       m_hostApplications(*m_connection) {
+    qCInfo(Logs::start, "window system: X11, with a %s panel",
+           form == PanelForm::shaped ? "shaped" : "shrinking");
     if (form == PanelForm::shaped) {
         m_pointer =
             std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });

@@ -2,6 +2,7 @@
 #include "VesloraUI/Island/NotchWindowController.h"
 
 #include "VesloraCore/Island/FullscreenDetector.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Store/Defaults.h"
 
 #include <algorithm>
@@ -70,7 +71,11 @@ void NotchWindowController::stop() {
 }
 
 void NotchWindowController::judge() {
-    m_judge.judge(now());
+    const LiveActivityKind former = presentation().activity.kind;
+    const LiveActivityKind kind = m_judge.judge(now()).activity.kind;
+    if (kind != former) {
+        qCInfo(Logs::island, "shows %s", std::string(name(kind)).c_str());
+    }
 }
 
 std::optional<Size> NotchWindowController::alertSize() const {
@@ -110,8 +115,10 @@ void NotchWindowController::buildLayout() {
     m_appliedDisplayChoice = choice;
     const auto screen = targetScreen(choice);
     if (!screen) {
+        qCInfo(Logs::island, "stays as it is, without any screen");
         return;
     }
+    qCInfo(Logs::island, "laid out on %s", screen->name.c_str());
     m_screen = screen;
     const NotchGeometry geometry(screen->metrics);
     m_rack.setScreenWidth(geometry.screenWidth);
@@ -248,6 +255,7 @@ void NotchWindowController::applyVisibility() {
         return;
     }
     m_isHidden = !isShown;
+    qCInfo(Logs::island, isShown ? "comes up" : "hides");
     if (isShown) {
         m_platform.panel.orderFront();
         return;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Platform/Logs.h"
 
+#include <string_view>
+
 namespace veslora::Logs {
 
 // From this level on a line is printed unasked: only for faults of the program itself.
@@ -22,6 +24,12 @@ VESLORA_LOG(x11, "veslora.x11")
 
 void beVerbose() {
     QLoggingCategory::setFilterRules(QStringLiteral("veslora.*=true"));
+}
+
+std::string place(const std::string& path) {
+    constexpr std::string_view transcripts = "/projects/";
+    const std::size_t found = path.find(transcripts);
+    return found == std::string::npos ? path : path.substr(0, found + transcripts.size()) + "...";
 }
 
 } // namespace veslora::Logs

@@ -7,6 +7,8 @@
 
 #include <QLoggingCategory>
 
+#include <string>
+
 namespace veslora::Logs {
 
 Q_DECLARE_LOGGING_CATEGORY(agents)      ///< sessions, requests and their answers
@@ -25,5 +27,9 @@ Q_DECLARE_LOGGING_CATEGORY(x11)         ///< the display
 
 /// Switches all of them on.
 void beVerbose();
+
+/// A path as a line may hold it: a transcript's folder is named after the user's project, so of those only
+/// the folder that they lie in is told.
+[[nodiscard]] std::string place(const std::string& path);
 
 } // namespace veslora::Logs

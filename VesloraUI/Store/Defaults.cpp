@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Store/Defaults.h"
 
+#include "VesloraCore/Overloaded.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <array>
 #include <charconv>
 
@@ -13,6 +16,14 @@ constexpr WriteOptions privately{.mode = 0600, .sync = Sync::yes};
 
 std::string fileName(const std::string& suite) {
     return suite.empty() ? "settings.json" : "settings." + suite + ".json";
+}
+
+bool isReadAs(const Defaults::Value& value, const Json& stored) {
+    return std::visit(Overloaded{[&](bool) { return stored.boolean().has_value(); },
+                                 [&](double) { return stored.number().has_value(); },
+                                 [&](int) { return stored.integer32().has_value(); },
+                                 [&](const std::string&) { return stored.string() != nullptr; }},
+                      value);
 }
 
 /// The shortest text that reads as that very number. Absent for one that is not finite.
@@ -28,7 +39,7 @@ Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string director
     : m_files(files), m_watcher(watcher), m_directory(std::move(directory)),
       m_path(m_directory + "/" + fileName(suite)), m_values(Json::makeObject()),
       m_unsaved(Json::makeObject()) {
-    m_files.makeDirectory(m_directory, directoryMode);
+    makeDirectory();
     watch();
     load();
 }
@@ -37,6 +48,7 @@ void Defaults::registerDefaults(std::initializer_list<std::pair<std::string_view
     for (const auto& [key, value] : values) {
         m_registered.insert_or_assign(std::string(key), value);
     }
+    tellOfOddValues();
 }
 
 template <class Stored>
@@ -112,6 +124,7 @@ bool Defaults::load() {
     ReadResult file = m_files.read(m_path, {.links = Links::follow});
     const bool isMissing = file.error == std::errc::no_such_file_or_directory;
     m_isReadable = file || isMissing;
+    tellOfReading(isMissing ? std::error_code() : file.error);
     auto text = isMissing ? std::nullopt : std::optional(std::move(file.bytes));
     if (!m_isReadable || text == m_text) {
         return false;
@@ -120,23 +133,57 @@ bool Defaults::load() {
     auto parsed = m_text ? Json::parse(*m_text) : Json::makeObject();
     m_isDamaged = !parsed || !parsed->isObject();
     if (m_isDamaged) {
+        qCWarning(Logs::settings, "%s holds no settings, and those before it stand", m_path.c_str());
         return false;
     }
+    qCInfo(Logs::settings, m_text ? "read %s" : "there is no %s", m_path.c_str());
     for (const Json::Member& member : m_unsaved.members()) {
         parsed->set(member.key, member.value);
     }
-    return std::exchange(m_values, *parsed) != *parsed;
+    const bool differs = std::exchange(m_values, *parsed) != *parsed;
+    tellOfOddValues();
+    return differs;
+}
+
+void Defaults::tellOfReading(const std::error_code& error) {
+    if (m_readTrouble.begins(error)) {
+        qCWarning(Logs::settings, "can't read %s: %s", m_path.c_str(), error.message().c_str());
+    }
+}
+
+/// Names no value: only which keys the registered default counts for.
+void Defaults::tellOfOddValues() const {
+    if (!Logs::settings().isWarningEnabled()) {
+        return;
+    }
+    for (const auto& [key, value] : m_registered) {
+        const Json* stored = m_values.find(key);
+        if (stored != nullptr && !isReadAs(value, *stored)) {
+            qCWarning(Logs::settings, "%s in %s is of another type", key.c_str(), m_path.c_str());
+        }
+    }
+}
+
+void Defaults::makeDirectory() {
+    const std::error_code error = m_files.makeDirectory(m_directory, directoryMode);
+    if (m_directoryTrouble.begins(error)) {
+        qCWarning(Logs::settings, "can't make %s: %s", m_directory.c_str(), error.message().c_str());
+    }
 }
 
 void Defaults::save() {
-    m_files.makeDirectory(m_directory, directoryMode);
+    makeDirectory();
     watch();
     const std::string target = m_files.resolve(m_path);
     if (!m_isReadable || (m_isDamaged && !keepDamaged(target))) {
         return;
     }
     std::string text = m_values.print(Json::Layout::pretty) + "\n";
-    if (!m_files.write(target, text, privately)) {
+    const std::error_code error = m_files.write(target, text, privately);
+    if (m_writeTrouble.begins(error)) {
+        qCWarning(Logs::settings, "can't write %s: %s", target.c_str(), error.message().c_str());
+    }
+    if (!error) {
         m_text = std::move(text);
         m_isDamaged = false;
         m_unsaved = Json::makeObject();
@@ -145,7 +192,18 @@ void Defaults::save() {
 
 /// Puts a file that holds no settings aside before it is replaced: it may be a slip of the user's editor.
 bool Defaults::keepDamaged(const std::string& target) {
-    return m_text->empty() || !m_files.write(target + ".damaged", *m_text, privately);
+    if (m_text->empty()) {
+        return true;
+    }
+    const std::string aside = target + ".damaged";
+    const std::error_code error = m_files.write(aside, *m_text, privately);
+    if (error) {
+        qCWarning(Logs::settings, "can't put the damaged file aside as %s: %s", aside.c_str(),
+                  error.message().c_str());
+    } else {
+        qCInfo(Logs::settings, "put the damaged file aside as %s", aside.c_str());
+    }
+    return !error;
 }
 
 /// Watches the directory, unless that is already done or can't be.

@@ -6,6 +6,7 @@
 #include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <QObject>
 
@@ -68,6 +69,9 @@ class Defaults : public QObject {
     void store(std::string_view key, Json value, const std::function<bool()>& isAlready);
 
     bool load();
+    void tellOfReading(const std::error_code& error);
+    void tellOfOddValues() const;
+    void makeDirectory();
     void save();
     [[nodiscard]] bool keepDamaged(const std::string& target);
     void watch();
@@ -84,6 +88,9 @@ class Defaults : public QObject {
     bool m_isReadable = true;          ///< a file that can't be read must not be replaced either
     bool m_isDamaged = false;          ///< the file as last seen holds no settings
     std::unique_ptr<DirectoryWatch> m_watch;
+    Trouble m_readTrouble;
+    Trouble m_directoryTrouble;
+    Trouble m_writeTrouble;
 };
 
 } // namespace veslora

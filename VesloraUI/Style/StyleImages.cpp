@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/StyleImages.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -60,6 +62,9 @@ QImage symbol(const QString& name, const QColor& color, const QSize& size) {
     drawn.fill(Qt::transparent);
     QPainter painter(&drawn);
     QSvgRenderer renderer(QStringLiteral(":/symbols/%1.svg").arg(name));
+    if (!renderer.isValid()) {
+        qCWarning(Logs::views, "there is no symbol %s", qUtf8Printable(name));
+    }
     renderer.render(&painter);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(drawn.rect(), color);
@@ -109,6 +114,9 @@ QImage StyleImages::requestImage(const QString& id, QSize* size, const QSize& re
         image = softRectangle(side, side, 1.5, 3, 9, 2, color);
     } else if (parts.size() == 3 && parts[0] == QLatin1String("symbol")) {
         image = symbol(parts[1], QColor(QLatin1Char('#') + parts[2]), requestedSize);
+    }
+    if (image.isNull()) {
+        qCWarning(Logs::views, "there is no image %s", qUtf8Printable(id));
     }
     if (size) {
         *size = image.size();

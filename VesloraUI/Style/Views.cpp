@@ -25,7 +25,11 @@ std::unique_ptr<QObject> createView(QQmlEngine& engine, const QString& file, con
         qCCritical(Logs::views) << component.errorString();
         return nullptr;
     }
-    return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
+    std::unique_ptr<QObject> view(component.createWithInitialProperties(properties));
+    if (!view) {
+        qCCritical(Logs::views) << component.errorString();
+    }
+    return view;
 }
 
 } // namespace veslora

@@ -3,6 +3,7 @@
 
 #include "VesloraCore/Timer/TimerLengths.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/TimerNotifying.h"
@@ -114,6 +115,7 @@ void TimerModel::finishIfDue() {
         return;
     }
     const double duration = m_countdown->duration;
+    qCInfo(Logs::island, "a timer of %g s has finished", duration);
     m_lastDuration = duration;
     // The alert first, so that the island drops from the wings without closing in between.
     assign(this, m_isShowingDone, true, &TimerModel::isShowingDoneChanged);

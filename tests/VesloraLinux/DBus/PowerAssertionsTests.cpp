@@ -38,6 +38,7 @@ class FakeDisplay final : public Inhibitor {
     };
     explicit FakeDisplay(int& sharedCount) : m_count(sharedCount) {}
 
+    [[nodiscard]] QString name() const override { return QStringLiteral("fake"); }
     [[nodiscard]] AwakeNeeds covers() const override { return {.system = false, .display = true}; }
     void inhibit(AwakeNeeds /*needs*/, const QString& /*reason*/, Done done) override {
         done(std::make_unique<Held>(m_count));
