@@ -2,6 +2,7 @@
 #include "Veslora/AppDelegate.h"
 
 #include "VesloraCore/Island/StatusLine.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Settings/FirstStart.h"
 #include "VesloraUI/Style/Views.h"
 #include "VesloraUI/Support/LocalCalendar.h"
@@ -23,14 +24,21 @@ AgentMonitorSeams seamsOf(const Platform& platform) {
             std::make_shared<LocalCalendar>()};
 }
 
+AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>>& monitors) {
+    AgentsModel::Monitors pointers;
+    for (const auto& monitor : monitors) {
+        pointers.push_back(monitor.get());
+    }
+    return pointers;
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     : m_platform(platform), m_settings(settings),
       m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds),
       m_support(platform.files, platform.directories.support, platform.directories.runtime),
-      m_claude(seamsOf(platform), m_support, settings), m_codex(seamsOf(platform), m_support, settings),
-      m_agents({&m_claude, &m_codex}),
+      m_monitors(makeAgentMonitors(seamsOf(platform), m_support, settings)), m_agents(pointersTo(m_monitors)),
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {

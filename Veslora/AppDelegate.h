@@ -4,8 +4,6 @@
 
 #include "VesloraCore/Island/CommandLine.h"
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
-#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
@@ -13,6 +11,9 @@
 #include "VesloraUI/Support/QtTextMeasuring.h"
 
 #include <QQmlEngine>
+
+#include <memory>
+#include <vector>
 
 namespace veslora {
 
@@ -40,8 +41,7 @@ class AppDelegate {
     QQmlEngine m_engine;
     QtTextMeasuring m_measuring;
     SupportDirectory m_support;
-    ClaudeMonitor m_claude;
-    CodexMonitor m_codex;
+    std::vector<std::unique_ptr<AgentMonitor>> m_monitors;
     AgentsModel m_agents;
     NotchWindowController m_notch;
     SettingsWindow m_settingsWindow;

@@ -4,7 +4,8 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/Tmux.h"
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
+#include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "VesloraUI/Support/LocalCalendar.h"
@@ -68,10 +69,9 @@ struct Machine {
     Tmux multiplexer{scheduler, processes};
     SupportDirectory support{files, directories.support, directories.runtime};
     Defaults settings{files, watcher, directories.configuration};
-    ClaudeMonitor monitor{{directories, scheduler, files, watcher, processes, applications, multiplexer,
-                           std::make_shared<LocalCalendar>()},
-                          support,
-                          settings};
+    AgentMonitorSeams seams{directories, scheduler,    files,       watcher,
+                            processes,   applications, multiplexer, std::make_shared<LocalCalendar>()};
+    HookedAgentMonitor monitor{claudeAgent(seams, support), seams, support, settings};
 };
 
 std::string sessionName(int index) {
@@ -104,7 +104,7 @@ void fillSpool(const Home& home, const Load& load, int round) {
     }
 }
 
-double timeOfRefresh(ClaudeMonitor& monitor) {
+double timeOfRefresh(HookedAgentMonitor& monitor) {
     const double start = monotonicNow();
     monitor.refresh();
     return (monotonicNow() - start) * 1000;
@@ -121,7 +121,7 @@ double timeUntilTaken(Machine& machine) {
     return (monotonicNow() - start) * 1000;
 }
 
-void requireThatAllWasTaken(const ClaudeMonitor& monitor, const Load& load) {
+void requireThatAllWasTaken(const AgentMonitor& monitor, const Load& load) {
     if (monitor.summaries().size() != static_cast<std::size_t>(load.sessions) ||
         monitor.pendingRequests().size() != static_cast<std::size_t>(load.spool / requestShare)) {
         throw std::runtime_error("the refresh did not take what was there");

@@ -7,7 +7,8 @@
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
+#include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
@@ -148,7 +149,7 @@ class SpoolFloodTests : public ::testing::Test {
     NoMultiplexer multiplexer;
     Defaults settings{files, watcher, folder.path("settings")};
     SupportDirectory support{files, folder.path("support"), folder.path("support")};
-    ClaudeMonitor monitor{seams(), support, settings};
+    HookedAgentMonitor monitor{claudeAgent(seams(), support), seams(), support, settings};
     Stretches stretches;
 };
 

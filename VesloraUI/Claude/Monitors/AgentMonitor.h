@@ -27,8 +27,8 @@ class AgentMonitor : public QObject {
     Q_OBJECT
 
   public:
-    /// `traits` must outlive this.
-    explicit AgentMonitor(const AgentTraits& traits) : m_traits(traits) {}
+    /// `traits` must outlive this, and so must `usage`, which may be null.
+    AgentMonitor(const AgentTraits& traits, AgentUsageMonitor* usage) : m_traits(traits), m_usage(usage) {}
 
     [[nodiscard]] const AgentTraits& traits() const { return m_traits; }
 
@@ -44,7 +44,7 @@ class AgentMonitor : public QObject {
     [[nodiscard]] bool hooksOutdated() const { return m_hooksOutdated; }
 
     /// What follows the agent's use of tokens; null where nothing does.
-    [[nodiscard]] virtual AgentUsageMonitor* usage() { return nullptr; }
+    [[nodiscard]] AgentUsageMonitor* usage() const { return m_usage; }
 
     virtual void start() = 0;
     virtual void stop() = 0;
@@ -76,6 +76,7 @@ class AgentMonitor : public QObject {
 
   private:
     const AgentTraits& m_traits;
+    AgentUsageMonitor* m_usage;
     std::vector<ClaudeSessionSummary> m_summaries;
     std::vector<ClaudePermissionRequest> m_pendingRequests;
     bool m_hooksInstalled = false;

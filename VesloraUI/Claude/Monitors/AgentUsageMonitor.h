@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a monitor of an agent, and the usage widget, see of that agent's use of tokens. The usage monitors of
-// Claude Code and of Codex both serve it. Main thread only.
+// What a monitor of an agent, and the usage widget, see of that agent's use of tokens. Main thread only.
 #pragma once
 
 #include "VesloraCore/Agents/Usage/AgentUsage.h"

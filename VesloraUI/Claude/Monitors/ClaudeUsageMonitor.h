@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Follows what Claude Code uses: the context and the limits by what its sessions tell the status line,
-// today's tokens by its transcripts. Owned by ClaudeMonitor. Main thread only.
+// today's tokens by its transcripts. Main thread only.
 #pragma once
 
 #include "VesloraCore/Agents/Usage/ClaudeUsageTally.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Follows what Codex uses: limits, context and today's tokens, all of them by its sessions' logs. Owned by
-// CodexMonitor. Main thread only.
+// Follows what Codex uses: limits, context and today's tokens, all of them by its sessions' logs. Main
+// thread only.
 #pragma once
 
 #include "VesloraCore/Agents/Usage/CodexUsageReadings.h"

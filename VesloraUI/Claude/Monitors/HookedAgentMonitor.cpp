@@ -9,28 +9,29 @@
 
 namespace veslora {
 
-HookedAgentMonitor::HookedAgentMonitor(const AgentTraits& traits, const AgentMonitorSeams& seams,
-                                       SupportDirectory& support, Defaults& settings,
-                                       UnderstandSpoolFile understand)
-    : AgentMonitor(traits), m_seams(seams), m_support(support),
-      m_spool(seams.scheduler, support, traits.hookNames.spool, std::move(understand),
+HookedAgentMonitor::HookedAgentMonitor(AgentParts parts, const AgentMonitorSeams& seams,
+                                       SupportDirectory& support, Defaults& settings)
+    : AgentMonitor(parts.traits, parts.usage.get()), m_parts(std::move(parts)), m_seams(seams),
+      m_support(support), m_settings(settings), m_answers(support, traits().hookNames.answers),
+      m_spool(seams.scheduler, support, traits().hookNames.spool, m_parts.source->reader(m_answers),
               [this] {
                   readSessions();
                   publishState();
               }),
-      m_answers(support, traits.hookNames.answers),
       m_requests(seams.scheduler, FrontTerminal(seams.hostApplications, seams.multiplexer), m_answers,
                  [this] { publishState(); }),
-      m_settings(settings), m_untakenAnswers(seams.scheduler, m_answers) {}
+      m_untakenAnswers(seams.scheduler, m_answers) {}
 
 void HookedAgentMonitor::start() {
     m_spool.create();
-    hooks().updateScripts();
-    m_presence = m_support.show(m_seams.processes, now());
+    m_parts.hooks->updateScripts();
+    m_presence = m_support.show(m_seams.processes, m_seams.scheduler.now());
     refresh();
     ensureWatches();
     m_refreshTask = m_seams.scheduler.every(period, Precision::coarse, [this] { tick(); });
-    usage()->loadToday();
+    if (usage()) {
+        usage()->loadToday();
+    }
 }
 
 void HookedAgentMonitor::stop() {
@@ -41,10 +42,11 @@ void HookedAgentMonitor::stop() {
     m_untakenAnswers.stop();
     m_spoolWatch.reset();
     m_spool.stop();
+    m_sessionsWatch.reset();
 }
 
 void HookedAgentMonitor::tick() {
-    m_support.writeHeartbeat(now());
+    m_support.writeHeartbeat(m_seams.scheduler.now());
     ensureWatches();
     refresh();
 }
@@ -52,20 +54,21 @@ void HookedAgentMonitor::tick() {
 void HookedAgentMonitor::refresh() {
     m_spool.take();
     readSessions();
-    m_answers.removeStale(now());
-    const AgentHooks::State state = hooks().state();
+    m_answers.removeStale(m_seams.scheduler.now());
+    const AgentHooks::State state = m_parts.hooks->state();
     setHooks(state.areInstalled, state.areOutdated);
     publishState();
     // Last, as nobody waits for it.
-    usage()->refresh();
-}
-
-bool HookedAgentMonitor::isRecent(Timestamp time) const {
-    return time >= now() - AgentSpool::eventLifetime;
+    if (usage()) {
+        usage()->refresh();
+    }
 }
 
 void HookedAgentMonitor::ensureWatches() {
     ensureWatch(m_spoolWatch, m_spool.path(), DirectoryChanges::movedInto);
+    if (!m_parts.sessionsFolder.empty()) {
+        ensureWatch(m_sessionsWatch, m_parts.sessionsFolder, DirectoryChanges::any);
+    }
 }
 
 void HookedAgentMonitor::ensureWatch(std::unique_ptr<DirectoryWatch>& watch, const std::string& path,
@@ -75,18 +78,24 @@ void HookedAgentMonitor::ensureWatch(std::unique_ptr<DirectoryWatch>& watch, con
     }
 }
 
+void HookedAgentMonitor::readSessions() {
+    handle(m_parts.source->readSessions());
+    end(m_parts.source->endedByNews(m_requests.open()));
+}
+
 void HookedAgentMonitor::handle(const std::vector<ClaudePermissionRequest>& requests) {
     if (requests.empty()) {
         return;
     }
-    const auto sessions = currentSessions();
+    const auto sessions = m_parts.source->sessions();
     // Read once, so that requests that came one after the other keep that order.
-    const Timestamp wallNow = now();
+    const Timestamp wallNow = m_seams.scheduler.now();
     const double steadyNow = m_seams.scheduler.steadyNow();
     for (ClaudePermissionRequest request : requests) {
         request.answerBy = ClaudePermissions::answerBy(request.receivedAt, wallNow, steadyNow);
         if (mayAnswer(request)) {
-            m_requests.take(request, placeOf(request.sessionId, sessions));
+            const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
+            m_requests.take(request, session == sessions.end() ? SessionPlace() : placeOf(*session));
         } else {
             m_answers.write(ClaudeDecision::pass, request.id);
         }
@@ -100,26 +109,29 @@ bool HookedAgentMonitor::mayAnswer(const ClaudePermissionRequest& request) const
            ClaudePermissions::canBeAnsweredOutside(request.tool);
 }
 
-SessionPlace HookedAgentMonitor::placeOf(const std::string& sessionId,
-                                         const std::vector<ClaudeSessionSummary>& sessions) const {
-    const auto session = std::ranges::find(sessions, sessionId, &ClaudeSessionSummary::id);
-    if (session == sessions.end()) {
-        return {};
+void HookedAgentMonitor::end(const std::vector<RequestEnd>& ends) {
+    for (const RequestEnd& request : ends) {
+        if (request.script == RequestEnd::Script::isLetGo) {
+            m_answers.write(ClaudeDecision::pass, request.id);
+        }
+        m_requests.remove(request.id);
     }
-    return {processesOf(*session), TmuxText::paneOf(paneOf(sessionId).value_or(""))};
 }
 
-std::vector<std::int32_t> HookedAgentMonitor::processesOf(const ClaudeSessionSummary& session) const {
-    return session.pid < 1 ? std::vector<std::int32_t>() : std::vector(1, session.pid);
+/// Of what an agent names its pane, nothing but a pane's number reaches a multiplexer.
+SessionPlace HookedAgentMonitor::placeOf(const ClaudeSessionSummary& session) const {
+    SessionPlace place = m_parts.source->placeOf(session);
+    place.pane = TmuxText::paneOf(place.pane.value_or(""));
+    return place;
 }
 
 void HookedAgentMonitor::publishState() {
     m_requests.removeExpired();
-    dropOvertaken();
+    end(m_parts.source->overtaken(m_requests.open()));
     if (m_presence) {
         m_requests.awaitDeadline();
     }
-    publish(currentSessions(), m_requests.shown());
+    publish(m_parts.source->sessions(), m_requests.shown());
 }
 
 AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDecision decision) {
@@ -139,7 +151,7 @@ AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDec
     if (decision != ClaudeDecision::pass) {
         m_untakenAnswers.expect(
             id, request->sessionId,
-            [this, raise = requestWasAnswered(request->sessionId)] { raiseAgain(raise); });
+            [this, raise = m_parts.source->answered(request->sessionId)] { raiseAgain(raise); });
     }
     m_requests.remove(id);
     publishState();
@@ -155,23 +167,23 @@ void HookedAgentMonitor::jump(const std::string& sessionId) {
     // A copy, for the same reason.
     const std::string id = sessionId; // NOLINT(performance-unnecessary-copy-initialization)
     raiseTerminal(id);
-    markSeen(id);
+    m_parts.source->markSeen(id);
     dismissApproval(id);
 }
 
 void HookedAgentMonitor::dismissApproval(const std::string& sessionId) {
     m_untakenAnswers.forget(sessionId);
-    hideApproval(std::string(sessionId));
+    m_parts.source->dismissApproval(sessionId);
     publishState();
 }
 
 void HookedAgentMonitor::installHooks() {
-    hooks().install();
+    m_parts.hooks->install();
     refresh();
 }
 
 void HookedAgentMonitor::removeHooks() {
-    if (hooks().remove()) {
+    if (m_parts.hooks->remove()) {
         refresh();
     }
 }
@@ -184,7 +196,7 @@ void HookedAgentMonitor::raiseTerminal(const std::string& sessionId) {
         return;
     }
     const std::int32_t pid = session->pid;
-    const auto pane = TmuxText::paneOf(paneOf(sessionId).value_or(""));
+    const auto pane = placeOf(*session).pane;
     if (!pane && activateHostOf(pid)) {
         return;
     }

@@ -24,6 +24,7 @@ class AgentSpool {
   public:
     /// An event older than this was left by a hook long ago and is not worth hearing of.
     static constexpr double eventLifetime = 86400;
+    [[nodiscard]] static bool isRecent(Timestamp time, Timestamp now) { return time >= now - eventLifetime; }
     /// What is read at once. No more comes between two looks while agents work. Twice these bytes, at most,
     /// are understood in 8 ms, where all of them are numbers that have to be built.
     static constexpr SpoolPortion atOnce = {64, std::size_t{64} << 10, std::size_t{64} << 10};

@@ -37,9 +37,8 @@ class FakeMonitor final : public AgentMonitor {
     std::optional<FileError> fileError; ///< what putting hooks in or taking them out fails with
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
 
-    explicit FakeMonitor(AgentKind kind = AgentKind::claude) : AgentMonitor(traitsOf(kind)) {}
+    explicit FakeMonitor(AgentKind kind = AgentKind::claude) : AgentMonitor(traitsOf(kind), &usageMonitor) {}
 
-    [[nodiscard]] AgentUsageMonitor* usage() override { return &usageMonitor; }
     void start() override { log.emplace_back("start"); }
     void stop() override { log.emplace_back("stop"); }
     AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) override {

@@ -5,7 +5,8 @@
 #include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Claude/Hooks/CodexHooks.h"
 #include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
-#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
+#include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
@@ -259,9 +260,10 @@ TEST_F(CodexHooksTest, BringsOldScriptsUpToDateButMakesNone) {
 TEST_F(CodexHooksTest, TheMonitorPutsThemWhereCodexWasMovedTo) {
     platform.paths.codex = "/srv/codex";
     FakeDefaults settings(platform);
-    CodexMonitor monitor({platform.paths, platform.time, platform.disk, platform.watches, platform.tasks,
-                          platform.hosts, platform.multiplexer, test::fixedCalendar()},
-                         support, settings);
+    const AgentMonitorSeams seams{platform.paths,       platform.time,        platform.disk,
+                                  platform.watches,     platform.tasks,       platform.hosts,
+                                  platform.multiplexer, test::fixedCalendar()};
+    HookedAgentMonitor monitor(codexAgent(seams, support), seams, support, settings);
     monitor.installHooks();
     EXPECT_TRUE(monitor.hooksInstalled());
     EXPECT_TRUE(platform.disk.exists("/srv/codex/hooks.json"));

@@ -2,14 +2,13 @@
 // Claude Code's monitor with what its tests put before it: session files, events and requests.
 #pragma once
 
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
 #include "tests/VesloraUI/Claude/Monitors/HookedMonitorTest.h"
 
 #include <string>
 
 namespace veslora {
 
-class ClaudeMonitorTest : public HookedMonitorTest<ClaudeMonitor> {
+class ClaudeMonitorTest : public HookedMonitorTest<claudeAgent> {
   protected:
     static constexpr auto support = "/home/me/.local/share/Veslora";
     static constexpr auto spool = "/home/me/.local/share/Veslora/claude-spool";

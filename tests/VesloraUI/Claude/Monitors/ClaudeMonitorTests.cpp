@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "VesloraUI/Claude/Monitors/ClaudeSource.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Claude/Monitors/ClaudeMonitorTest.h"
 
@@ -60,16 +61,18 @@ TEST_F(ClaudeMonitorTest, StopLetsTheScriptsGo) {
 }
 
 TEST_F(ClaudeMonitorTest, AFolderThatDoesNotExistSaysNothingOfAnySession) {
-    monitor.start();
-    EXPECT_FALSE(monitor.liveSessionIds());
-    EXPECT_THAT(monitor.summaries(), IsEmpty());
+    ClaudeSource source(seams());
+    EXPECT_THAT(source.readSessions(), IsEmpty());
+    EXPECT_FALSE(source.liveSessionIds());
+    EXPECT_THAT(source.sessions(), IsEmpty());
 }
 
 TEST_F(ClaudeMonitorTest, AnEmptyFolderMeansNoSessions) {
     platform.disk.makeDirectory(sessions, 0700);
-    monitor.start();
-    ASSERT_TRUE(monitor.liveSessionIds());
-    EXPECT_THAT(*monitor.liveSessionIds(), IsEmpty());
+    ClaudeSource source(seams());
+    EXPECT_THAT(source.readSessions(), IsEmpty());
+    ASSERT_TRUE(source.liveSessionIds());
+    EXPECT_THAT(*source.liveSessionIds(), IsEmpty());
 }
 
 TEST_F(ClaudeMonitorTest, WatchesASessionFolderThatComesLater) {

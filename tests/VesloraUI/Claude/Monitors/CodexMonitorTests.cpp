@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Agents/Hooks/HookScripts.h"
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
-#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Claude/Monitors/HookedMonitorTest.h"
@@ -26,7 +24,7 @@ constexpr auto spool = "/home/me/.local/share/Veslora/codex-spool";
 constexpr auto answers = "/home/me/.local/share/Veslora/codex-answers";
 constexpr auto runtimeBeat = "/run/user/1000/veslora/heartbeat";
 
-class CodexMonitorTest : public HookedMonitorTest<CodexMonitor> {
+class CodexMonitorTest : public HookedMonitorTest<codexAgent> {
   protected:
     CodexMonitorTest() : HookedMonitorTest(spool, answers) { platform.tasks.alive.insert(500); }
 
@@ -399,7 +397,7 @@ class BothMonitorsTest : public CodexMonitorTest {
   protected:
     [[nodiscard]] bool beats() const { return platform.disk.exists(runtimeBeat); }
 
-    ClaudeMonitor claude{seams(), supportDirectory, settings};
+    HookedAgentMonitor claude{claudeAgent(seams(), supportDirectory), seams(), supportDirectory, settings};
     AgentsModel agents{{&claude, &monitor}};
 };
 

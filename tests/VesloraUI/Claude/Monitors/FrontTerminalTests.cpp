@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Whether the island asks a user who looks at the session's own terminal, in a multiplexer too.
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
-#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
 #include "tests/VesloraUI/Claude/Monitors/HookedMonitorTest.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +15,7 @@ using testing::UnorderedElementsAre;
 constexpr std::int32_t terminal = 77; ///< the process of a client that is attached
 constexpr HostApp window{99, 7};
 
-class ClaudeFrontTerminalTest : public HookedMonitorTest<ClaudeMonitor> {
+class ClaudeFrontTerminalTest : public HookedMonitorTest<claudeAgent> {
   protected:
     ClaudeFrontTerminalTest()
         : HookedMonitorTest("/home/me/.local/share/Veslora/claude-spool",
@@ -192,7 +190,7 @@ TEST_F(ClaudeFrontTerminalTest, StopDropsWhatIsHeldBack) {
     EXPECT_THAT(pendingIds(), IsEmpty());
 }
 
-class CodexFrontTerminalTest : public HookedMonitorTest<CodexMonitor> {
+class CodexFrontTerminalTest : public HookedMonitorTest<codexAgent> {
   protected:
     CodexFrontTerminalTest()
         : HookedMonitorTest("/home/me/.local/share/Veslora/codex-spool",

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 #include "tests/support/FixedCalendar.h"
 
@@ -16,7 +17,8 @@
 
 namespace veslora {
 
-template <class Monitor>
+/// `makeAgent` gives the parts of the agent's monitor.
+template <auto makeAgent>
 class HookedMonitorTest : public testing::Test {
   protected:
     /// The folders are the agent's own in the support directory.
@@ -58,7 +60,7 @@ class HookedMonitorTest : public testing::Test {
     FakePlatform platform;
     FakeDefaults settings{platform};
     SupportDirectory supportDirectory{platform.disk, platform.paths.support, platform.paths.runtime};
-    Monitor monitor{seams(), supportDirectory, settings};
+    HookedAgentMonitor monitor{makeAgent(seams(), supportDirectory), seams(), supportDirectory, settings};
     int changes = 0; ///< how often the sessions or the requests were said to be others
 
   private:

@@ -2,8 +2,8 @@
 // The end of a request's time, whatever the clocks do, and what becomes of an answer: given, too late, not
 // written, not taken. For both agents.
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
-#include "VesloraUI/Claude/Monitors/ClaudeMonitor.h"
-#include "VesloraUI/Claude/Monitors/CodexMonitor.h"
+#include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
+#include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
 #include "tests/support/FixedCalendar.h"
@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct ClaudeWays {
-    using Monitor = ClaudeMonitor;
+    static constexpr auto makeAgent = claudeAgent;
     static constexpr auto spool = "/claude-spool";
     static constexpr auto answers = "/answers";
     static constexpr auto first = "aaaaaa";
@@ -26,7 +26,7 @@ struct ClaudeWays {
 };
 
 struct CodexWays {
-    using Monitor = CodexMonitor;
+    static constexpr auto makeAgent = codexAgent;
     static constexpr auto spool = "/codex-spool";
     static constexpr auto answers = "/codex-answers";
     static constexpr auto first = "10-aaaaaa";
@@ -83,10 +83,10 @@ class RequestTimeTest : public testing::Test {
     FaultInjectingFiles files{platform.disk};
     FakeDefaults settings{platform};
     SupportDirectory support{files, platform.paths.support, platform.paths.runtime};
-    typename Ways::Monitor monitor{{platform.paths, platform.time, files, platform.watches, platform.tasks,
-                                    platform.hosts, platform.multiplexer, test::fixedCalendar()},
-                                   support,
-                                   settings};
+    AgentMonitorSeams seams{platform.paths,       platform.time,        files,
+                            platform.watches,     platform.tasks,       platform.hosts,
+                            platform.multiplexer, test::fixedCalendar()};
+    HookedAgentMonitor monitor{Ways::makeAgent(seams, support), seams, support, settings};
     const std::string first = Ways::first;
     const std::string second = Ways::second;
 };
