@@ -10,9 +10,26 @@
 
 namespace veslora {
 
-AgentHooks::AgentHooks(Files& files, SupportDirectory& support, std::string configuration, Names names)
-    : m_files(files), m_support(support), m_scripts(support, names.scripts),
-      m_configuration(std::move(configuration)), m_marker(names.madeMarker) {}
+namespace {
+
+std::vector<std::string_view> scriptsOf(const AgentHookNames& names,
+                                        const std::vector<std::string_view>& more) {
+    std::vector<std::string_view> scripts{names.event, names.permission};
+    scripts.insert(scripts.end(), more.begin(), more.end());
+    return scripts;
+}
+
+} // namespace
+
+AgentHooks::AgentHooks(Files& files, SupportDirectory& support, std::string configuration,
+                       const AgentHookNames& names, const std::vector<std::string_view>& moreScripts)
+    : m_files(files), m_support(support), m_scripts(support, scriptsOf(names, moreScripts)),
+      m_configuration(std::move(configuration)), m_names(names) {}
+
+ClaudeHooksInstaller::Commands AgentHooks::commands() const {
+    return {.event = m_scripts.commandOf(m_names.event),
+            .permission = m_scripts.commandOf(m_names.permission)};
+}
 
 AgentHooks::State AgentHooks::state() {
     const auto stat = m_files.stat(m_configuration, Links::follow);
@@ -64,17 +81,19 @@ void AgentHooks::setMarker(const std::optional<std::string>& madeFile) const {
     if (!folder) {
         return;
     }
+    const std::string marker(m_names.madeMarker);
     if (madeFile) {
         // Without it the file stays when the hooks go, which hurts nobody.
-        std::ignore = folder->write(m_marker, *madeFile, {.mode = SupportDirectory::fileMode});
+        std::ignore = folder->write(marker, *madeFile, {.mode = SupportDirectory::fileMode});
     } else {
-        folder->remove(m_marker);
+        folder->remove(marker);
     }
 }
 
 bool AgentHooks::haveMade(const std::string& path) const {
     const OpenedFolder folder = m_support.open();
-    const ReadResult marker = folder ? folder->read(m_marker, {}) : ReadResult{{}, folder.error};
+    const ReadResult marker =
+        folder ? folder->read(std::string(m_names.madeMarker), {}) : ReadResult{{}, folder.error};
     return marker && marker.bytes == path;
 }
 

@@ -3,13 +3,15 @@
 // an agent's configuration must hold is for each agent's own class to know. Main thread only.
 #pragma once
 
+#include "VesloraCore/Agents/Hooks/AgentHookNames.h"
+#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/Hooks/HookScriptFiles.h"
 #include "VesloraUI/Platform/Files.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora {
 
@@ -43,13 +45,13 @@ class AgentHooks {
         bool any = false;
     };
 
-    /// The names of the agent's files in the support directory; they must outlive this.
-    struct Names {
-        std::span<const std::string_view> scripts; ///< of HookScripts
-        std::string_view madeMarker; ///< says that the configuration is a file which we made, not the user
-    };
+    /// `names` must outlive this. `moreScripts` are what the agent runs beside its event and its permission
+    /// script.
+    AgentHooks(Files& files, SupportDirectory& support, std::string configuration,
+               const AgentHookNames& names, const std::vector<std::string_view>& moreScripts = {});
 
-    AgentHooks(Files& files, SupportDirectory& support, std::string configuration, Names names);
+    /// Those of the event and the permission script, as they stand in the configuration.
+    [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
 
     /// Writes a configuration with our hooks in it. A file of the user's that had nothing of ours is backed
     /// up first; at any other time the backup would be of our own version.
@@ -74,7 +76,7 @@ class AgentHooks {
     void setMarker(const std::optional<std::string>& madeFile) const;
     [[nodiscard]] bool haveMade(const std::string& path) const;
 
-    std::string m_marker;
+    const AgentHookNames& m_names;
 
     bool m_isRead = false; ///< what follows is what the file says
     std::optional<FileStat> m_stat;

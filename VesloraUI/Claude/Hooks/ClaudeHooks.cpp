@@ -7,7 +7,6 @@
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 
-#include <array>
 #include <tuple>
 #include <utility>
 
@@ -15,23 +14,16 @@ namespace veslora {
 
 using ClaudeHooksInstaller::HookSet;
 
-namespace {
-
-constexpr std::array scriptNames{SupportNames::claudeHook, SupportNames::claudePermission,
-                                 SupportNames::claudeStatusLine};
-
-} // namespace
-
 ClaudeHooks::ClaudeHooks(Files& files, SupportDirectory& support, std::string settingsFile,
                          std::string helpers)
-    : AgentHooks(files, support, std::move(settingsFile), {scriptNames, SupportNames::claudeSettingsMade}),
+    : AgentHooks(files, support, std::move(settingsFile), claudeHookNames, {SupportNames::claudeStatusLine}),
       m_helpers(std::move(helpers)) {}
 
 ClaudeHooksInstaller::Commands ClaudeHooks::commands() const {
+    ClaudeHooksInstaller::Commands commands = AgentHooks::commands();
     // Earlier versions registered the event script's bare path.
-    return {.event = m_scripts.commandOf(SupportNames::claudeHook),
-            .permission = m_scripts.commandOf(SupportNames::claudePermission),
-            .legacy = {m_support.pathOf(SupportNames::claudeHook)}};
+    commands.legacy = {m_support.pathOf(claudeHookNames.event)};
+    return commands;
 }
 
 AgentHooks::Found ClaudeHooks::find(std::optional<std::string_view> text) const {

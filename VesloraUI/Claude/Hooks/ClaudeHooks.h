@@ -3,7 +3,6 @@
 // them out. Main thread only.
 #pragma once
 
-#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/Hooks/AgentHooks.h"
 
 #include <optional>
@@ -23,6 +22,7 @@ class ClaudeHooks final : public AgentHooks {
 
   private:
     [[nodiscard]] Found find(std::optional<std::string_view> text) const override;
+    /// With those of earlier versions.
     [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
     [[nodiscard]] bool holdsOurs(const std::optional<std::string>& text) const;
     void saveStatusLine(const std::optional<std::string>& previous, bool wasOurs) const;

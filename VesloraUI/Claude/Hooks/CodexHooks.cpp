@@ -1,31 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Hooks/CodexHooks.h"
 
-#include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 
-#include <array>
 #include <utility>
 
 namespace veslora {
 
 using ClaudeHooksInstaller::HookSet;
 
-namespace {
-
-constexpr std::array scriptNames{SupportNames::codexHook, SupportNames::codexPermission};
-
-} // namespace
-
 CodexHooks::CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile)
-    : AgentHooks(files, support, std::move(hooksFile), {scriptNames, SupportNames::codexHooksMade}) {}
-
-ClaudeHooksInstaller::Commands CodexHooks::commands() const {
-    return {.event = m_scripts.commandOf(SupportNames::codexHook),
-            .permission = m_scripts.commandOf(SupportNames::codexPermission)};
-}
+    : AgentHooks(files, support, std::move(hooksFile), codexHookNames) {}
 
 AgentHooks::Found CodexHooks::find(std::optional<std::string_view> text) const {
     const bool areIn = ClaudeHooksInstaller::isInstalled(text, commands(), HookSet::codex());

@@ -4,7 +4,6 @@
 // last, and what the user has keeps its place. Main thread only.
 #pragma once
 
-#include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/Hooks/AgentHooks.h"
 
 #include <optional>
@@ -22,7 +21,6 @@ class CodexHooks final : public AgentHooks {
 
   private:
     [[nodiscard]] Found find(std::optional<std::string_view> text) const override;
-    [[nodiscard]] ClaudeHooksInstaller::Commands commands() const;
 };
 
 } // namespace veslora

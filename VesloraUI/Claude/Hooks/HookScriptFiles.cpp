@@ -8,11 +8,12 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace veslora {
 
-HookScriptFiles::HookScriptFiles(const SupportDirectory& support, std::span<const std::string_view> names)
-    : m_support(support), m_names(names) {}
+HookScriptFiles::HookScriptFiles(const SupportDirectory& support, std::vector<std::string_view> names)
+    : m_support(support), m_names(std::move(names)) {}
 
 std::string HookScriptFiles::commandOf(std::string_view name) const {
     return shellQuoted(m_support.pathOf(name));

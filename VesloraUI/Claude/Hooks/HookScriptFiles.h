@@ -4,9 +4,9 @@
 
 #include "VesloraUI/Platform/Files.h"
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora {
 
@@ -14,8 +14,8 @@ class SupportDirectory;
 
 class HookScriptFiles {
   public:
-    /// `names` are of HookScripts and must outlive this.
-    HookScriptFiles(const SupportDirectory& support, std::span<const std::string_view> names);
+    /// `names` are of HookScripts.
+    HookScriptFiles(const SupportDirectory& support, std::vector<std::string_view> names);
 
     /// The command that runs a script, as it stands in an agent's configuration.
     [[nodiscard]] std::string commandOf(std::string_view name) const;
@@ -34,7 +34,7 @@ class HookScriptFiles {
     [[nodiscard]] static std::error_code writeOne(Folder& folder, std::string_view name);
 
     const SupportDirectory& m_support;
-    std::span<const std::string_view> m_names;
+    std::vector<std::string_view> m_names;
 };
 
 } // namespace veslora
