@@ -42,6 +42,9 @@ Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string director
     makeDirectory();
     watch();
     load();
+    if (!hasFile()) {
+        qCInfo(Logs::settings, "there is no %s", m_path.c_str());
+    }
 }
 
 void Defaults::registerDefaults(std::initializer_list<std::pair<std::string_view, Value>> values) {
