@@ -151,7 +151,8 @@ int start(int argc, char** argv) {
     }
     const std::string support = supportDirectory();
     PosixFiles files;
-    // Whoever has the lock listens beside it, but for one that has only just begun or is about to end.
+    // The program that has the lock listens beside it, but for one that has only just begun or is about to
+    // end.
     const auto deadline = std::chrono::steady_clock::now() + 5s;
     while (std::chrono::steady_clock::now() < deadline) {
         auto attempt = SupportLock::take(files, support);

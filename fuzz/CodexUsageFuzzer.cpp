@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The lines of a Codex session's log, and a day's count of them: it must come out as counting anew would.
+// The lines of a Codex session's log, and a day's count of them: it must come out as counting again would.
 // Seeds: agents/codex/rollouts/*.jsonl
 #include "VesloraCore/Agents/Usage/CodexUsageTally.h"
 #include "fuzz/Fuzzing.h"
@@ -54,10 +54,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             }
         }
     }
-    TokenSum anew;
+    TokenSum recount;
     for (const auto& [key, totals] : last) {
-        anew.add(totals);
+        recount.add(totals);
     }
-    require(tally.totals() == anew.totals());
+    require(tally.totals() == recount.totals());
     return 0;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The rules of the alert by which an agent asks for the user's leave.
+// The rules of the alert by which an agent asks for the user's permission.
 #pragma once
 
 #include <string>

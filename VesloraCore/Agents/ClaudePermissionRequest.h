@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One prompt in which an agent asks for leave to run a tool, from the payload of its permission hook. Plain
-// values, any thread.
+// One prompt in which an agent asks for permission to run a tool, from the payload of its permission hook.
+// Plain values, any thread.
 #pragma once
 
 #include "VesloraCore/Agents/AgentKind.h"

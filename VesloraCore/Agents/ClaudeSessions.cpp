@@ -211,7 +211,7 @@ std::optional<ClaudeSessionStatus> ClaudeSessions::wait(const Record& record, co
         return std::nullopt;
     }
     const std::string fallback = file.waitingFor->empty() ? "Waiting for you" : *file.waitingFor;
-    // Without a stamp, since it was first heard of: a wait that began anew at each look would sound each
+    // Without a stamp, since it was first heard of: a wait that began again at each look would sound each
     // time.
     const Timestamp seen = record.unstampedWaitSeenAt.value_or(now);
     const Timestamp since = file.statusSince.value_or(approval ? std::min(approval->since, seen) : seen);

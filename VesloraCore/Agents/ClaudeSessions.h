@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Merges two unreliable sources, the files that Claude Code keeps and the events of its hooks, into one
-// summary for each live session. Status is derived anew at each call from stored times, so nothing has to be
+// summary for each live session. Status is derived again at each call from stored times, so nothing has to be
 // cleared by a timer. A plain value without a clock; its owner keeps it on one thread.
 #pragma once
 
@@ -29,7 +29,7 @@ class ClaudeSessions {
     void apply(const ClaudeHookEvent& event);
     /// The user has seen that the session finished. An unknown identifier does nothing.
     void markSeen(const std::string& id);
-    /// Hides the current wait of a session until it waits anew. An unknown identifier does nothing.
+    /// Hides the current wait of a session until it waits again. An unknown identifier does nothing.
     void dismissApproval(const std::string& id);
 
     /// What a session waits for the user with, to tell one wait from a later one. Empty while it does not

@@ -30,13 +30,13 @@ class CodexSessions {
 
     /// Takes one event. The first of a session makes the session, and its end removes it.
     void apply(const CodexHookEvent& event);
-    /// The session asks for leave, `at` that moment. Makes a session that is not known yet.
+    /// The session asks for permission, `at` that moment. Makes a session that is not known yet.
     void needsApproval(const std::string& id, const std::string& message, Timestamp at);
     /// The session's request was answered, so that it no longer waits. When it had asked; nothing where it
     /// did not wait.
     std::optional<Timestamp> approvalAnswered(const std::string& id);
     /// The answer to what the session asked at `since` never reached it: it waits as before, unless it has
-    /// gone on or asked anew meanwhile.
+    /// gone on or asked again meanwhile.
     void raiseApproval(const std::string& id, Timestamp since);
 
     /// Holds the sessions against the processes that run now. One whose process is not among them gets the
@@ -51,7 +51,7 @@ class CodexSessions {
 
     /// The user has seen that the session finished. An unknown identifier does nothing.
     void markSeen(const std::string& id);
-    /// Hides the current wait of a session until it asks anew. An unknown identifier does nothing.
+    /// Hides the current wait of a session until it asks again. An unknown identifier does nothing.
     void dismissApproval(const std::string& id);
 
     /// One summary for each session, as ClaudeSessions::ordered sorts them.

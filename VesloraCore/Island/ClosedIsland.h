@@ -22,7 +22,7 @@ struct ClosedIslandInputs {
         std::optional<Countdown> countdown; ///< running or paused
     };
     struct Agents {
-        bool isWaitingForApproval = false; ///< a session waits for the user's leave
+        bool isWaitingForApproval = false; ///< a session waits for the user's permission
         bool hasPendingRequests = false;   ///< a request can be answered from the island
         bool hasFinished = false;          ///< a session has just finished
         bool hasWorking = false;

@@ -59,7 +59,7 @@ bool HoverTracker::updateClosed(Point mouse, Timestamp at) {
         m_armedAt = at;
     }
     // Compared as the deadline is told: a sum and a difference of such large numbers need not agree, and
-    // whoever wakes at the deadline must find it met.
+    // a timer that ends at the deadline must find it met.
     if (*m_armedAt + openDelay <= at) {
         m_isExpanded = true;
         m_armedAt.reset();

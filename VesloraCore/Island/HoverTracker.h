@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Decides from the pointer's place and the clock alone whether the island is open and which of its areas take
-// clicks. A plain value without a timer: whoever owns it feeds it positions and wakes it at the deadline it
+// clicks. A plain value without a timer: its owner feeds it positions and wakes it at the deadline it
 // names.
 #pragma once
 

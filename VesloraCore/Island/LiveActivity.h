@@ -13,7 +13,7 @@ namespace veslora {
 /// What there is to show. The order of the cases is not the order in which they win.
 enum class LiveActivityKind {
     timerAlert,     ///< the countdown has finished and says so
-    claudeAlert,    ///< an agent waits for the user's leave
+    claudeAlert,    ///< an agent waits for the user's permission
     claudeFinished, ///< an agent has just finished
     metronome,
     timer,

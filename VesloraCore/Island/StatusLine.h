@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The state of the program in one line of JSON, for scripts and status bars. It holds counts and fixed words
-// alone: no name, folder or text of a session, since whoever prints it may be recorded.
+// alone: no name, folder or text of a session, since the terminal that prints it may be recorded.
 #pragma once
 
 #include "VesloraCore/Agents/ClaudeSessionStatus.h"

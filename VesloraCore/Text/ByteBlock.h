@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks at many bytes of a text in one step. Pure functions, any thread.
+// Looks at many bytes of a text at once. Pure functions, any thread.
 #pragma once
 
 #include <bit>

@@ -96,7 +96,7 @@ void PowerAssertions::answered(Way& way, std::uint64_t request, std::unique_ptr<
     walk();
 }
 
-/// The way may be asked anew. What it granted stays until the end of the next walk.
+/// The way may be asked again. What it granted stays until the end of the next walk.
 void PowerAssertions::forget(Way& way) {
     way.wait.cancel();
     way.request = 0;

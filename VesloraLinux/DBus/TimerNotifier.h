@@ -13,7 +13,7 @@
 
 namespace veslora {
 
-/// Never waits for the service. What it can do is asked anew each time, since another may have taken its
+/// Never waits for the service. What it can do is asked again each time, since another may have taken its
 /// place; the bus may start one that is not running.
 class TimerNotifier final : public QObject, public TimerNotifying {
     Q_OBJECT

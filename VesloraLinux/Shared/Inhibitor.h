@@ -53,7 +53,8 @@ class Inhibitor : public QObject {
     virtual void inhibit(AwakeNeeds needs, const QString& reason, Done done) = 0;
 
   signals:
-    /// Whoever serves this has come, gone or made way for another: what it granted is worth nothing now.
+    /// The service behind this has come, gone or been replaced by another: what it granted is worth nothing
+    /// now.
     void ownerChanged();
 };
 

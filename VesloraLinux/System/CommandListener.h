@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Serves the socket in the support directory. Whoever connects is a program of our own user's, and still may
+// Serves the socket in the support directory. A client is a program of our own user's, and still may
 // do anything: say nothing, say half a line or megabytes, or go. Main thread only.
 #pragma once
 

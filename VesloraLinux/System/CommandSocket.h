@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The socket in the support directory by which a program that runs is asked for something where there is no
-// bus. Whoever asks writes one line and reads one line: the word of a command, and "done" or "failed", each
+// bus. A client writes one line and reads one line: the word of a command, and "done" or "failed", each
 // with what there is to tell after a blank. To connect and to leave without a word asks for the settings, as
 // earlier versions do.
 #pragma once

@@ -28,7 +28,7 @@ class FileDescriptor {
     [[nodiscard]] int value() const { return m_descriptor; }
     explicit operator bool() const { return m_descriptor >= 0; }
 
-    /// Gives up ownership: whoever takes the descriptor closes it.
+    /// Gives up ownership: the new owner closes it.
     int release() { return std::exchange(m_descriptor, -1); }
 
     /// What the system says to closing: a file that could not be stored may be told of only here. 0 is

@@ -46,7 +46,7 @@ std::error_code HeldFile::hold(int folder, const char* name) {
     if (!S_ISREG(m_status.st_mode)) {
         return FileRefusal::changed;
     }
-    // Tells whoever sweeps leftovers that this is in use, also under a passing name.
+    // Tells a sweep of leftovers that this is in use, also under a passing name.
     flock(file.value(), LOCK_SH | LOCK_NB);
     m_file = std::move(file);
     return {};

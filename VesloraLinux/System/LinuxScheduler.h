@@ -26,8 +26,8 @@ class LinuxScheduler final : public Scheduler {
     [[nodiscard]] Timestamp now() const override;
     /// CLOCK_BOOTTIME.
     [[nodiscard]] double steadyNow() const override;
-    /// Ends early only when somebody sets the wall clock past the moment that was meant: whoever waits for a
-    /// time of day must look again then, and so does whoever waited for anything else.
+    /// Ends early only when somebody sets the wall clock past the moment that was meant: a caller that waits
+    /// for a time of day must look again then, and so must every other.
     [[nodiscard]] Task after(double seconds, std::function<void()> run) override;
     [[nodiscard]] Task at(Timestamp date, std::function<void()> run) override;
     [[nodiscard]] Task every(double seconds, Precision precision, std::function<void()> run) override;

@@ -286,7 +286,7 @@ void sweep(const std::string& path) {
         const FileDescriptor file(
             openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
         struct stat status {};
-        // Whoever is still at work with it holds a lock.
+        // A program that is still at work with it holds a lock.
         if (file && fstat(file.value(), &status) == 0 && S_ISREG(status.st_mode) &&
             status.st_uid == geteuid() && flock(file.value(), LOCK_EX | LOCK_NB) == 0 &&
             unlinkat(folder, name.c_str(), 0) != 0) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Replacing a file that other programs edit too, so that no edit of theirs is ever lost. The system knows no
-// "rename if unchanged", so the new file and the old one are exchanged in one step, and only then it is
+// "rename if unchanged", so the new file and the old one are exchanged atomically, and only then it is
 // looked whether what came out is what was read; if not, they are exchanged back. Any thread.
 #pragma once
 

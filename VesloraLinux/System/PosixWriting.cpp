@@ -32,7 +32,7 @@ std::error_code dress(int descriptor, const struct stat* former, const WriteOpti
         struct stat made {};
         const bool keepsGroup = (fstat(descriptor, &made) == 0 && made.st_gid == former->st_gid) ||
                                 fchown(descriptor, -1, former->st_gid) == 0;
-        // Rights that were meant for another owner or group must not fall to whoever stands there now.
+        // Rights that were meant for another owner or group must not go to the owner or group of now.
         if (!keepsOwner) {
             mode &= ~static_cast<mode_t>(S_ISUID);
         }

@@ -72,7 +72,7 @@ void TimerDescriptor::armForClockChange() {
 void TimerDescriptor::drain() {
     std::uint64_t expirations = 0;
     const ssize_t count = read(m_descriptor.value(), &expirations, sizeof expirations);
-    // Nothing to read means that it was armed anew since the loop looked; a set clock fails with ECANCELED.
+    // Nothing to read means that it was armed again since the loop looked; a set clock fails with ECANCELED.
     if (count < 0 && errno == EAGAIN) {
         return;
     }

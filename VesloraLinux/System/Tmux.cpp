@@ -116,7 +116,7 @@ Task Tmux::run(const Place& place, const QStringList& command, double limit, Rea
     process->setProcessEnvironment(environment());
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
-    // Whoever waits is told at once, however long the end of the program takes.
+    // The caller is told at once, however long the end of the program takes.
     const auto timeout = std::make_shared<Task>(m_scheduler.after(limit, [process, finish, limit] {
         qCWarning(Logs::system, "tmux did not answer within %g s", limit);
         process->kill();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The pointer anywhere on an X desktop, by XInput's raw events, which arrive whatever window it is over and
-// whoever has grabbed it. Main thread only.
+// whichever client has grabbed it. Main thread only.
 #pragma once
 
 #include "VesloraLinux/X11/X11Connection.h"
@@ -15,7 +15,7 @@ class X11Pointer final : public Pointer {
     Q_OBJECT
 
   public:
-    /// `panel` tells the window whose presses are not outside. Whoever makes this has it filter the events of
+    /// `panel` tells the window whose presses are not outside. Its maker has it filter the events of
     /// the toolkit's window there, from which it hears of releases.
     X11Pointer(X11Connection& connection, const X11Screens& screens, std::function<xcb_window_t()> panel);
 

@@ -8,7 +8,7 @@
 namespace veslora {
 namespace {
 
-// Two programs that both want to be on top would raise themselves against each other for ever: so many raises
+// Two programs that both want to be on top would raise themselves against each other forever: so many raises
 // in so many seconds, and then a pause that doubles each time.
 constexpr std::size_t mostRaises = 5;
 constexpr double raisesWithin = 2;

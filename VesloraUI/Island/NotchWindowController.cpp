@@ -49,7 +49,7 @@ void NotchWindowController::start() {
         connect(&pointer, &Pointer::released, this, &NotchWindowController::updateClickThrough),
         connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
         connect(&m_platform.screens, &Screens::changed, this, &NotchWindowController::layout),
-        connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAnew(); }),
+        connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAgain(); }),
     };
     pointer.setTracking(true);
 }

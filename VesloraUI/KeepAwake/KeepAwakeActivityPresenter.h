@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the closed island tells of a keep-awake session. What was shown last stays when the session ends, so
-// that an island on its way out does not change its face.
+// that an island that fades out does not change.
 #pragma once
 
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"

@@ -121,7 +121,7 @@ class Folder {
     virtual std::error_code remove(const std::string& name) = 0;
     [[nodiscard]] virtual bool isExecutable(const std::string& name) = 0;
 
-    /// Makes or replaces the symbolic link `name`, in one step, so that it points to `target`.
+    /// Makes or replaces the symbolic link `name` atomically, so that it points to `target`.
     virtual std::error_code makeLink(const std::string& target, const std::string& name) = 0;
     /// What a symbolic link says; absent where there is none.
     [[nodiscard]] virtual std::optional<std::string> linkTarget(const std::string& name) = 0;
@@ -159,7 +159,7 @@ class Files {
     /// The names in a directory, without "." and "..", in no order. Absent when it can't be listed.
     [[nodiscard]] virtual std::optional<std::vector<std::string>> list(const std::string& directory) = 0;
 
-    /// Replaces or makes the file in one step: a new file beside it, then a rename. A link at `path` is
+    /// Replaces or makes the file atomically: a new file beside it, then a rename. A link at `path` is
     /// replaced itself, so resolve configuration files first. On failure the old file is untouched and
     /// nothing is left over. Owner and group of a file that is replaced are kept where the user may do that.
     [[nodiscard]] virtual std::error_code write(const std::string& path, const std::string& bytes,
@@ -193,7 +193,7 @@ class Files {
 
     virtual std::error_code setMode(const std::string& path, std::uint32_t mode) = 0;
 
-    /// Makes or replaces the symbolic link `path`, in one step, so that it points to `target`.
+    /// Makes or replaces the symbolic link `path` atomically, so that it points to `target`.
     virtual std::error_code makeLink(const std::string& target, const std::string& path) = 0;
 
     /// Follows every link of `path`, also when the file itself does not exist. `path` itself when that fails.

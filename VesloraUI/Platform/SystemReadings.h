@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seam for the machine's own counters. Every operation looks anew, and may fail for the moment. Main
+// The seam for the machine's own counters. Every operation looks again, and may fail for the moment. Main
 // thread only.
 #pragma once
 

@@ -34,7 +34,7 @@ class Task {
     ~Task() { cancel(); }
 
     void cancel() {
-        // Taken out first: destroying the callback may destroy whoever owns this handle.
+        // Taken out first: destroying the callback may destroy the owner of this handle.
         const auto state = std::exchange(m_state, nullptr);
         if (state) {
             const auto dropped = std::exchange(state->run, nullptr);

@@ -8,7 +8,7 @@ class TimerNotifying {
   public:
     virtual ~TimerNotifying() = default;
 
-    /// Asks the user for leave to notify, where the desktop has such a question. Nothing waits for the
+    /// Asks the user for permission to notify, where the desktop has such a question. Nothing waits for the
     /// answer.
     virtual void requestPermission() = 0;
 

@@ -26,7 +26,7 @@ class SettingsWindow : public QObject {
     /// name of a `SettingsPage`; an empty or unknown one leaves the tab as it is, which is the first at
     /// first.
     void open(const QString& tab = {});
-    /// Shows it as any program's window is shown: whoever types elsewhere goes on typing there, where the
+    /// Shows it as any program's window is shown: a user who types elsewhere goes on typing there, where the
     /// window manager sees to that.
     void show(const QString& tab = {});
 

@@ -35,7 +35,7 @@ class Defaults : public QObject {
     /// directory is made if it is missing; a file is made only by the first write.
     Defaults(Files& files, DirectoryWatcher& watcher, std::string directory, const std::string& suite = {});
 
-    /// Defaults live in memory alone, so that a later version may change them for whoever never touched a
+    /// Defaults live in memory alone, so that a later version may change them for users who never touched a
     /// setting.
     void registerDefaults(std::initializer_list<std::pair<std::string_view, Value>> values);
 

@@ -7,7 +7,7 @@ import Veslora
 Item {
     id: fader
 
-    /// What shows is made anew whenever this changes.
+    /// What shows is made again whenever this changes.
     property string identity
     property Component component
     /// Points that something coming or going moves down or up.

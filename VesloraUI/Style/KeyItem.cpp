@@ -55,7 +55,7 @@ void KeyItem::mouseReleaseEvent(QMouseEvent* event) {
     const bool isClick = m_isDown && contains(event->position());
     const bool counts = !m_judge || m_judge->release(eventTime(*event));
     setDown(false, false);
-    // Last, as whoever hears of it may remove the key.
+    // Last, as a listener may remove the key.
     if (isClick && counts) {
         emit clicked();
     }

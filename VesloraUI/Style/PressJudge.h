@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whoever decides whether a press on a key counts. Main thread only.
+// Decides whether a press on a key counts. Main thread only.
 #pragma once
 
 #include <QObject>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reports the movement of a wheel or a touchpad over it as whole steps. Without a face: lay it over the
+// Reports the movement of a wheel or a touchpad over it as whole steps. Invisible: lay it over the
 // control that it serves. Main thread only.
 #pragma once
 

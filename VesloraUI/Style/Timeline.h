@@ -10,7 +10,7 @@
 
 namespace veslora {
 
-/// An item without a face. Put it into the view whose time it is: it rests while that view is invisible, and
+/// An invisible item. Put it into the view whose time it is: it rests while that view is invisible, and
 /// shows the current date at once when the view comes back. Equal periods tick together.
 class Timeline : public QQuickItem {
     Q_OBJECT

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A countdown, ready for display in the widget and in the wings. What was shown last stays when there is none
-// any more, so that a view on its way out does not change its face.
+// any more, so that a view that fades out does not change.
 #pragma once
 
 #include "VesloraUI/Support/Presenter.h"

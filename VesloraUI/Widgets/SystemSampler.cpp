@@ -35,7 +35,7 @@ void SystemSampler::viewDisappeared() {
     }
 }
 
-void SystemSampler::startAnew() {
+void SystemSampler::startAgain() {
     if (m_viewers > 0) {
         m_previousTicks.reset();
         begin();

@@ -41,15 +41,15 @@ class SystemSampler : public QObject {
     [[nodiscard]] std::uint64_t diskUsed() const { return m_diskUsed; }
     [[nodiscard]] std::uint64_t diskTotal() const { return m_diskTotal; }
 
-    /// To be called in pairs by whoever shows the figures. The first one samples at once and begins the
+    /// To be called in pairs by a view that shows the figures. The first one samples at once and begins the
     /// interval; when the last one goes nothing is read any more, and the processor's share is forgotten, so
     /// that none is ever taken across a gap.
     void viewAppeared();
     void viewDisappeared();
 
-    /// After a time in which the counters said nothing, such as sleep: reads all anew, if anybody looks, and
+    /// After a time in which the counters said nothing, such as sleep: reads all again, if anybody looks, and
     /// takes no difference across that time.
-    void startAnew();
+    void startAgain();
 
     /// One pass. A reading that fails keeps its last value, but for counts of the processor that give no
     /// share: those clear it.

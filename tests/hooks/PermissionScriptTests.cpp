@@ -174,7 +174,7 @@ TEST_P(PermissionScript, WaitsTwentySecondsUnlessToldOtherwise) {
     std::filesystem::remove_all(room.path(agent.spool));
     EXPECT_EQ(run(waiting("nonsense")), silence);
     EXPECT_EQ(room.polls(), 199);
-    EXPECT_EQ(spooled().size(), 1u) << "whoever runs out of time leaves the request as it is";
+    EXPECT_EQ(spooled().size(), 1u) << "a script that runs out of time leaves the request as it is";
 }
 
 TEST_P(PermissionScript, AnOddWaitCountsAsTwentySeconds) {

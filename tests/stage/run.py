@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""Sees that tools/display raises what it says, and that nothing of it outlives whoever asked for it."""
+"""Sees that tools/display raises what it says, and that nothing of it outlives its caller."""
 
 import os
 import shutil

@@ -145,7 +145,7 @@ ManualScheduler::Entry* ManualScheduler::earliest() {
 void ManualScheduler::moveClocks(double passed, Timestamp meant) {
     m_passed = passed;
     m_wallClock = m_wallStart + passed;
-    // Whoever compares with the clock must find the moment passed, although it was added up in another order.
+    // A comparison with the clock must find the moment passed, although it was added up in another order.
     if (m_wallClock < meant && meant - m_wallClock < roundingError) {
         m_wallClock = meant;
     }

@@ -60,7 +60,7 @@ class MemoryFiles final : public Files {
     /// Gives a file or a folder to another user.
     void giveAway(const std::string& path);
 
-    /// What a file holds, links followed and whoever owns it; absent where there is none.
+    /// What a file holds, links followed and for any owner; absent where there is none.
     [[nodiscard]] std::optional<std::string> text(const std::string& path) const;
     [[nodiscard]] bool exists(const std::string& path) const;
     /// How many files and links were written or made through the seam, and by how many of them the disk was

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """A display of one's own with the pieces that belong on it: window manager, compositor, message bus.
 
-Each piece is really there when the call that starts it returns, and all of them end with whoever started them. Tests
+Each piece is really there when the call that starts it returns, and all of them end with their starter. Tests
 in C++ have it done by tools/display, which reads requests; see `serve`.
 """
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A home, a display and buses of its own for whoever runs the whole program."""
+"""A home, a display and buses of its own for a run of the whole program."""
 
 import json
 import os

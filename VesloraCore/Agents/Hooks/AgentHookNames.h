@@ -11,7 +11,7 @@
 namespace veslora {
 
 struct AgentHookNames {
-    std::string_view agent;      ///< for whoever reads one of its scripts
+    std::string_view agent;      ///< for readers of its scripts
     std::string_view spool;      ///< folder: a JSON file for each event or request
     std::string_view answers;    ///< folder: a file for each answer, named by the request
     std::string_view event;      ///< script

@@ -12,7 +12,7 @@
 
 namespace veslora::ClaudeHooksInstaller {
 
-/// The event in which an agent asks for leave.
+/// The event in which an agent asks for permission.
 inline constexpr std::string_view permissionEvent = "PermissionRequest";
 
 /// What is registered with an agent.

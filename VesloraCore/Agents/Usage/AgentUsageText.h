@@ -25,12 +25,12 @@ struct AsOf {
     Timestamp at = 0;
     bool operator==(const AsOf&) const = default;
 };
-/// The window begins anew within a day; shown as a time of day.
+/// The window begins again within a day; shown as a time of day.
 struct ResetsAt {
     Timestamp at = 0;
     bool operator==(const ResetsAt&) const = default;
 };
-/// The window begins anew later than that; shown as a weekday.
+/// The window begins again later than that; shown as a weekday.
 struct ResetsOn {
     Timestamp at = 0;
     bool operator==(const ResetsOn&) const = default;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One window of an agent's plan: how much of it is used, and when it begins anew. Plain values, any thread.
+// One window of an agent's plan: how much of it is used, and when it begins again. Plain values, any thread.
 #pragma once
 
 #include "VesloraCore/Timestamp.h"

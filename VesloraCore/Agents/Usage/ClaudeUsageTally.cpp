@@ -17,7 +17,7 @@ struct Message {
     bool isUsagePlain = false; ///< its key stands there without escapes, and so the marker does
 };
 
-// Of several equal keys the last counts, and so each function begins anew.
+// Of several equal keys the last counts, and so each function begins again.
 std::optional<ClaudeTokenTotals> readUsage(JsonScanner& scanner) {
     ClaudeTokenTotals totals;
     const bool isObject = scanner.object([&](JsonScanner::Key key) {
@@ -91,7 +91,7 @@ std::optional<std::string> keyOf(const Line& line) {
 
 std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
     const std::optional<Line> line = readLine(text);
-    // The marker is asked for last, since whoever reads transcripts has looked for it before.
+    // The marker is asked for last, since the reader of transcripts has looked for it before.
     if (!line || line->type != "assistant" || !line->timestamp || !line->message || !line->message->usage) {
         return std::nullopt;
     }

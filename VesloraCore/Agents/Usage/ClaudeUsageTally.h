@@ -43,7 +43,7 @@ class ClaudeUsageTally {
     /// day.
     [[nodiscard]] bool merge(ClaudeUsageTally&& later);
 
-    /// Begins anew with the day that holds `time`, unless that is the day being counted.
+    /// Begins again with the day that holds `time`, unless that is the day being counted.
     void roll(Timestamp time);
 
     /// A tally of the same day in which nothing was counted.

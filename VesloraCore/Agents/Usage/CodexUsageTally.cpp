@@ -40,7 +40,7 @@ CodexUsageTally CodexUsageTally::emptied() const {
 }
 
 void CodexUsageTally::roll(Timestamp to) {
-    // Asked anew even within the day: its end may have moved with the rules of the time zone.
+    // Asked again even within the day: its end may have moved with the rules of the time zone.
     const DaySpan day = m_calendar->dayOf(to);
     if (day.start != m_day.start) {
         m_responses.clear();

@@ -25,7 +25,7 @@ class CodexUsageTally {
 
     /// Counts a response of the day; any other line, and one of another day, changes nothing.
     void add(const CodexUsageLine& line);
-    /// Begins anew when `to`, which is finite, lies on another day.
+    /// Begins again when `to`, which is finite, lies on another day.
     void roll(Timestamp to);
     /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
     /// day.

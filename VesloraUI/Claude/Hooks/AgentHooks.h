@@ -34,8 +34,8 @@ class AgentHooks {
     virtual void install() = 0;
     /// False when there was no configuration to take anything out of. Throws as `install` does.
     virtual bool remove() = 0;
-    /// Writes the scripts anew where an older version of the program has left others. Does nothing where none
-    /// are.
+    /// Writes the scripts again where an older version of the program has left others. Does nothing where
+    /// none are.
     virtual void updateScripts() { m_scripts.update(); }
 
   protected:

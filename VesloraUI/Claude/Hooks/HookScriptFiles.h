@@ -26,7 +26,7 @@ class HookScriptFiles {
     /// Writes them all. Throws `FileError`.
     void write() const;
 
-    /// Writes them anew where an older version of the program has left others, and tells whether it had.
+    /// Writes them again where an older version of the program has left others, and tells whether it had.
     /// Makes none where none are; failures are ignored.
     bool update() const;
 

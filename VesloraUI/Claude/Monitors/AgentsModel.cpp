@@ -28,15 +28,15 @@ std::vector<Item> joined(const AgentsModel::Monitors& monitors,
     return all;
 }
 
-/// The last monitor whose list holds an item of that id, and otherwise the first monitor.
+/// The last monitor whose list holds an item of that id, and otherwise the first monitor; null without any.
 template <class Item>
-AgentMonitor& monitorWith(const AgentsModel::Monitors& monitors, const std::string& id,
+AgentMonitor* monitorWith(const AgentsModel::Monitors& monitors, const std::string& id,
                           const std::vector<Item>& (AgentMonitor::*list)() const) {
     const auto found = std::find_if(monitors.rbegin(), monitors.rend(), [&](const AgentMonitor* monitor) {
         const std::vector<Item>& own = (monitor->*list)();
         return std::ranges::find(own, id, &Item::id) != own.end();
     });
-    return found == monitors.rend() ? *monitors.front() : **found;
+    return found != monitors.rend() ? *found : monitors.empty() ? nullptr : monitors.front();
 }
 
 } // namespace
@@ -134,24 +134,29 @@ void AgentsModel::stop() {
     }
 }
 
-AgentMonitor& AgentsModel::monitorOfSession(const std::string& sessionId) const {
+AgentMonitor* AgentsModel::monitorOfSession(const std::string& sessionId) const {
     return monitorWith(m_monitors, sessionId, &AgentMonitor::summaries);
 }
 
-AgentMonitor& AgentsModel::monitorOfRequest(const std::string& requestId) const {
+AgentMonitor* AgentsModel::monitorOfRequest(const std::string& requestId) const {
     return monitorWith(m_monitors, requestId, &AgentMonitor::pendingRequests);
 }
 
 AnswerOutcome AgentsModel::answer(const std::string& requestId, ClaudeDecision decision) {
-    return monitorOfRequest(requestId).answer(requestId, decision);
+    AgentMonitor* monitor = monitorOfRequest(requestId);
+    return monitor ? monitor->answer(requestId, decision) : AnswerOutcome::tooLate;
 }
 
 void AgentsModel::jump(const std::string& sessionId) {
-    monitorOfSession(sessionId).jump(sessionId);
+    if (AgentMonitor* monitor = monitorOfSession(sessionId)) {
+        monitor->jump(sessionId);
+    }
 }
 
 void AgentsModel::dismissApproval(const std::string& sessionId) {
-    monitorOfSession(sessionId).dismissApproval(sessionId);
+    if (AgentMonitor* monitor = monitorOfSession(sessionId)) {
+        monitor->dismissApproval(sessionId);
+    }
 }
 
 } // namespace veslora

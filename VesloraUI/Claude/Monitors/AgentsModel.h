@@ -30,8 +30,9 @@ class AgentsModel : public QObject {
   public:
     using Monitors = std::vector<AgentMonitor*>;
 
-    /// One monitor at least, and one for each agent, in the order of the agents' table. What is asked under
-    /// an id that none of them knows goes to the first, and under one that several know to the last of these.
+    /// One monitor for each agent, in the order of the agents' table. What is asked under an id that none of
+    /// them knows goes to the first, and under one that several know to the last of these. Without any there
+    /// are no sessions and no requests, and every answer is too late: for an island that is only looked at.
     explicit AgentsModel(Monitors monitors);
 
     [[nodiscard]] const Monitors& monitors() const { return m_monitors; }
@@ -82,8 +83,8 @@ class AgentsModel : public QObject {
     void connectTo(AgentMonitor& monitor);
     void takeChange();
     void merge();
-    [[nodiscard]] AgentMonitor& monitorOfSession(const std::string& sessionId) const;
-    [[nodiscard]] AgentMonitor& monitorOfRequest(const std::string& requestId) const;
+    [[nodiscard]] AgentMonitor* monitorOfSession(const std::string& sessionId) const;
+    [[nodiscard]] AgentMonitor* monitorOfRequest(const std::string& requestId) const;
 
     Monitors m_monitors;
     std::vector<ClaudeSessionSummary> m_summaries;

@@ -188,8 +188,8 @@ void HookedAgentMonitor::removeHooks() {
     }
 }
 
-/// A session in a multiplexer is reached through it, as no window lies above it; whoever says in which pane
-/// it runs is asked there first.
+/// A session in a multiplexer is reached through it, as no window lies above it; a session that says in which
+/// pane it runs is asked there first.
 void HookedAgentMonitor::raiseTerminal(const std::string& sessionId) {
     const auto session = std::ranges::find(summaries(), sessionId, &ClaudeSessionSummary::id);
     if (session == summaries().end() || session->pid < 1) {

@@ -40,7 +40,7 @@ class HookedAgentMonitor final : public AgentMonitor {
     void installHooks() override;
     void removeHooks() override;
 
-    /// Reads everything anew and publishes what differs.
+    /// Reads everything again and publishes what differs.
     void refresh();
 
   private:

@@ -84,7 +84,7 @@ void AgentSpool::portionWasRead() {
     if (!m_round && m_hasMore) {
         begin();
     }
-    // Last, as whoever hears of it may ask for more or put an end to it all.
+    // Last, as a listener may ask for more or end everything.
     m_onNews();
 }
 

@@ -32,7 +32,7 @@ struct TranscriptSeams {
 ///   bool merge(Tally&& later);          takes what another tally counted after this one; false, and nothing
 ///                                       taken, if it counted another day
 ///   Tally emptied() const;              the same day with nothing counted
-///   void roll(Timestamp time);          begins anew if `time` lies on another day
+///   void roll(Timestamp time);          begins again if `time` lies on another day
 ///   Timestamp day() const;              when the counted day began
 /// and may be filled on any thread.
 template <class Tally>

@@ -59,7 +59,7 @@ TEST_F(AnswerGateTest, AClickOfBeforeTheFrameThatIsHandledLateDoesNotAnswer) {
     EXPECT_FALSE(gate.release(event, steady)) << "its press was not accepted";
 }
 
-TEST_F(AnswerGateTest, AStallArmsAnewFromZero) {
+TEST_F(AnswerGateTest, AStallArmsAgainFromZero) {
     gate.frameShown(event, steady);
     live(1);
     pass(0.31);

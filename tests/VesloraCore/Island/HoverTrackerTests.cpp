@@ -353,7 +353,7 @@ TEST_F(HoverTrackerTest, PinningTakesTheHoldsPlace) {
     tracker.setPinnedOpen(true);
     EXPECT_FALSE(tracker.isHeldOpen());
     tracker.shut();
-    EXPECT_TRUE(tracker.isExpanded()) << "Whoever edits ends that first.";
+    EXPECT_TRUE(tracker.isExpanded()) << "Edit mode has to end first.";
     tracker.setPinnedOpen(false);
     EXPECT_TRUE(tracker.update(faraway, 1));
 }

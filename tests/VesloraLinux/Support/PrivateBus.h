@@ -41,7 +41,7 @@ class PrivateBus {
         QDBusConnection::disconnectFromBus(connection.name());
     }
 
-    /// Ends the bus under whoever is on it.
+    /// Ends the bus under its clients.
     void kill() { m_daemon->kill(); }
 
   private:

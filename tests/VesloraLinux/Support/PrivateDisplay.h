@@ -28,7 +28,7 @@ class PrivateDisplay {
 
     /// Ends the compositor without giving it the time to say goodbye.
     void killCompositor() const;
-    /// Ends the display so, under whoever is on it.
+    /// Ends the display so, under its clients.
     void kill() const;
 
   private:

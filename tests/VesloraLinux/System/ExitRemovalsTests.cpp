@@ -19,7 +19,7 @@ namespace {
 using testing::TemporaryFolder;
 using ::testing::UnorderedElementsAre;
 
-/// The work that ends by `exit` is done in a process that begins anew, as a fork of this one would wait for
+/// The work that ends by `exit` is done in a process that begins again, as a fork of this one would wait for
 /// threads that other tests left and that it does not have. It finds the folder by the environment.
 class ExitRemovalsTests : public ::testing::Test {
   protected:

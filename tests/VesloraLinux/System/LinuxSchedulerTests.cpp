@@ -260,7 +260,7 @@ TEST_F(LinuxSchedulerTests, ReachesADateOfThePastAtTheNextTurnNotAtOnce) {
     EXPECT_TRUE(waitUntil([&] { return reached == 2; }));
 }
 
-TEST_F(LinuxSchedulerTests, AlignsExactRepetitionsAnewWhenTheClockIsSet) {
+TEST_F(LinuxSchedulerTests, AlignsExactRepetitionsAgainWhenTheClockIsSet) {
     wall = 1'000'000.25;
     const Task task = schedulerOfWall.every(100, Precision::exact, [] {});
     EXPECT_NEAR(timeLeft(schedulerOfWall.exactTimer()), 99.75, 5);

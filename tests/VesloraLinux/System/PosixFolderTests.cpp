@@ -94,7 +94,7 @@ TEST_F(PosixFolderTests, StaysTheFolderThatWasOpenedWhenALinkTakesItsPlace) {
     EXPECT_EQ(place.bytesOf("theirs/file"), "foreign");
     EXPECT_THAT(*files.list(place.path("theirs")), UnorderedElementsAre("file"));
     EXPECT_THAT(*files.list(place.path("moved")), UnorderedElementsAre("new"));
-    EXPECT_FALSE(open()) << "whoever opens it now is refused";
+    EXPECT_FALSE(open()) << "every opener is refused now";
 }
 
 TEST_F(PosixFolderTests, NothingIsMadeInADeletedFolder) {

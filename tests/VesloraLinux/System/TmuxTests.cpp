@@ -34,7 +34,7 @@ TEST_F(TmuxTest, AClientOfAnotherSessionIsLeftAlone) {
     const AttachedClient elsewhere(socket, "other");
     ASSERT_TRUE(showsItself(elsewhere));
     EXPECT_EQ(show(multiplexer, processIn("%0"), "%0"), std::nullopt);
-    EXPECT_EQ(activePaneOf("main"), "%0") << "the pane is ready for whoever attaches";
+    EXPECT_EQ(activePaneOf("main"), "%0") << "the pane is ready for a client that attaches";
     const AttachedClient client(socket, "main");
     ASSERT_TRUE(showsItself(client));
     EXPECT_EQ(show(multiplexer, processIn("%0"), "%0"), client.pid());
@@ -111,7 +111,7 @@ TEST_F(TmuxTest, AProgramThatTalksOnIsEnded) {
     EXPECT_EQ(show(talking, processIn("%0"), "%0"), std::nullopt);
 }
 
-TEST_F(TmuxTest, WhoeverCancelsHearsNothing) {
+TEST_F(TmuxTest, ACallerThatCancelsHearsNothing) {
     startServer();
     bool isDone = false;
     Task task =

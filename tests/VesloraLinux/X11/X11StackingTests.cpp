@@ -80,7 +80,7 @@ TEST_F(X11StackingTests, NeverGoesAboveALockedScreen) {
     EXPECT_TRUE(isAbove(locker.window(), x.panel.nativeWindow()));
 }
 
-TEST_F(X11StackingTests, StaysUnderALockedScreenWhenItIsShownAnew) {
+TEST_F(X11StackingTests, StaysUnderALockedScreenWhenItIsShownAgain) {
     const Bystander locker({.frame = everything, .color = Qt::black, .isOverrideRedirect = true});
     x.show();
     handleEventsFor(100);

@@ -201,7 +201,7 @@ TEST_F(NotchWindowControllerTest, APressInProgressIsNeverCutOff) {
     EXPECT_FALSE(platform.window.takesClicksAt({720 - 390, 760}));
 }
 
-TEST_F(NotchWindowControllerTest, ZonesHeldForAPressAreMadeAnewOnItsRelease) {
+TEST_F(NotchWindowControllerTest, ZonesHeldForAPressAreMadeAgainOnItsRelease) {
     start();
     openByHover();
     platform.mouse.moveTo(inOpenIsland);
@@ -371,7 +371,7 @@ TEST_F(NotchWindowControllerTest, HoverDelayActsWithoutANewLayout) {
     EXPECT_TRUE(isExpanded());
 }
 
-TEST_F(NotchWindowControllerTest, DisplayChoiceLaysOutAnewAndOnlyThen) {
+TEST_F(NotchWindowControllerTest, DisplayChoiceLaysOutAgainAndOnlyThen) {
     platform.displays.screens = {FakeScreens::make("DP-1", 1920, 1080, false),
                                  FakeScreens::make("eDP-1", 1440, 900, true)};
     start();
@@ -522,7 +522,7 @@ TEST_F(NotchWindowControllerTest, AnAlertWaitsWhileThePointerIsInAnIslandThatWas
     EXPECT_EQ(state(), IslandState::claudeAlert);
 }
 
-TEST_F(NotchWindowControllerTest, TogglingOverAnAlertCoversItUntilToggledAgainAndItsKeysBeginAnew) {
+TEST_F(NotchWindowControllerTest, TogglingOverAnAlertCoversItUntilToggledAgainAndItsKeysBeginAgain) {
     start();
     letWait(1);
     drawAlert();

@@ -215,7 +215,7 @@ TEST_F(DefaultsTest, OwnWriteDoesNotEcho) {
     EXPECT_EQ(store.changes, 1);
 }
 
-TEST_F(DefaultsTest, FileWrittenAnewWithTheSameValuesIsNoChange) {
+TEST_F(DefaultsTest, FileWrittenAgainWithTheSameValuesIsNoChange) {
     Store store(files, watcher);
     store.defaults.set("word", "amber");
     replaceFile(R"({"word":"amber"})");

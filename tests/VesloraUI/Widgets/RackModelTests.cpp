@@ -329,7 +329,7 @@ TEST_F(RackModelTest, DragThatNeverMovedLeavesTheLayout) {
     EXPECT_EQ(model.draggingID(), std::nullopt);
 }
 
-TEST_F(RackModelTest, DragOfAnotherWidgetBeginsAnew) {
+TEST_F(RackModelTest, DragOfAnotherWidgetBeginsAgain) {
     RackModel& model = make("music,clock,meters");
     model.drag(WidgetID::music, 2);
     model.drag(WidgetID::meters, 0);

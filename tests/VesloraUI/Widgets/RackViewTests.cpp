@@ -73,14 +73,14 @@ TEST_F(RackViewTest, EveryWidgetHasItsOwnView) {
     }
 }
 
-TEST_F(RackViewTest, ATickMakesNoViewAnew) {
+TEST_F(RackViewTest, ATickMakesNoViewAgain) {
     showRackOf("timer,meters,claude");
     const auto before = views();
     ASSERT_EQ(before.size(), 3u);
     scene.timer.start();
     for (int second = 0; second < 5; ++second) {
         scene.claude.publish({FakeMonitor::session("s" + std::to_string(second), ClaudeStatus::Idle{})}, {});
-        rack->stepSpacing(1); // has the whole page read anew
+        rack->stepSpacing(1); // has the whole page read again
         scene.advance(1);
     }
     EXPECT_EQ(views(), before);

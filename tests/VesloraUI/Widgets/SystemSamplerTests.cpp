@@ -52,7 +52,7 @@ TEST_F(SystemSamplerTest, WhileNobodyLooksNothingIsReadAndNothingWaits) {
     time.advance(3600);
     EXPECT_EQ(machine.reads, reads);
     EXPECT_EQ(time.pending(), 0U);
-    sampler.startAnew();
+    sampler.startAgain();
     EXPECT_EQ(machine.reads, reads);
     EXPECT_EQ(time.pending(), 0U);
 }
@@ -200,7 +200,7 @@ TEST_F(SystemSamplerTest, AfterASleepAllIsReadAtOnceAndNoDifferenceIsTaken) {
     time.advance(interval);
     machine.memory->internalPages *= 2;
     work(1000, 0, 0);
-    sampler.startAnew();
+    sampler.startAgain();
     EXPECT_EQ(sampler.memoryUsed(), 4 * gibibyte);
     EXPECT_EQ(sampler.cpu(), (CPUUsage{0.25, 0.25})) << "the last share until there is another";
     EXPECT_EQ(time.pending(), 1U);

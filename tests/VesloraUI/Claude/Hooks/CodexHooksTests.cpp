@@ -173,7 +173,7 @@ TEST_F(CodexHooksTest, ReadsTheFileOnlyWhenItChanged) {
     counted.install();
     EXPECT_TRUE(counted.state().areInstalled);
     files.readError = std::errc::io_error;
-    EXPECT_TRUE(counted.state().areInstalled) << "nothing was read anew";
+    EXPECT_TRUE(counted.state().areInstalled) << "nothing was read again";
     const int before = files.operations();
     EXPECT_TRUE(counted.state().areInstalled);
     EXPECT_EQ(files.operations() - before, 4) << "one look at the file, one at the folder and at each script";

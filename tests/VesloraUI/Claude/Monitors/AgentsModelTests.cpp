@@ -110,7 +110,7 @@ TEST_F(AgentsModelTest, TellsOfChangesOfBothAndOnlyOfChanges) {
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(AgentsModelTest, EveryQuestionCopiedAndSortedEverythingAnew) {
+TEST_F(AgentsModelTest, EveryQuestionCopiedAndSortedEverythingAgain) {
     const auto ask = [this] {
         return agents.summaries().size() + agents.waitingForApproval().size() +
                agents.pendingRequests().size() + (agents.latestFinished() ? 1 : 0) +

@@ -123,7 +123,7 @@ TEST_F(CodexUsageMonitorTest, AReadingIsStaleAfterAQuarterOfAnHour) {
     EXPECT_TRUE(monitor.isStale(eight - 900.5));
 }
 
-TEST_F(CodexUsageMonitorTest, AFileWrittenAnewCountsItsResponsesOnce) {
+TEST_F(CodexUsageMonitorTest, AFileWrittenAgainCountsItsResponsesOnce) {
     world.append("2027/01/15/rollout-a.jsonl", tokens("12", "r", 5));
     load();
     world.replace("2027/01/15/rollout-a.jsonl", tokens("12", "r", 5) + tokens("13", "s", 7));

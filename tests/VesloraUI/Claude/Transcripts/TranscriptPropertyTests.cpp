@@ -73,7 +73,7 @@ class Agents {
 
     unsigned pick(unsigned count) { return static_cast<unsigned>(m_random() % count); }
 
-    /// The last things done, for whoever reads of a failure.
+    /// The last things done, for readers of a failure.
     [[nodiscard]] std::string history() const {
         std::string text;
         for (std::size_t i = m_history.size() - std::min<std::size_t>(m_history.size(), 20);
