@@ -13,6 +13,42 @@ using testing::IsEmpty;
 
 class ClaudeMonitorSpoolTest : public ClaudeMonitorTest {};
 
+TEST_F(ClaudeMonitorSpoolTest, TakesSpoolFilesByTimeThenByName) {
+    monitor.start();
+    putSession("s1", "busy", now());
+    putEvent("tmp.bbbbbb.json", "PreToolUse", R"(,"tool_name":"B")");
+    putEvent("tmp.aaaaaa.json", "PreToolUse", R"(,"tool_name":"A")");
+    monitor.refresh();
+    EXPECT_EQ(monitor.summaries()[0].activity, "B") << "of one moment, the later name is applied last";
+    platform.disk.clock = now() - 1;
+    putEvent("tmp.zzzzzz.json", "PreToolUse", R"(,"tool_name":"Z")");
+    platform.disk.clock = now();
+    putEvent("tmp.cccccc.json", "PreToolUse", R"(,"tool_name":"C")");
+    monitor.refresh();
+    EXPECT_EQ(monitor.summaries()[0].activity, "C");
+}
+
+TEST_F(ClaudeMonitorSpoolTest, AnEventOfYesterdayIsDroppedUnheard) {
+    putSession("s1", "busy", now());
+    platform.disk.clock = now() - 86'401;
+    putEvent("tmp.aaaaaa.json", "PreToolUse", R"(,"tool_name":"A")");
+    putRequest("aaa");
+    monitor.start();
+    EXPECT_FALSE(monitor.summaries()[0].activity);
+    EXPECT_THAT(pendingIds(), IsEmpty());
+    EXPECT_THAT(platform.disk.list(spool).value(), IsEmpty());
+}
+
+TEST_F(ClaudeMonitorSpoolTest, SweepsLeftoversOlderThanADay) {
+    platform.disk.clock = now() - 86'401;
+    putIntoSpool("tmp.oldold", "x");
+    platform.disk.clock = now();
+    putIntoSpool("tmp.newnew", "x");
+    monitor.start();
+    EXPECT_FALSE(platform.disk.exists(std::string(spool) + "/tmp.oldold"));
+    EXPECT_TRUE(platform.disk.exists(std::string(spool) + "/tmp.newnew"));
+}
+
 TEST_F(ClaudeMonitorSpoolTest, ARequestGoesWithItsTerminal) {
     const auto closed = [this](const std::function<void()>& close) {
         putSession("s1", "busy", now());

@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraCore/Agents/Hooks/HookScripts.h"
-#include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
-#include "tests/VesloraUI/Claude/Monitors/HookedMonitorTest.h"
-#include "tests/support/FaultInjectingFiles.h"
+#include "tests/VesloraUI/Claude/Monitors/CodexMonitorTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace veslora {
 namespace {
@@ -18,45 +12,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-constexpr auto support = "/home/me/.local/share/Veslora";
-constexpr auto spool = "/home/me/.local/share/Veslora/codex-spool";
-constexpr auto answers = "/home/me/.local/share/Veslora/codex-answers";
-constexpr auto runtimeBeat = "/run/user/1000/veslora/heartbeat";
-
-class CodexMonitorTest : public HookedMonitorTest<codexAgent> {
-  protected:
-    CodexMonitorTest() : HookedMonitorTest(spool, answers) { platform.tasks.alive.insert(500); }
-
-    static std::string payload(const std::string& event, const std::string& more = {},
-                               const std::string& session = "s1") {
-        return R"({"session_id":")" + session + R"(","cwd":"/home/me/proj","hook_event_name":")" + event +
-               "\"" + more + "}";
-    }
-    void putEvent(const std::string& event, const std::string& more = {}, const std::string& session = "s1",
-                  int pid = 10) {
-        // Names that rise, as all files of one refresh carry one moment here.
-        putIntoSpool("ev-" + std::to_string(pid) + "-e" + std::to_string(1000 + ++events) + ".json",
-                     payload(event, more, session));
-    }
-    void putRequest(const std::string& id, const std::string& tool = "Bash",
-                    const std::string& session = "s1") {
-        putIntoSpool("perm-" + id + ".json",
-                     payload("PermissionRequest",
-                             R"(,"tool_name":")" + tool + R"(","tool_input":{"command":"ls"})", session));
-    }
-    static std::string captured(const std::string& name) {
-        std::ifstream file(std::string(VESLORA_TEST_DATA "/agents/codex/hooks/") + name, std::ios::binary);
-        EXPECT_TRUE(file.good()) << name;
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
-    void runCodex(std::int32_t pid, const std::string& cwd = "/home/me/proj",
-                  const std::string& executable = "/opt/bin/codex", const std::string& firstArgument = {}) {
-        platform.tasks.running.push_back({pid, executable, firstArgument, cwd});
-    }
-
-    int events = 0;
-};
 
 TEST_F(CodexMonitorTest, WithoutASessionNoProcessIsLookedAt) {
     monitor.start();
@@ -390,79 +345,6 @@ TEST_F(CodexMonitorTest, ARequestWhoseScriptHasEndedRaisesNoWait) {
     EXPECT_THAT(pendingIds(), IsEmpty());
     ASSERT_THAT(monitor.summaries(), SizeIs(1)) << "a sign of life all the same";
     EXPECT_FALSE(waits());
-}
-
-/// Both agents' monitors on one support directory, as the program has them.
-class BothMonitorsTest : public CodexMonitorTest {
-  protected:
-    [[nodiscard]] bool beats() const { return platform.disk.exists(runtimeBeat); }
-
-    HookedAgentMonitor claude{claudeAgent(seams(), supportDirectory), seams(), supportDirectory, settings};
-    AgentsModel agents{{&claude, &monitor}};
-};
-
-TEST_F(BothMonitorsTest, OneBeatServesBoth) {
-    agents.start();
-    const int before = platform.disk.writes();
-    platform.advance(20);
-    EXPECT_EQ(platform.disk.writes() - before, 10) << "ten ticks, one beat each";
-    EXPECT_EQ(platform.disk.text(runtimeBeat), std::to_string(static_cast<std::int64_t>(now())));
-}
-
-TEST_F(BothMonitorsTest, BothTickTogether) {
-    agents.start();
-    EXPECT_EQ(platform.time.pending(), 2u);
-    platform.advance(*platform.time.nextDelay());
-    EXPECT_EQ(platform.time.nextDelay(), HookedAgentMonitor::period);
-}
-
-TEST_F(BothMonitorsTest, TheSignsStandUntilTheLastHasStopped) {
-    agents.start();
-    claude.stop();
-    EXPECT_TRUE(beats());
-    platform.advance(2);
-    EXPECT_EQ(platform.disk.text(runtimeBeat), "1800000002") << "the other goes on beating";
-    monitor.stop();
-    EXPECT_FALSE(beats());
-    EXPECT_FALSE(platform.disk.exists(std::string(support) + "/heartbeat"));
-    EXPECT_FALSE(platform.disk.exists(std::string(support) + "/pid"));
-    EXPECT_EQ(platform.time.pending(), 0u);
-    claude.start();
-    EXPECT_TRUE(beats()) << "at once, though the last beat was in this very second";
-    claude.stop();
-    EXPECT_FALSE(beats());
-}
-
-TEST_F(BothMonitorsTest, ABeatThatFailedIsTriedAgainByTheOther) {
-    FaultInjectingFiles files(platform.disk);
-    SupportDirectory directory(files, platform.paths.support, platform.paths.runtime);
-    files.writeError = std::errc::no_space_on_device;
-    directory.writeHeartbeat(now());
-    EXPECT_FALSE(beats());
-    files.writeError.reset();
-    directory.writeHeartbeat(now());
-    EXPECT_TRUE(beats());
-}
-
-TEST_F(BothMonitorsTest, AClockSetBackBeatsAgain) {
-    supportDirectory.writeHeartbeat(now());
-    supportDirectory.writeHeartbeat(now() - 5000);
-    EXPECT_EQ(platform.disk.text(runtimeBeat), std::to_string(static_cast<std::int64_t>(now()) - 5000));
-}
-
-TEST_F(BothMonitorsTest, AnAnswerGoesToTheAgentThatAsked) {
-    platform.disk.put(std::string(support) + "/claude-spool/perm-abc.json",
-                      payload("PermissionRequest", R"(,"tool_name":"Bash")"));
-    putRequest("10-abc");
-    agents.start();
-    EXPECT_THAT(agents.pendingRequests(), SizeIs(2));
-    agents.answer("10-abc", ClaudeDecision::deny);
-    EXPECT_EQ(answerOf("10-abc"), "deny");
-    EXPECT_THAT(platform.disk.list(std::string(support) + "/answers").value_or(std::vector<std::string>()),
-                IsEmpty());
-    agents.answer("abc", ClaudeDecision::allow);
-    EXPECT_EQ(platform.disk.text(std::string(support) + "/answers/abc"), "allow");
-    EXPECT_THAT(agents.pendingRequests(), IsEmpty());
 }
 
 } // namespace
