@@ -5,6 +5,7 @@
 
 #include "VesloraUI/Claude/Hooks/HookScriptFiles.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <optional>
 #include <span>
@@ -79,6 +80,7 @@ class AgentHooks {
     bool m_isRead = false; ///< what follows is what the file says
     std::optional<FileStat> m_stat;
     Found m_found;
+    Trouble m_trouble; ///< of reading the configuration
 };
 
 } // namespace veslora
