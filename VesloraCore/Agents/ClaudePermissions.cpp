@@ -33,9 +33,10 @@ void ClaudePermissions::remove(std::string_view id) {
     std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) { return request.id == id; });
 }
 
-void ClaudePermissions::removeExpired(double steadyNow) {
-    std::erase_if(m_requests,
-                  [&](const ClaudePermissionRequest& request) { return !isAnswerable(request, steadyNow); });
+std::size_t ClaudePermissions::removeExpired(double steadyNow) {
+    return std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) {
+        return !isAnswerable(request, steadyNow);
+    });
 }
 
 std::vector<ClaudePermissionRequest> ClaudePermissions::pending(double steadyNow) const {

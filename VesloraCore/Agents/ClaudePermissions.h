@@ -32,7 +32,8 @@ class ClaudePermissions {
     /// Takes out every request of an id; an unknown one does nothing.
     void remove(std::string_view id);
     /// Takes out what can't be answered any more, so that an evening of prompts leaves nothing behind.
-    void removeExpired(double steadyNow);
+    /// How many they were.
+    std::size_t removeExpired(double steadyNow);
 
     /// Those whose deadline lies after `steadyNow`, the oldest first.
     [[nodiscard]] std::vector<ClaudePermissionRequest> pending(double steadyNow) const;

@@ -4,6 +4,7 @@
 #include "VesloraCore/Agents/Hooks/ConfigurationText.h"
 #include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <tuple>
 #include <utility>
@@ -44,6 +45,10 @@ AgentHooks::State AgentHooks::state() {
 void AgentHooks::readConfiguration() {
     const ReadResult read =
         m_files.read(m_configuration, {.links = Links::follow, .cap = ConfigurationFile::cap});
+    const bool isMissing = read.error == std::errc::no_such_file_or_directory;
+    if (m_trouble.begins(isMissing ? std::error_code() : read.error)) {
+        qCWarning(Logs::hooks, "can't read %s: %s", m_configuration.c_str(), read.error.message().c_str());
+    }
     // A read that failed is tried again at the next look.
     m_isRead = read || !m_stat;
     m_found = find(read ? std::optional<std::string_view>(read.bytes) : std::nullopt);
@@ -61,6 +66,7 @@ void AgentHooks::putIn(ConfigurationFile& file, const std::string& text, bool ha
         setMarker(file.text() ? std::nullopt : std::optional(file.target()));
     }
     file.write(text);
+    qCInfo(Logs::hooks, "put hooks into %s", file.target().c_str());
 }
 
 void AgentHooks::takeOut(ConfigurationFile& file, const std::string& text, bool hadOurs) {
@@ -74,6 +80,7 @@ void AgentHooks::takeOut(ConfigurationFile& file, const std::string& text, bool 
         file.write(text);
     }
     setMarker(std::nullopt);
+    qCInfo(Logs::hooks, "took hooks out of %s", file.target().c_str());
 }
 
 void AgentHooks::setMarker(const std::optional<std::string>& madeFile) const {
@@ -84,7 +91,10 @@ void AgentHooks::setMarker(const std::optional<std::string>& madeFile) const {
     const std::string marker(m_names.madeMarker);
     if (madeFile) {
         // Without it the file stays when the hooks go, which hurts nobody.
-        std::ignore = folder->write(marker, *madeFile, {.mode = SupportDirectory::fileMode});
+        if (const auto error = folder->write(marker, *madeFile, {.mode = SupportDirectory::fileMode})) {
+            qCWarning(Logs::hooks, "can't write %s: %s", m_support.pathOf(marker).c_str(),
+                      error.message().c_str());
+        }
     } else {
         folder->remove(marker);
     }

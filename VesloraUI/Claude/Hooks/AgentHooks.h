@@ -7,6 +7,7 @@
 #include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
 #include "VesloraUI/Claude/Hooks/HookScriptFiles.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <optional>
 #include <string>
@@ -81,6 +82,7 @@ class AgentHooks {
     bool m_isRead = false; ///< what follows is what the file says
     std::optional<FileStat> m_stat;
     Found m_found;
+    Trouble m_trouble; ///< of reading the configuration
 };
 
 } // namespace veslora

@@ -6,6 +6,7 @@
 #include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <tuple>
 #include <utility>
@@ -82,8 +83,13 @@ void ClaudeHooks::writeHelper() const {
         m_helpers + "/" + name, {.links = Links::follow, .owners = Owners::anyone, .cap = largest});
     const OpenedFolder folder = m_support.open();
     // Without it the status line says less, but the hooks work; so an installation without it is not refused.
-    if (helper && folder) {
-        std::ignore = folder->write(name, helper.bytes, {.mode = SupportDirectory::scriptMode});
+    std::error_code error = helper ? folder.error : helper.error;
+    if (!error) {
+        error = folder->write(name, helper.bytes, {.mode = SupportDirectory::scriptMode});
+    }
+    if (error) {
+        qCWarning(Logs::hooks, "can't bring %s from %s: %s", name.c_str(), m_helpers.c_str(),
+                  error.message().c_str());
     }
 }
 

@@ -5,6 +5,7 @@
 #include "VesloraCore/Text/ShellQuote.h"
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <algorithm>
 #include <tuple>
@@ -53,7 +54,12 @@ bool HookScriptFiles::update() const {
         return false;
     }
     for (const std::string_view name : m_names) {
-        std::ignore = writeOne(*folder.folder, name);
+        if (const std::error_code error = writeOne(*folder.folder, name)) {
+            qCWarning(Logs::hooks, "can't write %s: %s", m_support.pathOf(name).c_str(),
+                      error.message().c_str());
+        } else {
+            qCInfo(Logs::hooks, "wrote %s again", m_support.pathOf(name).c_str());
+        }
     }
     return true;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/ClaudeSessionDirectory.h"
 
+#include "VesloraCore/Text/TerminalText.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <utility>
 
 namespace veslora {
@@ -40,6 +43,10 @@ std::vector<ClaudeSessionFile> ClaudeSessionDirectory::read(Timestamp now) {
 void ClaudeSessionDirectory::look(Known& known, const std::string& path, const FileStat& stat,
                                   Timestamp now) {
     const ReadResult read = m_files.read(path, {.links = Links::refuse, .cap = cap});
+    if (m_troubles.begins(path, read.error)) {
+        qCWarning(Logs::agents, "can't read %s: %s", TerminalText::withoutControls(path).c_str(),
+                  read.error.message().c_str());
+    }
     if (!read) {
         return;
     }

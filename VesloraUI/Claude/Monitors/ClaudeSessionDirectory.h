@@ -5,6 +5,7 @@
 #include "VesloraCore/Agents/ClaudeSessionFile.h"
 #include "VesloraUI/Claude/Monitors/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <map>
 #include <string>
@@ -37,6 +38,7 @@ class ClaudeSessionDirectory {
     Files& m_files;
     std::string m_path;
     std::map<std::string, Known> m_known;
+    Troubles m_troubles; ///< of files that can't be read
 };
 
 } // namespace veslora

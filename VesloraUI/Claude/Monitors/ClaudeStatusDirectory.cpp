@@ -2,7 +2,9 @@
 #include "VesloraUI/Claude/Monitors/ClaudeStatusDirectory.h"
 
 #include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraCore/Text/TerminalText.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <algorithm>
 #include <functional>
@@ -51,7 +53,12 @@ ClaudeStatusDirectory::Known ClaudeStatusDirectory::look(Folder& folder, const s
         return std::move(found->second);
     }
     Known known;
-    if (const ReadResult read = folder.read(name, {.cap = cap})) {
+    const ReadResult read = folder.read(name, {.cap = cap});
+    if (m_troubles.begins(name, read.error)) {
+        qCWarning(Logs::agents, "can't read the status %s: %s", TerminalText::withoutControls(name).c_str(),
+                  read.error.message().c_str());
+    }
+    if (read) {
         known.stat.remember(stat, now);
         known.snapshot = ClaudeStatusSnapshot::parse(read.bytes, stat.modified);
     }

@@ -5,6 +5,7 @@
 #include "VesloraCore/Agents/Usage/ClaudeStatusSnapshot.h"
 #include "VesloraUI/Claude/Monitors/SettledStat.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <map>
 #include <optional>
@@ -37,6 +38,7 @@ class ClaudeStatusDirectory {
 
     const SupportDirectory& m_support;
     std::map<std::string, Known> m_known; ///< by name
+    Troubles m_troubles;                  ///< of files that can't be read
 };
 
 } // namespace veslora

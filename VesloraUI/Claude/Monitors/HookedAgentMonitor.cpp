@@ -2,12 +2,21 @@
 #include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
 
 #include "VesloraCore/Agents/TmuxText.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 
 #include <algorithm>
 
 namespace veslora {
+namespace {
+
+/// As a line may hold it: an id that no script made may be any text at all.
+const char* named(const std::string& id) {
+    return AgentAnswers::isId(id) ? id.c_str() : "(odd id)";
+}
+
+} // namespace
 
 HookedAgentMonitor::HookedAgentMonitor(AgentParts parts, const AgentMonitorSeams& seams,
                                        SupportDirectory& support, Defaults& settings)
@@ -92,6 +101,8 @@ void HookedAgentMonitor::handle(const std::vector<ClaudePermissionRequest>& requ
     const Timestamp wallNow = m_seams.scheduler.now();
     const double steadyNow = m_seams.scheduler.steadyNow();
     for (ClaudePermissionRequest request : requests) {
+        qCInfo(Logs::agents, "request %s of %s, %.3f s after it was filed", named(request.id),
+               std::string(traits().name).c_str(), wallNow - request.receivedAt);
         request.answerBy = ClaudePermissions::answerBy(request.receivedAt, wallNow, steadyNow);
         if (mayAnswer(request)) {
             const auto session = std::ranges::find(sessions, request.sessionId, &ClaudeSessionSummary::id);
@@ -140,6 +151,7 @@ AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDec
     const auto requests = m_requests.shown();
     const auto request = std::ranges::find(requests, id, &ClaudePermissionRequest::id);
     if (request == requests.end()) {
+        qCInfo(Logs::agents, "%s was answered too late", named(id));
         m_answers.write(ClaudeDecision::pass, id);
         m_requests.remove(id);
         publishState();
@@ -148,6 +160,8 @@ AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDec
     if (m_answers.write(decision, id)) {
         return AnswerOutcome::failed;
     }
+    qCInfo(Logs::agents, "%s was answered %.3f s after it was filed", named(id),
+           m_seams.scheduler.now() - request->receivedAt);
     if (decision != ClaudeDecision::pass) {
         m_untakenAnswers.expect(
             id, request->sessionId,
@@ -202,8 +216,8 @@ void HookedAgentMonitor::raiseTerminal(const std::string& sessionId) {
     }
     m_raiseTask =
         m_seams.multiplexer.showPane(pid, pane, [this, pid](const TerminalMultiplexer::Client& client) {
-            if (!client || !activateHostOf(*client)) {
-                activateHostOf(pid);
+            if (!(client && activateHostOf(*client)) && !activateHostOf(pid)) {
+                qCWarning(Logs::agents, "no window belongs to process %d", pid);
             }
         });
 }

@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Monitors/RequestQueue.h"
 
 #include "VesloraUI/Claude/Spool/AgentAnswers.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <algorithm>
 #include <utility>
@@ -51,7 +52,9 @@ void RequestQueue::remove(const std::string& id) {
 }
 
 void RequestQueue::removeExpired() {
-    m_permissions.removeExpired(m_scheduler.steadyNow());
+    if (const std::size_t count = m_permissions.removeExpired(m_scheduler.steadyNow()); count > 0) {
+        qCInfo(Logs::agents, "%zu requests have run out of time", count);
+    }
     std::erase_if(m_held, [this](const Held& held) { return !m_permissions.deadline(held.id); });
     release();
 }

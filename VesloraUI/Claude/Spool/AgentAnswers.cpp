@@ -3,6 +3,7 @@
 
 #include "VesloraCore/Text/IdentifierText.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <vector>
 
@@ -18,11 +19,20 @@ bool AgentAnswers::isId(const std::string& id) {
 
 std::error_code AgentAnswers::write(ClaudeDecision decision, const std::string& id) {
     if (!isId(id)) {
+        qCWarning(Logs::spool, "no answer to %s: its id can be no file's name", m_name.c_str());
         return std::make_error_code(std::errc::invalid_argument);
     }
     const OpenedFolder folder = m_support.createFolder(m_name);
-    return folder ? folder->write(id, std::string(word(decision)), {.mode = SupportDirectory::fileMode})
-                  : folder.error;
+    const std::error_code error =
+        folder ? folder->write(id, std::string(word(decision)), {.mode = SupportDirectory::fileMode})
+               : folder.error;
+    if (error) {
+        qCWarning(Logs::spool, "can't write %s/%s: %s", m_support.pathOf(m_name).c_str(), id.c_str(),
+                  error.message().c_str());
+    } else {
+        qCInfo(Logs::agents, "answer %s to %s", std::string(word(decision)).c_str(), id.c_str());
+    }
+    return error;
 }
 
 bool AgentAnswers::hasBeenTaken(const std::string& id) const {
@@ -38,7 +48,14 @@ void AgentAnswers::removeStale(Timestamp now) {
     for (const std::string& name : folder->list().value_or(std::vector<std::string>())) {
         const auto found = folder->stat(name);
         if (found && found->modified < now - lifetime) {
-            folder->remove(name);
+            const std::error_code error = folder->remove(name);
+            if (m_sweepTrouble.begins(error)) {
+                qCWarning(Logs::spool, "can't sweep an answer from %s: %s", m_support.pathOf(m_name).c_str(),
+                          error.message().c_str());
+            } else if (!error) {
+                qCInfo(Logs::spool, "swept an answer that nobody took from %s",
+                       m_support.pathOf(m_name).c_str());
+            }
         }
     }
 }

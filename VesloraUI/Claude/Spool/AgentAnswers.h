@@ -6,6 +6,7 @@
 
 #include "VesloraCore/Agents/ClaudeDecision.h"
 #include "VesloraCore/Timestamp.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <string>
 #include <string_view>
@@ -38,6 +39,7 @@ class AgentAnswers {
   private:
     SupportDirectory& m_support;
     std::string m_name;
+    Trouble m_sweepTrouble;
 };
 
 } // namespace veslora

@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Spool/AgentSpool.h"
 
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <tuple>
 #include <utility>
@@ -47,6 +48,10 @@ void AgentSpool::take() {
 void AgentSpool::begin() {
     m_hasMore = false;
     OpenedFolder opened = m_support.openFolder(m_name);
+    const bool isMissing = opened.error == std::errc::no_such_file_or_directory;
+    if (m_trouble.begins(isMissing ? std::error_code() : opened.error)) {
+        qCWarning(Logs::spool, "can't open %s: %s", m_path.c_str(), opened.error.message().c_str());
+    }
     if (!opened) {
         return;
     }

@@ -6,6 +6,7 @@
 #include "VesloraUI/Claude/Spool/SpoolRound.h"
 #include "VesloraUI/Platform/Files.h"
 #include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <functional>
 #include <memory>
@@ -66,6 +67,7 @@ class AgentSpool {
     SpoolRound::Stuck m_stuck;           ///< the round's while one goes on
     Task m_reading;
     Timestamp m_lastSweep = distantPast;
+    Trouble m_trouble; ///< of opening the folder
 };
 
 } // namespace veslora

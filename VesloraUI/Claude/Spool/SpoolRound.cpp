@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Spool/SpoolRound.h"
 
+#include "VesloraCore/Text/TerminalText.h"
+#include "VesloraUI/Platform/Logs.h"
+
 #include <algorithm>
 #include <new>
 #include <stdexcept>
@@ -15,6 +18,19 @@ namespace {
 constexpr std::string_view suffix = ".json";
 constexpr std::string_view leftoverPrefix = "tmp.";
 
+/// Somebody else may have given the file its name.
+std::string plain(const std::string& name) {
+    constexpr std::size_t longest = 100;
+    return TerminalText::withoutControls(name.substr(0, longest));
+}
+
+void tellOfReading(const SpoolFile& file) {
+    if (file.content.error) {
+        qCWarning(Logs::spool, "can't read %s: %s", plain(file.name).c_str(),
+                  file.content.error.message().c_str());
+    }
+}
+
 } // namespace
 
 SpoolRound::SpoolRound(std::unique_ptr<Folder> folder, UnderstandSpoolFile understand, Stuck stuck,
@@ -27,6 +43,8 @@ bool SpoolRound::find(std::size_t most) {
     m_isFound = names.size() <= most;
     if (m_isFound) {
         find(names);
+    } else {
+        qCInfo(Logs::spool, "more than %zu files lie in a spool: they are read aside", most);
     }
     return m_isFound;
 }
@@ -36,7 +54,8 @@ void SpoolRound::findAll() {
         m_isFound = true;
         find(m_folder->list().value_or(std::vector<std::string>()));
     } catch (const std::bad_alloc&) {
-        // More names than memory: as a folder that can't be listed.
+        qCWarning(Logs::spool, "a spool holds more names than memory");
+        // As a folder that can't be listed.
         m_left.clear();
     }
 }
@@ -102,6 +121,7 @@ std::optional<SpoolNews> SpoolRound::understandNext(std::size_t longest, std::si
         if (file.content.error == std::errc::no_such_file_or_directory) {
             return SpoolNews();
         }
+        tellOfReading(file);
         return m_understand(file);
     } catch (const std::bad_alloc&) {
         // As below.
@@ -109,6 +129,7 @@ std::optional<SpoolNews> SpoolRound::understandNext(std::size_t longest, std::si
         // A file that asks for more memory than there is ends nothing but itself.
     }
     file.content = {{}, std::make_error_code(std::errc::not_enough_memory)};
+    tellOfReading(file);
     return m_understand(file);
 }
 
@@ -119,6 +140,8 @@ void SpoolRound::takeIn() {
         }
         const std::error_code error = m_folder->remove(understood.entry.name);
         if (error && error != std::errc::no_such_file_or_directory) {
+            qCWarning(Logs::spool, "can't remove %s: %s", plain(understood.entry.name).c_str(),
+                      error.message().c_str());
             m_stuck[understood.entry.name] = understood.entry.nanoseconds;
         }
     }

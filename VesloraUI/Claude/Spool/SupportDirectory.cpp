@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 
 #include "VesloraCore/Agents/Hooks/SupportNames.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Platform/Processes.h"
 
 #include <utility>
@@ -66,6 +67,10 @@ void SupportDirectory::writeHeartbeat(Timestamp now) {
         return;
     }
     const auto error = writeBeat(std::to_string(static_cast<std::int64_t>(now)));
+    if (m_beatTrouble.begins(error)) {
+        qCWarning(Logs::spool, "can't write the heartbeat for %s: %s", m_path.c_str(),
+                  error.message().c_str());
+    }
     m_lastBeat = error ? std::nullopt : std::optional(now);
 }
 
@@ -98,7 +103,9 @@ void SupportDirectory::writeProcess(const Processes& processes) {
     const OpenedFolder folder = open();
     const std::string name(SupportNames::processId);
     const std::string text = std::to_string(processes.ownId()) + "\n" + processes.ownNamespace() + "\n";
-    if (folder && folder->write(name, text, {.mode = fileMode})) {
+    const std::error_code error = folder ? folder->write(name, text, {.mode = fileMode}) : std::error_code();
+    if (error) {
+        qCWarning(Logs::spool, "can't write %s: %s", pathOf(name).c_str(), error.message().c_str());
         // One that names a process of long ago would send every script away.
         folder->remove(name);
     }

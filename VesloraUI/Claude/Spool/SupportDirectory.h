@@ -5,6 +5,7 @@
 #pragma once
 
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Trouble.h"
 
 #include <cstdint>
 #include <memory>
@@ -81,6 +82,7 @@ class SupportDirectory {
     std::weak_ptr<Presence> m_presence;
     std::vector<std::unique_ptr<RemovalAtExit>> m_atExit;
     std::optional<Timestamp> m_lastBeat; ///< absent when the last one could not be written
+    Trouble m_beatTrouble;
 };
 
 } // namespace veslora

@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Spool/UntakenAnswers.h"
 
 #include "VesloraUI/Claude/Spool/AgentAnswers.h"
+#include "VesloraUI/Platform/Logs.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,6 +34,7 @@ void UntakenAnswers::check(const std::string& requestId) {
     const auto raise = std::move(found->raise);
     m_expected.erase(found);
     if (!m_answers.hasBeenTaken(requestId)) {
+        qCInfo(Logs::agents, "nobody took the answer to %s", requestId.c_str());
         raise();
     }
 }

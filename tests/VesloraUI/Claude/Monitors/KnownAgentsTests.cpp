@@ -75,7 +75,7 @@ TEST_F(BothMonitorsTest, ABeatThatFailedIsTriedAgainByTheOther) {
     EXPECT_TRUE(beats());
 }
 
-TEST_F(BothMonitorsTest, AClockSetBackBeatsAnew) {
+TEST_F(BothMonitorsTest, AClockSetBackBeatsAgain) {
     supportDirectory.writeHeartbeat(now());
     supportDirectory.writeHeartbeat(now() - 5000);
     EXPECT_EQ(platform.disk.text(runtimeBeat), std::to_string(static_cast<std::int64_t>(now()) - 5000));
