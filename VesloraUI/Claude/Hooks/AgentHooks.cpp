@@ -6,7 +6,6 @@
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Platform/Logs.h"
 
-#include <tuple>
 #include <utility>
 
 namespace veslora {
