@@ -5,6 +5,7 @@
 #include "VesloraLinux/X11/X11Connection.h"
 #include "tests/VesloraLinux/Support/Desktop.h"
 #include "tests/VesloraLinux/Support/OneLine.h"
+#include "tests/VesloraLinux/Support/PrivateDisplay.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 
 #include <gtest/gtest.h>
@@ -54,9 +55,8 @@ TEST(DisplayFailuresTests, ADisplayThatIsNotThere) {
 TEST(DisplayFailuresTests, AServerThatDies) {
     const testing::CoreApplication application;
     LinuxScheduler scheduler;
-    testing::Program server(
-        {"Xvfb", "-displayfd", "3", "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp"}, 3);
-    const NamedDisplay display(":" + server.firstLine());
+    const testing::PrivateDisplay server("800x600");
+    const NamedDisplay display(server.name());
     const auto connection = X11Connection::open(scheduler);
     ASSERT_TRUE(connection);
     const LogRecorder recorder;

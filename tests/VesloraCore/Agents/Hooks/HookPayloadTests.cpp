@@ -119,6 +119,7 @@ std::optional<ClaudeSessionFile> sessionFile(std::string_view bytes) {
         file.waitingFor = reason;
     }
     file.statusSince = date(root->find("statusUpdatedAt"));
+    file.version = root->textAt("version");
     if (const std::string* pane = root->stringAt("tmux")) {
         file.tmux = *pane;
     }
