@@ -93,7 +93,7 @@ class ScribeHooks final : public AgentHooks {
 class ThirdAgentTest : public testing::Test {
   protected:
     ThirdAgentTest() { monitor.start(); }
-    ~ThirdAgentTest() override { scene.close(); }
+    void TearDown() override { scene.close(); }
 
     void ask(const std::string& id, const std::string& text) {
         scene.platform.disk.put(support.pathOf("scribe-spool/" + id + ".json"), text);
