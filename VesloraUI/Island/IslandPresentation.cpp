@@ -31,7 +31,7 @@ void readWaits(const AgentsModel& agents, IslandPresentation& presentation) {
             presentation.waitingId = session.id;
         }
     }
-    const auto requests = agents.pendingRequests();
+    const auto& requests = agents.pendingRequests();
     if (!requests.empty()) {
         presentation.requestId = requests.front().id;
     }

@@ -42,13 +42,14 @@ void ClockViewPresenter::read() {
     const QString time = LocalTime::shortTime(m_date);
     if (time != m_shown.timeText) {
         m_pieces.assign(piecesOf(time));
+        m_usualWidth = usualWidth(m_pieces.rows());
     }
     show(m_shown, {.dateText = LocalTime::shortDate(m_date), .timeText = time, .fontSize = fittingSize()});
 }
 
 int ClockViewPresenter::fittingSize() const {
     // A time without letters needs no room.
-    const double needed = std::max(usualWidth(m_pieces.rows()), 1.0);
+    const double needed = std::max(m_usualWidth, 1.0);
     return static_cast<int>(usualSize * std::clamp(m_availableWidth / needed, leastShare, 1.0));
 }
 

@@ -75,6 +75,7 @@ class ClockViewPresenter : public veslora::Presenter {
 
     double m_date = 0;
     double m_availableWidth = 0;
+    double m_usualWidth = 0; ///< points that the time takes at its usual size; measured once for each time
     Shown m_shown;
     RowModel<ClockPiece> m_pieces{"piece"};
 };
