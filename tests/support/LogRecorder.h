@@ -26,9 +26,9 @@ class LogRecorder {
         byDefault ///< as in a program that nobody asked to speak
     };
 
-    explicit LogRecorder(Categories categories = Categories::on) {
+    explicit LogRecorder(Categories categories = Categories::on)
+        : m_former(qInstallMessageHandler(&LogRecorder::take)) {
         current() = this;
-        m_former = qInstallMessageHandler(&LogRecorder::take);
         if (categories == Categories::on) {
             Logs::beVerbose();
         }

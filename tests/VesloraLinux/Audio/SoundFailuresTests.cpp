@@ -2,9 +2,9 @@
 // Each sound that is not heard leaves exactly one line, and none unasked.
 #include "VesloraLinux/Audio/Mixer.h"
 #include "VesloraLinux/Audio/PulseOutput.h"
-#include "tests/VesloraLinux/Support/OneLine.h"
 #include "tests/VesloraLinux/Support/SoundServer.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
+#include "tests/support/OneLine.h"
 
 #include <gtest/gtest.h>
 

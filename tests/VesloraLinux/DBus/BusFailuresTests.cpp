@@ -6,10 +6,10 @@
 #include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/DBus/TimerNotifier.h"
 #include "tests/VesloraLinux/DBus/MockInhibitors.h"
-#include "tests/VesloraLinux/Support/OneLine.h"
 #include "tests/VesloraLinux/Support/PrivateBus.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 #include "tests/support/ManualScheduler.h"
+#include "tests/support/OneLine.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "VesloraLinux/System/LostErrors.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "tests/VesloraLinux/Support/FewDescriptors.h"
-#include "tests/VesloraLinux/Support/OneLine.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
+#include "tests/support/OneLine.h"
 
 #include <gtest/gtest.h>
 

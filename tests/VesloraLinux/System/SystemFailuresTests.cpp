@@ -6,10 +6,10 @@
 #include "VesloraLinux/System/ProcSystemReadings.h"
 #include "VesloraLinux/System/TimerDescriptor.h"
 #include "tests/VesloraLinux/Support/FewDescriptors.h"
-#include "tests/VesloraLinux/Support/OneLine.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 #include "tests/support/ManualScheduler.h"
+#include "tests/support/OneLine.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -4,9 +4,9 @@
 #include "VesloraLinux/X11/CompositorWatch.h"
 #include "VesloraLinux/X11/X11Connection.h"
 #include "tests/VesloraLinux/Support/Desktop.h"
-#include "tests/VesloraLinux/Support/OneLine.h"
 #include "tests/VesloraLinux/Support/PrivateDisplay.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
+#include "tests/support/OneLine.h"
 
 #include <gtest/gtest.h>
 

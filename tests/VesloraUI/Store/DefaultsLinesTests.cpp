@@ -5,6 +5,7 @@
 #include "tests/support/FaultInjectingFiles.h"
 #include "tests/support/LogRecorder.h"
 #include "tests/support/MemoryFiles.h"
+#include "tests/support/OneLine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +19,7 @@ using ::testing::Field;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::LogRecorder;
+using testing::noLineWith;
 using ::testing::Not;
 
 const std::string directory = "/home/user/.config/Veslora";
@@ -27,10 +29,7 @@ const std::string marker = "heliotrope";
 
 /// Exactly one line, of the category, about the path and with the reason, that holds no value.
 auto oneLine(const std::string& about, std::errc reason) {
-    return ElementsAre(AllOf(Field(&LogRecorder::Line::category, "veslora.settings"),
-                             Field(&LogRecorder::Line::text,
-                                   AllOf(HasSubstr(about), HasSubstr(std::make_error_code(reason).message()),
-                                         Not(HasSubstr(marker))))));
+    return AllOf(testing::oneLine("veslora.settings", about, reason), noLineWith(marker));
 }
 
 class DefaultsLinesTests : public ::testing::Test {

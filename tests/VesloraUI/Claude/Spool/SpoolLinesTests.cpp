@@ -6,6 +6,7 @@
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 #include "tests/support/FaultInjectingFiles.h"
 #include "tests/support/LogRecorder.h"
+#include "tests/support/OneLine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,16 +20,14 @@ using ::testing::Field;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::LogRecorder;
+using testing::noLineWith;
 using ::testing::Not;
 
 const std::string support = "/home/me/.local/share/Veslora";
 const std::string marker = "heliotrope";
 
 auto oneLine(const std::string& about, std::errc reason) {
-    return ElementsAre(AllOf(Field(&LogRecorder::Line::category, "veslora.spool"),
-                             Field(&LogRecorder::Line::text,
-                                   AllOf(HasSubstr(about), HasSubstr(std::make_error_code(reason).message()),
-                                         Not(HasSubstr(marker))))));
+    return AllOf(testing::oneLine("veslora.spool", about, reason), noLineWith(marker));
 }
 
 class SpoolLinesTests : public ::testing::Test {

@@ -8,6 +8,7 @@
 
 #include <cstring>
 #include <string>
+#include <system_error>
 
 namespace veslora::testing {
 
@@ -24,6 +25,15 @@ inline auto oneLine(const std::string& category, const std::string& about, const
 /// Of `LogRecorder::warnings`, with the words of the system for an error number.
 inline auto oneLine(const std::string& category, const std::string& about, int error) {
     return oneLine(category, about, std::strerror(error));
+}
+inline auto oneLine(const std::string& category, const std::string& about, std::errc reason) {
+    return oneLine(category, about, std::make_error_code(reason).message());
+}
+
+/// Of any list of lines: no line holds `text`.
+inline auto noLineWith(const std::string& text) {
+    return ::testing::Each(
+        ::testing::Field(&LogRecorder::Line::text, ::testing::Not(::testing::HasSubstr(text))));
 }
 
 } // namespace veslora::testing
