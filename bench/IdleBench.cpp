@@ -101,13 +101,13 @@ void measureIdle(const Bench& bench) {
     requireThatUseCounts(island);
 
     const Range megabytes{5, 4096};
-    bench.report.add({"idle_pss", rest.memory.pss, "MB", 45, megabytes});
+    bench.report.add({"idle_pss", rest.memory.pss, "MB", 42, megabytes});
     bench.report.add({"idle_rss", rest.memory.rss, "MB", {}, megabytes});
     bench.report.add({"idle_bare_pss", bare, "MB", {}, megabytes});
     // It gives a sign of life every two seconds, and so can't use nothing in a minute. A short run may fall
     // between two of them, which on a busy machine lie further apart.
-    bench.report.add({"idle_cpu", rest.processor, "% of a core", 0.1, {bench.choose(1e-4, 0.0), 100}});
-    bench.report.add({"idle_wakeups", rest.wakeUps, "1/s", 1, {bench.choose(0.1, 0.0), 10000}});
+    bench.report.add({"idle_cpu", rest.processor, "% of a core", 0.05, {bench.choose(1e-4, 0.0), 100}});
+    bench.report.add({"idle_wakeups", rest.wakeUps, "1/s", 0.6, {bench.choose(0.1, 0.0), 10000}});
     bench.report.add({"idle_disk_writes", rest.written, "bytes", 0, {0, 1e12}});
     bench.report.add({"idle_frames", rest.frames, "frames", 0, {0, 1e6}});
 }

@@ -41,7 +41,7 @@ void measureText(const Bench& bench) {
 
 std::span<const Measurement> measurements() {
     static const std::vector<Measurement> all{
-        {"start", {"start_to_first_frame", "start_bare"}, measureStart},
+        {"start", {"start_to_first_frame", "start_bare", "start_to_bare"}, measureStart},
         {"idle",
          {"idle_pss", "idle_rss", "idle_bare_pss", "idle_cpu", "idle_wakeups", "idle_disk_writes",
           "idle_frames"},

@@ -93,9 +93,9 @@ void measurePrompts(const Bench& bench) {
     }
     const Range sensible{1, 20000};
     bench.report.add({"prompt_filed_to_first_frame_p50", median(firstFrames), "ms", {}, sensible});
-    bench.report.add({"prompt_filed_to_first_frame_p95", percentile(firstFrames, 0.95), "ms", {}, sensible});
+    bench.report.add({"prompt_filed_to_first_frame_p95", percentile(firstFrames, 0.95), "ms", 15, sensible});
     bench.report.add({"prompt_filed_to_frame_p50", median(texts), "ms", {}, sensible});
-    bench.report.add({"prompt_filed_to_frame_p95", percentile(texts, 0.95), "ms", 50, sensible});
+    bench.report.add({"prompt_filed_to_frame_p95", percentile(texts, 0.95), "ms", 110, sensible});
 }
 
 void measureAnswers(const Bench& bench) {
