@@ -33,10 +33,16 @@ void ClaudePermissions::remove(std::string_view id) {
     std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) { return request.id == id; });
 }
 
-std::size_t ClaudePermissions::removeExpired(double steadyNow) {
-    return std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) {
-        return !isAnswerable(request, steadyNow);
+std::vector<std::string> ClaudePermissions::removeExpired(double steadyNow) {
+    std::vector<std::string> expired;
+    std::erase_if(m_requests, [&](const ClaudePermissionRequest& request) {
+        const bool isOver = !isAnswerable(request, steadyNow);
+        if (isOver) {
+            expired.push_back(request.id);
+        }
+        return isOver;
     });
+    return expired;
 }
 
 std::vector<ClaudePermissionRequest> ClaudePermissions::pending(double steadyNow) const {

@@ -10,6 +10,7 @@
 #include "VesloraCore/Agents/Hooks/HookScripts.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,8 +33,8 @@ class ClaudePermissions {
     /// Takes out every request of an id; an unknown one does nothing.
     void remove(std::string_view id);
     /// Takes out what can't be answered any more, so that an evening of prompts leaves nothing behind.
-    /// How many they were.
-    std::size_t removeExpired(double steadyNow);
+    /// Gives their ids, in order of arrival.
+    std::vector<std::string> removeExpired(double steadyNow);
 
     /// Those whose deadline lies after `steadyNow`, the oldest first.
     [[nodiscard]] std::vector<ClaudePermissionRequest> pending(double steadyNow) const;

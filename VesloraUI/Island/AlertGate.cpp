@@ -2,6 +2,7 @@
 #include "VesloraUI/Island/AlertGate.h"
 
 #include "VesloraUI/Platform/FrameClock.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
@@ -73,6 +74,7 @@ void AlertGate::frameSwapped() {
 }
 
 void AlertGate::frameShown(std::uint32_t eventTime) {
+    qCInfo(Logs::island, "the alert is on screen");
     if (m_gate) {
         m_gate->frameShown(eventTime, now());
         m_arming = scheduler().after(AnswerGate::consideration / 1000.0, [this] {
@@ -89,6 +91,7 @@ bool AlertGate::isLive() {
     if (m_gate->tick(now())) {
         return true;
     }
+    qCInfo(Logs::island, "the program was held up: the alert has to be seen again");
     lookAgain();
     return false;
 }
@@ -111,7 +114,12 @@ void AlertGate::updateArmed() {
 }
 
 void AlertGate::press(std::uint32_t eventTime) {
-    if (m_gate && isLive() && m_gate->press(eventTime, now()) && isCovered()) {
+    if (!m_gate || !isLive()) {
+        return;
+    }
+    if (!m_gate->press(eventTime, now())) {
+        qCInfo(Logs::island, "a press answers nothing: the alert was not on screen for long enough");
+    } else if (isCovered()) {
         lookAgain();
     }
 }
@@ -148,8 +156,12 @@ bool AlertGate::isWhole() const {
 }
 
 bool AlertGate::isCovered() const {
-    return m_text &&
-           frameClock().look(m_text->mapRectToScene(m_text->boundingRect())) == ScreenLook::otherwise;
+    const bool isCovered =
+        m_text && frameClock().look(m_text->mapRectToScene(m_text->boundingRect())) == ScreenLook::otherwise;
+    if (isCovered) {
+        qCInfo(Logs::island, "something else is on screen where the alert's text should be");
+    }
+    return isCovered;
 }
 
 Scheduler& AlertGate::scheduler() const {

@@ -25,6 +25,9 @@ class FakeDirectoryWatcher::Watch final : public DirectoryWatch {
 std::unique_ptr<DirectoryWatch> FakeDirectoryWatcher::watch(const std::string& directory,
                                                             DirectoryChanges changes,
                                                             std::function<void()> changed) {
+    if (beforeWatch) {
+        beforeWatch(directory);
+    }
     return add({directory, changes, [changed = std::move(changed)](const auto&) { changed(); }});
 }
 

@@ -5,6 +5,7 @@
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <set>
 #include <vector>
@@ -15,6 +16,8 @@ class FakeDirectoryWatcher final : public DirectoryWatcher {
   public:
     /// Directories that can't be watched, as if they did not exist.
     std::set<std::string> refused;
+    /// What another program does just before a watch hears anything.
+    std::function<void(const std::string& directory)> beforeWatch;
 
     [[nodiscard]] std::unique_ptr<DirectoryWatch>
     watch(const std::string& directory, DirectoryChanges changes, std::function<void()> changed) override;

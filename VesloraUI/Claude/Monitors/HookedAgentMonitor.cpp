@@ -9,14 +9,6 @@
 #include <algorithm>
 
 namespace veslora {
-namespace {
-
-/// As a line may hold it: an id that no script made may be any text at all.
-const char* named(const std::string& id) {
-    return AgentAnswers::isId(id) ? id.c_str() : "(odd id)";
-}
-
-} // namespace
 
 HookedAgentMonitor::HookedAgentMonitor(AgentParts parts, const AgentMonitorSeams& seams,
                                        SupportDirectory& support, Defaults& settings)
@@ -35,8 +27,8 @@ void HookedAgentMonitor::start() {
     m_spool.create();
     m_parts.hooks->updateScripts();
     m_presence = m_support.show(m_seams.processes, m_seams.scheduler.now());
-    refresh();
     ensureWatches();
+    refresh();
     m_refreshTask = m_seams.scheduler.every(period, Precision::coarse, [this] { tick(); });
     if (usage()) {
         usage()->loadToday();
@@ -101,7 +93,7 @@ void HookedAgentMonitor::handle(const std::vector<ClaudePermissionRequest>& requ
     const Timestamp wallNow = m_seams.scheduler.now();
     const double steadyNow = m_seams.scheduler.steadyNow();
     for (ClaudePermissionRequest request : requests) {
-        qCInfo(Logs::agents, "request %s of %s, %.3f s after it was filed", named(request.id),
+        qCInfo(Logs::agents, "request %s of %s, %.3f s after it was filed", AgentAnswers::named(request.id),
                std::string(traits().name).c_str(), wallNow - request.receivedAt);
         request.answerBy = ClaudePermissions::answerBy(request.receivedAt, wallNow, steadyNow);
         if (mayAnswer(request)) {
@@ -151,7 +143,7 @@ AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDec
     const auto requests = m_requests.shown();
     const auto request = std::ranges::find(requests, id, &ClaudePermissionRequest::id);
     if (request == requests.end()) {
-        qCInfo(Logs::agents, "%s was answered too late", named(id));
+        qCInfo(Logs::agents, "%s was answered too late", AgentAnswers::named(id));
         m_answers.write(ClaudeDecision::pass, id);
         m_requests.remove(id);
         publishState();
@@ -160,7 +152,7 @@ AnswerOutcome HookedAgentMonitor::answer(const std::string& requestId, ClaudeDec
     if (m_answers.write(decision, id)) {
         return AnswerOutcome::failed;
     }
-    qCInfo(Logs::agents, "%s was answered %.3f s after it was filed", named(id),
+    qCInfo(Logs::agents, "%s was answered %.3f s after it was filed", AgentAnswers::named(id),
            m_seams.scheduler.now() - request->receivedAt);
     if (decision != ClaudeDecision::pass) {
         m_untakenAnswers.expect(

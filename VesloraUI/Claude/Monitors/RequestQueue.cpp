@@ -52,8 +52,8 @@ void RequestQueue::remove(const std::string& id) {
 }
 
 void RequestQueue::removeExpired() {
-    if (const std::size_t count = m_permissions.removeExpired(m_scheduler.steadyNow()); count > 0) {
-        qCInfo(Logs::agents, "%zu requests have run out of time", count);
+    for (const std::string& id : m_permissions.removeExpired(m_scheduler.steadyNow())) {
+        qCInfo(Logs::agents, "%s has run out of time", AgentAnswers::named(id));
     }
     std::erase_if(m_held, [this](const Held& held) { return !m_permissions.deadline(held.id); });
     release();

@@ -17,6 +17,10 @@ bool AgentAnswers::isId(const std::string& id) {
     return id.size() <= longest && IdentifierText::isPlain(id);
 }
 
+const char* AgentAnswers::named(const std::string& id) {
+    return isId(id) ? id.c_str() : "(odd id)";
+}
+
 std::error_code AgentAnswers::write(ClaudeDecision decision, const std::string& id) {
     if (!isId(id)) {
         qCWarning(Logs::spool, "no answer to %s: its id can be no file's name", m_name.c_str());

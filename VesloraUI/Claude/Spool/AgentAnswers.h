@@ -25,6 +25,9 @@ class AgentAnswers {
 
     /// Ids that a script can have made: ASCII letters, digits and "-". Nothing else ever names a file.
     [[nodiscard]] static bool isId(const std::string& id);
+    /// As a line of the log may hold it: an id that no script made may be any text at all. Valid as long as
+    /// `id`.
+    [[nodiscard]] static const char* named(const std::string& id);
 
     /// Where there is an error nothing was answered, and the script runs out its wait. An odd id gives
     /// `invalid_argument`.

@@ -6,8 +6,10 @@
 
 #include "VesloraUI/Claude/Transcripts/TranscriptReader.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Platform/Scheduler.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -122,7 +124,18 @@ class TranscriptBatch {
         // Nothing of this is touched afterwards, as `done` may destroy it.
         if (const auto done = std::exchange(m_done, nullptr)) {
             Share& all = m_work->shares[0];
+            tell(all);
             done({std::move(*all.tally), std::move(all.positions)});
+        }
+    }
+
+    /// An agent at work adds to its one transcript every few seconds; that is not worth a line.
+    static void tell(const Share& read) {
+        const auto isLost = [](const auto& entry) { return !entry.second; };
+        const auto lost = std::ranges::count_if(read.positions, isLost);
+        if (lost > 0 || read.positions.size() > 1) {
+            qCInfo(Logs::transcripts, "read %zu transcripts, and %td could not be opened",
+                   read.positions.size() - static_cast<std::size_t>(lost), lost);
         }
     }
 

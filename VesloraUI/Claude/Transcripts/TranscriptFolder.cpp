@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Transcripts/TranscriptFolder.h"
 
+#include "VesloraUI/Platform/Logs.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -81,6 +83,7 @@ bool TranscriptFolder::isInsideOneToWalk(const std::string& directory) const {
 /// A directory that was not watched while it was walked may have changed behind the walk's back, and so it is
 /// walked once more now that it is.
 void TranscriptFolder::takeWalk(Walk& walk) {
+    const std::size_t known = m_walked.size();
     for (auto& [directory, listing] : walk.found) {
         if (directory == m_path) {
             m_unwatched.clear();
@@ -90,6 +93,8 @@ void TranscriptFolder::takeWalk(Walk& walk) {
         }
         std::ranges::move(listing.transcripts, std::back_inserter(m_walked));
     }
+    qCInfo(Logs::transcripts, "walked %zu folders below %s: %zu transcripts", walk.found.size(),
+           Logs::place(m_path).c_str(), m_walked.size() - known);
     if (!m_walked.empty() || !m_toWalk.empty()) {
         m_onChange();
     }

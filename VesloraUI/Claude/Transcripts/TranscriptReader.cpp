@@ -73,7 +73,7 @@ std::optional<TranscriptPosition> TranscriptReader::usageLines(const std::string
     return TranscriptPosition{offset, stat->inode};
 }
 
-/// Reads behind the first `place` bytes of the buffer what stands at `offset`. How many bytes there were.
+/// Reads behind the first `place` bytes of the buffer what is at `offset`. How many bytes there were.
 std::size_t TranscriptReader::readInto(std::size_t place, std::uint64_t offset, std::uint64_t size) {
     if (offset >= size || (m_isCancelled != nullptr && m_isCancelled->load(std::memory_order_relaxed))) {
         return 0;

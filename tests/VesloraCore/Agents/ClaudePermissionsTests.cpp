@@ -190,7 +190,7 @@ TEST(ClaudePermissions, TheWallClockNeitherEndsNorOrdersARequest) {
     permissions.add(first);
     EXPECT_EQ(ids(permissions.pending(110)), "first second ");
     EXPECT_EQ(ids(permissions.pending(120)), "second ");
-    permissions.removeExpired(121);
+    EXPECT_EQ(permissions.removeExpired(121), (std::vector<std::string>{"second", "first"}));
     EXPECT_FALSE(permissions.nextDeadline());
 }
 
@@ -200,7 +200,7 @@ TEST(ClaudePermissions, TheNextDeadlineIsTheFirstOfAll) {
     permissions.add(request("b", 105));
     permissions.add(request("a", 100));
     EXPECT_EQ(permissions.nextDeadline(), 120.0);
-    permissions.removeExpired(120);
+    EXPECT_EQ(permissions.removeExpired(120), std::vector<std::string>{"a"});
     EXPECT_EQ(permissions.nextDeadline(), 125.0);
     permissions.remove("b");
     EXPECT_FALSE(permissions.nextDeadline());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/Signals.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
+#include "tests/support/LogRecorder.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -23,6 +24,18 @@ TEST(SignalsTests, EachOfThemAsksTheProgramToEnd) {
         EXPECT_EQ(asked, 0);
         EXPECT_TRUE(waitUntil([&] { return asked == 1; })) << signal;
     }
+}
+
+TEST(SignalsTests, TellsThatASignalAsked) {
+    const testing::CoreApplication application;
+    const testing::LogRecorder recorder;
+    bool isAsked = false;
+    const Signals watch([&] { isAsked = true; });
+    ASSERT_EQ(kill(getpid(), SIGTERM), 0);
+    EXPECT_TRUE(waitUntil([&] { return isAsked; }));
+    ASSERT_EQ(recorder.lines().size(), 1U);
+    EXPECT_EQ(recorder.lines()[0],
+              (testing::LogRecorder::Line{QtInfoMsg, "veslora.start", "a signal asks for the end"}));
 }
 
 TEST(SignalsTests, AsksOnceHoweverManyCome) {

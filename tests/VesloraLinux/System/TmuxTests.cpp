@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The way through a real tmux server to the pane of a session.
 #include "tests/VesloraLinux/System/TmuxTest.h"
+#include "tests/support/OneLine.h"
 
 namespace veslora {
 namespace {
 
 using testing::AttachedClient;
+using testing::LogRecorder;
+using testing::oneLine;
 using testing::TmuxTest;
 using testing::waitUntil;
 
@@ -84,7 +87,9 @@ TEST_F(TmuxTest, AServerThatIsGoneGivesNothing) {
 TEST_F(TmuxTest, WithoutTheProgramThereIsNothing) {
     startServer();
     Tmux missing(scheduler, processes, "/nonexistent/tmux");
+    const LogRecorder recorder;
     EXPECT_EQ(show(missing, processIn("%0"), "%0"), std::nullopt);
+    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "/nonexistent/tmux", ENOENT));
 }
 
 TEST_F(TmuxTest, AProgramThatHangsIsEnded) {
@@ -93,6 +98,7 @@ TEST_F(TmuxTest, AProgramThatHangsIsEnded) {
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
     Tmux hanging(scheduler, processes, QString::fromStdString(script));
     bool isDone = false;
+    const LogRecorder recorder;
     const Task task = hanging.showPane(processIn("%0"), "%0", [&](TerminalMultiplexer::Client client) {
         EXPECT_EQ(client, std::nullopt);
         isDone = true;
@@ -101,6 +107,17 @@ TEST_F(TmuxTest, AProgramThatHangsIsEnded) {
     EXPECT_FALSE(isDone);
     scheduler.advance(Tmux::timeLimit);
     EXPECT_TRUE(waitUntil([&] { return isDone; }));
+    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "tmux", "did not answer"));
+}
+
+TEST_F(TmuxTest, AProgramThatFailsIsTold) {
+    startServer();
+    const std::string script = folder.put("failing", "#!/bin/sh\nexit 3\n");
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    Tmux failing(scheduler, processes, QString::fromStdString(script));
+    const LogRecorder recorder;
+    EXPECT_EQ(show(failing, processIn("%0"), "%0"), std::nullopt);
+    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "tmux", "exit status 3"));
 }
 
 TEST_F(TmuxTest, AProgramThatTalksOnIsEnded) {

@@ -3,6 +3,7 @@
 // it.
 #include "VesloraUI/Island/AlertGate.h"
 #include "tests/VesloraUI/Fixtures/SceneIsland.h"
+#include "tests/support/LogRecorder.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -58,6 +59,36 @@ TEST_F(AlertGateTest, TheAlertIsOnScreenWithItsFirstWholeFrameAndNotBefore) {
     EXPECT_FALSE(model.isAlertOnScreen()) << "the window system has not drawn it yet";
     scene.advance(0);
     EXPECT_TRUE(model.isAlertOnScreen());
+}
+
+TEST_F(AlertGateTest, ItIsToldWhenTheAlertIsOnScreenAndWhyAPressAnswersNothing) {
+    const testing::LogRecorder recorder;
+    const auto last = [&recorder] {
+        const auto lines = recorder.decisions();
+        return lines.empty() ? std::string() : lines.back().text;
+    };
+    ask();
+    ASSERT_TRUE(drawsTheAlert());
+    scene.advance(0.1);
+    EXPECT_EQ(last(), "the alert is on screen");
+    scene.advance(1);
+    scene.platform.frames.screen = ScreenLook::otherwise;
+    clickAllow();
+    EXPECT_EQ(last(), "something else is on screen where the alert's text should be");
+    scene.platform.frames.screen = ScreenLook::asDrawn;
+    ASSERT_TRUE(drawsTheAlert());
+    scene.advance(1);
+    EXPECT_EQ(last(), "the alert is on screen");
+    const int frames = scene.platform.frames.marks;
+    scene.platform.time.suspend(0.4);
+    clickAllow();
+    EXPECT_EQ(last(), "the program was held up: the alert has to be seen again");
+    ASSERT_TRUE(drawsTheAlert(frames));
+    scene.advance(0.5);
+    clickAllow();
+    EXPECT_EQ(last(), "a press answers nothing: the alert was not on screen for long enough");
+    EXPECT_THAT(scene.claude.answered, IsEmpty());
+    EXPECT_THAT(recorder.warnings(), IsEmpty());
 }
 
 TEST_F(AlertGateTest, AnAlertThatAClipCutsIsNotOnScreen) {

@@ -3,6 +3,7 @@
 #include "VesloraUI/Store/Defaults.h"
 #include "tests/VesloraUI/Fixtures/FakeMonitor.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/support/LogRecorder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,6 +42,24 @@ class NotchWindowControllerTest : public testing::Test {
     NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
                                      [](NotchViewModel&) { return IslandContent(); }};
 };
+
+TEST_F(NotchWindowControllerTest, TellsWhereItIsAndWhatItShows) {
+    const testing::LogRecorder recorder;
+    start();
+    letWait(1);
+    const std::vector<ScreenInfo> screens = std::exchange(platform.displays.screens, {});
+    emit platform.displays.changed();
+    controller.stop();
+    std::vector<std::string> texts;
+    for (const testing::LogRecorder::Line& line : recorder.decisions()) {
+        if (line.category == "veslora.island") {
+            texts.push_back(line.text);
+        }
+    }
+    EXPECT_THAT(texts, ElementsAre("laid out on " + screens[0].name, "comes up", "shows claudeAlert", "hides",
+                                   "stays as it is, without any screen"));
+    EXPECT_THAT(recorder.warnings(), IsEmpty());
+}
 
 TEST_F(NotchWindowControllerTest, NothingRunsBeforeStart) {
     EXPECT_THAT(claude.log, IsEmpty());

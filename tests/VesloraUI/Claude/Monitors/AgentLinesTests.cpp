@@ -70,7 +70,7 @@ TEST_F(AgentLinesTests, ARequestThatRunsOutIsTold) {
     ask("aaaaaa");
     platform.time.advance(ClaudePermissions::wait);
     EXPECT_THAT(pendingIds(), IsEmpty());
-    EXPECT_THAT(recorder.decisions(), Contains(says("run out of time")));
+    EXPECT_THAT(recorder.decisions(), Contains(says("aaaaaa has run out of time")));
 }
 
 TEST_F(AgentLinesTests, NothingOfItIsPrintedUnasked) {

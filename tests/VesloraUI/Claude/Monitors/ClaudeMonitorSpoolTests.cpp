@@ -28,6 +28,18 @@ TEST_F(ClaudeMonitorSpoolTest, TakesSpoolFilesByTimeThenByName) {
     EXPECT_EQ(monitor.summaries()[0].activity, "C");
 }
 
+TEST_F(ClaudeMonitorSpoolTest, ARequestThatIsFiledJustBeforeTheFirstWatchIsSeenAtOnce) {
+    putSession("s1", "busy", now());
+    platform.watches.beforeWatch = [this](const std::string& directory) {
+        if (directory == spool) {
+            putRequest("aaa");
+        }
+    };
+    monitor.start();
+    finishReading();
+    EXPECT_THAT(pendingIds(), ElementsAre("aaa"));
+}
+
 TEST_F(ClaudeMonitorSpoolTest, AnEventOfYesterdayIsDroppedUnheard) {
     putSession("s1", "busy", now());
     platform.disk.clock = now() - 86'401;

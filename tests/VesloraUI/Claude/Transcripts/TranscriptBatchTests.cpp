@@ -2,6 +2,7 @@
 // Transcripts read by two threads, whose work is done here one after the other or in the other order.
 #include "VesloraUI/Claude/Transcripts/TranscriptBatch.h"
 #include "tests/support/FaultInjectingFiles.h"
+#include "tests/support/LogRecorder.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::LogRecorder;
 using testing::SizeIs;
 
 /// Holds the lines that it was given, in their order.
@@ -115,6 +117,18 @@ TEST_F(TranscriptBatchTest, TwoThreadsShareTheBytesAndKeepTheOrderOfTheFiles) {
     ASSERT_THAT(outcomes, SizeIs(1));
     EXPECT_THAT(outcomes[0].tally.lines, ElementsAre("count 1", "count 2", "count 3", "count 4"));
     EXPECT_THAT(outcomes[0].positions, SizeIs(4));
+}
+
+TEST_F(TranscriptBatchTest, HowManyWereReadIsToldWithoutTheirNames) {
+    const LogRecorder recorder;
+    start({file("heliotrope", "count 1\n"), {std::string(folder) + "heliotrope 2", 1, std::nullopt}});
+    finishReading();
+    EXPECT_THAT(recorder.lines(),
+                ElementsAre(LogRecorder::Line{QtInfoMsg, "veslora.transcripts",
+                                              "read 1 transcripts, and 1 could not be opened"}));
+    start({file("heliotrope", "count 1\n")});
+    finishReading();
+    EXPECT_THAT(recorder.lines(), SizeIs(1)) << "a single one that was read is worth no line";
 }
 
 TEST_F(TranscriptBatchTest, OneLargeFileLeavesTheOthersToTheSecondThread) {
