@@ -67,7 +67,7 @@ void AgentsModel::takeChange() {
 /// OPTIMIZATION: a session that begins to wait lets views and the island ask two dozen questions. Each copied
 /// and sorted everything; now both lists are merged once.
 void AgentsModel::merge() {
-    m_merges += 2;
+    ++m_merges;
     m_summaries = ClaudeSessions::ordered(joined(m_monitors, &AgentMonitor::summaries));
     m_waiting.clear();
     std::ranges::copy_if(m_summaries, std::back_inserter(m_waiting), [](const auto& summary) {

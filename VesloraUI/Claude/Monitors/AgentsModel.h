@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The one face of all agents: views and the island ask it for sessions and requests without caring which
-// agent stands behind them. It keeps the lists of all monitors merged, and merges them once for each change.
+// agent is behind them. It keeps the lists of all monitors merged, and merges them once for each change.
 // Main thread only.
 #pragma once
 
@@ -42,7 +42,7 @@ class AgentsModel : public QObject {
     [[nodiscard]] const AgentTraits& traitsOf(AgentKind kind) const;
     [[nodiscard]] QList<int> kinds() const;
 
-    // Each list stands until the next change. What is to outlive one, such as a call that answers or jumps,
+    // Each list is valid until the next change. What is to outlive one, such as a call that answers or jumps,
     // has to be copied.
 
     /// Of all agents, as `ClaudeSessions::ordered` sorts them.
@@ -59,7 +59,7 @@ class AgentsModel : public QObject {
     /// Each agent's use of tokens as of now, in the agents' order; without those that nothing is known of.
     [[nodiscard]] std::vector<AgentUsage> usages() const;
     [[nodiscard]] bool anyHooksInstalled() const;
-    /// How often a list was merged. A change costs two: the sessions and the requests.
+    /// How often the lists of sessions and of requests were merged: once for each change.
     [[nodiscard]] std::uint64_t merges() const { return m_merges; }
 
     void start();
