@@ -65,7 +65,7 @@ void Rack::startTimer(Length length) const {
     const Area module = moduleOf(WidgetID::timer);
     constexpr int keyStep = 34 + 6;
     press({module.x + 17 + (length == Length::longest ? 2 * keyStep : 0), keyFoot});
-    // At the right edge; once the timer runs a dim key stands there.
+    // At the right edge; once the timer runs a dim key is there.
     const Place key{module.right() - 20, keyFoot};
     waitUntil("the timer's key", [&] { return isBright(m_display.pixel(key)); });
     press(key);

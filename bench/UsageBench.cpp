@@ -36,7 +36,7 @@ struct Outcome {
 
 /// Runs a command to its end. Throws if it fails.
 Outcome runToEnd(std::vector<std::string> command, const std::string& outputFile) {
-    // The program reads at low priority. On a machine that others use too, the rest must stand back as far.
+    // The program reads at low priority. On a machine that others use too, the rest must be as low.
     command.insert(command.begin(), {"nice", "-n", "10"});
     const auto arguments = argumentsOf(command);
     posix_spawn_file_actions_t actions;

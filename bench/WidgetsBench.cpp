@@ -21,7 +21,7 @@ namespace {
 
 constexpr Range share{1e-4, 400};
 
-/// The lengths of all bursts in milliseconds; 0 for a frame that stands alone.
+/// The lengths of all bursts in milliseconds; 0 for a frame on its own.
 std::vector<double> burstsOf(const std::vector<Frame>& frames) {
     constexpr double gap = 0.1;
     std::vector<double> lengths;

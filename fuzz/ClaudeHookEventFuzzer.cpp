@@ -16,7 +16,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(!event->tool || std::holds_alternative<ClaudeHookEvent::ToolDone>(event->kind));
         const auto line = "{\"t\": 5, \"e\": " + std::string(text) + "}";
         const auto recorded = ClaudeHookEvent::parse(line);
-        // Wrapped it lies one level deeper, and a byte order mark stands in the middle.
+        // Wrapped it lies one level deeper, and a byte order mark is in the middle.
         require(!recorded || (recorded->sessionId == event->sessionId && recorded->kind == event->kind));
     }
     if (const auto recorded = ClaudeHookEvent::parse(text)) {

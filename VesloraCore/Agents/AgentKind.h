@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which coding agent a session belongs to. What else there is to say of an agent stands in AgentTraits. Plain
+// Which coding agent a session belongs to. What else there is to say of an agent is in AgentTraits. Plain
 // values, any thread.
 #pragma once
 

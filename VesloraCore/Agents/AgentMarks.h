@@ -16,7 +16,7 @@ struct AgentSpinner {
     std::string_view (*frame)(Timestamp date) = nullptr;
     double period = 0; ///< seconds of one frame
     int size = 0;      ///< of the glyphs, in points
-    double offset = 0; ///< points below the middle, where the glyphs of a font stand too high
+    double offset = 0; ///< points below the middle, where the glyphs of a font are too high
 };
 
 namespace ClaudeMascot {

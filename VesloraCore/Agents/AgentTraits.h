@@ -25,7 +25,7 @@ struct AgentColor {
 
 inline constexpr AgentColor claudeOrange{215, 119, 87};
 
-/// What stands for an agent beside the notch.
+/// The mark of an agent beside the notch.
 enum class AgentPicture : std::uint8_t {
     letters, ///< its glyph, written
     mascot,  ///< ClaudeMascot, drawn
@@ -46,7 +46,7 @@ struct AgentTraits {
     std::string_view fullName; ///< for people, as its makers call it
     /// The agent that is meant where none is named: its name and its mark are shown only beside another's.
     bool isImplied = false;
-    std::string_view glyph;     ///< the few letters that stand before a session of the agent
+    std::string_view glyph;     ///< the few letters before a session of the agent
     bool isGlyphSymbol = false; ///< of the font of symbols, not of the one of letters
     AgentPicture picture = AgentPicture::letters;
     std::optional<AgentColor> color; ///< of glyph, picture and spinner; absent for the colour of text

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Decides whether a press on an alert answers it: only if its whole text had stood on screen for long enough
+// Decides whether a press on an alert answers it: only if its whole text had been on screen for long enough
 // when the button went down, and nothing has held the program up since. A plain value without a clock; its
 // owner keeps it on one thread.
 //
@@ -27,7 +27,7 @@ class AnswerGate {
     /// `steady` is now, as in all operations.
     explicit AnswerGate(double steady) : m_lastTick(steady) {}
 
-    /// The frame that holds all of the text stood on screen at `eventTime` of the window system's clock.
+    /// The frame that holds all of the text was on screen at `eventTime` of the window system's clock.
     void frameShown(std::uint32_t eventTime, double steady);
 
     /// To be called at short, even intervals. False if the program was held up since the last tick or press:
@@ -37,7 +37,7 @@ class AnswerGate {
     /// Forgets the frame, as it does not show the text any more.
     void reset();
 
-    /// Whether the text stands on screen as far as is known.
+    /// Whether the text is on screen as far as is known.
     [[nodiscard]] bool isShown() const { return m_frame.has_value(); }
     /// Whether a button that goes down now would be accepted, for the look of the keys. The judgement itself
     /// goes by the event's own time.

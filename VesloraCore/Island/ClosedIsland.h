@@ -49,7 +49,7 @@ struct ClosedIslandSettings {
 
 struct ClosedIslandActivity {
     LiveActivityKind kind = LiveActivityKind::none;
-    std::optional<double> wingWidth; ///< points of one wing; absent where nothing stands beside the notch
+    std::optional<double> wingWidth; ///< points of one wing; absent where nothing is beside the notch
     bool operator==(const ClosedIslandActivity&) const = default;
 };
 

@@ -16,7 +16,7 @@ enum class Command {
     settings, ///< open the settings window
     toggle,   ///< open the island, or close it
     quit,     ///< end in the whole order of stopping
-    status,   ///< tell in one line how things stand
+    status,   ///< tell in one line what is going on
 };
 
 /// What became of a command. The text is the status line, or why it could not be done; else it is empty. One

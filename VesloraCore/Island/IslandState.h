@@ -26,7 +26,8 @@ enum class IslandState {
 /// An open island hides every alert.
 [[nodiscard]] IslandState islandStateOf(bool isExpanded, LiveActivityKind kind);
 
-/// Whether the island stands out from the screen's edge, with a shadow and a hairline: every alert, and open.
+/// Whether the island reaches out from the screen's edge, with a shadow and a hairline: every alert, and
+/// open.
 [[nodiscard]] bool isOpen(IslandState state);
 
 /// Everything that decides the island's size.

@@ -7,10 +7,10 @@
 
 namespace veslora::ByteSearch {
 
-/// Where `literal`, of at least two bytes, first stands at or after `from`; `npos` when nowhere.
+/// Where `literal`, of at least two bytes, first occurs at or after `from`; `npos` when nowhere.
 [[nodiscard]] std::size_t find(std::string_view bytes, std::string_view literal, std::size_t from = 0);
 
-/// Where `byte` stands for the last time before `end`, which is at most the length; `npos` when nowhere.
+/// Where `byte` occurs for the last time before `end`, which is at most the length; `npos` when nowhere.
 [[nodiscard]] std::size_t findLast(std::string_view bytes, char byte, std::size_t end);
 
 } // namespace veslora::ByteSearch

@@ -6,7 +6,7 @@
 
 namespace veslora::PathText {
 
-/// What stands after the last slash, closing slashes not counted: "proj" of "/home/me/proj/". The root gives
+/// What follows the last slash, closing slashes not counted: "proj" of "/home/me/proj/". The root gives
 /// "/" and empty text is its own last component.
 [[nodiscard]] inline std::string_view lastComponent(std::string_view path) {
     const std::size_t end = path.find_last_not_of('/');

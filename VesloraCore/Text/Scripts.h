@@ -11,7 +11,7 @@ namespace veslora::Scripts {
 enum class Script : std::uint8_t {
     unknown,   ///< unassigned, newer than the toolkit, for private use, or no character at all
     common,    ///< used by many scripts: digits, punctuation, symbols
-    inherited, ///< marks that take the script of what they stand on
+    inherited, ///< marks that take the script of what they are put on
 };
 
 [[nodiscard]] Script of(char32_t codePoint);

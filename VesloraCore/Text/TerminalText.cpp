@@ -20,7 +20,7 @@ struct Range {
 constexpr Range blanks[] = {{0x09, 0x0D}, {0x85, 0x85}, {0x2028, 0x2029}};
 
 // Unicode's categories "control" and "format" as of its version 15, and the plane of tags, which is spread
-// over it: few enough to stand here.
+// over it: few enough to be listed here.
 constexpr Range hidden[] = {{0x00, 0x1F},       {0x7F, 0x9F},       {0xAD, 0xAD},       {0x600, 0x605},
                             {0x61C, 0x61C},     {0x6DD, 0x6DD},     {0x70F, 0x70F},     {0x890, 0x891},
                             {0x8E2, 0x8E2},     {0x180E, 0x180E},   {0x200B, 0x200F},   {0x202A, 0x202E},

@@ -61,7 +61,7 @@ class Marks {
         }
         return isStray;
     }
-    /// What came last is not shown as itself, so that no mark can stand on it.
+    /// What came last is not shown as itself, so that no mark can be put on it.
     void forgetBase() { m_base = none; }
 
   private:

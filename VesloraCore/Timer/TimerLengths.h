@@ -15,7 +15,7 @@ inline constexpr std::array minutes{1,  2,  3,  4,  5,  6,  7,  8,  9,   10,  15
 /// step from there leads to the next one above it, or to the last.
 [[nodiscard]] int adjust(int current, int steps);
 
-/// How far up the ladder a length stands: from one part in 28 for the first to 1 for the last. A value beside
+/// How far up the ladder a length is: from one part in 28 for the first to 1 for the last. A value beside
 /// the ladder counts as the first.
 [[nodiscard]] double fraction(int current);
 

@@ -17,7 +17,7 @@ namespace veslora {
 /// A way that refuses is not asked again before the next hold, unless another comes to serve it: a service
 /// that starts after us, or again, is then asked, and takes over from the ways that come after it. One that
 /// does not answer is passed over in time, and takes over too should its answer still come. What was held
-/// goes only once what replaces it stands, since a desktop that has been idle for long would sleep in
+/// goes only once what replaces it is there, since a desktop that has been idle for long would sleep in
 /// between.
 class PowerAssertions final : public PowerAsserting {
   public:
@@ -53,7 +53,7 @@ class PowerAssertions final : public PowerAsserting {
     Scheduler& m_scheduler;
     std::vector<Way> m_ways;
     std::optional<KeepAwakeHold> m_hold;
-    std::vector<std::unique_ptr<Inhibition>> m_outgoing; ///< until what replaces them stands
+    std::vector<std::unique_ptr<Inhibition>> m_outgoing; ///< until what replaces them is there
     std::uint64_t m_requests = 0;
 };
 

@@ -27,7 +27,7 @@ class SystemBus {
     /// Without `connect`, to the bus that the environment names or that listens at the usual place.
     explicit SystemBus(Scheduler& scheduler, Connect connect = usualConnect());
 
-    /// Calls `run` once, unless `receiver` goes before: within this call where the connection stands, and
+    /// Calls `run` once, unless `receiver` goes before: within this call where the connection is open, and
     /// otherwise when it does or is known not to. What failed is tried again with the next call.
     void whenConnected(QObject& receiver, std::function<void(const Connection&)> run);
 

@@ -67,7 +67,7 @@ bool ProcProcesses::isAlive(std::int32_t pid) const {
         return false;
     }
     const auto stat = ProcessTree::statOf(pid);
-    // Where /proc hides a process that may be signalled, the signal's word stands.
+    // Where /proc hides a process that may be signalled, the signal's word counts.
     return !stat || (stat->state != 'Z' && stat->state != 'X');
 }
 

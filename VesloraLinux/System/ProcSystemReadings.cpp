@@ -84,7 +84,7 @@ std::optional<std::uint64_t> ProcSystemReadings::physicalMemory() {
 }
 
 std::optional<CPUTicks> ProcSystemReadings::ticks() {
-    // The sums stand in the first line, which is far shorter.
+    // The sums are in the first line, which is far shorter.
     constexpr std::size_t cap = 1024;
     const std::string path = m_root + "/proc/stat";
     return told(path, ProcText::cpuTicks(fileBeginning(path, cap)));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tells when a frame of the panel stands on an X server's screen, on the server's own clock, by which it also
+// Tells when a frame of the panel is on an X server's screen, on the server's own clock, by which it also
 // stamps the pointer's events. Behind the frame's pixels, on the same connection, a property of the window is
 // changed by nothing at all: the server does both in order and tells the time of the change.
 //

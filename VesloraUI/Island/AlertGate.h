@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Watches one alert until it stands on screen: its room at full opacity, whole inside the island, in a frame
+// Watches one alert until it is on screen: its room at full opacity, whole inside the island, in a frame
 // that was drawn. Only then does the island take clicks there, and from then on it judges the presses that
 // decide something. It belongs to one alert for its whole life. Main thread only.
 #pragma once
@@ -20,7 +20,7 @@ namespace veslora {
 class FrameClock;
 class Scheduler;
 
-// Qt tells qmllint of a base only by the name that stands here, so it has to be the whole one.
+// Qt tells qmllint of a base only by the name that is written here, so it has to be the whole one.
 class AlertGate : public veslora::PressJudge, public QQmlParserStatus {
     Q_OBJECT
     QML_ELEMENT
@@ -34,13 +34,13 @@ class AlertGate : public veslora::PressJudge, public QQmlParserStatus {
     Q_PROPERTY(QQuickItem* text READ text WRITE setText FINAL)
     /// False once the alert is on its way out.
     Q_PROPERTY(bool isWatching READ isWatching WRITE setWatching FINAL)
-    /// The alert stood on screen once, whole.
+    /// The alert was on screen once, whole.
     Q_PROPERTY(bool isOnScreen READ isOnScreen NOTIFY isOnScreenChanged FINAL)
 
   public:
     /// Between two ticks, by which a stall shows; the same as the fuse's, so that both fall together.
     static constexpr double period = 0.1;
-    /// Of the room: its text, which is drawn at 0.99 of that, then stands at no less than 0.95.
+    /// Of the room: its text, which is drawn at 0.99 of that, is then at no less than 0.95.
     static constexpr double wholeOpacity = 0.96;
 
     explicit AlertGate(QObject* parent = nullptr) : PressJudge(parent) {}

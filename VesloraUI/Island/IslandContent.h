@@ -14,7 +14,7 @@ namespace veslora {
 
 class NotchViewModel;
 
-/// What stands on the panel: its root item, and the island's outline as drawn right now, in that item's
+/// What is on the panel: its root item, and the island's outline as drawn right now, in that item's
 /// coordinates.
 struct IslandContent {
     std::unique_ptr<QQuickItem> item;

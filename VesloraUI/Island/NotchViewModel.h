@@ -40,7 +40,7 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(veslora::IslandModels* models READ models CONSTANT FINAL)
 
   public:
-    /// What stands on the island. States whose views have not landed show nothing.
+    /// What is on the island. States whose views have not landed show nothing.
     enum Content {
         Nothing,
         TimerRunning,
@@ -68,7 +68,7 @@ class NotchViewModel : public QObject {
     [[nodiscard]] Content content() const { return m_shown.content; }
     [[nodiscard]] QString contentIdentity() const;
     [[nodiscard]] QString subject() const { return m_shown.subject; }
-    /// Whether the alert that shows stands on screen already, as its view has said. Until then a click that
+    /// Whether the alert that shows is on screen already, as its view has said. Until then a click that
     /// falls where it will be was meant for what lies beneath.
     [[nodiscard]] bool isAlertOnScreen() const { return m_isAlertOnScreen; }
     /// To be said by the alert's view. One that is on its way out already changes nothing.

@@ -51,7 +51,7 @@ class NotchWindowController : public QObject {
     /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
     /// edited. False while it is not on screen: then nothing changes.
     bool toggle();
-    /// What stands on the island while it is closed, also without a screen.
+    /// What is on the island while it is closed, also without a screen.
     [[nodiscard]] LiveActivityKind closedActivity() const { return presentation().activity.kind; }
     /// By which one can see that no change is judged twice.
     [[nodiscard]] std::uint64_t judgements() const { return m_judge.judgements(); }

@@ -167,7 +167,7 @@ class Files {
 
     /// Replaces a file of the user's by `bytes`, but only if it still holds `expected`; where that is absent,
     /// makes it, but only if there is none. An edit of another program's at any moment is never lost: then
-    /// that file stands and `FileRefusal::changed` is the answer; what an unlucky third program left between
+    /// that file stays and `FileRefusal::changed` is the answer; what an unlucky third program left between
     /// two edits stays beside it as "<name>.veslora-kept.<random>". Mode, owner, group, access list and
     /// extended attributes are kept; where they or a second name of the file can't be, it is refused. Links
     /// are refused, so resolve first.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seam that tells when what was drawn stands on screen, on the clock by which pointer events are stamped.
+// The seam that tells when what was drawn is on screen, on the clock by which pointer events are stamped.
 // Main thread only.
 #pragma once
 

@@ -21,7 +21,7 @@ class TerminalMultiplexer {
     /// What `findClients` found: the processes of all attached clients by which the user could see the pane.
     using Clients = std::vector<std::int32_t>;
 
-    /// Seconds after which `findClients` waits no longer: an agent stands still meanwhile.
+    /// Seconds after which `findClients` waits no longer: an agent waits meanwhile.
     static constexpr double findLimit = 0.3;
 
     virtual ~TerminalMultiplexer() = default;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The few texts that name the machine or something that only one platform has, in the words of this one. All others
-// stand where they are shown.
+// are where they are shown.
 pragma Singleton
 import QtQuick
 

@@ -136,7 +136,7 @@ bool Defaults::load() {
     auto parsed = m_text ? Json::parse(*m_text) : Json::makeObject();
     m_isDamaged = !parsed || !parsed->isObject();
     if (m_isDamaged) {
-        qCWarning(Logs::settings, "%s holds no settings, and those before it stand", m_path.c_str());
+        qCWarning(Logs::settings, "%s holds no settings, so the earlier ones apply", m_path.c_str());
         return false;
     }
     qCInfo(Logs::settings, m_text ? "read %s" : "there is no %s", m_path.c_str());

@@ -30,7 +30,7 @@ struct ClosedRange {
     bool operator==(const ClosedRange&) const = default;
 };
 
-/// Words with "claude" in them serve every agent; the spelling stands for the sake of existing files.
+/// Words with "claude" in them serve every agent; the spelling stays for the sake of existing files.
 namespace SettingsKeys {
 
 inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tells whether an item was on screen already. What comes into view stands at its value; only what changes
+// Tells whether an item was on screen already. What comes into view is at its value; only what changes
 // while somebody may see it moves there.
 #pragma once
 

@@ -18,7 +18,7 @@ class PixelItem : public QQuickItem {
     QML_UNCREATABLE("what the small shapes have in common")
     /// Points to the item that follows in a row, at its right. Where this is given the space in between comes
     /// out as equally many pixels throughout the row, and the item's width takes up the rest. Where it is 0
-    /// the width is equally many pixels wherever the item stands.
+    /// the width is equally many pixels wherever the item is.
     Q_PROPERTY(double gap READ gap WRITE setGap NOTIFY gapChanged FINAL)
 
   public:

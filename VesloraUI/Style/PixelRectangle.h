@@ -8,7 +8,7 @@
 
 namespace veslora {
 
-// Qt tells qmllint of a base only by the name that stands here, so it has to be the whole one.
+// Qt tells qmllint of a base only by the name that is written here, so it has to be the whole one.
 class PixelRectangle : public veslora::PixelItem {
     Q_OBJECT
     QML_ELEMENT

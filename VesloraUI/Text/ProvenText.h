@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Two lines of text of which the item itself can tell whether everything in them is to be seen. It stands
+// Two lines of text of which the item itself can tell whether everything in them is to be seen. It is
 // from left to right in the order of its characters. It is laid out, judged and painted once, before the next
 // frame, whenever anything about it changes.
 #pragma once

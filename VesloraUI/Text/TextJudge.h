@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whether every letter of a text that was laid out can be seen where it stands: by its glyphs, and by the
+// Whether every letter of a text that was laid out can be seen where it is: by its glyphs, and by the
 // pixels that they give. For the main thread.
 #pragma once
 
@@ -15,9 +15,9 @@ namespace veslora {
 enum class TextFault {
     none,
     blank,          ///< there is no letter at all
-    missingGlyph,   ///< no font has a glyph for it, so that a box or nothing stands there
+    missingGlyph,   ///< no font has a glyph for it, so that a box or nothing is there
     merged,         ///< it shares a glyph with its neighbour
-    reordered,      ///< it stands left of the one before it
+    reordered,      ///< it is left of the one before it
     markWithoutInk, ///< it has marks that change nothing, or too little
     withoutInk,     ///< its glyphs are blank
     outside,        ///< it leaves its line or the box
@@ -37,7 +37,7 @@ namespace TextJudge {
 /// How far ink may rise above its line or fall below it, for stacked accents. A view must not clip it.
 inline constexpr double slack = 2;
 
-/// Judges the letters that stand in the box's lines as they are painted with so many device pixels a point.
+/// Judges the letters that are in the box's lines as they are painted with so many device pixels a point.
 /// `text` and `font` are those that the lines were made of. It takes fractions of a millisecond for usual
 /// texts.
 [[nodiscard]] TextVerdict judged(const TextLines& lines, const QString& text, const QFont& font,

@@ -13,7 +13,7 @@ namespace veslora {
 
 namespace {
 
-/// Stands before the text and keeps all of it in its own order, whatever directions its letters have.
+/// Goes before the text and keeps all of it in its own order, whatever directions its letters have.
 constexpr QChar leftToRightOverride(0x202D);
 /// By so much are positions in the layout greater than those in the text.
 constexpr int offset = 1;

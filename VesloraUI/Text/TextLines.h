@@ -29,7 +29,7 @@ struct TextBox {
 
 class TextLines {
   public:
-    /// A cluster that is no blank, where it stands.
+    /// A cluster that is no blank, where it is.
     struct Letter {
         TextCluster cluster;
         int line = 0;
@@ -41,7 +41,7 @@ class TextLines {
 
     [[nodiscard]] const TextBox& box() const { return m_box; }
     [[nodiscard]] const std::vector<Letter>& letters() const { return m_letters; }
-    /// How many of the clusters stand in the box's lines, from the first on.
+    /// How many of the clusters are in the box's lines, from the first on.
     [[nodiscard]] qsizetype room() const { return m_room; }
     /// Whether all of them do.
     [[nodiscard]] bool isWhole() const { return m_room == m_clusters.size(); }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A time left. Its digits stand in boxes of equal width, so that one that changes moves no other, and roll downward.
+// A time left. Its digits are in boxes of equal width, so that one that changes moves no other, and roll downward.
 import QtQuick
 import Veslora
 
@@ -34,7 +34,7 @@ Item {
     Row {
         id: digits
 
-        // A box is wider than its digit; the first one stands at the edge all the same.
+        // A box is wider than its digit; the first one is at the edge all the same.
         x: time.isMonospaced ? 0 : -0.04 * time.size
 
         Repeater {

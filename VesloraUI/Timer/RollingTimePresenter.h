@@ -23,7 +23,7 @@ struct RollingPiece {
   public:
     int id = 0; ///< its place from the right, from 0: the seconds keep theirs when the hours go
     QString text;
-    QString former; ///< what stood there before
+    QString former; ///< what was there before
     int turns = 0;  ///< how often that has changed
     bool isDigit = false;
 

@@ -19,7 +19,7 @@ class TimerPickerPresenter : public veslora::Presenter {
     /// Whether there is room to tell how the length is set.
     Q_PROPERTY(bool hasHint READ hasHint NOTIFY changed FINAL)
     Q_PROPERTY(double seconds READ seconds NOTIFY changed FINAL)
-    /// How far up the ladder of lengths it stands.
+    /// How far up the ladder of lengths it is.
     Q_PROPERTY(double fraction READ fraction NOTIFY changed FINAL)
     Q_PROPERTY(int segments READ segments CONSTANT FINAL)
     Q_PROPERTY(QList<int> presets READ presets CONSTANT FINAL)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A time of day in which every digit stands in a box of equal width.
+// A time of day in which every digit is in a box of equal width.
 import QtQuick
 import Veslora
 

@@ -12,7 +12,7 @@
 
 namespace veslora {
 
-/// A digit, or what stands between two.
+/// A digit, or what is between two.
 struct ClockPiece {
     Q_GADGET
     QML_VALUE_TYPE(clockPiece)
@@ -56,7 +56,7 @@ class ClockViewPresenter : public veslora::Presenter {
     [[nodiscard]] QAbstractItemModel* pieces() { return &m_pieces; }
     [[nodiscard]] int fontSize() const { return m_shown.fontSize; }
 
-    /// Cuts a time into its pieces. Text that runs from the right stays whole, as its parts do not stand in
+    /// Cuts a time into its pieces. Text that runs from the right stays whole, as its parts are not in
     /// the order in which they are written.
     [[nodiscard]] static std::vector<ClockPiece> piecesOf(const QString& time);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One place of the rack, and the widget that stands in it.
+// One place of the rack, and the widget that is in it.
 import QtQuick
 import Veslora
 

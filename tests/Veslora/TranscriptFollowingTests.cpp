@@ -67,7 +67,7 @@ TEST_F(TranscriptFollowingTests, HearsOfALineAsSoonAsItIsWritten) {
     const auto monitor = makeMonitor();
     monitor->loadToday();
     ASSERT_TRUE(waitUntil([&] { return monitor->today().output == 5; }));
-    // The watches stand once the walks have ended; whatever came before is found by them.
+    // The watches are set once the walks have ended; whatever came before is found by them.
     std::ofstream open(folder.path("projects/p/a.jsonl"), std::ios::binary | std::ios::app);
     open << line("n", 7) << std::flush;
     EXPECT_TRUE(waitUntil([&] { return monitor->today().output == 12; }));

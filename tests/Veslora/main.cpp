@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests that need an application object make the one that they need, so none stands here.
+// Tests that need an application object make the one that they need, so none is made here.
 #include <gtest/gtest.h>
 
 int main(int count, char** arguments) {

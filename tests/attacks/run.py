@@ -236,7 +236,7 @@ class Attack:
             self.park()
             self.click()
             self.refuse(prompt, name)
-        # Few enough of them are spelled, stand whole on screen, and may be allowed.
+        # Few enough of them are spelled, are whole on screen, and may be allowed.
         prompt = self.ask("rm a\u034fb\u200bc \u05d0 ; # \u05d1")
         wait_for("the prompt", lambda: self.screen.find("rm a⟨U+034F⟩b⟨U+200B⟩c \u05d0 ; # \u05d1"))
         self.considered("Allow", prompt)

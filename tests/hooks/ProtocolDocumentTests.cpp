@@ -35,7 +35,7 @@ std::string protocol() {
     return dataFile("../../docs/protocol.md");
 }
 
-/// What stands between backquotes in a line.
+/// What is between backquotes in a line.
 std::vector<std::string> quotedIn(const std::string& line) {
     std::vector<std::string> texts;
     std::istringstream rest(line);
@@ -62,7 +62,7 @@ Table tableBelow(const std::string& heading) {
     return table;
 }
 
-/// What stands in a text between two others; empty where that is nowhere.
+/// What a text holds between two others; empty where that is nowhere.
 std::string between(std::string_view text, std::string_view before, std::string_view after) {
     const std::size_t found = text.find(before);
     if (found == std::string_view::npos) {

@@ -82,19 +82,19 @@ class Screen:
         self.stage.run("xdotool", "click", "--repeat", str(notches), "--delay", "40", "5")
 
     def open_island(self):
-        """Opens the rack and waits until it stands: what it does not show yet can't be pressed."""
+        """Opens the rack and waits until it is there: what it does not show yet can't be pressed."""
         width = self.stage.size[0]
         self.move_to(width // 2, self.stage.pixels(12))
         foot = []
 
-        def stands():
+        def is_there():
             # A program that has only just started hears of the pointer when it moves again.
             self.stage.run("xdotool", "mousemove_relative", "--sync", "--", str(1 - len(foot) % 2 * 2), "0")
             row = self.pixels(f"{width}x1+0+{self.stage.pixels(RACK_FOOT)}")
             foot.append(row)
             return (0, 0, 0) == row[width // 2] and foot[-2:-1] == [row]
 
-        wait_for("the rack to stand", stands)
+        wait_for("the rack to be there", is_there)
 
     def rest(self):
         """Takes the pointer out of the way."""

@@ -16,7 +16,7 @@ struct AgentHookNames {
     std::string_view answers;    ///< folder: a file for each answer, named by the request
     std::string_view event;      ///< script
     std::string_view permission; ///< script
-    std::string_view madeMarker; ///< stands while the agent's configuration is a file which we made
+    std::string_view madeMarker; ///< exists while the agent's configuration is a file which we made
     /// The names of the spool's files tell the process that the hook was started by, as the payload does not.
     bool tellsParent = false;
 };

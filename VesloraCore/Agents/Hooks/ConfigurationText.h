@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads and writes the text of an agent's own configuration file. Both installers stand on it: what they do
+// Reads and writes the text of an agent's own configuration file. Both installers use it: what they do
 // not understand wholly, they do not touch. Pure functions, any thread.
 #pragma once
 

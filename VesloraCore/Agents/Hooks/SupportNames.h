@@ -10,7 +10,7 @@ namespace veslora::SupportNames {
 inline constexpr std::string_view heartbeat = "heartbeat"; ///< the clock in seconds since 1970, digits alone
 /// The program's process id, digits alone, and on the next line the space in which it counts.
 inline constexpr std::string_view processId = "pid";
-inline constexpr std::string_view startedBefore = "started"; ///< stands from the first start on
+inline constexpr std::string_view startedBefore = "started"; ///< exists from the first start on
 inline constexpr std::string_view jsonValue = "json-value";  ///< the helper that the status-line script asks
 
 inline constexpr std::string_view claudeHook = "claude-hook.sh";
@@ -28,7 +28,7 @@ inline constexpr std::string_view statusLineSnapshots = "statusline"; ///< the n
 inline constexpr std::string_view statusLineOriginal = "statusline-original.json"; ///< the user's own setting
 inline constexpr std::string_view statusLineWrapped = "statusline-wrapped";        ///< its command
 
-// Each stands while the agent's configuration is a file which we made, and holds that file's path.
+// Each exists while the agent's configuration is a file which we made, and holds that file's path.
 inline constexpr std::string_view claudeSettingsMade = "claude-settings-made";
 inline constexpr std::string_view codexHooksMade = "codex-hooks-made";
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What stands beside and below the meters of the usage widget. Times are handed on as they are: only the view
-// knows how its reader writes them. Pure functions, any thread.
+// What is shown beside and below the meters of the usage widget. Times are handed on as they are: only the
+// view knows how its reader writes them. Pure functions, any thread.
 #pragma once
 
 #include "VesloraCore/Agents/Usage/AgentUsage.h"

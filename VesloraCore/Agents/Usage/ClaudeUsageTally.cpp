@@ -14,7 +14,7 @@ namespace {
 struct Message {
     std::optional<std::string> id;
     std::optional<ClaudeTokenTotals> usage;
-    bool isUsagePlain = false; ///< its key stands there without escapes, and so the marker does
+    bool isUsagePlain = false; ///< its key is written there without escapes, and so the marker does
 };
 
 // Of several equal keys the last counts, and so each function begins again.

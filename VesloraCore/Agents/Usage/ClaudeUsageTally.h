@@ -34,8 +34,8 @@ class ClaudeUsageTally {
     /// Counts the day that holds `time`.
     ClaudeUsageTally(Timestamp time, std::shared_ptr<const Calendar> calendar);
 
-    /// Takes one line, valid UTF-8 without its line end. A message stands in several lines and counts once,
-    /// with the figures of its last one, even if they are lower. Lines of another day are passed over.
+    /// Takes one line, valid UTF-8 without its line end. A message is spread over several lines and counts
+    /// once, with the figures of its last one, even if they are lower. Lines of another day are passed over.
     void add(std::string_view line);
     void add(const ClaudeUsageLine& line);
 

@@ -25,7 +25,7 @@ std::optional<ClaudeLimit> limitFrom(const Json& window) {
     return ClaudeLimit{*percent, UsageNumbers::numberAt(window, "resets_at")};
 }
 
-// A window's length says which limit it is; the key it stands under only stands in for a missing length.
+// A window's length says which limit it is; the key it is under only replaces a missing length.
 void readWindow(const Json& limits, std::string_view key, std::int64_t assumedMinutes, CodexLimits& read) {
     const Json* window = limits.objectAt(key);
     if (!window) {

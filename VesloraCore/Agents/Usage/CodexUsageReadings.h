@@ -21,7 +21,7 @@ class CodexUsageReadings {
     CodexUsageReadings(Timestamp time, std::shared_ptr<const Calendar> calendar);
 
     /// Takes one line, valid UTF-8 without its line end. Lines of several sessions come in any order: an
-    /// older reading never replaces a newer one, and of two with one date the later line stands.
+    /// older reading never replaces a newer one, and of two with one date the later line counts.
     void add(std::string_view text);
 
     /// Takes what another one read after this one. False, and nothing is taken, if that one counted another

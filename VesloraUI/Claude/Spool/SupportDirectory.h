@@ -42,7 +42,7 @@ class SupportDirectory {
     /// A folder in it, as it is now.
     [[nodiscard]] OpenedFolder openFolder(std::string_view name) const;
 
-    /// The signs of life, which stand as long as anybody holds this.
+    /// The signs of life, which remain as long as anybody holds this.
     class Presence {
       public:
         explicit Presence(SupportDirectory& directory) : m_directory(directory) {}

@@ -27,7 +27,7 @@ struct AgentGlyph {
     QString fullName; ///< the same as its makers call it
     QColor color;
     bool isSymbol = false; ///< a glyph of the symbol font
-    bool isMascot = false; ///< beside the notch the mascot stands in its place
+    bool isMascot = false; ///< beside the notch the mascot takes its place
 
     bool operator==(const AgentGlyph&) const = default;
 

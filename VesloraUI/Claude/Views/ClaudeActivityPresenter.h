@@ -24,7 +24,7 @@ class ClaudeActivityPresenter : public veslora::Presenter {
     Q_PROPERTY(QString spinner READ spinner NOTIFY changed FINAL)
     Q_PROPERTY(double spinnerPeriod READ spinnerPeriod NOTIFY changed FINAL)
     Q_PROPERTY(int spinnerSize READ spinnerSize NOTIFY changed FINAL)
-    /// Points below the middle, where the glyphs of a font stand too high.
+    /// Points below the middle, where the glyphs of a font are too high.
     Q_PROPERTY(double spinnerOffset READ spinnerOffset NOTIFY changed FINAL)
 
   public:

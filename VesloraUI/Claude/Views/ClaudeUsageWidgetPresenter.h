@@ -25,7 +25,7 @@ class ClaudeUsageWidgetPresenter : public veslora::Presenter {
     /// The agent that the widget speaks of, where its readers can't know that anyway.
     Q_PROPERTY(veslora::AgentGlyph glyph READ glyph NOTIFY changed FINAL)
     Q_PROPERTY(QString todayText READ todayText NOTIFY changed FINAL)
-    /// Stands in place of all readings; empty where there are some.
+    /// Shown instead of all readings; empty where there are some.
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY changed FINAL)
     /// The readings of one agent; empty while `lines` has some.
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT FINAL)

@@ -10,7 +10,7 @@
 
 namespace veslora {
 
-/// One meter with what stands beside and below it.
+/// One meter with what is shown beside and below it.
 struct UsageReading {
     Q_GADGET
     QML_VALUE_TYPE(usageReading)

@@ -10,7 +10,7 @@ using namespace veslora;
 
 namespace {
 
-/// A moment in 2025 at which both spinners stand at their first frame.
+/// A moment in 2025 at which both spinners are at their first frame.
 constexpr Timestamp start = 1'760'000'400;
 
 /// Where half a frame keeps the test clear of the edges between frames.

@@ -34,7 +34,7 @@ TEST(MusicSource, PlayerIsNamedAfterTheLastPieceOfItsIdentifier) {
     EXPECT_EQ(nameOf("org.mpv"), "Mpv");
     EXPECT_EQ(nameOf("..."), "...");
     EXPECT_EQ(nameOf("org.éclair"), "Éclair");
-    EXPECT_EQ(nameOf("org.\xff\xfe"), "\xff\xfe") << "Broken text stands as it is.";
+    EXPECT_EQ(nameOf("org.\xff\xfe"), "\xff\xfe") << "Broken text stays as it is.";
 }
 
 TEST(MusicSource, KeepsTheWholeIdentifier) {

@@ -100,7 +100,7 @@ TEST(VisibleText, MarksThatNoLanguageWritesAreSpelled) {
     EXPECT_EQ(spelled("e\u0302\u0301\u0323"), "e\u0302\u0301\u0323");
     EXPECT_EQ(spelled("e\u0302\u0301\u0323\u0308"), "e\u0302\u0301\u0323⟨U+0308⟩") << "a fourth";
     EXPECT_EQ(spelled("e\u0301\u0301"), "e\u0301⟨U+0301⟩") << "the same twice";
-    EXPECT_EQ(spelled("e\u0301\u0301\u0302"), "e\u0301⟨U+0301⟩⟨U+0302⟩") << "nothing stands on a code";
+    EXPECT_EQ(spelled("e\u0301\u0301\u0302"), "e\u0301⟨U+0301⟩⟨U+0302⟩") << "nothing is put on a code";
     EXPECT_EQ(spelled("a\u05B8"), "a⟨U+05B8⟩") << "a Hebrew point on a Latin letter";
     EXPECT_EQ(spelled("1\u0E34"), "1⟨U+0E34⟩");
 }

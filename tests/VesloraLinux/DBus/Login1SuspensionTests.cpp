@@ -23,7 +23,7 @@ const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager"
 
 class Login1SuspensionTests : public ::testing::Test {
   protected:
-    /// On a connection to `connection`, once that stands.
+    /// On a connection to `connection`, once that is open.
     std::unique_ptr<Login1Suspension> makeOn(const SystemBus::Connection& connection) {
         systemBus = std::make_unique<SystemBus>(time, [connection] { return connection; });
         auto suspension = std::make_unique<Login1Suspension>(*systemBus);

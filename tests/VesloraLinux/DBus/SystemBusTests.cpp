@@ -42,7 +42,7 @@ TEST_F(SystemBusTests, ConnectsInTheBackgroundAndOnlyOnce) {
     time.runBackground();
     EXPECT_EQ(told, "cc");
     ask();
-    EXPECT_EQ(told, "ccc") << "it stands already";
+    EXPECT_EQ(told, "ccc") << "it is open already";
     EXPECT_EQ(attempts, 1);
 }
 

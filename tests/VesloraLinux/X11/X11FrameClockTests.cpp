@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// When a frame stands on the screen of a private server, by its clock, and whether it can be seen there.
+// When a frame is on the screen of a private server, by its clock, and whether it can be seen there.
 #include "VesloraLinux/X11/X11FrameClock.h"
 #include "tests/VesloraLinux/Support/PanelDesktop.h"
 

@@ -34,7 +34,7 @@ Task FakeMultiplexer::showPane(std::int32_t pid, const std::optional<std::string
 
 Task FakeFrameClock::afterFrame(std::function<void(std::uint32_t)> shown) {
     ++marks;
-    // A frame that never stands on screen is waited for forever.
+    // A frame that never is on screen is waited for forever.
     const double wait = isStuck ? std::numeric_limits<double>::infinity() : 0;
     return m_scheduler.after(wait, [time = eventTime(), shown = std::move(shown)] { shown(time); });
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Small shapes as they come out on screens of every scale, wherever on them they stand: looked at pixel by
+// Small shapes as they come out on screens of every scale, wherever on them they are: looked at pixel by
 // pixel.
 #include "VesloraUI/Style/VesloraStyle.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
@@ -110,7 +110,7 @@ class Pixels {
     QImage m_picture;
 };
 
-/// A screen's scale, and where the view stands on it, in points.
+/// A screen's scale, and where the view is on it, in points.
 class PixelShapes : public testing::TestWithParam<std::tuple<double, double>> {
   protected:
     PixelShapes() {

@@ -136,7 +136,7 @@ TEST_F(HiddenTextTest, HebrewLettersMoveNothing) {
     const int width = leftEdge(body().mirrored(true, false));
     const QRect same(0, 0, room.width() - width - 3, whole.height());
     EXPECT_GT(same.width(), 60);
-    EXPECT_EQ(body().copy(same), whole.copy(same)) << "what comes first stands first";
+    EXPECT_EQ(body().copy(same), whole.copy(same)) << "what comes first is shown first";
 }
 
 TEST_F(HiddenTextTest, ArabicLettersMoveNothing) {

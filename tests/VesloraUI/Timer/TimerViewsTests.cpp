@@ -376,7 +376,7 @@ class RollingTimeTest : public TimerViewTest {
         scene.view().setProperty("remaining", remaining);
         QCoreApplication::processEvents();
     }
-    /// The visible letters and where their middle stands, from the left.
+    /// The visible letters and where their middle is, from the left.
     [[nodiscard]] std::vector<QQuickItem*> letters() const {
         std::vector<QQuickItem*> found;
         collect(scene.window().contentItem(), found);

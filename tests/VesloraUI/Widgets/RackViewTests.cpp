@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The rack, drawn: which view stands for each widget, and that it stays while its place in the rack changes.
+// The rack, drawn: which view shows each widget, and that it stays while its place in the rack changes.
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
@@ -27,7 +27,7 @@ class RackViewTest : public testing::Test {
     }
     void TearDown() override { scene.close(); }
 
-    /// What stands in the places of the rack, from left to right.
+    /// What is in the places of the rack, from left to right.
     [[nodiscard]] std::vector<QPointer<QQuickItem>> views() const {
         std::vector<QPointer<QQuickItem>> found;
         const auto* row = scene.view().findChild<QQuickItem*>(QString(), Qt::FindDirectChildrenOnly);
@@ -105,7 +105,7 @@ TEST_F(RackViewTest, AViewStaysWhileItsPlaceInTheRackChanges) {
     EXPECT_EQ(views()[1], before[1]);
 }
 
-/// Where the modules stand, in the view's own points.
+/// Where the modules are, in the view's own points.
 std::vector<QRectF> framesOf(const std::vector<QPointer<QQuickItem>>& views) {
     std::vector<QRectF> frames;
     for (const auto& view : views) {

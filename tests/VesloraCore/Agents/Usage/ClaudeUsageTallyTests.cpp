@@ -180,7 +180,7 @@ TEST(ClaudeUsageTally, ReadsWhatTheAgentWrites) {
     for (std::string each; std::getline(lines, each);) {
         made.add(each);
     }
-    // Two replies; the first one stands in three lines.
+    // Two replies; the first one is spread over three lines.
     EXPECT_EQ(made.totals(), (ClaudeTokenTotals{2400, 84, 600, 16000}));
 }
 

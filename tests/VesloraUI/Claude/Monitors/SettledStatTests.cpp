@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a file's stat alone tells of it, and the folders of small files that stand on that.
+// What a file's stat alone tells of it, and the folders of small files that rely on that.
 #include "VesloraUI/Claude/Monitors/ClaudeSessionDirectory.h"
 #include "VesloraUI/Claude/Monitors/ClaudeStatusDirectory.h"
 #include "VesloraUI/Claude/Monitors/SettledStat.h"
