@@ -14,11 +14,11 @@
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
 
-class AlertGateTest : public testing::Test {
+class AlertGateTest : public ::testing::Test {
   protected:
     AlertGateTest() { island.show(); }
 
@@ -84,8 +84,10 @@ TEST_F(AlertGateTest, ItIsToldWhenTheAlertIsOnScreenAndWhyAPressAnswersNothing) 
     clickAllow();
     EXPECT_EQ(last(), "the program was held up: the alert has to be seen again");
     ASSERT_TRUE(drawsTheAlert(frames));
-    scene.advance(0.5);
-    clickAllow();
+    scene.advance(1);
+    QTest::lastMouseTimestamp = static_cast<int>(scene.platform.frames.eventTime() - 900);
+    QTest::mousePress(&scene.window(), Qt::LeftButton, {}, scene.centerOf("Allow").toPoint());
+    QTest::mouseRelease(&scene.window(), Qt::LeftButton, {}, scene.centerOf("Allow").toPoint());
     EXPECT_EQ(last(), "a press answers nothing: the alert was not on screen for long enough");
     EXPECT_THAT(scene.claude.answered, IsEmpty());
     EXPECT_THAT(recorder.warnings(), IsEmpty());

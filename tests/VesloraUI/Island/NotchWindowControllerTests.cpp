@@ -11,16 +11,16 @@
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 // On a screen of 1440 by 900 with a bar of 28 points the notch spans x 620 to 820, y 872 to 900.
 constexpr Point onNotch{720, 890};
 constexpr Point inOpenIsland{720, 760};
 constexpr Point farAway{100, 100};
 
-class NotchWindowControllerTest : public testing::Test {
+class NotchWindowControllerTest : public ::testing::Test {
   protected:
     void start() { controller.start(); }
     void openByHover() {

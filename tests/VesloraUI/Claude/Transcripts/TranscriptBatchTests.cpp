@@ -14,10 +14,10 @@
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using testing::LogRecorder;
-using testing::SizeIs;
+using ::testing::SizeIs;
 
 /// Holds the lines that it was given, in their order.
 struct Lines {
@@ -72,7 +72,7 @@ class PickingScheduler final : public Scheduler {
     ManualScheduler m_time;
 };
 
-class TranscriptBatchTest : public testing::Test {
+class TranscriptBatchTest : public ::testing::Test {
   protected:
     static constexpr auto folder = "/home/me/transcripts/";
 
