@@ -63,7 +63,7 @@ void SingleInstance::listen() {
 }
 
 CommandOutcome SingleInstance::perform(Command command) const {
-    const CommandOutcome outcome = m_perform(command);
+    CommandOutcome outcome = m_perform(command);
     qCInfo(Logs::start, "command %s: %s", std::string(CommandLine::wordFor(command)).c_str(),
            outcome.isDone ? "done" : "failed");
     return outcome;

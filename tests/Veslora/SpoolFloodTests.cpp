@@ -88,7 +88,7 @@ class SpoolFloodTests : public ::testing::Test {
         monitor.start();
         stretches.begin();
     }
-    ~SpoolFloodTests() override { monitor.stop(); }
+    void TearDown() override { monitor.stop(); }
 
     [[nodiscard]] AgentMonitorSeams seams() {
         return {directories, scheduler, files,       watcher,

@@ -63,9 +63,7 @@ TEST(StatusLineTest, KnowsItsOwnKindOnly) {
     for (const std::string& text : std::vector<std::string>{
              "", "{}", "closed", R"(["island","shows","sessions"])",
              R"({"island":1,"shows":"a","sessions":{}})", R"({"island":"a","shows":"b","sessions":3})",
-             R"({"island":"a","shows":"b"})",
-             R"({"island":"a","shows":"b","sessions":{}} )"
-             "\n",
+             R"({"island":"a","shows":"b"})", "{\"island\":\"a\",\"shows\":\"b\",\"sessions\":{}} \n",
              "{\"island\":\"\x1b[2J\",\"shows\":\"b\",\"sessions\":{}}",
              "{\"island\":\"\xc2\x9b\",\"shows\":\"b\",\"sessions\":{}}",
              R"({"island":"a","shows":"b","sessions":{}})" + std::string(1000, ' ')}) {

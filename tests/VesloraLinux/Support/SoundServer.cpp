@@ -19,7 +19,7 @@ void require(bool condition, const char* what) {
 
 /// Of a server as tools/unpack-sound laid it down.
 std::string server(const std::string& name) {
-    const std::string path = std::string(VESLORA_SOUND_SERVERS) + "/" + name;
+    std::string path = std::string(VESLORA_SOUND_SERVERS) + "/" + name;
     require(std::filesystem::exists(path), "no sound server; run tools/unpack-sound build/<preset>/sound");
     return path;
 }

@@ -22,7 +22,7 @@ using ::testing::Pair;
 
 class NotchViewTest : public ::testing::Test {
   protected:
-    NotchViewTest() {
+    void SetUp() override {
         island.show();
         shape = &island.outline();
     }

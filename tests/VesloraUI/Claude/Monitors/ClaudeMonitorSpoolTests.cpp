@@ -105,7 +105,7 @@ TEST_F(ClaudeMonitorSpoolTest, ALargeEventIsHeardBeforeTheRequestBehindIt) {
     monitor.start();
     platform.disk.clock = now() - 0.012;
     putEvent("tmp.111111.json", "PreToolUse",
-             R"(,"tool_name":"Write","tool_input":{"content":")" + std::string(16'000'000, 'x') +
+             R"(,"tool_name":"Write","tool_input":{"content":")" + std::string(8'000'000, 'x') +
                  R"(","file_path":"/a/b.txt"})");
     platform.disk.clock = now();
     putRequest("aaa");

@@ -15,13 +15,9 @@ namespace veslora {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Field;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::LogRecorder;
 using testing::noLineWith;
-using ::testing::Not;
 
 const std::string support = "/home/me/.local/share/Veslora";
 const std::string marker = "heliotrope";
