@@ -46,6 +46,7 @@ std::span<const Measurement> measurements() {
          {"idle_pss", "idle_rss", "idle_bare_pss", "idle_cpu", "idle_wakeups", "idle_disk_writes",
           "idle_frames"},
          measureIdle},
+        {"idle_used", {"idle_used_30_pss", "idle_used_100_pss"}, measureUsedIdle},
         {"prompts",
          {"prompt_filed_to_first_frame_p50", "prompt_filed_to_first_frame_p95", "prompt_filed_to_frame_p50",
           "prompt_filed_to_frame_p95"},
