@@ -17,6 +17,13 @@ double monotonicNow() {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
+double processorMilliseconds(const rusage& used) {
+    const auto of = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
+    };
+    return of(used.ru_utime) + of(used.ru_stime);
+}
+
 void sleepFor(double seconds) {
     if (seconds <= 0) {
         return;

@@ -3,6 +3,8 @@
 // does.
 #pragma once
 
+#include <sys/resource.h>
+
 #include <functional>
 #include <string>
 
@@ -10,6 +12,9 @@ namespace veslora::bench {
 
 /// Seconds on the monotonic clock.
 [[nodiscard]] double monotonicNow();
+
+/// What the kernel put down to a process, its own work and what it did for it.
+[[nodiscard]] double processorMilliseconds(const rusage& used);
 
 void sleepFor(double seconds);
 

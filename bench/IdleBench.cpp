@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
-// What the program costs while it shows nothing but the closed island, with two sessions at rest. Before and
-// after, the instruments are tried: a write to the home must count as one, and a drawn frame as a frame.
+// What the program costs while it shows nothing but the closed island, with two sessions at rest; its memory
+// also after a day of much use. Before and after, the instruments are tried: a write to the home must count
+// as one, and a drawn frame as a frame.
 #include "bench/Clock.h"
 #include "bench/Home.h"
 #include "bench/Island.h"
 #include "bench/Measurements.h"
 #include "bench/RequestAlert.h"
+#include "bench/UsageCorpus.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <stdexcept>
 
 namespace veslora::bench {
@@ -84,6 +87,19 @@ void requireThatUseCounts(Island& island) {
     island.close();
 }
 
+/// The program's memory at rest, after it has read today's transcripts.
+double usedPss(const Bench& bench, const Home& home, const Corpus& corpus) {
+    Island island(bench.stage, home, bench.program());
+    waitUntil(
+        "today's transcripts", [&] { return island.meter().bytesRead() >= corpus.todayBytes; }, 0.05);
+    if (!bench.isShort) {
+        use(bench, home, island);
+    }
+    // The threads that have read end after half a minute.
+    sleepFor(bench.choose(40.0, 0.3));
+    return island.meter().memory().pss;
+}
+
 } // namespace
 
 void measureIdle(const Bench& bench) {
@@ -110,6 +126,20 @@ void measureIdle(const Bench& bench) {
     bench.report.add({"idle_wakeups", rest.wakeUps, "1/s", 0.6, {bench.choose(0.1, 0.0), 10000}});
     bench.report.add({"idle_disk_writes", rest.written, "bytes", 0, {0, 1e12}});
     bench.report.add({"idle_frames", rest.frames, "frames", 0, {0, 1e6}});
+}
+
+void measureUsedIdle(const Bench& bench) {
+    setenv("TZ", "UTC", 1);
+    const Home home(bench.executables);
+    Corpus corpus =
+        makeCorpus(home.path() + "/.claude/projects", {.files = bench.choose<std::size_t>(3142, 30)});
+    const auto measure = [&](double share, double limit) {
+        touch(corpus, share);
+        const std::string name = "idle_used_" + std::to_string(std::lround(share * 100)) + "_pss";
+        bench.report.add({name, usedPss(bench, home, corpus), "MB", limit, {5, 4096}});
+    };
+    measure(0.3, 45);
+    measure(1, 50);
 }
 
 } // namespace veslora::bench

@@ -39,6 +39,7 @@ struct Measurement {
 
 void measureStart(const Bench& bench);
 void measureIdle(const Bench& bench);
+void measureUsedIdle(const Bench& bench);
 void measurePrompts(const Bench& bench);
 void measureAnswers(const Bench& bench);
 void measureEventScript(const Bench& bench);

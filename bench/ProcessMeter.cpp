@@ -106,6 +106,10 @@ std::uint64_t ProcessMeter::bytesWritten() const {
     return numberIn(textOf("/proc/" + std::to_string(m_process) + "/io"), "write_bytes");
 }
 
+std::uint64_t ProcessMeter::bytesRead() const {
+    return numberIn(textOf("/proc/" + std::to_string(m_process) + "/io"), "rchar");
+}
+
 Memory ProcessMeter::memory() const {
     const std::string folder = "/proc/" + std::to_string(m_process);
     const std::string text = textOf(folder + "/smaps_rollup");

@@ -35,6 +35,8 @@ class ProcessMeter {
     [[nodiscard]] std::uint64_t wakeUpsIn(double seconds) const;
     /// What it caused to be written to a disk; files in memory don't count.
     [[nodiscard]] std::uint64_t bytesWritten() const;
+    /// What it has read of files, pipes and sockets since it started, from wherever it came.
+    [[nodiscard]] std::uint64_t bytesRead() const;
     [[nodiscard]] Memory memory() const;
 
   private:

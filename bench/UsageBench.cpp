@@ -30,6 +30,7 @@ constexpr Range anyTime{0.00001, 600'000};
 
 struct Outcome {
     double milliseconds = 0;
+    double processor = 0; ///< milliseconds of all its threads
     double megabytes = 0; ///< at most resident
     std::string output;
 };
@@ -58,6 +59,7 @@ Outcome runToEnd(std::vector<std::string> command, const std::string& outputFile
     }
     std::ifstream output(outputFile, std::ios::binary);
     return {time * 1000,
+            processorMilliseconds(used),
             static_cast<double>(used.ru_maxrss) / 1024,
             {std::istreambuf_iterator<char>(output), std::istreambuf_iterator<char>()}};
 }
@@ -156,46 +158,76 @@ void requireTotals(const ClaudeTokenTotals& ours, const ClaudeTokenTotals& expec
     }
 }
 
-/// All of it in turns, so that what disturbs one disturbs the others.
-void measureShare(const Bench& bench, Reading& reading, double share, const std::string& other) {
-    touch(reading.corpus(), share);
-    const std::string name = "usage_" + std::to_string(std::lround(share * 100)) + "_";
+/// What the programs came to in some rounds.
+struct Rounds {
     std::vector<double> loads;
+    std::vector<double> processor;
     std::vector<double> greps;
     std::vector<double> cats;
-    std::vector<double> theirs;
     std::vector<double> grepRatios;
-    std::vector<double> speedUps;
+    double memory = 0; ///< the most of all rounds, in MB, as are the next two
     double extra = 0;
     double tally = 0;
+    std::vector<double> theirs;
+    std::vector<double> theirProcessor;
+    std::vector<double> speedUps;
     double theirMemory = 0;
-    for (int round = 0; round < bench.choose(7, 1); ++round) {
-        const auto ours = reading.ours();
-        loads.push_back(ours.at("load_ms"));
-        extra = std::max(extra, ours.at("extra_kib") / 1024);
-        tally = std::max(tally, ours.at("tally_kib") / 1024);
-        greps.push_back(reading.grep());
-        cats.push_back(reading.cat());
-        grepRatios.push_back(loads.back() / greps.back());
-        if (!other.empty()) {
-            const Outcome outcome = reading.theirs(other);
-            theirs.push_back(outcome.milliseconds);
-            theirMemory = outcome.megabytes;
-            speedUps.push_back(theirs.back() / loads.back());
-        }
+};
+
+/// All of it in turns, so that what disturbs one disturbs the others.
+void measureRound(Reading& reading, const std::string& other, Rounds& rounds) {
+    const auto ours = reading.ours();
+    const double extra = ours.at("extra_kib") / 1024;
+    const double tally = ours.at("tally_kib") / 1024;
+    rounds.loads.push_back(ours.at("load_ms"));
+    rounds.processor.push_back(ours.at("load_cpu_ms"));
+    rounds.memory = std::max(rounds.memory, extra + tally);
+    rounds.extra = std::max(rounds.extra, extra);
+    rounds.tally = std::max(rounds.tally, tally);
+    rounds.greps.push_back(reading.grep());
+    rounds.cats.push_back(reading.cat());
+    rounds.grepRatios.push_back(rounds.loads.back() / rounds.greps.back());
+    if (!other.empty()) {
+        const Outcome theirs = reading.theirs(other);
+        rounds.theirs.push_back(theirs.milliseconds);
+        rounds.theirProcessor.push_back(theirs.processor);
+        rounds.speedUps.push_back(theirs.processor / rounds.processor.back());
+        rounds.theirMemory = theirs.megabytes;
     }
+}
+
+void measureShare(const Bench& bench, Reading& reading, double share, const std::string& other) {
+    touch(reading.corpus(), share);
+    Rounds rounds;
+    for (int round = 0; round < bench.choose(7, 1); ++round) {
+        measureRound(reading, other, rounds);
+    }
+    const std::string name = "usage_" + std::to_string(std::lround(share * 100)) + "_";
     const bool isLimited = share > 0.1;
     const auto limit = [&](double value) { return isLimited ? std::optional(value) : std::nullopt; };
-    bench.report.add({name + "load", median(loads), "ms", share == 1 ? limit(600) : std::nullopt, anyTime});
-    bench.report.add({name + "grep", median(greps), "ms", {}, anyTime});
-    bench.report.add({name + "cat", median(cats), "ms", {}, anyTime});
-    bench.report.add({name + "load_to_grep", median(grepRatios), "times", limit(1.5), {0.001, 1000}});
-    bench.report.add({name + "extra_memory", extra, "MB", 20, {-64, 4096}});
-    bench.report.add({name + "tally", tally, "MB", {}, {-64, 4096}});
+    const auto tell = [&](const char* what, double value, const char* unit, std::optional<double> most = {},
+                          Range sensible = anyTime) {
+        bench.report.add({name + what, value, unit, most, sensible});
+    };
+    constexpr Range megabytes{-64, 4096};
+    tell("load", median(rounds.loads), "ms", share == 1 ? limit(600) : std::nullopt);
+    tell("load_cpu", median(rounds.processor), "ms");
+    tell("grep", median(rounds.greps), "ms");
+    tell("cat", median(rounds.cats), "ms");
+    tell("load_to_grep", median(rounds.grepRatios), "times", limit(1.5), {0.001, 1000});
+    tell("memory", rounds.memory, "MB", 20, megabytes);
+    tell("extra_memory", rounds.extra, "MB", {}, megabytes);
+    tell("tally", rounds.tally, "MB", {}, megabytes);
     if (!other.empty()) {
-        bench.report.add({name + "ccusage", median(theirs), "ms", {}, anyTime});
-        bench.report.add({name + "ccusage_memory", theirMemory, "MB", {}, {1, 65536}});
-        bench.report.add({name + "times_as_fast", median(speedUps), "times", 5, {0.001, 1000}, Bound::lower});
+        tell("ccusage", median(rounds.theirs), "ms");
+        tell("ccusage_cpu", median(rounds.theirProcessor), "ms");
+        tell("ccusage_memory", rounds.theirMemory, "MB", {}, {1, 65536});
+        bench.report.add({name + "times_as_fast",
+                          median(rounds.speedUps),
+                          "times",
+                          limit(5),
+                          {0.001, 1000},
+                          Bound::lower});
     }
 }
 

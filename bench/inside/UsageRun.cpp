@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/inside/UsageRun.h"
 
+#include "VesloraLinux/LinuxPlatform.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/PosixFiles.h"
@@ -16,6 +17,7 @@
 #include <QTimer>
 
 #include <malloc.h>
+#include <sys/resource.h>
 
 #include <cstdio>
 #include <fstream>
@@ -36,6 +38,13 @@ long memory(const std::string& name) {
         }
     }
     return -1;
+}
+
+/// Of all threads, in milliseconds.
+double processorTime() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    return processorMilliseconds(used);
 }
 
 void turnFor(double seconds) {
@@ -63,11 +72,13 @@ class Run {
         malloc_trim(0);
         const long before = memory("VmRSS");
         const double start = monotonicNow();
+        const double startProcessor = processorTime();
         m_monitor.loadToday();
         // A folder without anything of today changes nothing, and is not measured.
         if (!waitForChange()) {
             return false;
         }
+        print("load_cpu_ms", processorTime() - startProcessor);
         print("load_ms", (m_changed - start) * 1000);
         const long peak = memory("VmHWM");
         malloc_trim(0);
@@ -147,6 +158,7 @@ class Run {
 bool runUsage(const std::string& projects, const std::string& file) {
     int count = 0;
     QCoreApplication application(count, nullptr);
+    LinuxPlatform::giveBackLargeBlocks();
     Run run(projects);
     if (!run.load()) {
         return false;

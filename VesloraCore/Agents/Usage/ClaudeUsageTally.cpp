@@ -104,11 +104,13 @@ std::optional<ClaudeUsageLine> ClaudeUsageLine::parse(std::string_view text) {
     return ClaudeUsageLine{std::move(*key), *line->message->usage, *time};
 }
 
-ClaudeUsageTally::ClaudeUsageTally(Timestamp time, std::shared_ptr<const Calendar> calendar)
-    : ClaudeUsageTally(calendar->dayOf(time), calendar) {}
+ClaudeUsageTally::ClaudeUsageTally(Timestamp time, std::shared_ptr<const Calendar> calendar,
+                                   const SipHash::Key& secret)
+    : ClaudeUsageTally(calendar->dayOf(time), calendar, MessageCounts(secret)) {}
 
-ClaudeUsageTally::ClaudeUsageTally(const DaySpan& day, std::shared_ptr<const Calendar> calendar)
-    : m_calendar(std::move(calendar)), m_day(day) {}
+ClaudeUsageTally::ClaudeUsageTally(const DaySpan& day, std::shared_ptr<const Calendar> calendar,
+                                   MessageCounts counts)
+    : m_calendar(std::move(calendar)), m_day(day), m_counts(std::move(counts)) {}
 
 void ClaudeUsageTally::add(std::string_view line) {
     if (const std::optional<ClaudeUsageLine> read = ClaudeUsageLine::parse(line)) {
@@ -117,37 +119,13 @@ void ClaudeUsageTally::add(std::string_view line) {
 }
 
 void ClaudeUsageTally::add(const ClaudeUsageLine& line) {
-    if (!m_day.contains(line.time)) {
-        return;
+    if (m_day.contains(line.time)) {
+        m_counts.count(line.key, line.totals);
     }
-    count(line.key, line.totals);
-    m_totals = m_sum.totals();
-}
-
-void ClaudeUsageTally::count(std::string_view key, const ClaudeTokenTotals& totals) {
-    ClaudeTokenTotals& counted = m_counted.try_emplace(std::string(key)).first->second;
-    m_sum.subtract(counted);
-    m_sum.add(totals);
-    counted = totals;
 }
 
 bool ClaudeUsageTally::merge(ClaudeUsageTally&& later) {
-    if (later.m_day != m_day) {
-        return false;
-    }
-    // Whole entries move over, so that no second copy of the day lies in memory meanwhile.
-    while (!later.m_counted.empty()) {
-        auto entry = later.m_counted.extract(later.m_counted.begin());
-        const ClaudeTokenTotals totals = entry.mapped();
-        const auto placed = m_counted.insert(std::move(entry));
-        if (!placed.inserted) {
-            m_sum.subtract(placed.position->second);
-            placed.position->second = totals;
-        }
-        m_sum.add(totals);
-    }
-    m_totals = m_sum.totals();
-    return true;
+    return later.m_day == m_day && m_counts.merge(std::move(later.m_counts));
 }
 
 void ClaudeUsageTally::roll(Timestamp time) {
@@ -157,16 +135,13 @@ void ClaudeUsageTally::roll(Timestamp time) {
     }
     const bool isSameDay = day.contains(m_day.start);
     m_day = day;
-    if (isSameDay) {
-        return;
+    if (!isSameDay) {
+        m_counts = m_counts.emptied();
     }
-    m_counted.clear();
-    m_sum = {};
-    m_totals = {};
 }
 
 ClaudeUsageTally ClaudeUsageTally::emptied() const {
-    return {m_day, m_calendar};
+    return {m_day, m_calendar, m_counts.emptied()};
 }
 
 } // namespace veslora

@@ -4,13 +4,14 @@
 #pragma once
 
 #include "VesloraCore/Agents/Usage/ClaudeTokenTotals.h"
+#include "VesloraCore/Agents/Usage/MessageCounts.h"
 #include "VesloraCore/Calendar.h"
+#include "VesloraCore/Text/SipHash.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace veslora {
 
@@ -31,8 +32,9 @@ struct ClaudeUsageLine {
 
 class ClaudeUsageTally {
   public:
-    /// Counts the day that holds `time`.
-    ClaudeUsageTally(Timestamp time, std::shared_ptr<const Calendar> calendar);
+    /// Counts the day that holds `time`. The secret is random, unless all lines are known to be harmless.
+    ClaudeUsageTally(Timestamp time, std::shared_ptr<const Calendar> calendar,
+                     const SipHash::Key& secret = {});
 
     /// Takes one line, valid UTF-8 without its line end. A message is spread over several lines and counts
     /// once, with the figures of its last one, even if they are lower. Lines of another day are passed over.
@@ -40,28 +42,25 @@ class ClaudeUsageTally {
     void add(const ClaudeUsageLine& line);
 
     /// Takes what another tally counted after this one. False, and nothing is taken, if it counted another
-    /// day.
+    /// day or has another secret.
     [[nodiscard]] bool merge(ClaudeUsageTally&& later);
 
     /// Begins again with the day that holds `time`, unless that is the day being counted.
     void roll(Timestamp time);
 
-    /// A tally of the same day in which nothing was counted.
+    /// A tally of the same day and secret in which nothing was counted.
     [[nodiscard]] ClaudeUsageTally emptied() const;
 
-    [[nodiscard]] const ClaudeTokenTotals& totals() const { return m_totals; }
+    [[nodiscard]] ClaudeTokenTotals totals() const { return m_counts.totals(); }
     /// When the counted day began.
     [[nodiscard]] Timestamp day() const { return m_day.start; }
 
   private:
-    ClaudeUsageTally(const DaySpan& day, std::shared_ptr<const Calendar> calendar);
-    void count(std::string_view key, const ClaudeTokenTotals& totals);
+    ClaudeUsageTally(const DaySpan& day, std::shared_ptr<const Calendar> calendar, MessageCounts counts);
 
     std::shared_ptr<const Calendar> m_calendar;
     DaySpan m_day;
-    std::unordered_map<std::string, ClaudeTokenTotals> m_counted;
-    TokenSum m_sum;
-    ClaudeTokenTotals m_totals;
+    MessageCounts m_counts;
 };
 
 } // namespace veslora

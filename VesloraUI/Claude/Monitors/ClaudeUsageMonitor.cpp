@@ -3,6 +3,8 @@
 
 #include "VesloraUI/Platform/Observable.h"
 
+#include <QRandomGenerator>
+
 #include <algorithm>
 #include <utility>
 
@@ -14,6 +16,12 @@ bool speaksOfLimits(const ClaudeStatusSnapshot& snapshot) {
     return snapshot.fiveHour || snapshot.week || !snapshot.limitsAvailable;
 }
 
+/// Nobody can write transcripts that take long to count without knowing it.
+SipHash::Key randomSecret() {
+    QRandomGenerator& random = *QRandomGenerator::system();
+    return {random.generate64(), random.generate64()};
+}
+
 } // namespace
 
 ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const SupportDirectory& support,
@@ -22,7 +30,7 @@ ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const Suppo
                                        LiveSessionIds liveSessionIds)
     : m_scheduler(seams.scheduler), m_statusDirectory(support), m_liveSessionIds(std::move(liveSessionIds)),
       m_transcripts(seams, projectsDirectory, {ClaudeUsageLine::marker},
-                    ClaudeUsageTally(seams.scheduler.now(), std::move(calendar)),
+                    ClaudeUsageTally(seams.scheduler.now(), std::move(calendar), randomSecret()),
                     [this] { publishToday(); }) {}
 
 AgentUsage ClaudeUsageMonitor::usage() const {

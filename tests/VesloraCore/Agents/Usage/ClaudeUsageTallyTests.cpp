@@ -174,6 +174,15 @@ TEST(ClaudeUsageTally, AnotherDaysTallyIsNotMerged) {
     EXPECT_EQ(first.totals(), ClaudeTokenTotals::zero);
 }
 
+TEST(ClaudeUsageTally, ATallyOfAnotherSecretIsNotMerged) {
+    ClaudeUsageTally first(noon, test::fixedCalendar(), {1, 2});
+    ClaudeUsageTally later = tally();
+    later.add(message("a", 5));
+    EXPECT_FALSE(first.merge(std::move(later)));
+    EXPECT_EQ(first.totals(), ClaudeTokenTotals::zero);
+    EXPECT_TRUE(first.merge(first.emptied()));
+}
+
 TEST(ClaudeUsageTally, ReadsWhatTheAgentWrites) {
     std::istringstream lines(test::dataFile("agents/claude/transcripts/two-tools-in-one-reply.jsonl"));
     ClaudeUsageTally made = tally();
