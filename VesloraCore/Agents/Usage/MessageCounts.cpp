@@ -66,7 +66,7 @@ MessageCounts::Entry& MessageCounts::entryAt(std::uint32_t place) {
     return m_pages[(place - 1) / pageSize][(place - 1) % pageSize];
 }
 
-/// Where the message stands in the index, or the free slot in which it belongs.
+/// Where the message is in the index, or the free slot in which it belongs.
 std::size_t MessageCounts::slotOf(const SipHash::Digest& message) {
     std::size_t slot = firstSlotOf(message);
     while (m_index[slot] != 0 && entryAt(m_index[slot]).message != message) {

@@ -40,7 +40,7 @@ class MessageCounts {
   private:
     struct Entry {
         SipHash::Digest message;
-        /// Input, output, cache write and cache read. Counts that don't fit stand in `m_large`: then the
+        /// Input, output, cache write and cache read. Counts that don't fit are in `m_large`: then the
         /// first is `isLarge` and the second their place there.
         std::array<std::uint32_t, 4> counts{};
     };
