@@ -49,8 +49,8 @@ bool isPlain(std::string_view key) {
 bool hasPlainKeys(const Json& value) {
     const auto& items = value.items();
     const auto& members = value.members();
-    return std::all_of(items.begin(), items.end(), hasPlainKeys) &&
-           std::all_of(members.begin(), members.end(), [](const Json::Member& member) {
+    return std::ranges::all_of(items, hasPlainKeys) &&
+           std::ranges::all_of(members, [](const Json::Member& member) {
                return isPlain(member.key) && hasPlainKeys(member.value);
            });
 }

@@ -18,7 +18,7 @@ void checkRules(const WidgetLayout& layout) {
     for (const WidgetEntry& entry : layout.entries) {
         require(seen.insert(entry.id).second);
         const auto offered = sizes(entry.id);
-        require(std::find(offered.begin(), offered.end(), entry.size) != offered.end());
+        require(std::ranges::find(offered, entry.size) != offered.end());
     }
     require(layout.entries.size() + layout.available().size() == allWidgetIDs.size());
 }

@@ -47,12 +47,12 @@ std::vector<std::string> ClaudePermissions::removeExpired(double steadyNow) {
 
 std::vector<ClaudePermissionRequest> ClaudePermissions::pending(double steadyNow) const {
     std::vector<ClaudePermissionRequest> found;
-    std::copy_if(m_requests.begin(), m_requests.end(), std::back_inserter(found),
-                 [&](const ClaudePermissionRequest& request) { return isAnswerable(request, steadyNow); });
-    std::stable_sort(found.begin(), found.end(),
-                     [](const ClaudePermissionRequest& a, const ClaudePermissionRequest& b) {
-                         return a.answerBy < b.answerBy;
-                     });
+    std::ranges::copy_if(m_requests, std::back_inserter(found), [&](const ClaudePermissionRequest& request) {
+        return isAnswerable(request, steadyNow);
+    });
+    std::ranges::stable_sort(found, [](const ClaudePermissionRequest& a, const ClaudePermissionRequest& b) {
+        return a.answerBy < b.answerBy;
+    });
     return found;
 }
 

@@ -228,11 +228,10 @@ ClaudeSessionStatus ClaudeSessions::work(const Record& record, const ClaudeSessi
 }
 
 std::vector<ClaudeSessionSummary> ClaudeSessions::ordered(std::vector<ClaudeSessionSummary> summaries) {
-    std::stable_sort(summaries.begin(), summaries.end(),
-                     [](const ClaudeSessionSummary& a, const ClaudeSessionSummary& b) {
-                         return std::tuple(place(a.status), std::string_view(a.name)) <
-                                std::tuple(place(b.status), std::string_view(b.name));
-                     });
+    std::ranges::stable_sort(summaries, [](const ClaudeSessionSummary& a, const ClaudeSessionSummary& b) {
+        return std::tuple(place(a.status), std::string_view(a.name)) <
+               std::tuple(place(b.status), std::string_view(b.name));
+    });
     return summaries;
 }
 

@@ -174,8 +174,8 @@ std::vector<CodexSessions::Record*> CodexSessions::recordsWithoutClient(const Cl
             found.push_back(&record);
         }
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Record* a, const Record* b) { return a->lastEventAt > b->lastEventAt; });
+    std::ranges::stable_sort(
+        found, [](const Record* a, const Record* b) { return a->lastEventAt > b->lastEventAt; });
     return found;
 }
 

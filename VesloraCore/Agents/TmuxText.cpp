@@ -12,7 +12,7 @@ namespace {
 bool isNumber(std::string_view text) {
     constexpr std::size_t longest = 10;
     return !text.empty() && text.size() <= longest &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+           std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
 // Cuts the text at its first `separator`; what follows is left in `text`.
@@ -83,10 +83,8 @@ std::vector<std::int32_t> clientsShowing(std::string_view pane, std::string_view
 
 std::optional<std::int32_t> clientShowing(std::string_view pane, std::string_view listing) {
     const std::vector<ListedClient> clients = clientsOf(pane, listing);
-    const auto latest =
-        std::max_element(clients.begin(), clients.end(), [](const ListedClient& a, const ListedClient& b) {
-            return a.activity < b.activity;
-        });
+    const auto latest = std::ranges::max_element(
+        clients, [](const ListedClient& a, const ListedClient& b) { return a.activity < b.activity; });
     return latest == clients.end() ? std::nullopt : std::optional(latest->pid);
 }
 

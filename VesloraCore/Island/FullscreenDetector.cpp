@@ -19,10 +19,10 @@ bool isFullscreen(const std::vector<WindowFrame>& windows, const Rect& screen, d
     }
     const Rect body{screen.x, screen.y, screen.width, screen.height - menuBarHeight};
     const Rect strip{screen.x, screen.maxY() - menuBarHeight, screen.width, menuBarHeight};
-    const bool showsMenuBar = std::any_of(windows.begin(), windows.end(), [&](const WindowFrame& window) {
+    const bool showsMenuBar = std::ranges::any_of(windows, [&](const WindowFrame& window) {
         return window.layer == WindowFrame::menuBarLayer && window.frame.intersects(strip);
     });
-    return !showsMenuBar && std::any_of(windows.begin(), windows.end(), [&](const WindowFrame& window) {
+    return !showsMenuBar && std::ranges::any_of(windows, [&](const WindowFrame& window) {
         return window.layer == WindowFrame::normalLayer && !window.ownerIsSelf &&
                window.frame.grownBy(slack, slack).contains(body);
     });

@@ -84,7 +84,7 @@ std::optional<Timestamp> HoverTracker::pendingOpenDeadline() const {
 
 bool HoverTracker::acceptsClicks(Point at) const {
     const auto zones = clickZones();
-    return std::any_of(zones.begin(), zones.end(), [at](const Rect& zone) { return zone.contains(at); });
+    return std::ranges::any_of(zones, [at](const Rect& zone) { return zone.contains(at); });
 }
 
 std::vector<Rect> HoverTracker::clickZones() const {

@@ -6,9 +6,8 @@
 namespace veslora {
 
 TimeSignature TimeSignature::fromStoredValue(std::optional<std::string_view> text) {
-    const auto* found = std::find_if(all.begin(), all.end(), [&](const TimeSignature& signature) {
-        return text && signature.storedValue() == *text;
-    });
+    const auto* found = std::ranges::find_if(
+        all, [&](const TimeSignature& signature) { return text && signature.storedValue() == *text; });
     return found == all.end() ? common : *found;
 }
 
@@ -17,7 +16,7 @@ std::string TimeSignature::display() const {
 }
 
 TimeSignature TimeSignature::next() const {
-    const auto* found = std::find(all.begin(), all.end(), *this);
+    const auto* found = std::ranges::find(all, *this);
     const std::ptrdiff_t position = found == all.end() ? 0 : found - all.begin();
     return all[static_cast<std::size_t>(position + 1) % all.size()];
 }

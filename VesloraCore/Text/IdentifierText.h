@@ -9,7 +9,7 @@ namespace veslora::IdentifierText {
 
 /// Whether the text is made of ASCII letters, ASCII digits and "-" alone, and is not empty.
 [[nodiscard]] inline bool isPlain(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+    return !text.empty() && std::ranges::all_of(text, [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
     });
 }

@@ -63,7 +63,7 @@ void JsonReader::readMembers(Json::Object& members) {
         readValue(member.value);
     });
     const auto byKey = [](const Json::Member& a, const Json::Member& b) { return a.key < b.key; };
-    std::stable_sort(members.begin(), members.end(), byKey);
+    std::ranges::stable_sort(members, byKey);
     const auto sameKey = [](const Json::Member& a, const Json::Member& b) { return a.key == b.key; };
     const auto unique = std::unique(members.rbegin(), members.rend(), sameKey);
     if (unique != members.rend()) {

@@ -21,7 +21,7 @@ bool isScheme(std::string_view text) {
     const auto fits = [](char byte) {
         return isLetter(byte) || isDigit(byte) || byte == '+' || byte == '-' || byte == '.';
     };
-    return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), fits);
+    return !text.empty() && isLetter(text.front()) && std::ranges::all_of(text, fits);
 }
 
 // Blanks, control characters and the marks that no address may hold unescaped.
@@ -31,7 +31,7 @@ bool isForbidden(char byte) {
 }
 
 bool isPort(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), isDigit);
+    return std::ranges::all_of(text, isDigit);
 }
 
 // Splits "[::1]:80" and "example.com:80"; empty where what follows the host is no port.
@@ -55,7 +55,7 @@ std::string_view withoutPort(std::string_view authority) {
 std::string_view host(std::string_view url) {
     const std::size_t colon = url.find("://");
     if (colon == std::string_view::npos || !isScheme(url.substr(0, colon)) ||
-        std::any_of(url.begin(), url.end(), isForbidden)) {
+        std::ranges::any_of(url, isForbidden)) {
         return {};
     }
     std::string_view authority = url.substr(colon + 3);

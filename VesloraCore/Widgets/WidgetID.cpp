@@ -48,8 +48,8 @@ std::string_view rawValue(WidgetID id) {
 }
 
 std::optional<WidgetID> widgetIDFrom(std::string_view rawValue) {
-    const auto* found = std::find_if(allWidgetIDs.begin(), allWidgetIDs.end(),
-                                     [rawValue](WidgetID id) { return kindOf(id).rawValue == rawValue; });
+    const auto* found = std::ranges::find_if(
+        allWidgetIDs, [rawValue](WidgetID id) { return kindOf(id).rawValue == rawValue; });
     return found == allWidgetIDs.end() ? std::nullopt : std::optional(*found);
 }
 

@@ -50,14 +50,12 @@ std::optional<WidgetSize> sizeFrom(std::string_view text) {
 }
 
 auto find(std::vector<WidgetEntry>& entries, WidgetID id) {
-    return std::find_if(entries.begin(), entries.end(),
-                        [id](const WidgetEntry& entry) { return entry.id == id; });
+    return std::ranges::find(entries, id, &WidgetEntry::id);
 }
 
 std::vector<int> unitsOf(const std::vector<WidgetEntry>& entries) {
     std::vector<int> result(entries.size());
-    std::transform(entries.begin(), entries.end(), result.begin(),
-                   [](const WidgetEntry& entry) { return entry.units(); });
+    std::ranges::transform(entries, result.begin(), [](const WidgetEntry& entry) { return entry.units(); });
     return result;
 }
 
@@ -65,7 +63,7 @@ std::vector<int> unitsOf(const std::vector<WidgetEntry>& entries) {
 std::vector<int> placesNear(int index, int count) {
     std::vector<int> places(static_cast<std::size_t>(count) + 1);
     std::iota(places.begin(), places.end(), 0);
-    std::stable_sort(places.begin(), places.end(), [index](int left, int right) {
+    std::ranges::stable_sort(places, [index](int left, int right) {
         // As wide numbers: the distance from an extreme index does not fit an int.
         return std::llabs(static_cast<long long>(left) - index) <
                std::llabs(static_cast<long long>(right) - index);
@@ -76,8 +74,8 @@ std::vector<int> placesNear(int index, int count) {
 /// The number of the page that the item at `place` is on.
 int pageOf(int place, const std::vector<int>& units) {
     const auto pages = WidgetLayout::pack(units, WidgetLayout::unitsPerPage);
-    const auto page = std::find_if(pages.begin(), pages.end(),
-                                   [place](const std::vector<int>& items) { return items.back() >= place; });
+    const auto page =
+        std::ranges::find_if(pages, [place](const std::vector<int>& items) { return items.back() >= place; });
     return static_cast<int>(page - pages.begin());
 }
 
@@ -127,21 +125,19 @@ std::string WidgetLayout::storedValue() const {
 
 std::vector<WidgetID> WidgetLayout::ids() const {
     std::vector<WidgetID> result(entries.size());
-    std::transform(entries.begin(), entries.end(), result.begin(),
-                   [](const WidgetEntry& entry) { return entry.id; });
+    std::ranges::transform(entries, result.begin(), [](const WidgetEntry& entry) { return entry.id; });
     return result;
 }
 
 std::vector<WidgetID> WidgetLayout::available() const {
     std::vector<WidgetID> result;
-    std::copy_if(allWidgetIDs.begin(), allWidgetIDs.end(), std::back_inserter(result),
-                 [this](WidgetID id) { return !contains(id); });
+    std::ranges::copy_if(allWidgetIDs, std::back_inserter(result),
+                         [this](WidgetID id) { return !contains(id); });
     return result;
 }
 
 bool WidgetLayout::contains(WidgetID id) const {
-    return std::any_of(entries.begin(), entries.end(),
-                       [id](const WidgetEntry& entry) { return entry.id == id; });
+    return std::ranges::any_of(entries, [id](const WidgetEntry& entry) { return entry.id == id; });
 }
 
 std::vector<std::vector<WidgetEntry>> WidgetLayout::pages() const {
@@ -160,7 +156,7 @@ void WidgetLayout::add(WidgetID id, std::optional<WidgetSize> size) {
         return;
     }
     const auto offered = sizes(id);
-    const bool isOffered = size && std::find(offered.begin(), offered.end(), *size) != offered.end();
+    const bool isOffered = size && std::ranges::find(offered, *size) != offered.end();
     entries.push_back({id, isOffered ? *size : defaultSize(id)});
 }
 
@@ -181,14 +177,14 @@ void WidgetLayout::move(WidgetID id, int index) {
 void WidgetLayout::setSize(WidgetID id, WidgetSize size) {
     const auto offered = sizes(id);
     const auto found = find(entries, id);
-    if (found != entries.end() && std::find(offered.begin(), offered.end(), size) != offered.end()) {
+    if (found != entries.end() && std::ranges::find(offered, size) != offered.end()) {
         found->size = size;
     }
 }
 
 int WidgetLayout::clampedIndex(int index, WidgetID id, int page) const {
     const auto all = ids();
-    const auto found = std::find(all.begin(), all.end(), id);
+    const auto found = std::ranges::find(all, id);
     if (found == all.end()) {
         return index;
     }

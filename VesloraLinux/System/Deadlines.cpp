@@ -150,7 +150,7 @@ void Deadlines::fireExact() {
             due.emplace_back(entry.moment, id);
         }
     }
-    std::sort(due.begin(), due.end());
+    std::ranges::sort(due);
     std::vector<std::uint64_t> ids;
     for (const auto& [moment, id] : due) {
         ids.push_back(id);

@@ -14,7 +14,7 @@ constexpr std::uint32_t endOfDirectory = IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNO
 
 void addOnce(std::vector<std::shared_ptr<InotifyListener>>& told,
              const std::shared_ptr<InotifyListener>& listener) {
-    if (std::find(told.begin(), told.end(), listener) == told.end()) {
+    if (std::ranges::find(told, listener) == told.end()) {
         told.push_back(listener);
     }
 }

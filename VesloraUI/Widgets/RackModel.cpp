@@ -178,9 +178,8 @@ void RackModel::setSize(WidgetID id, WidgetSize size) {
     layout.setSize(id, size);
     setLayout(std::move(layout));
     const auto pages = m_layout.pages();
-    const auto found = std::find_if(pages.begin(), pages.end(), [id](const std::vector<WidgetEntry>& page) {
-        return std::any_of(page.begin(), page.end(),
-                           [id](const WidgetEntry& entry) { return entry.id == id; });
+    const auto found = std::ranges::find_if(pages, [id](const std::vector<WidgetEntry>& page) {
+        return std::ranges::any_of(page, [id](const WidgetEntry& entry) { return entry.id == id; });
     });
     if (found != pages.end()) {
         setPage(static_cast<int>(found - pages.begin()));
@@ -205,7 +204,7 @@ void RackModel::drag(WidgetID id, int toIndex) {
         beginDrag(id);
     }
     const auto ids = m_layout.ids();
-    const auto others = std::count_if(ids.begin(), ids.end(), [id](WidgetID other) { return other != id; });
+    const auto others = std::ranges::count_if(ids, [id](WidgetID other) { return other != id; });
     const int limited = std::clamp(toIndex, 0, static_cast<int>(others));
     setPreview(id, m_layout.clampedIndex(limited, id, m_page));
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -29,7 +30,7 @@ inline std::vector<std::string> dataFiles(const std::string& directory, const st
             found.push_back(directory + "/" + name);
         }
     }
-    std::sort(found.begin(), found.end());
+    std::ranges::sort(found);
     EXPECT_FALSE(found.empty()) << directory;
     return found;
 }

@@ -247,7 +247,7 @@ std::vector<std::string> HookRoom::names(const std::string& directory) const {
     for (const auto& entry : fs::directory_iterator(path(directory), ignored)) {
         found.push_back(entry.path().filename().string());
     }
-    std::sort(found.begin(), found.end());
+    std::ranges::sort(found);
     return found;
 }
 

@@ -53,7 +53,7 @@ class PermissionScript : public testing::TestWithParam<std::tuple<Shell, Agent>>
     bool waitForRequests(std::size_t count) {
         return becomesTrue([&] {
             const auto names = spooled();
-            return std::count_if(names.begin(), names.end(), [](const std::string& name) {
+            return std::ranges::count_if(names, [](const std::string& name) {
                        return name.starts_with("perm-");
                    }) == static_cast<long>(count);
         });

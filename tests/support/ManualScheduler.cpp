@@ -116,9 +116,8 @@ std::size_t ManualScheduler::runBackground() {
 }
 
 std::size_t ManualScheduler::pending() const {
-    return static_cast<std::size_t>(std::count_if(m_entries.begin(), m_entries.end(), [](const Entry& entry) {
-        return static_cast<bool>(entry.state->run);
-    }));
+    return static_cast<std::size_t>(std::ranges::count_if(
+        m_entries, [](const Entry& entry) { return static_cast<bool>(entry.state->run); }));
 }
 
 std::optional<double> ManualScheduler::nextDelay() const {
@@ -135,10 +134,9 @@ std::optional<double> ManualScheduler::nextDelay() const {
 /// Null when nothing is alive. Forgets what was cancelled.
 ManualScheduler::Entry* ManualScheduler::earliest() {
     std::erase_if(m_entries, [](const Entry& entry) { return !entry.state->run; });
-    const auto found =
-        std::min_element(m_entries.begin(), m_entries.end(), [](const Entry& left, const Entry& right) {
-            return left.moment != right.moment ? left.moment < right.moment : left.id < right.id;
-        });
+    const auto found = std::ranges::min_element(m_entries, [](const Entry& left, const Entry& right) {
+        return left.moment != right.moment ? left.moment < right.moment : left.id < right.id;
+    });
     return found == m_entries.end() ? nullptr : &*found;
 }
 

@@ -21,7 +21,7 @@ bool runsOneOf(const Json& group, const Wanted& commands) {
     const Json* entries = group.find("hooks");
     return entries && std::any_of(entries->items().begin(), entries->items().end(), [&](const Json& entry) {
                const std::string* command = entry.stringAt("command");
-               return command && std::find(commands.begin(), commands.end(), *command) != commands.end();
+               return command && std::ranges::find(commands, *command) != commands.end();
            });
 }
 
@@ -78,7 +78,7 @@ Json groupsOfPermission(const Json* groups, const std::string& command, const Ho
 }
 
 bool holdsWholeSet(const Json& hooks, const Commands& commands, const HookSet& set) {
-    const bool hasEvents = std::all_of(set.events.begin(), set.events.end(), [&](const std::string& event) {
+    const bool hasEvents = std::ranges::all_of(set.events, [&](const std::string& event) {
         return holdsOneOf(hooks.find(event), {commands.event});
     });
     return hasEvents &&

@@ -70,7 +70,7 @@ Json HookPayload::inputTexts(std::initializer_list<std::string_view> keys) const
     Json texts = Json::makeObject();
     JsonScanner scanner(toolInput);
     scanner.object([&](JsonScanner::Key key) {
-        const auto wanted = std::find_if(keys.begin(), keys.end(), [&](auto name) { return key == name; });
+        const auto wanted = std::ranges::find_if(keys, [&](auto name) { return key == name; });
         if (wanted == keys.end()) {
             scanner.skip();
             return;

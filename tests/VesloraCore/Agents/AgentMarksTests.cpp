@@ -26,7 +26,7 @@ TEST(ClaudeMascot, IsFiveRowsOfSeventeenCells) {
         EXPECT_EQ(row.size(), 17U);
         EXPECT_TRUE(std::equal(row.begin(), row.end(), row.rbegin())) << "The picture is symmetric.";
         EXPECT_EQ(row.find_first_not_of("#."), std::string_view::npos);
-        filled += static_cast<int>(std::count(row.begin(), row.end(), '#'));
+        filled += static_cast<int>(std::ranges::count(row, '#'));
     }
     EXPECT_EQ(filled, 13 + 11 + 17 + 13 + 4);
 }

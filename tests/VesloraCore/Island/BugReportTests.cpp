@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace veslora {
 namespace {
 
@@ -60,7 +62,7 @@ TEST(BugReportTests, WhatComesFromOutsideCannotMakeALineOfItsOwn) {
     const std::string lines = text({.desktop = "a\nrunning: \x1b[31mno" + std::string(5000, 'x')});
     EXPECT_THAT(lines, Not(HasSubstr("\x1b")));
     EXPECT_THAT(lines, Not(HasSubstr("\nrunning: \\")));
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 8);
+    EXPECT_EQ(std::ranges::count(lines, '\n'), 8);
     EXPECT_LT(lines.size(), 600U);
 }
 
