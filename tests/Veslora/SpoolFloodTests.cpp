@@ -166,8 +166,11 @@ TEST_F(SpoolFloodTests, EventsOfSixteenMegabytesHoldNoPromptUp) {
         drop("perm-aaa.json", request());
     });
     expectShortStretches();
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // those keep what was freed
-    EXPECT_LT(residentMegabytes() - before, 8);
+    const int grown = residentMegabytes() - before;
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) // those keep what was freed
+    RecordProperty("grown", grown);
+#else
+    EXPECT_LT(grown, 8);
 #endif
 }
 
