@@ -19,8 +19,10 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <future>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,6 +48,16 @@ class CommandLineProgramTests : public ::testing::Test {
         std::string out;
         std::string error;
     };
+    /// What a sanitizer is told, as `env` takes it; none of it means anything to the program.
+    [[nodiscard]] static std::vector<std::string> sanitizers() {
+        std::vector<std::string> variables;
+        for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
+            if (const char* value = getenv(name)) {
+                variables.push_back(std::string(name) + "=" + value);
+            }
+        }
+        return variables;
+    }
     /// Runs the program with nothing in its environment but what is given.
     [[nodiscard]] Ended run(const std::vector<std::string>& words,
                             const std::vector<std::string>& environment) const {
@@ -57,6 +69,7 @@ class CommandLineProgramTests : public ::testing::Test {
             "sh",
             "env",
             "-i"};
+        std::ranges::copy(sanitizers(), std::back_inserter(command));
         command.insert(command.end(), environment.begin(), environment.end());
         command.push_back(veslora);
         command.insert(command.end(), words.begin(), words.end());
@@ -142,6 +155,7 @@ class RunningProgramTests : public CommandLineProgramTests, public ::testing::Wi
     }
     void start() {
         std::vector<std::string> command{"env", "-i"};
+        std::ranges::copy(sanitizers(), std::back_inserter(command));
         const auto variables = session();
         command.insert(command.end(), variables.begin(), variables.end());
         command.push_back(veslora);

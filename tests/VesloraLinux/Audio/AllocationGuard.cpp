@@ -33,9 +33,17 @@ void release(void* memory) {
 
 } // namespace
 
-// The forms for arrays and the ones that do not throw end up here by themselves.
+// The forms for arrays end up here by themselves; so would the one that does not throw, but for a sanitizer,
+// which has one of its own.
 void* operator new(std::size_t size) {
     return allocate(size, __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return allocate(size, __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {
     return allocate(size, static_cast<std::size_t>(alignment));
