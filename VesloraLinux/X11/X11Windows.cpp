@@ -38,14 +38,35 @@ std::vector<X11Window> describe(X11Connection& connection, const std::vector<xcb
         X11Window& window = result.emplace_back();
         window.id = windows[index];
         if (attributes && geometry) {
-            const int border = 2 * geometry->border_width;
-            window.frame = {geometry->x, geometry->y, geometry->width + border, geometry->height + border};
+            window.border = geometry->border_width;
+            window.frame = {geometry->x, geometry->y, geometry->width + 2 * window.border,
+                            geometry->height + 2 * window.border};
             window.isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
             window.isOverrideRedirect = attributes->override_redirect != 0;
         }
     }
     connection.takeQueuedEvents();
     return result;
+}
+
+void placeOnRoot(X11Connection& connection, std::vector<X11Window>& windows) {
+    xcb_connection_t* const xcb = connection.xcb();
+    std::vector<xcb_translate_coordinates_cookie_t> cookies;
+    cookies.reserve(windows.size());
+    for (const X11Window& window : windows) {
+        const auto outside = static_cast<std::int16_t>(-window.border);
+        cookies.push_back(xcb_translate_coordinates(xcb, window.id, connection.root(), outside, outside));
+    }
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        const X11Reply<xcb_translate_coordinates_reply_t> place(
+            xcb_translate_coordinates_reply(xcb, cookies[index], nullptr));
+        if (place) {
+            windows[index].frame.moveTo(place->dst_x, place->dst_y);
+        } else {
+            windows[index].isViewable = false;
+        }
+    }
+    connection.takeQueuedEvents();
 }
 
 } // namespace veslora::X11Windows

@@ -13,6 +13,7 @@ namespace veslora {
 struct X11Window {
     xcb_window_t id = XCB_WINDOW_NONE;
     QRect frame; ///< with its border, in native pixels from the top left corner of its parent
+    int border = 0;
     bool isViewable = false;
     bool isOverrideRedirect = false;
 };
@@ -29,6 +30,9 @@ namespace X11Windows {
 /// In one round trip, in the order of `windows`. One that has gone has its id alone.
 [[nodiscard]] std::vector<X11Window> describe(X11Connection& connection,
                                               const std::vector<xcb_window_t>& windows);
+
+/// The same with every frame counted from the root's top left corner, however deep its window lies.
+void placeOnRoot(X11Connection& connection, std::vector<X11Window>& windows);
 
 } // namespace X11Windows
 

@@ -164,6 +164,18 @@ void Bystander::setTitle(const std::string& title) {
     xcb_flush(m_connection);
 }
 
+void Bystander::writeStates(const std::vector<std::string>& states) {
+    std::vector<std::uint32_t> atoms;
+    for (const std::string& state : states) {
+        atoms.push_back(atom("_NET_WM_STATE_" + state));
+    }
+    setValues("_NET_WM_STATE", XCB_ATOM_ATOM, atoms);
+}
+
+void Bystander::writeDesktop(std::uint32_t desktop) {
+    setValues("_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {desktop});
+}
+
 void Bystander::ask(const std::string& type, const std::vector<std::uint32_t>& data) {
     askWindowManager(m_connection, m_window, type, data);
 }

@@ -53,6 +53,9 @@ class Bystander {
     static constexpr std::uint32_t allDesktops = 0xffffffff;
     void place(const QRect& frame);
     void setTitle(const std::string& title);
+    /// Writes its states, or its desktop, as a window manager does.
+    void writeStates(const std::vector<std::string>& states);
+    void writeDesktop(std::uint32_t desktop);
     void setStrut(const std::vector<std::uint32_t>& strut);
     /// Goes up again whenever something is put over it, as long as `pump` is called.
     void fight() { m_fights = true; }

@@ -179,6 +179,12 @@ void Desktop::switchToDesktop(std::uint32_t desktop) {
     askWindowManager(m_own->xcb(), m_own->root(), "_NET_CURRENT_DESKTOP", {desktop, XCB_CURRENT_TIME});
 }
 
+void Desktop::writeCurrentDesktop(std::uint32_t desktop) {
+    xcb_change_property(m_own->xcb(), XCB_PROP_MODE_REPLACE, m_own->root(),
+                        m_own->atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &desktop);
+    m_own->flush();
+}
+
 RestlessMouse::RestlessMouse(int eventsPerSecond)
     : m_thread([this, eventsPerSecond] { run(eventsPerSecond); }) {}
 

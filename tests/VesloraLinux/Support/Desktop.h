@@ -61,6 +61,8 @@ class Desktop {
     [[nodiscard]] std::vector<std::uint32_t> rootValues(const std::string& property);
 
     void switchToDesktop(std::uint32_t desktop);
+    /// Writes which desktop is in sight, as a window manager does.
+    void writeCurrentDesktop(std::uint32_t desktop);
 
     /// Waits until the server has done all that it was asked to.
     void settle() const;
