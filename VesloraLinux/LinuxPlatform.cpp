@@ -107,6 +107,7 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .systemReadings = systemReadings,
                     .suspension = suspension,
                     .screens = windowSystem->screens(),
+                    .screenWindows = windowSystem->screenWindows(),
                     .pointer = windowSystem->pointer(),
                     .panel = windowSystem->panel(),
                     .frameClock = windowSystem->frameClock(),

@@ -8,6 +8,7 @@
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
 #include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
 
 #include <memory>
@@ -19,6 +20,7 @@ class WindowSystem {
     virtual ~WindowSystem() = default;
 
     [[nodiscard]] virtual Screens& screens() = 0;
+    [[nodiscard]] virtual ScreenWindows& screenWindows() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;
     [[nodiscard]] virtual FrameClock& frameClock() = 0;

@@ -3,6 +3,7 @@
 #include "VesloraLinux/X11/X11HostApplications.h"
 
 #include "VesloraLinux/System/ProcessTree.h"
+#include "VesloraLinux/X11/X11Windows.h"
 #include "VesloraUI/Platform/Logs.h"
 
 #include <unistd.h>
@@ -74,10 +75,7 @@ void X11HostApplications::activate(const HostApp& app) {
 
 std::map<std::int32_t, xcb_window_t> X11HostApplications::windowsByProcess() {
     // From the bottom of the stack to its top, so that the topmost of a process is the last one written.
-    auto windows = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST_STACKING");
-    if (windows.empty()) {
-        windows = m_connection.values(m_connection.root(), "_NET_CLIENT_LIST");
-    }
+    const auto windows = X11Windows::managed(m_connection);
     const auto processes = processesOf(windows);
     const auto types = m_connection.values(windows, "_NET_WM_WINDOW_TYPE");
     std::map<std::int32_t, xcb_window_t> result;

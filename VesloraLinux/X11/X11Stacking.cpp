@@ -39,8 +39,9 @@ void X11Stacking::setShown(bool isShown) {
 
 /// Goes above all others but a screen locker.
 void X11Stacking::raise() {
-    const auto stack = describe(childrenOf(m_connection.root()));
-    const auto locker = std::ranges::find_if(stack, [this](const Neighbour& neighbour) {
+    const auto stack =
+        X11Windows::describe(m_connection, X11Windows::childrenOf(m_connection, m_connection.root()));
+    const auto locker = std::ranges::find_if(stack, [this](const X11Window& neighbour) {
         return neighbour.isViewable && hidesWholeScreen(neighbour);
     });
     if (locker == stack.end()) {
@@ -48,8 +49,8 @@ void X11Stacking::raise() {
         xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
         m_connection.flush();
     } else {
-        qCInfo(Logs::x11, "the panel stays below window 0x%x, which hides a screen", locker->window);
-        putBeside(locker->window, XCB_STACK_MODE_BELOW);
+        qCInfo(Logs::x11, "the panel stays below window 0x%x, which hides a screen", locker->id);
+        putBeside(locker->id, XCB_STACK_MODE_BELOW);
     }
 }
 
@@ -71,12 +72,12 @@ void X11Stacking::check() {
         return;
     }
     // From the bottom of the stack to its top.
-    auto stack = childrenOf(m_connection.root());
+    auto stack = X11Windows::childrenOf(m_connection, m_connection.root());
     const auto own = std::ranges::find(stack, m_window);
     if (own == stack.end() || own + 1 == stack.end()) {
         return;
     }
-    auto neighbours = describe({own, stack.end()});
+    auto neighbours = X11Windows::describe(m_connection, {own, stack.end()});
     const QRect frame = neighbours.front().frame;
     neighbours.erase(neighbours.begin());
     const auto sibling = highestToPass(neighbours, frame);
@@ -94,54 +95,17 @@ void X11Stacking::check() {
     }
 }
 
-std::vector<xcb_window_t> X11Stacking::childrenOf(xcb_window_t window) {
-    const auto cookie = xcb_query_tree(m_connection.xcb(), window);
-    const X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.takeQueuedEvents();
-    if (!tree) {
-        return {};
-    }
-    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
-    return {first, first + tree->children_len};
-}
-
-std::vector<X11Stacking::Neighbour> X11Stacking::describe(const std::vector<xcb_window_t>& windows) {
-    xcb_connection_t* const xcb = m_connection.xcb();
-    std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> cookies;
-    cookies.reserve(windows.size());
-    for (const xcb_window_t window : windows) {
-        cookies.emplace_back(xcb_get_window_attributes(xcb, window), xcb_get_geometry(xcb, window));
-    }
-    std::vector<Neighbour> result;
-    for (std::size_t index = 0; index < windows.size(); ++index) {
-        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(xcb, cookies[index].first, nullptr));
-        const X11Reply<xcb_get_geometry_reply_t> geometry(
-            xcb_get_geometry_reply(xcb, cookies[index].second, nullptr));
-        Neighbour& neighbour = result.emplace_back();
-        neighbour.window = windows[index];
-        if (attributes && geometry) {
-            const int border = 2 * geometry->border_width;
-            neighbour.frame = {geometry->x, geometry->y, geometry->width + border, geometry->height + border};
-            neighbour.isViewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-            neighbour.isOverrideRedirect = attributes->override_redirect != 0;
-        }
-    }
-    m_connection.takeQueuedEvents();
-    return result;
-}
-
-std::optional<xcb_window_t> X11Stacking::highestToPass(const std::vector<Neighbour>& above,
+std::optional<xcb_window_t> X11Stacking::highestToPass(const std::vector<X11Window>& above,
                                                        const QRect& frame) {
     std::optional<xcb_window_t> highest;
-    for (const Neighbour& neighbour : above) {
+    for (const X11Window& neighbour : above) {
         if (!neighbour.isViewable || !neighbour.frame.intersects(frame)) {
             continue;
         }
         if (hidesWholeScreen(neighbour)) {
             break;
         }
-        highest = neighbour.window;
+        highest = neighbour.id;
     }
     return highest;
 }
@@ -149,11 +113,11 @@ std::optional<xcb_window_t> X11Stacking::highestToPass(const std::vector<Neighbo
 /// A screen locker, above which nothing may be seen or pressed, let alone a prompt of an agent's. It keeps
 /// itself out of the window manager's hands as we do, and unlike the frame around a fullscreen window it
 /// holds no managed one.
-bool X11Stacking::hidesWholeScreen(const Neighbour& window) {
+bool X11Stacking::hidesWholeScreen(const X11Window& window) {
     return window.isOverrideRedirect &&
            std::ranges::any_of(m_screens.nativeFrames(),
                                [&window](const QRect& screen) { return window.frame.contains(screen); }) &&
-           !isManaged(window.window);
+           !isManaged(window.id);
 }
 
 bool X11Stacking::isManaged(xcb_window_t window) {
@@ -167,7 +131,7 @@ bool X11Stacking::isManaged(xcb_window_t window) {
         }
         std::vector<xcb_window_t> next;
         for (const xcb_window_t parent : level) {
-            const auto children = childrenOf(parent);
+            const auto children = X11Windows::childrenOf(m_connection, parent);
             next.insert(next.end(), children.begin(), children.end());
         }
         level = std::move(next);

@@ -3,8 +3,8 @@
 // by itself whenever another one was put over it. Main thread only.
 #pragma once
 
-#include "VesloraLinux/X11/X11Connection.h"
 #include "VesloraLinux/X11/X11Screens.h"
+#include "VesloraLinux/X11/X11Windows.h"
 
 #include <deque>
 #include <optional>
@@ -24,21 +24,12 @@ class X11Stacking final : public QObject {
     [[nodiscard]] int raises() const { return m_raises; }
 
   private:
-    struct Neighbour {
-        xcb_window_t window = XCB_WINDOW_NONE;
-        QRect frame;
-        bool isViewable = false;
-        bool isOverrideRedirect = false;
-    };
-
     void eventArrived(const xcb_generic_event_t& event);
     void raise();
     void check();
-    [[nodiscard]] std::vector<Neighbour> describe(const std::vector<xcb_window_t>& windows);
-    [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window);
-    [[nodiscard]] std::optional<xcb_window_t> highestToPass(const std::vector<Neighbour>& above,
+    [[nodiscard]] std::optional<xcb_window_t> highestToPass(const std::vector<X11Window>& above,
                                                             const QRect& frame);
-    [[nodiscard]] bool hidesWholeScreen(const Neighbour& window);
+    [[nodiscard]] bool hidesWholeScreen(const X11Window& window);
     [[nodiscard]] bool isManaged(xcb_window_t window);
     [[nodiscard]] bool mayRaise();
     void putBeside(xcb_window_t sibling, std::uint32_t mode);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/X11/X11WindowSystem.h"
 
+#include "VesloraLinux/Shared/NoScreenWindows.h"
 #include "VesloraLinux/X11/PanelPointer.h"
 #include "VesloraLinux/X11/X11Pointer.h"
 #include "VesloraLinux/X11/X11ScreenSaver.h"
+#include "VesloraLinux/X11/X11ScreenWindows.h"
 #include "VesloraUI/Platform/Logs.h"
 
 #include <QGuiApplication>
@@ -45,8 +47,10 @@ X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connec
         m_pointer =
             std::make_unique<X11Pointer>(*m_connection, m_screens, [this] { return m_panel.nativeWindow(); });
         m_panel.window()->installEventFilter(m_pointer.get());
+        m_screenWindows = std::make_unique<X11ScreenWindows>(*m_connection, m_screens);
     } else {
         m_pointer = std::make_unique<PanelPointer>(m_panel, scheduler);
+        m_screenWindows = std::make_unique<NoScreenWindows>();
     }
 }
 

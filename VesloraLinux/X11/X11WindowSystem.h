@@ -26,6 +26,9 @@ class X11WindowSystem final : public WindowSystem {
     [[nodiscard]] static std::unique_ptr<X11WindowSystem> make(Scheduler& scheduler, PanelForm form);
 
     [[nodiscard]] Screens& screens() override { return m_screens; }
+    /// On a Wayland desktop its X server knows some of the windows and nothing of which of them is on screen,
+    /// so it gives none.
+    [[nodiscard]] ScreenWindows& screenWindows() override { return *m_screenWindows; }
     [[nodiscard]] Pointer& pointer() override { return *m_pointer; }
     [[nodiscard]] Panel& panel() override { return m_panel; }
     [[nodiscard]] FrameClock& frameClock() override { return m_frameClock; }
@@ -39,6 +42,7 @@ class X11WindowSystem final : public WindowSystem {
     PanelForm m_form;
     std::unique_ptr<X11Connection> m_connection;
     X11Screens m_screens;
+    std::unique_ptr<ScreenWindows> m_screenWindows;
     X11Panel m_panel;
     X11FrameClock m_frameClock;
     std::unique_ptr<Pointer> m_pointer;

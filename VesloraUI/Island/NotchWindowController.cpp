@@ -27,7 +27,8 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
       m_timer(settings, {platform.scheduler, platform.sounds, platform.haptics, &platform.timerNotifier}),
       m_rack(settings, platform.haptics), m_sampler(platform.scheduler, platform.systemReadings),
       m_agents(agents), m_keepAwake(settings, platform.power, platform.scheduler),
-      m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)) {}
+      m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
+      m_fullscreenMonitor(platform.screenWindows, platform.scheduler) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel.setContent(nullptr);
@@ -39,6 +40,7 @@ void NotchWindowController::start() {
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
     m_agents.setOnChange([this] { agentsChanged(); });
     m_keepAwake.onChange = [this] { presentationChanged(); };
+    m_fullscreenMonitor.onChange = [this](bool) { applyVisibility(); };
     m_agents.start();
     layout();
     m_platform.panel.orderFront();
@@ -48,13 +50,15 @@ void NotchWindowController::start() {
         connect(&pointer, &Pointer::moved, this, &NotchWindowController::mouseMoved),
         connect(&pointer, &Pointer::released, this, &NotchWindowController::updateClickThrough),
         connect(&pointer, &Pointer::pressedOutside, this, [this] { m_rack.exitEditing(); }),
-        connect(&m_platform.screens, &Screens::changed, this, &NotchWindowController::layout),
+        connect(&m_platform.screens, &Screens::changed, this, &NotchWindowController::screensChanged),
         connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAgain(); }),
     };
+    watchFullscreen();
     pointer.setTracking(true);
 }
 
 void NotchWindowController::stop() {
+    m_fullscreenMonitor.stop();
     m_rack.exitEditing();
     m_agents.stop();
     m_agents.setOnChange(nullptr);
@@ -108,6 +112,11 @@ std::optional<Point> NotchWindowController::mouseLocation() const {
 void NotchWindowController::layout() {
     judge();
     buildLayout();
+}
+
+void NotchWindowController::screensChanged() {
+    layout();
+    m_fullscreenMonitor.recheck();
 }
 
 void NotchWindowController::buildLayout() {
@@ -244,13 +253,26 @@ void NotchWindowController::settingsChanged() {
     judge();
     if (m_appliedDisplayChoice != displayChoice()) {
         buildLayout();
+        m_fullscreenMonitor.recheck();
     }
+    watchFullscreen();
     present();
+}
+
+/// Windows are looked at only for a user who wants the island out of their way.
+void NotchWindowController::watchFullscreen() {
+    const bool isWanted = m_settings.boolValue(SettingsKeys::hideInFullscreen);
+    if (!isWanted) {
+        m_fullscreenMonitor.stop();
+    } else if (!m_fullscreenMonitor.isRunning()) {
+        m_fullscreenMonitor.start([this] { return m_screen; });
+    }
 }
 
 void NotchWindowController::applyVisibility() {
     const bool isShown = FullscreenDetector::shouldShowIsland(
-        false, m_settings.boolValue(SettingsKeys::hideInFullscreen), isShowingAnAlert());
+        m_fullscreenMonitor.isFullscreen(), m_settings.boolValue(SettingsKeys::hideInFullscreen),
+        isShowingAnAlert());
     if (isShown != m_isHidden) {
         return;
     }

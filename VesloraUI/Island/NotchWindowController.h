@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Island/HoverTracker.h"
+#include "VesloraUI/Island/FullscreenMonitor.h"
 #include "VesloraUI/Island/IslandContent.h"
 #include "VesloraUI/Island/NotchViewModel.h"
 #include "VesloraUI/Platform/Platform.h"
@@ -64,11 +65,13 @@ class NotchWindowController : public QObject {
   private:
     void mouseMoved();
     void settingsChanged();
+    void screensChanged();
     void editingChanged(bool isEditing);
     void islandWidthChanged(double width);
     void judge();
     void present();
     void buildLayout();
+    void watchFullscreen();
     void applyVisibility();
     void collapse();
     void updateClickThrough();
@@ -107,7 +110,8 @@ class NotchWindowController : public QObject {
     PanelZones m_zones;
     Task m_openDelayTask;                       ///< sleeps until the hover deadline
     std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
-    bool m_isHidden = false;
+    FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside
+    bool m_isHidden = false;                    ///< it has stepped aside
     std::optional<DisplayChoice> m_appliedDisplayChoice;
     std::vector<QMetaObject::Connection> m_observers;
 };

@@ -13,6 +13,7 @@
 #include "VesloraUI/Platform/PowerAsserting.h"
 #include "VesloraUI/Platform/Processes.h"
 #include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
@@ -49,6 +50,7 @@ struct Platform {
     SystemReadings& systemReadings;
     Suspension& suspension;
     Screens& screens;
+    ScreenWindows& screenWindows;
     Pointer& pointer;
     Panel& panel;
     FrameClock& frameClock;

@@ -12,6 +12,12 @@ Column {
     SettingsGroup {
         width: parent.width
 
+        SettingsToggle {
+            detail: qsTr("Keeps the island out of the way of videos, games and presentations. A timer's done alert still shows.")
+            key: "hideInFullscreen"
+            title: qsTr("Hide when an app is fullscreen")
+        }
+
         SettingLabel {
             isRead: true
             title: qsTr("Version %1").arg(view.version)

@@ -208,6 +208,7 @@ TEST_P(IslandOnPanelTests, OpensWhereverThePointerRestsOnItAndClosesAgain) {
 TEST_P(IslandOnPanelTests, IsDrawnUnderWhatTakesTheClicks) {
     inOwnProcess([] {
         IslandOnPanel x(GetParam(), true);
+        x.settings.set(SettingsKeys::hideInFullscreen, false);
         const double ratio = GetParam().ratio;
         const Bystander window({.frame = {0, 0, 1600, 900}, .color = Qt::green, .isFullscreen = true});
         ASSERT_TRUE(x.comesToRest());
@@ -225,9 +226,32 @@ TEST_P(IslandOnPanelTests, IsDrawnUnderWhatTakesTheClicks) {
     });
 }
 
+TEST_P(IslandOnPanelTests, StepsAsideWhileAWindowFillsTheScreenButForAnAlert) {
+    inOwnProcess([] {
+        IslandOnPanel x(GetParam());
+        ASSERT_TRUE(x.comesToRest());
+        const bool seesWindows = GetParam().form == PanelForm::shaped;
+        const auto goesAside = [&] {
+            return waitUntil([&] { return !x.window().isVisible(); },
+                             seesWindows ? testing::patienceMilliseconds : 500);
+        };
+        {
+            const Bystander window({.frame = {0, 0, 1600, 900}, .isFullscreen = true});
+            EXPECT_EQ(goesAside(), seesWindows);
+            x.claude.publish({}, {FakeMonitor::request("r1", x.platform->seams().scheduler.now())});
+            EXPECT_TRUE(
+                waitUntil([&] { return x.window().isVisible() && x.controller.model()->isAlertOnScreen(); }));
+            x.claude.publish({}, {});
+            EXPECT_EQ(goesAside(), seesWindows);
+        }
+        EXPECT_TRUE(waitUntil([&] { return x.window().isVisible(); }));
+    });
+}
+
 TEST_P(IslandOnPanelTests, AnAlertThatEndsUnderAHeldButtonKeepsNoClicksAfterItsRelease) {
     inOwnProcess([] {
         IslandOnPanel x(GetParam());
+        x.settings.set(SettingsKeys::hideInFullscreen, false);
         const double ratio = GetParam().ratio;
         Bystander window({.frame = {0, 0, 1600, 900}, .isFullscreen = true});
         ASSERT_TRUE(x.comesToRest());

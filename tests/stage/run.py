@@ -84,6 +84,13 @@ class DisplayTests(unittest.TestCase):
         self.assertIn("window id", display.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
         self.assertEqual(display.run("xprop", "-root", "_NET_CLIENT_LIST").strip(), "_NET_CLIENT_LIST(WINDOW): window id #")
 
+    def test_any_window_manager_that_is_known_can_be_named(self):
+        for name in ("openbox", "i3"):
+            display = self.raised()
+            self.assertRegex(display.ask(f"window-manager {name}"), rf"^window-manager {name} \d+$")
+            check = display.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").split()[-1]
+            self.assertIn(f'"{name}"', display.run("xprop", "-id", check, "_NET_WM_NAME").lower())
+
     def test_a_compositor_comes_and_goes_and_comes_back(self):
         display = self.raised()
         first = display.ask("compositor")

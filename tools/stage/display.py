@@ -23,7 +23,8 @@ _STEP = 0.002
 _SERVER = ["Xvfb", "-noreset", "-nolisten", "tcp", "-extension", "GLX"]
 _COMMANDS = {
     # Its own settings, whatever the machine's user has.
-    "window-manager": ["openbox", "--sm-disable", "--config-file", "/etc/xdg/openbox/rc.xml"],
+    "openbox": ["openbox", "--sm-disable", "--config-file", "/etc/xdg/openbox/rc.xml"],
+    "i3": ["i3", "-c", os.path.join(os.path.dirname(os.path.abspath(__file__)), "i3.conf")],
     "compositor": ["picom", "--config", "/dev/null", "--backend", "xrender", "--no-fading-openclose"],
 }
 
@@ -72,12 +73,12 @@ class Display:
             self.close()
             raise
 
-    def start_window_manager(self):
-        """Returns its process once it manages windows."""
+    def start_window_manager(self, name="openbox"):
+        """Starts one of those that are known; returns its process once it manages windows."""
         # While it starts it forgets windows that come, but not one that is there before: it lists that at the end of its
         # start, and takes it from the list only when it handles events.
         window = self._client.show_window()
-        process = self._start("window-manager", *_COMMANDS["window-manager"])
+        process = self._start("window-manager", *_COMMANDS[name])
         self._wait("window-manager", lambda: window in self._managed())
         self._client.destroy_window(window)
         self._wait("window-manager", lambda: window not in self._managed())
@@ -164,14 +165,15 @@ class Display:
 
 def _done(display, request):
     """Does what one line asks for; returns what there is to tell of it."""
-    if request == "window-manager":
-        return display.start_window_manager()
+    piece, _, name = request.partition(" ")
+    if piece == "window-manager":
+        return display.start_window_manager(*name.split())
     if request == "compositor":
         return display.start_compositor()
     if request == "bus":
         return display.start_bus()
-    if request.startswith("kill "):
-        display.kill(request.partition(" ")[2])
+    if piece == "kill":
+        display.kill(name)
         return "done"
     raise DisplayError(f"nobody knows what “{request}” is")
 
@@ -185,8 +187,9 @@ def _end_input(*_):
 
 def serve(arguments):
     """Raises a display of the size that the first argument names, and says so in a line, “display :5 /its/folder”. Then
-    does what each further argument and each line of standard input asks for (“window-manager”, “compositor”, “bus”,
-    “kill compositor”) and repeats it once it is done, with the process or the address; or else says “error” and why.
+    does what each further argument and each line of standard input asks for (“window-manager”, “window-manager i3”,
+    “compositor”, “bus”, “kill compositor”) and repeats it once it is done, with the process or the address; or else says
+    “error” and why.
     Takes everything down when standard input closes.
     """
     for number in (signal.SIGTERM, signal.SIGINT):

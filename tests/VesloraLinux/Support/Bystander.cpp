@@ -4,9 +4,18 @@
 #include "VesloraLinux/X11/X11Reply.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace veslora::testing {
+namespace {
+
+xcb_atom_t atomOf(xcb_connection_t* connection, const std::string& name) {
+    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    return X11Reply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+}
+
+} // namespace
 
 Bystander::Bystander(const BystanderOptions& options)
     : m_connection(xcb_connect(nullptr, nullptr)),
@@ -32,6 +41,10 @@ void Bystander::show(const BystanderOptions& options) {
     if (options.isFullscreen) {
         setValues("_NET_WM_STATE", XCB_ATOM_ATOM, {atom("_NET_WM_STATE_FULLSCREEN")});
     }
+    if (options.isBorderless) {
+        constexpr std::uint32_t decorations = 2;
+        setValues("_MOTIF_WM_HINTS", atom("_MOTIF_WM_HINTS"), {decorations, 0, 0, 0, 0});
+    }
     if (options.pid != 0) {
         setValues("_NET_WM_PID", XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(options.pid)});
     }
@@ -50,8 +63,7 @@ void Bystander::show(const BystanderOptions& options) {
     setValues("WM_NORMAL_HINTS", XCB_ATOM_WM_SIZE_HINTS,
               {1, static_cast<std::uint32_t>(options.frame.x()),
                static_cast<std::uint32_t>(options.frame.y()), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
-    xcb_map_window(m_connection, m_window);
-    xcb_flush(m_connection);
+    map();
     if (!waitUntil([this] { return isViewable(); })) {
         throw std::runtime_error("a window did not appear");
     }
@@ -116,26 +128,64 @@ void Bystander::raise() {
 
 void Bystander::iconify() {
     constexpr std::uint32_t iconic = 3;
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = m_window;
-    message.type = atom("WM_CHANGE_STATE");
-    message.data.data32[0] = iconic;
-    xcb_send_event(m_connection, 0, m_root,
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&message));
+    ask("WM_CHANGE_STATE", {iconic});
+}
+
+void Bystander::map() {
+    xcb_map_window(m_connection, m_window);
     xcb_flush(m_connection);
+}
+
+void Bystander::setState(const std::string& state, bool isOn) {
+    const std::string name = "_NET_WM_STATE_" + state;
+    const bool isMaximised = state == "MAXIMIZED";
+    ask("_NET_WM_STATE", {isOn ? 1U : 0U, atom(isMaximised ? name + "_VERT" : name),
+                          isMaximised ? atom(name + "_HORZ") : 0U, 1});
+}
+
+void Bystander::moveToDesktop(std::uint32_t desktop) {
+    ask("_NET_WM_DESKTOP", {desktop, 2});
+}
+
+void Bystander::place(const QRect& frame) {
+    const std::uint32_t values[] = {
+        static_cast<std::uint32_t>(frame.x()), static_cast<std::uint32_t>(frame.y()),
+        static_cast<std::uint32_t>(frame.width()), static_cast<std::uint32_t>(frame.height())};
+    xcb_configure_window(m_connection, m_window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    xcb_flush(m_connection);
+}
+
+void Bystander::setTitle(const std::string& title) {
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, atom("_NET_WM_NAME"),
+                        atom("UTF8_STRING"), 8, static_cast<std::uint32_t>(title.size()), title.data());
+    xcb_flush(m_connection);
+}
+
+void Bystander::writeStates(const std::vector<std::string>& states) {
+    std::vector<std::uint32_t> atoms;
+    for (const std::string& state : states) {
+        atoms.push_back(atom("_NET_WM_STATE_" + state));
+    }
+    setValues("_NET_WM_STATE", XCB_ATOM_ATOM, atoms);
+}
+
+void Bystander::writeDesktop(std::uint32_t desktop) {
+    setValues("_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {desktop});
+}
+
+void Bystander::ask(const std::string& type, const std::vector<std::uint32_t>& data) {
+    askWindowManager(m_connection, m_window, type, data);
 }
 
 void Bystander::setStrut(const std::vector<std::uint32_t>& strut) {
     setValues("_NET_WM_STRUT_PARTIAL", XCB_ATOM_CARDINAL, strut);
 }
 
-xcb_atom_t Bystander::atom(const std::string& name) {
-    const auto cookie =
-        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-    return X11Reply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(m_connection, cookie, nullptr))->atom;
+xcb_atom_t Bystander::atom(const std::string& name) const {
+    return atomOf(m_connection, name);
 }
 
 void Bystander::setValues(const std::string& property, xcb_atom_t type,
@@ -143,6 +193,20 @@ void Bystander::setValues(const std::string& property, xcb_atom_t type,
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, atom(property), type, 32,
                         static_cast<std::uint32_t>(values.size()), values.data());
     xcb_flush(m_connection);
+}
+
+void askWindowManager(xcb_connection_t* connection, xcb_window_t window, const std::string& type,
+                      const std::vector<std::uint32_t>& data) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atomOf(connection, type);
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(connection, 0, xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(connection);
 }
 
 std::vector<xcb_window_t> stackOf(xcb_connection_t* connection, xcb_window_t root) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/VesloraLinux/Support/Desktop.h"
 
+#include "tests/VesloraLinux/Support/Bystander.h"
+
 #include <sys/resource.h>
 #include <xcb/xcbext.h>
 
@@ -81,7 +83,7 @@ Desktop::Desktop(const DesktopOptions& options) {
     m_own = X11Connection::open(*m_scheduler);
     require(m_connection && m_own, "no display");
     if (options.hasWindowManager) {
-        m_display.startWindowManager();
+        m_display.startWindowManager(options.windowManager);
     }
     if (options.hasCompositor) {
         startCompositor();
@@ -171,6 +173,16 @@ void Desktop::click(int button) {
 
 std::vector<std::uint32_t> Desktop::rootValues(const std::string& property) {
     return m_own->values(m_own->root(), property);
+}
+
+void Desktop::switchToDesktop(std::uint32_t desktop) {
+    askWindowManager(m_own->xcb(), m_own->root(), "_NET_CURRENT_DESKTOP", {desktop, XCB_CURRENT_TIME});
+}
+
+void Desktop::writeCurrentDesktop(std::uint32_t desktop) {
+    xcb_change_property(m_own->xcb(), XCB_PROP_MODE_REPLACE, m_own->root(),
+                        m_own->atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &desktop);
+    m_own->flush();
 }
 
 RestlessMouse::RestlessMouse(int eventsPerSecond)

@@ -27,6 +27,7 @@ struct DesktopOptions {
     /// Monitors as xrandr names and places them: "eDP-1 800/200x900/225+0+0". None for a single one of 1600
     /// by 900.
     std::vector<std::string> monitors;
+    std::string windowManager = "openbox";
 };
 
 class Desktop {
@@ -58,6 +59,10 @@ class Desktop {
 
     /// The values of a root window's property.
     [[nodiscard]] std::vector<std::uint32_t> rootValues(const std::string& property);
+
+    void switchToDesktop(std::uint32_t desktop);
+    /// Writes which desktop is in sight, as a window manager does.
+    void writeCurrentDesktop(std::uint32_t desktop);
 
     /// Waits until the server has done all that it was asked to.
     void settle() const;

@@ -16,8 +16,8 @@ PrivateDisplay::PrivateDisplay(const std::string& size)
     m_folder = answered.substr(space + 1);
 }
 
-void PrivateDisplay::startWindowManager() const {
-    ask("window-manager");
+void PrivateDisplay::startWindowManager(const std::string& name) const {
+    ask("window-manager " + name);
 }
 
 void PrivateDisplay::startCompositor() const {

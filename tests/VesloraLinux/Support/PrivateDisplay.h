@@ -19,8 +19,8 @@ class PrivateDisplay {
     /// An empty folder that goes with the display, fit to be a home and a runtime folder.
     [[nodiscard]] const std::string& folder() const { return m_folder; }
 
-    /// Returns once it manages windows.
-    void startWindowManager() const;
+    /// One of those that tools/display knows. Returns once it manages windows.
+    void startWindowManager(const std::string& name = "openbox") const;
     /// Returns once it owns the screen.
     void startCompositor() const;
     /// Returns its address.

@@ -57,6 +57,13 @@ ScreenInfo FakeScreens::make(const std::string& name, double width, double heigh
     return screen;
 }
 
+void FakeScreenWindows::change(std::vector<WindowFrame> newWindows) {
+    windows = std::move(newWindows);
+    if (isWatching) {
+        emit changed();
+    }
+}
+
 void FakePointer::moveTo(std::optional<Point> point) {
     position = point;
     emit moved();

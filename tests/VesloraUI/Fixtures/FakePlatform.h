@@ -100,6 +100,23 @@ class FakeScreens final : public Screens {
     static ScreenInfo make(const std::string& name, double width, double height, bool isBuiltIn);
 };
 
+/// Has the windows that a test put into it, on whichever screen.
+class FakeScreenWindows final : public ScreenWindows {
+  public:
+    std::vector<WindowFrame> windows;
+    bool isWatching = false;
+    int looks = 0;
+
+    [[nodiscard]] std::vector<WindowFrame> windowsOn(const ScreenInfo& /*screen*/) override {
+        ++looks;
+        return windows;
+    }
+    void setWatching(bool watching) override { isWatching = watching; }
+
+    /// Replaces the windows and says so, as far as anybody wants to hear it.
+    void change(std::vector<WindowFrame> newWindows);
+};
+
 class FakePointer final : public Pointer {
   public:
     std::optional<Point> position;
@@ -217,6 +234,7 @@ class FakePlatform {
     FakeSystemReadings readings;
     Suspension sleep;
     FakeScreens displays;
+    FakeScreenWindows others;
     FakePointer mouse;
     FakePanel window;
     FakeFrameClock frames{time};
@@ -240,6 +258,7 @@ class FakePlatform {
                    .systemReadings = readings,
                    .suspension = sleep,
                    .screens = displays,
+                   .screenWindows = others,
                    .pointer = mouse,
                    .panel = window,
                    .frameClock = frames,

@@ -23,7 +23,7 @@ std::vector<std::string> namesOf(const std::vector<QAccessibleInterface*>& parts
 
 /// What each page holds below the tabs, in the order in which it is read.
 const std::map<std::string, std::vector<std::string>> controlsOf{
-    {"General", {"Quit Veslora"}},
+    {"General", {"Hide when an app is fullscreen", "Quit Veslora"}},
     {"Timer", {"Sound when done", "Notify when a timer ends"}},
     {"Agents",
      {"Install", "Install", "Approval alerts", "Answer approvals from the island", "Sound for approvals",

@@ -51,11 +51,15 @@ class SettingsWindowTest : public testing::Test {
     Scene scene;
 };
 
-TEST_F(SettingsWindowTest, BeginsWithTheVersion) {
+TEST_F(SettingsWindowTest, BeginsWithTheGeneralTab) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Version 1.2.3", "Quit Veslora"));
+                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Hide when an app is fullscreen",
+                            "Keeps the island out of the way of videos, games and presentations. A timer's "
+                            "done alert still shows.",
+                            "Version 1.2.3", "Quit Veslora"));
+    expectToggles({{"Hide when an app is fullscreen", SettingsKeys::hideInFullscreen}});
 }
 
 TEST_F(SettingsWindowTest, TheRowOfTabsHasRoomForSeven) {
