@@ -53,9 +53,17 @@ auto find(std::vector<WidgetEntry>& entries, WidgetID id) {
     return std::ranges::find(entries, id, &WidgetEntry::id);
 }
 
-std::vector<int> unitsOf(const std::vector<WidgetEntry>& entries) {
-    std::vector<int> result(entries.size());
-    std::ranges::transform(entries, result.begin(), [](const WidgetEntry& entry) { return entry.units(); });
+std::vector<PageItem> itemsOf(const std::vector<WidgetEntry>& entries) {
+    std::vector<PageItem> result(entries.size());
+    std::ranges::transform(entries, result.begin(), [](const WidgetEntry& entry) {
+        return PageItem{entry.units(), entry.width()};
+    });
+    return result;
+}
+
+std::vector<PageItem> itemsOf(const std::vector<int>& units) {
+    std::vector<PageItem> result(units.size());
+    std::ranges::transform(units, result.begin(), [](int count) { return PageItem{count, 0}; });
     return result;
 }
 
@@ -72,10 +80,10 @@ std::vector<int> placesNear(int index, int count) {
 }
 
 /// The number of the page that the item at `place` is on.
-int pageOf(int place, const std::vector<int>& units) {
-    const auto pages = WidgetLayout::pack(units, WidgetLayout::unitsPerPage);
-    const auto page =
-        std::ranges::find_if(pages, [place](const std::vector<int>& items) { return items.back() >= place; });
+int pageOf(int place, const std::vector<PageItem>& items, const PageLimits& limits) {
+    const auto pages = WidgetLayout::pack(items, limits);
+    const auto page = std::ranges::find_if(
+        pages, [place](const std::vector<int>& indices) { return indices.back() >= place; });
     return static_cast<int>(page - pages.begin());
 }
 
@@ -140,9 +148,9 @@ bool WidgetLayout::contains(WidgetID id) const {
     return std::ranges::any_of(entries, [id](const WidgetEntry& entry) { return entry.id == id; });
 }
 
-std::vector<std::vector<WidgetEntry>> WidgetLayout::pages() const {
+std::vector<std::vector<WidgetEntry>> WidgetLayout::pages(const PageLimits& limits) const {
     std::vector<std::vector<WidgetEntry>> result;
-    for (const auto& indices : pack(unitsOf(entries), unitsPerPage)) {
+    for (const auto& indices : pack(itemsOf(entries), limits)) {
         auto& page = result.emplace_back();
         for (const int index : indices) {
             page.push_back(entries[static_cast<std::size_t>(index)]);
@@ -182,45 +190,60 @@ void WidgetLayout::setSize(WidgetID id, WidgetSize size) {
     }
 }
 
-int WidgetLayout::clampedIndex(int index, WidgetID id, int page) const {
+int WidgetLayout::clampedIndex(int index, WidgetID id, int page, const PageLimits& limits) const {
     const auto all = ids();
     const auto found = std::ranges::find(all, id);
     if (found == all.end()) {
         return index;
     }
-    return clampedIndex(unitsOf(entries), static_cast<int>(found - all.begin()), index, page);
+    return clampedIndex(itemsOf(entries), static_cast<int>(found - all.begin()), index, page, limits);
 }
 
-std::vector<std::vector<int>> WidgetLayout::pack(const std::vector<int>& units, int perPage) {
+std::vector<std::vector<int>> WidgetLayout::pack(const std::vector<PageItem>& items,
+                                                 const PageLimits& limits) {
     std::vector<std::vector<int>> pages;
-    int sum = 0;
-    for (int index = 0; index < static_cast<int>(units.size()); ++index) {
-        const int size = units[static_cast<std::size_t>(index)];
-        if (pages.empty() || sum + size > perPage) {
+    int units = 0;
+    double width = 0;
+    for (int index = 0; index < static_cast<int>(items.size()); ++index) {
+        const PageItem& item = items[static_cast<std::size_t>(index)];
+        const double wider = width + limits.gap + item.width;
+        if (pages.empty() || units + item.units > limits.units || wider > limits.width) {
             pages.emplace_back();
-            sum = 0;
+            units = item.units;
+            width = item.width;
+        } else {
+            units += item.units;
+            width = wider;
         }
         pages.back().push_back(index);
-        sum += size;
     }
     return pages;
 }
 
-int WidgetLayout::clampedIndex(const std::vector<int>& units, int moving, int index, int page) {
-    if (moving < 0 || moving >= static_cast<int>(units.size())) {
+std::vector<std::vector<int>> WidgetLayout::pack(const std::vector<int>& units, int perPage) {
+    return pack(itemsOf(units), PageLimits{.units = perPage});
+}
+
+int WidgetLayout::clampedIndex(const std::vector<PageItem>& items, int moving, int index, int page,
+                               const PageLimits& limits) {
+    if (moving < 0 || moving >= static_cast<int>(items.size())) {
         return index;
     }
-    auto rest = units;
-    const int item = rest[static_cast<std::size_t>(moving)];
+    auto rest = items;
+    const PageItem item = rest[static_cast<std::size_t>(moving)];
     rest.erase(rest.begin() + moving);
     for (const int place : placesNear(index, static_cast<int>(rest.size()))) {
         auto candidate = rest;
         candidate.insert(candidate.begin() + place, item);
-        if (pageOf(place, candidate) == page) {
+        if (pageOf(place, candidate, limits) == page) {
             return place;
         }
     }
     return index;
+}
+
+int WidgetLayout::clampedIndex(const std::vector<int>& units, int moving, int index, int page) {
+    return clampedIndex(itemsOf(units), moving, index, page, {});
 }
 
 } // namespace veslora

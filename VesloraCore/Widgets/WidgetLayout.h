@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,9 +47,27 @@ struct WidgetEntry {
     bool operator==(const WidgetEntry&) const = default;
 };
 
+/// What one page can hold.
+struct PageLimits {
+    static constexpr int unitsPerPage = 5;
+
+    int units = unitsPerPage;
+    /// Points for the modules and the gaps between them, as far as the screen has room.
+    double width = std::numeric_limits<double>::infinity();
+    double gap = 0; ///< points between two modules at least
+
+    bool operator==(const PageLimits&) const = default;
+};
+
+/// One module, as far as pages are concerned.
+struct PageItem {
+    int units = 1;
+    double width = 0; ///< points
+};
+
 /// No widget is in it twice, and each has a size that it comes in; every operation keeps that.
 struct WidgetLayout {
-    static constexpr int unitsPerPage = 5;
+    static constexpr int unitsPerPage = PageLimits::unitsPerPage;
     static constexpr double widgetHeight = 112; ///< points, of every module
 
     std::vector<WidgetEntry> entries;
@@ -68,7 +87,7 @@ struct WidgetLayout {
     /// The widgets that are not in the rack.
     [[nodiscard]] std::vector<WidgetID> available() const;
     [[nodiscard]] bool contains(WidgetID id) const;
-    [[nodiscard]] std::vector<std::vector<WidgetEntry>> pages() const;
+    [[nodiscard]] std::vector<std::vector<WidgetEntry>> pages(const PageLimits& limits = {}) const;
 
     /// Appends it, in the usual size unless it comes in the given one. Nothing when it is there already.
     void add(WidgetID id, std::optional<WidgetSize> size = std::nullopt);
@@ -81,14 +100,19 @@ struct WidgetLayout {
 
     /// The place nearest to `index` at which `id` would land on the page of number `page`; `index` where
     /// there is none.
-    [[nodiscard]] int clampedIndex(int index, WidgetID id, int page) const;
+    [[nodiscard]] int clampedIndex(int index, WidgetID id, int page, const PageLimits& limits = {}) const;
 
     /// Cuts a list of sizes into pages, each a list of indices: greedy and in order, never moving a later
     /// small one up to a page that is closed. One larger than a page gets one of its own.
+    [[nodiscard]] static std::vector<std::vector<int>> pack(const std::vector<PageItem>& items,
+                                                            const PageLimits& limits);
+    /// The same where only the units count.
     [[nodiscard]] static std::vector<std::vector<int>> pack(const std::vector<int>& units, int perPage);
 
-    /// The same for plain sizes, with the item at `moving`. Of two places equally near the lower one is
+    /// The same for plain items, with the one at `moving`. Of two places equally near the lower one is
     /// taken.
+    [[nodiscard]] static int clampedIndex(const std::vector<PageItem>& items, int moving, int index, int page,
+                                          const PageLimits& limits);
     [[nodiscard]] static int clampedIndex(const std::vector<int>& units, int moving, int index, int page);
 
     bool operator==(const WidgetLayout&) const = default;

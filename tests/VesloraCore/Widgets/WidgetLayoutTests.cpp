@@ -248,3 +248,37 @@ TEST(WidgetLayout, ClampedIndexOfAWidget) {
     EXPECT_EQ(layout.clampedIndex(0, WidgetID::claude, 1), 3);
     EXPECT_EQ(layout.clampedIndex(4, WidgetID::clock, 0), 4) << "It is not in the layout.";
 }
+
+TEST(WidgetLayout, APageHoldsNoMoreThanItsScreenHasRoomFor) {
+    const auto layout = WidgetLayout::fromStoredValue("music,claude:1,claudeUsage,keepAwake,meters");
+    const auto countsFor = [&layout](double width) {
+        std::vector<std::size_t> counts;
+        for (const auto& page : layout.pages({.width = width, .gap = 8})) {
+            counts.push_back(page.size());
+        }
+        return counts;
+    };
+    // Four of 150, one of 130, and four gaps of 8.
+    EXPECT_THAT(countsFor(762), ElementsAre(5));
+    EXPECT_THAT(countsFor(761.9), ElementsAre(4, 1));
+    EXPECT_THAT(countsFor(308), ElementsAre(2, 2, 1));
+    EXPECT_THAT(countsFor(307), ElementsAre(1, 1, 1, 2)) << "the last two are 288 wide together";
+    EXPECT_THAT(countsFor(0), ElementsAre(1, 1, 1, 1, 1)) << "a module that fits nowhere is still reached";
+}
+
+TEST(WidgetLayout, AScreenChangesNothingOfWhatIsStored) {
+    const auto layout = WidgetLayout::defaultLayout();
+    std::vector<WidgetEntry> all;
+    for (const auto& page : layout.pages({.width = 400, .gap = 8})) {
+        all.insert(all.end(), page.begin(), page.end());
+    }
+    EXPECT_EQ(all, layout.entries);
+}
+
+TEST(WidgetLayout, ClampedIndexGoesByTheScreensPages) {
+    const auto layout = WidgetLayout::fromStoredValue("music,claude:1,claudeUsage,keepAwake");
+    const PageLimits narrow{.width = 308, .gap = 8};
+    EXPECT_EQ(layout.clampedIndex(3, WidgetID::music, 0), 3);
+    EXPECT_EQ(layout.clampedIndex(3, WidgetID::music, 0, narrow), 1) << "the first page holds two";
+    EXPECT_EQ(layout.clampedIndex(0, WidgetID::music, 1, narrow), 2);
+}
