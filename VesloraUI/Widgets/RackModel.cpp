@@ -14,18 +14,6 @@ namespace {
 constexpr double spacingStep = 4;
 constexpr double emptyWidth = 360; ///< room for what an empty rack says
 
-int lastPage(const WidgetLayout& layout) {
-    return std::max(static_cast<int>(layout.pages().size()) - 1, 0);
-}
-
-std::vector<WidgetEntry> pageOf(const WidgetLayout& layout, int page) {
-    const auto pages = layout.pages();
-    if (pages.empty()) {
-        return {};
-    }
-    return pages[std::min(static_cast<std::size_t>(std::max(page, 0)), pages.size() - 1)];
-}
-
 double widthOf(const std::vector<WidgetEntry>& entries, double spacing) {
     double width = 2 * RackModel::sidePadding;
     for (const WidgetEntry& entry : entries) {
@@ -57,7 +45,25 @@ WidgetLayout RackModel::previewLayout() const {
 }
 
 int RackModel::pageCount() const {
-    return static_cast<int>(m_layout.pages().size());
+    return static_cast<int>(m_layout.pages(limits()).size());
+}
+
+PageLimits RackModel::limits() const {
+    return {.width = m_widthLimit - 2 * sidePadding, .gap = RackRoom::leastSpacing};
+}
+
+std::vector<ModuleFrame> RackModel::frames() const {
+    return RackFrames::frames(shownPage(), {width(), limits().width, m_customSpacing});
+}
+
+int RackModel::lastPage(const WidgetLayout& layout) const {
+    return std::max(static_cast<int>(layout.pages(limits()).size()) - 1, 0);
+}
+
+std::vector<WidgetEntry> RackModel::shownPage() const {
+    const auto pages = previewLayout().pages(limits());
+    return pages.empty() ? std::vector<WidgetEntry>()
+                         : pages[std::min(static_cast<std::size_t>(m_page), pages.size() - 1)];
 }
 
 double RackModel::spacingValue() const {
@@ -65,7 +71,7 @@ double RackModel::spacingValue() const {
 }
 
 double RackModel::islandWidth() const {
-    const auto page = pageOf(previewLayout(), m_page);
+    const auto page = shownPage();
     const double wanted = std::max(widthOf(page, spacing()), leastWidth(page.empty()));
     return std::min(wanted, m_widthLimit);
 }
@@ -81,7 +87,8 @@ double RackModel::leastWidth(bool isPageEmpty) const {
 void RackModel::setScreenWidth(double width) {
     assign(this, m_widthLimit, std::min(width, NotchGeometry::maxExpandedWidth),
            &RackModel::widthLimitChanged);
-    reportIslandWidth();
+    // Another screen may have fewer pages.
+    setPage(m_page);
 }
 
 void RackModel::setPage(int page) {
@@ -177,7 +184,7 @@ void RackModel::setSize(WidgetID id, WidgetSize size) {
     WidgetLayout layout = m_layout;
     layout.setSize(id, size);
     setLayout(std::move(layout));
-    const auto pages = m_layout.pages();
+    const auto pages = m_layout.pages(limits());
     const auto found = std::ranges::find_if(pages, [id](const std::vector<WidgetEntry>& page) {
         return std::ranges::any_of(page, [id](const WidgetEntry& entry) { return entry.id == id; });
     });
@@ -206,7 +213,7 @@ void RackModel::drag(WidgetID id, int toIndex) {
     const auto ids = m_layout.ids();
     const auto others = std::ranges::count_if(ids, [id](WidgetID other) { return other != id; });
     const int limited = std::clamp(toIndex, 0, static_cast<int>(others));
-    setPreview(id, m_layout.clampedIndex(limited, id, m_page));
+    setPreview(id, m_layout.clampedIndex(limited, id, m_page, limits()));
 }
 
 void RackModel::endDrag() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Island/NotchGeometry.h"
+#include "VesloraCore/Widgets/RackFrames.h"
 #include "VesloraCore/Widgets/WidgetLayout.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 
@@ -22,7 +23,7 @@ class RackModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged FINAL)
-    Q_PROPERTY(int pageCount READ pageCount NOTIFY layoutChanged FINAL)
+    Q_PROPERTY(int pageCount READ pageCount NOTIFY changed FINAL)
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged FINAL)
     Q_PROPERTY(bool isShowingLibrary READ isShowingLibrary WRITE setShowingLibrary NOTIFY
                    isShowingLibraryChanged FINAL)
@@ -32,8 +33,7 @@ class RackModel : public QObject {
     Q_PROPERTY(double islandWidth READ islandWidth NOTIFY islandWidthChanged FINAL)
 
   public:
-    static constexpr double automaticSpacing = 20; ///< least gap that automatic spacing leaves
-    static constexpr double sidePadding = 32;      ///< on each side of the rack
+    static constexpr double sidePadding = 32; ///< points on each side of the rack
 
     RackModel(Defaults& settings, HapticPerforming& haptics);
 
@@ -43,8 +43,17 @@ class RackModel : public QObject {
     [[nodiscard]] WidgetLayout previewLayout() const;
     /// Number of the page on show, from 0. It can lie past the last page of `previewLayout` for a moment.
     [[nodiscard]] int page() const { return m_page; }
-    /// How many pages the kept arrangement has; none when the rack is empty.
+    /// How many pages the kept arrangement has on this screen; none when the rack is empty.
     [[nodiscard]] int pageCount() const;
+    /// What one page can hold on this screen. What has no room on a narrow one is on further pages; what is
+    /// kept stays as it is.
+    [[nodiscard]] PageLimits limits() const;
+    /// The page on show as the user should see it: of `previewLayout`, or its last one where it has fewer.
+    [[nodiscard]] std::vector<WidgetEntry> shownPage() const;
+    /// Where the modules of that page are, in points from the rack's left edge.
+    [[nodiscard]] std::vector<ModuleFrame> frames() const;
+    /// Points that the rack itself is wide.
+    [[nodiscard]] double width() const { return islandWidth() - 2 * sidePadding; }
     [[nodiscard]] bool isEditing() const { return m_isEditing; }
     /// The library is open in place of the rack.
     [[nodiscard]] bool isShowingLibrary() const { return m_isShowingLibrary; }
@@ -55,7 +64,7 @@ class RackModel : public QObject {
     /// The gap between modules that the user set, in points; absent when it is automatic.
     [[nodiscard]] std::optional<double> customSpacing() const { return m_customSpacing; }
     [[nodiscard]] bool isAutomatic() const { return !m_customSpacing; }
-    [[nodiscard]] double spacing() const { return m_customSpacing.value_or(automaticSpacing); }
+    [[nodiscard]] double spacing() const { return m_customSpacing.value_or(RackRoom::automaticSpacing); }
     /// The gap that the user last set, also while it is automatic.
     [[nodiscard]] double spacingValue() const;
     /// Points that the island should be wide now, while open; never more than `widthLimit`.
@@ -114,6 +123,7 @@ class RackModel : public QObject {
     void setPreview(std::optional<WidgetID> draggingID, std::optional<int> previewIndex);
     [[nodiscard]] std::optional<double> readCustomSpacing() const;
     [[nodiscard]] double leastWidth(bool isPageEmpty) const;
+    [[nodiscard]] int lastPage(const WidgetLayout& layout) const;
     void reportIslandWidth();
 
     Defaults& m_settings;

@@ -14,9 +14,6 @@ namespace {
 /// The gap gives way to a narrow screen as far as the user could have set it.
 constexpr double leastSpacing = SettingsKeys::widgetSpacingRange.lower;
 
-// The island's width was made of these very sums.
-constexpr double tolerance = 1e-6;
-
 double widthOf(const std::vector<RackEntry>& entries) {
     return std::accumulate(entries.begin(), entries.end(), 0.0,
                            [](double sum, const RackEntry& entry) { return sum + entry.width; });
@@ -38,22 +35,11 @@ void RackPresenter::setAvailableWidth(double width) {
     emit changed();
 }
 
-std::vector<WidgetEntry> RackPresenter::page() const {
-    const auto pages = m_rack->previewLayout().pages();
-    const int last = static_cast<int>(pages.size()) - 1;
-    return pages.empty() ? std::vector<WidgetEntry>()
-                         : pages[static_cast<std::size_t>(std::min(m_rack->page(), last))];
-}
-
 void RackPresenter::read() {
     std::vector<RackEntry> entries;
-    for (const WidgetEntry& entry : page()) {
+    for (const WidgetEntry& entry : m_rack->shownPage()) {
         entries.push_back({QString::fromUtf8(rawValue(entry.id)), QString::fromUtf8(title(entry.id)),
                            entry.width(), entry.size == WidgetSize::wide});
-    }
-    // What does not fit even with the least gaps is left out, rather than cut in two by the island's side.
-    while (entries.size() > 1 && spare(entries) < leastSpacing * gapsOf(entries.size()) - tolerance) {
-        entries.pop_back();
     }
     m_modules.assign(std::move(entries));
     emit changed();
@@ -66,7 +52,7 @@ double RackPresenter::spare(const std::vector<RackEntry>& entries) const {
 
 double RackPresenter::spacing() const {
     const auto& rows = m_modules.rows();
-    const double wanted = m_rack ? m_rack->spacing() : RackModel::automaticSpacing;
+    const double wanted = m_rack ? m_rack->spacing() : RackRoom::automaticSpacing;
     if (!m_rack || rows.size() < 2) {
         return wanted;
     }

@@ -55,7 +55,6 @@ class RackPresenter : public veslora::Presenter {
     void read() override;
 
   private:
-    [[nodiscard]] std::vector<WidgetEntry> page() const;
     [[nodiscard]] double spare(const std::vector<RackEntry>& entries) const;
 
     RackModel* m_rack = nullptr;

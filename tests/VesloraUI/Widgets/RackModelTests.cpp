@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <random>
+#include <set>
 
 using namespace veslora;
 using testing::ElementsAre;
@@ -416,5 +418,102 @@ TEST_F(RackModelTest, TheIslandIsNeverWiderThanItsScreen) {
     EXPECT_EQ(model.islandWidth(), wanted);
     EXPECT_EQ(model.widthLimit(), 1134);
     model.setScreenWidth(400);
+    EXPECT_EQ(model.islandWidth(), 294) << "of its first page only the timer has room";
+    model.setAutomaticSpacing(true);
     EXPECT_EQ(model.islandWidth(), 400) << "not even for the least width of an automatic rack";
+}
+
+TEST_F(RackModelTest, WhatANarrowScreenHasNoRoomForIsOnFurtherPages) {
+    // Pages of 230 + 150 + 230 and 230 + 150 + 130 + 150 points, and gaps of 8 at least.
+    RackModel& model = make(defaultLayout);
+    ASSERT_EQ(model.pageCount(), 2);
+    model.setScreenWidth(64 + 626);
+    EXPECT_EQ(model.pageCount(), 3) << "the second page has no room for its last widget";
+    model.setScreenWidth(64 + 300);
+    EXPECT_EQ(model.pageCount(), 6) << "only a small one of 150 and the meters fit side by side";
+    EXPECT_EQ(model.layout().storedValue(), defaultLayout) << "what is kept stays as it is";
+    model.setPage(5);
+    ASSERT_EQ(model.page(), 5);
+    model.setScreenWidth(1920);
+    EXPECT_EQ(model.pageCount(), 2);
+    EXPECT_EQ(model.page(), 1) << "the page is held to those that this screen has";
+}
+
+TEST_F(RackModelTest, OnANarrowScreenADragStaysOnItsPageToo) {
+    RackModel& model = make("music,claude:1,claudeUsage,keepAwake");
+    model.setScreenWidth(64 + 308);
+    ASSERT_EQ(model.pageCount(), 2);
+    model.drag(WidgetID::music, 3);
+    EXPECT_EQ(model.previewIndex(), 1);
+    model.setPage(1);
+    model.drag(WidgetID::music, 0);
+    EXPECT_EQ(model.previewIndex(), 2);
+}
+
+TEST_F(RackModelTest, WhateverIsDoneOnWhateverScreenTheRackKeepsItsRules) {
+    std::mt19937 random(3); // NOLINT(cert-msc32-c,cert-msc51-cpp): a test has to be repeatable
+    const auto below = [&random](int count) {
+        return static_cast<int>(random() % static_cast<unsigned>(count));
+    };
+    const auto anyId = [&] { return allWidgetIDs.at(static_cast<std::size_t>(below(8))); };
+    const auto anySize = [&] { return below(2) == 0 ? WidgetSize::small : WidgetSize::wide; };
+    for (int program = 0; program < 20; ++program) {
+        // Each reads what the last one kept.
+        RackModel model(settings, haptics);
+        for (int step = 0; step < 200; ++step) {
+            switch (below(12)) {
+            case 0:
+                model.add(anyId(), anySize());
+                break;
+            case 1:
+                model.remove(anyId());
+                break;
+            case 2:
+                model.setSize(anyId(), anySize());
+                break;
+            case 3:
+                model.drag(anyId(), below(12) - 2);
+                break;
+            case 4:
+                model.endDrag();
+                break;
+            case 5:
+                model.flipPage(below(5) - 2);
+                break;
+            case 6:
+                model.setScreenWidth(200 + below(1300));
+                break;
+            case 7:
+                model.stepSpacing(below(9) - 4);
+                break;
+            case 8:
+                model.setAutomaticSpacing(below(2) == 0);
+                break;
+            case 9:
+                model.enterEditing();
+                break;
+            case 10:
+                model.exitEditing();
+                break;
+            default:
+                model.setPage(below(6) - 1);
+                break;
+            }
+            const auto ids = model.layout().ids();
+            ASSERT_EQ(std::set<WidgetID>(ids.begin(), ids.end()).size(), ids.size());
+            ASSERT_EQ(WidgetLayout::fromStoredValue(model.layout().storedValue()), model.layout());
+            ASSERT_EQ(settings.stringValue(SettingsKeys::widgetLayout).value_or(defaultLayout),
+                      model.layout().storedValue());
+            ASSERT_GE(model.page(), 0);
+            ASSERT_TRUE(model.draggingID() || model.page() < std::max(model.pageCount(), 1));
+            ASSERT_LE(model.islandWidth(), model.widthLimit());
+            ASSERT_GE(model.islandWidth(), 0);
+            ASSERT_EQ(model.frames().size(), model.shownPage().size());
+            const auto frames = model.frames();
+            if (frames.size() > 1) {
+                ASSERT_GE(frames.front().x, -1e-6);
+                ASSERT_LE(frames.back().x + frames.back().width, model.width() + 1e-6);
+            }
+        }
+    }
 }
