@@ -34,10 +34,10 @@ class WatchedDesktop {
         : desktop(options), m_screen(screen) {
         QObject::connect(&windows, &ScreenWindows::changed, &windows, [this] {
             ++changes;
-            m_isFilled = look();
+            update();
         });
         windows.setWatching(true);
-        m_isFilled = look();
+        update();
     }
 
     [[nodiscard]] bool becomes(bool isFilled) {
@@ -53,6 +53,8 @@ class WatchedDesktop {
         return FullscreenDetector::isFullscreen(windows.windowsOn(screen), screen.metrics.frame,
                                                 std::max(screen.metrics.menuBarHeight, 24.0), false);
     }
+
+    void update() { m_isFilled = look(); }
 
     testing::Desktop desktop;
     X11Screens screens{desktop.connection()};
