@@ -39,6 +39,9 @@ void RackDrag::flipAtEdge(WidgetID id, double pointer) {
         m_edgeFlipTask.cancel();
     } else if (!m_edgeFlipTask.isActive()) {
         m_edgeFlipTask = m_scheduler.after(edgeFlipDelay, [this, id, direction] {
+            if (m_model.draggingID() != id) {
+                return; // edit mode was left meanwhile
+            }
             m_model.flipPage(direction);
             m_start.reset();
             // Or a pointer that does not move any more would drop the widget on a page that is out of sight.

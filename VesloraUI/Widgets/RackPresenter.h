@@ -55,8 +55,6 @@ class RackPresenter : public veslora::Presenter {
     void read() override;
 
   private:
-    [[nodiscard]] double spare(const std::vector<RackEntry>& entries) const;
-
     RackModel* m_rack = nullptr;
     double m_availableWidth = 0;
     RowModel<RackEntry> m_modules{"entry"};

@@ -128,6 +128,15 @@ TEST_F(RackDragTest, LeavingEditModeEndsTheDragAndMovesNothing) {
     EXPECT_EQ(model->layout().storedValue(), "timer,music,meters,claude,keepAwake,clock");
 }
 
+TEST_F(RackDragTest, NoPageTurnsOnceEditModeWasLeft) {
+    const double from = middleOf(WidgetID::music);
+    drag->dragChanged(WidgetID::music, from, rightEdge() - 10);
+    model->exitEditing();
+    platform.advance(5);
+    EXPECT_EQ(model->page(), 0);
+    EXPECT_EQ(model->draggingID(), std::nullopt) << "nor does the drag begin again";
+}
+
 TEST_F(RackDragTest, TheEndOfTheViewDropsTheWidgetWhereItShows) {
     const double from = middleOf(WidgetID::timer);
     drag->dragChanged(WidgetID::timer, from, from + 1000);
