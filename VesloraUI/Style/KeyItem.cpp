@@ -17,7 +17,7 @@ std::uint32_t eventTime(const QMouseEvent& event) {
 
 KeyItem::KeyItem(QQuickItem* parent) : QQuickItem(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
-    KeyAccessible::install();
+    ItemAccessible::install<KeyAccessible, KeyItem>();
 }
 
 void KeyItem::setHelpText(const QString& text) {
