@@ -184,12 +184,40 @@ void RackModel::setSize(WidgetID id, WidgetSize size) {
     WidgetLayout layout = m_layout;
     layout.setSize(id, size);
     setLayout(std::move(layout));
-    const auto pages = m_layout.pages(limits());
+    showPageOf(id);
+}
+
+void RackModel::move(WidgetID id, int index) {
+    WidgetLayout layout = m_layout;
+    layout.move(id, index);
+    setLayout(std::move(layout));
+    showPageOf(id);
+}
+
+std::optional<int> RackModel::placeOnPage(WidgetID id, int page) const {
+    const auto ids = m_layout.ids();
+    const auto own = static_cast<int>(std::ranges::find(ids, id) - ids.begin());
+    const int place = m_layout.clampedIndex(own, id, page, limits());
+    WidgetLayout layout = m_layout;
+    layout.move(id, place);
+    return pageIn(layout, id) == page ? std::optional(place) : std::nullopt;
+}
+
+std::optional<int> RackModel::pageOf(WidgetID id) const {
+    return pageIn(m_layout, id);
+}
+
+std::optional<int> RackModel::pageIn(const WidgetLayout& layout, WidgetID id) const {
+    const auto pages = layout.pages(limits());
     const auto found = std::ranges::find_if(pages, [id](const std::vector<WidgetEntry>& page) {
-        return std::ranges::any_of(page, [id](const WidgetEntry& entry) { return entry.id == id; });
+        return std::ranges::find(page, id, &WidgetEntry::id) != page.end();
     });
-    if (found != pages.end()) {
-        setPage(static_cast<int>(found - pages.begin()));
+    return found == pages.end() ? std::nullopt : std::optional(static_cast<int>(found - pages.begin()));
+}
+
+void RackModel::showPageOf(WidgetID id) {
+    if (const auto page = pageOf(id)) {
+        setPage(*page);
     }
 }
 

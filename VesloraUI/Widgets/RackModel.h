@@ -96,6 +96,13 @@ class RackModel : public QObject {
     void remove(WidgetID id);
     /// Follows the widget to the page on which it then is.
     void setSize(WidgetID id, WidgetSize size);
+    /// To that place among all widgets, held to the list; follows it likewise.
+    void move(WidgetID id, int index);
+    /// The place among all widgets at which it would be on that page, the nearest to its own; absent where it
+    /// can't land there.
+    [[nodiscard]] std::optional<int> placeOnPage(WidgetID id, int page) const;
+    /// Number of the page on which the widget is, from 0; absent for one that is not in the rack.
+    [[nodiscard]] std::optional<int> pageOf(WidgetID id) const;
 
     void beginDrag(WidgetID id);
     /// Shows `id` at `toIndex` among all widgets, or at the nearest place that is on this page. Begins the
@@ -120,6 +127,8 @@ class RackModel : public QObject {
 
   private:
     void setLayout(WidgetLayout layout);
+    [[nodiscard]] std::optional<int> pageIn(const WidgetLayout& layout, WidgetID id) const;
+    void showPageOf(WidgetID id);
     void setPreview(std::optional<WidgetID> draggingID, std::optional<int> previewIndex);
     [[nodiscard]] std::optional<double> readCustomSpacing() const;
     [[nodiscard]] double leastWidth(bool isPageEmpty) const;
