@@ -71,11 +71,10 @@ QImage symbol(const QString& name, const QColor& color, const QSize& size) {
     return drawn;
 }
 
-QImage shadow() {
-    constexpr double sigma = 10;
-    constexpr int body = 2 * (StyleImages::shadowBorder - StyleImages::shadowMargin) + 8;
-    return StyleImages::softRectangle(body, body, 16, sigma, StyleImages::shadowMargin, 1,
-                                      QColor(0, 0, 0, 128));
+/// Of a rounded rectangle just large enough that its middle can be stretched.
+QImage shadow(double radius, double sigma, int margin, int border, const QColor& color) {
+    const int body = 2 * (border - margin) + 8;
+    return StyleImages::softRectangle(body, body, radius, sigma, margin, 1, color);
 }
 
 } // namespace
@@ -106,7 +105,9 @@ QImage StyleImages::requestImage(const QString& id, QSize* size, const QSize& re
     const QStringList parts = id.split(QLatin1Char('/'));
     QImage image;
     if (parts.size() == 1 && parts[0] == QLatin1String("shadow")) {
-        image = shadow();
+        image = shadow(16, 10, shadowMargin, shadowBorder, QColor(0, 0, 0, 128));
+    } else if (parts.size() == 1 && parts[0] == QLatin1String("ghost-shadow")) {
+        image = shadow(6, 8, ghostShadowMargin, ghostShadowBorder, QColor(0, 0, 0, 153));
     } else if (parts.size() == 3 && parts[0] == QLatin1String("glow")) {
         QColor color(QLatin1Char('#') + parts[2]);
         color.setAlphaF(0.6F);

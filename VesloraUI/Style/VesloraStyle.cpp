@@ -54,6 +54,14 @@ int VesloraStyle::shadowBorder() {
     return StyleImages::shadowBorder;
 }
 
+int VesloraStyle::ghostShadowMargin() {
+    return StyleImages::ghostShadowMargin;
+}
+
+int VesloraStyle::ghostShadowBorder() {
+    return StyleImages::ghostShadowBorder;
+}
+
 QColor VesloraStyle::blend(const QColor& from, const QColor& to, double fraction) {
     const auto channel = [fraction](float start, float end) {
         return static_cast<float>(start + (end - start) * fraction);

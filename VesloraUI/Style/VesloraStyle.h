@@ -33,6 +33,9 @@ class VesloraStyle : public QObject {
     /// of its nine parts.
     Q_PROPERTY(int shadowMargin READ shadowMargin CONSTANT FINAL)
     Q_PROPERTY(int shadowBorder READ shadowBorder CONSTANT FINAL)
+    /// The same of the shadow under a module that is dragged.
+    Q_PROPERTY(int ghostShadowMargin READ ghostShadowMargin CONSTANT FINAL)
+    Q_PROPERTY(int ghostShadowBorder READ ghostShadowBorder CONSTANT FINAL)
     /// Points of the four keys that share the 150 of a small widget, from left to right.
     Q_PROPERTY(QList<double> smallKeyWidths READ smallKeyWidths CONSTANT FINAL)
     Q_PROPERTY(QString systemFont READ systemFont CONSTANT FINAL)
@@ -66,6 +69,8 @@ class VesloraStyle : public QObject {
 
     static int shadowMargin();
     static int shadowBorder();
+    static int ghostShadowMargin();
+    static int ghostShadowBorder();
     static QList<double> smallKeyWidths() { return {34, 35, 35, 34}; }
 
     /// The colour at a fraction of the way from one to another, channel by channel and in opacity. `fraction`

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The page of widgets that the open island shows.
+// The page of widgets that the open island shows, with the gestures that rearrange it.
 import QtQuick
 import Veslora
 
@@ -11,21 +11,37 @@ Item {
     RackPresenter {
         id: presenter
 
-        availableWidth: view.width
         rack: view.models.rack
     }
 
-    Row {
-        anchors.centerIn: parent
-        spacing: presenter.spacing
+    RackGestures {
+        id: gestures
+
+        anchors.fill: parent
+        rack: view.models.rack
+        onMenuWanted: (x, y) => menu.popup(x, y)
 
         Repeater {
             model: presenter.modules
 
             RackModule {
-                height: view.height
+                height: gestures.height
+                keyLayer: keys
+                middle: gestures.width / 2
                 models: view.models
             }
+        }
+
+        Item {
+            id: keys
+
+            anchors.fill: parent
+        }
+
+        DragGhost {
+            ghost: gestures.ghost
+            height: gestures.height
+            models: view.models
         }
     }
 
@@ -33,5 +49,12 @@ Item {
         anchors.centerIn: parent
         text: qsTr("No widgets · hold or right-click to edit")
         visible: presenter.isEmpty
+    }
+
+    ContextMenu {
+        id: menu
+
+        text: qsTr("Edit Widgets")
+        onChosen: view.models.rack.enterEditing()
     }
 }

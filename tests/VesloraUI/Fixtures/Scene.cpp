@@ -67,11 +67,11 @@ void Scene::show(const QString& file, const QVariantMap& properties, QSize size)
     show(createView(engine, file, properties), size);
 }
 
-void Scene::showText(const QString& text, QSize size) {
+void Scene::showText(const QString& text, QSize size, const QVariantMap& properties) {
     QQmlComponent component(&engine);
     component.setData("import QtQuick\nimport Veslora\n" + text.toUtf8(), {});
     EXPECT_TRUE(component.isReady()) << component.errorString().toStdString();
-    show(std::unique_ptr<QObject>(component.create()), size);
+    show(std::unique_ptr<QObject>(component.createWithInitialProperties(properties)), size);
 }
 
 void Scene::show(std::unique_ptr<QObject> view, QSize size) {

@@ -50,7 +50,7 @@ class Scene {
     /// Shows a page of widgets, with the scene's other models.
     void showRack(RackModel& shown, QSize size);
     /// Shows a view that is written down, with all of Qt Quick and of ours at hand.
-    void showText(const QString& text, QSize size);
+    void showText(const QString& text, QSize size, const QVariantMap& properties = {});
     /// Shows a window of its own.
     void showWindow(std::unique_ptr<QQuickWindow> shown);
 

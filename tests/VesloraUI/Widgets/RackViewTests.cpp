@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The rack, drawn: which view shows each widget, and that it stays while its place in the rack changes.
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Widgets/RackGestures.h"
+#include "tests/VesloraUI/Fixtures/AnimationTime.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
 #include <QPointer>
@@ -9,16 +11,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <memory>
 
 namespace veslora {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
-class RackViewTest : public testing::Test {
+class RackViewTest : public ::testing::Test {
   protected:
+    RackViewTest() { time.install(); }
     void showRackOf(const std::string& layout) {
         scene.close();
         scene.settings.set(SettingsKeys::widgetLayout, layout);
@@ -27,12 +31,19 @@ class RackViewTest : public testing::Test {
     }
     void TearDown() override { scene.close(); }
 
+    /// Lets everything come to rest where it belongs.
+    void settle() {
+        for (int frame = 0; frame < 60; ++frame) {
+            time.advance(50);
+        }
+        scene.advance(0);
+    }
     /// What is in the places of the rack, from left to right.
     [[nodiscard]] std::vector<QPointer<QQuickItem>> views() const {
         std::vector<QPointer<QQuickItem>> found;
-        const auto* row = scene.view().findChild<QQuickItem*>(QString(), Qt::FindDirectChildrenOnly);
-        for (const auto* module : row->childItems()) {
-            if (typeOf(*module) == "RackModule") {
+        const auto* gestures = scene.view().findChild<RackGestures*>();
+        for (const auto* module : gestures->childItems()) {
+            if (typeOf(*module) == "RackModule" && module->isEnabled()) {
                 found.emplace_back(module->childItems().front()->property("item").value<QQuickItem*>());
             }
         }
@@ -52,6 +63,7 @@ class RackViewTest : public testing::Test {
         return types;
     }
 
+    testing::AnimationTime time;
     Scene scene;
     std::unique_ptr<RackModel> rack;
 };
@@ -91,16 +103,16 @@ TEST_F(RackViewTest, AViewStaysWhileItsPlaceInTheRackChanges) {
     const auto before = views();
     ASSERT_THAT(types(), ElementsAre("TimerWidgetView", "ClaudeWidget", "ClockView"));
     rack->setSize(WidgetID::claude, WidgetSize::small);
-    scene.advance(0);
+    settle();
     ASSERT_EQ(views(), before);
     EXPECT_FALSE(before[1]->property("isWide").toBool()) << "and hears of its new size";
     rack->drag(WidgetID::clock, 0);
     rack->endDrag();
-    scene.advance(0);
+    settle();
     EXPECT_THAT(views(), ElementsAre(before[2], before[0], before[1]));
     rack->remove(WidgetID::timer);
     rack->add(WidgetID::meters);
-    scene.advance(0);
+    settle();
     EXPECT_THAT(types(), ElementsAre("ClockView", "ClaudeWidget", "MetersWidget"));
     EXPECT_EQ(views()[1], before[1]);
 }
@@ -148,6 +160,44 @@ TEST_F(RackViewTest, AModuleThatGrowsDoesNotLoseItsNeighboursForAMoment) {
     scene.advance(0);
     EXPECT_EQ(views(), before);
     EXPECT_EQ(removed, 0);
+}
+
+TEST_F(RackViewTest, ModulesGoToTheirNewPlacesAtOneSpeed) {
+    showRackOf("timer,meters,clock");
+    const auto before = framesOf(views());
+    rack->setSize(WidgetID::timer, WidgetSize::small);
+    time.advance(60);
+    const auto midway = framesOf(views());
+    settle();
+    const auto after = framesOf(views());
+    const double progress = (midway[0].left() - before[0].left()) / (after[0].left() - before[0].left());
+    EXPECT_GT(progress, 0.1);
+    EXPECT_LT(progress, 0.9);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_NEAR(midway[i].left(), std::lerp(before[i].left(), after[i].left(), progress), 0.01) << i;
+        EXPECT_NEAR(midway[i].width(), std::lerp(before[i].width(), after[i].width(), progress), 0.01) << i;
+    }
+}
+
+TEST_F(RackViewTest, APageThatTurnsUpIsInItsPlaceFromTheFirstFrame) {
+    showRackOf("timer,claude:2,meters,clock,keepAwake");
+    rack->flipPage(1);
+    time.advance(30);
+    const auto first = framesOf(views());
+    settle();
+    EXPECT_EQ(framesOf(views()), first) << "it fades in and does not come from anywhere";
+}
+
+TEST_F(RackViewTest, WhatLeavesThePageTakesNoPresses) {
+    showRackOf("timer,claude:2,meters,clock,keepAwake");
+    const auto leaving = views();
+    rack->flipPage(1);
+    time.advance(16);
+    EXPECT_TRUE(leaving.front()->isVisible()) << "it fades";
+    EXPECT_FALSE(leaving.front()->isEnabled());
+    settle();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(leaving.front().isNull()) << "and is taken down";
 }
 
 } // namespace

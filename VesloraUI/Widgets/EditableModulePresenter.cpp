@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Widgets/EditableModulePresenter.h"
+
+#include <algorithm>
+
+namespace veslora {
+
+void EditableModulePresenter::setWidget(const QString& widget) {
+    if (const auto id = widgetIDFrom(widget.toStdString())) {
+        m_id = *id;
+        refresh();
+    }
+}
+
+void EditableModulePresenter::start() {
+    follow(m_rack, &RackModel::layoutChanged);
+}
+
+void EditableModulePresenter::read() {
+    const auto& entries = m_rack->layout().entries;
+    const auto own = std::ranges::find(entries, m_id, &WidgetEntry::id);
+    m_size = own == entries.end() ? defaultSize(m_id) : own->size;
+    emit changed();
+}
+
+QString EditableModulePresenter::sizeText() const {
+    return tr("%1U").arg(units(m_size));
+}
+
+QString EditableModulePresenter::sizeName() const {
+    const int count = units(m_size);
+    return (count > 1 ? tr("%1 size %2 units") : tr("%1 size %2 unit")).arg(title(), QString::number(count));
+}
+
+QString EditableModulePresenter::sizeHelp() const {
+    const int count = units(next());
+    return (count > 1 ? tr("Switch to %1 units") : tr("Switch to %1 unit")).arg(count);
+}
+
+QString EditableModulePresenter::removeName() const {
+    return tr("Remove %1").arg(title());
+}
+
+/// The one after the present size, or the first after the last.
+WidgetSize EditableModulePresenter::next() const {
+    const auto all = sizes(m_id);
+    const auto current = std::ranges::find(all, m_size);
+    return current == all.end() || current + 1 == all.end() ? all.front() : *(current + 1);
+}
+
+void EditableModulePresenter::switchSize() {
+    m_rack->setSize(m_id, next());
+}
+
+void EditableModulePresenter::remove() {
+    m_rack->remove(m_id);
+}
+
+} // namespace veslora
