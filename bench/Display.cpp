@@ -66,12 +66,12 @@ void Display::moveTo(Place place) const {
     }
 }
 
-void Display::press() const {
-    fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1, 0, 0);
+void Display::press(std::uint8_t button) const {
+    fake(XCB_BUTTON_PRESS, button, 0, 0);
 }
 
-void Display::release() const {
-    fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1, 0, 0);
+void Display::release(std::uint8_t button) const {
+    fake(XCB_BUTTON_RELEASE, button, 0, 0);
 }
 
 xcb_atom_t Display::atom(const char* name) const {

@@ -53,9 +53,10 @@ class Display {
     void moveBy(int x, int y) const;
     void moveTo(Place place) const;
     [[nodiscard]] Place pointer() const;
-    void press() const;
+    /// As X counts buttons: the main one is 1, a wheel that is tilted to the right is 7.
+    void press(std::uint8_t button = 1) const;
     /// Hands the release to the server and does not wait.
-    void release() const;
+    void release(std::uint8_t button = 1) const;
 
     /// The shown top-level window of a process that no window manager has framed; absent while there is none.
     [[nodiscard]] std::optional<xcb_window_t> panelOf(pid_t process) const;

@@ -106,6 +106,8 @@ std::span<const Measurement> measurements() {
          measureUsage},
         {"mouse_far", {"mouse_far"}, measureFarMouse},
         {"opening", {"opening_spring_fps", "opening_spring_cpu"}, measureOpening},
+        {"dragging", {"dragging_fps", "dragging_cpu"}, measureDragging},
+        {"paging", {"page_flip_fps", "page_flip_cpu"}, measurePaging},
         {"activities",
          {"open_ticking_cpu", "working_cpu", "working_fps", "alert_cpu", "alert_fps"},
          measureActivities},

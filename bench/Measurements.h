@@ -45,6 +45,8 @@ void measureAnswers(const Bench& bench);
 void measureEventScript(const Bench& bench);
 void measureFarMouse(const Bench& bench);
 void measureOpening(const Bench& bench);
+void measureDragging(const Bench& bench);
+void measurePaging(const Bench& bench);
 void measureActivities(const Bench& bench);
 void measureWidgets(const Bench& bench);
 void measureTimerWings(const Bench& bench);

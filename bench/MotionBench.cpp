@@ -5,6 +5,7 @@
 #include "bench/Home.h"
 #include "bench/Island.h"
 #include "bench/Measurements.h"
+#include "bench/Motion.h"
 #include "bench/RequestAlert.h"
 #include "bench/Use.h"
 
@@ -26,29 +27,6 @@ int shake(const Display& display, double seconds, double rate) {
         display.moveBy(step % 2 == 0 ? 3 : -3, 0);
     }
     return total;
-}
-
-/// All motions of the island together.
-struct Motion {
-    double time = 0;      ///< seconds from the pointer's move to the last frame
-    double processor = 0; ///< seconds
-    double drawnTime = 0; ///< seconds from each motion's first frame to its last
-    double frames = 0;    ///< beside the first of each motion
-};
-
-void addMotion(Motion& motion, Island& island, bool isOpening) {
-    const std::size_t before = island.frames().count();
-    const double processor = island.meter().processorTime();
-    const double start = monotonicNow();
-    isOpening ? island.open() : island.close();
-    waitUntil("the first frame", [&] { return island.frames().count() > before; });
-    constexpr double rest = 0.1;
-    island.frames().waitForRest(rest);
-    motion.time += monotonicNow() - start - rest;
-    motion.processor += island.meter().processorTime() - processor;
-    const auto& frames = island.frames().frames();
-    motion.drawnTime += frames.back().time - frames[before].time;
-    motion.frames += static_cast<double>(frames.size() - before - 1);
 }
 
 } // namespace
@@ -80,12 +58,11 @@ void measureOpening(const Bench& bench) {
             // The first opening makes what all others find made.
             motion = {};
         }
-        addMotion(motion, island, true);
-        addMotion(motion, island, false);
+        motion.add(island, [&] { island.open(); });
+        motion.add(island, [&] { island.close(); });
     }
-    bench.report.add(
-        {"opening_spring_fps", motion.frames / motion.drawnTime, "1/s", 60, {1, 1000}, Bound::lower});
-    bench.report.add({"opening_spring_cpu", 100 * motion.processor / motion.time, "% of a core", 25, share});
+    bench.report.add({"opening_spring_fps", motion.framesPerSecond(), "1/s", 60, {1, 1000}, Bound::lower});
+    bench.report.add({"opening_spring_cpu", motion.processor(), "% of a core", 25, share});
 }
 
 void measureActivities(const Bench& bench) {

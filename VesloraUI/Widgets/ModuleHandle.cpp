@@ -9,6 +9,7 @@ namespace veslora {
 
 ModuleHandle::ModuleHandle(QQuickItem* parent) : QQuickItem(parent) {
     ItemAccessible::install<ModuleHandleAccessible, ModuleHandle>();
+    setAcceptHoverEvents(true);
 }
 
 std::optional<WidgetID> ModuleHandle::id() const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A module of the rack while it is edited, as assistive programs meet it: its name, its place, and what can
-// be done to it without a drag. Invisible: lay it over the module. Main thread only.
+// be done to it without a drag. Invisible: lay it over the module, whose controls then no longer notice the
+// pointer. Main thread only.
 #pragma once
 
 #include "VesloraUI/Widgets/RackModel.h"
@@ -27,6 +28,11 @@ class ModuleHandle : public QQuickItem {
     [[nodiscard]] QString name() const;
     /// As in "Place 2 of 4 on page 1 of 2"; empty for one that is not in the rack.
     [[nodiscard]] QString place() const;
+
+  protected:
+    /// The pointer over it means the module, not what the widget below has to say of its controls.
+    void hoverEnterEvent(QHoverEvent* event) override { event->accept(); }
+    void hoverMoveEvent(QHoverEvent* event) override { event->accept(); }
 
   private:
     RackModel* m_rack = nullptr;
