@@ -40,6 +40,12 @@ void visit(QQuickItem* item, const std::function<void(QQuickItem*)>& each) {
     }
 }
 
+/// Deletes what is to go later. Outside the event loop nothing else does, and what is left would outlive its
+/// engine, with animations that still run.
+void deleteWhatIsToGo() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 QScreen* screenOf(double scale) {
     const QList<QScreen*> screens = QGuiApplication::screens();
     const auto found = std::ranges::find(screens, scale, &QScreen::devicePixelRatio);
@@ -61,6 +67,7 @@ Scene::~Scene() {
 void Scene::close() {
     m_view.reset();
     m_window.reset();
+    deleteWhatIsToGo();
 }
 
 void Scene::show(const QString& file, const QVariantMap& properties, QSize size) {
@@ -108,8 +115,9 @@ void Scene::showWindow(std::unique_ptr<QQuickWindow> shown) {
 void Scene::advance(double seconds) {
     platform.advance(seconds);
     QCoreApplication::processEvents();
-    // Lists make their rows when a frame is drawn.
+    // Lists make their rows when a frame is drawn, and let them go.
     m_window->grabWindow();
+    deleteWhatIsToGo();
 }
 
 QAccessibleInterface* Scene::find(const QString& name) const {
