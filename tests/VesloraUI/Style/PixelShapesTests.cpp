@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Small shapes as they come out on screens of every scale, wherever on them they are: looked at pixel by
 // pixel.
-#include "VesloraUI/Style/VesloraStyle.h"
+#include "VesloraUI/Style/PixelItem.h"
 #include "tests/VesloraUI/Fixtures/Pixels.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
@@ -112,6 +112,23 @@ TEST_P(PixelShapes, KeysHaveSharpSidesAndStandEquallyFarApart) {
             }
         }
     }
+}
+
+TEST_P(PixelShapes, DotsOfPagesAreRoundAndAllAlike) {
+    const Pixels seen = drawn("PageDots { count: 3; current: 0 }");
+    const QRect box = seen.box();
+    const int size = PixelItem::nearestPixel(5 * scene.scale);
+    EXPECT_EQ(box.height(), size);
+    const auto runs = seen.runs(box);
+    ASSERT_EQ(runs.size(), 3u);
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const QRect dot(runs[i].start, box.top(), runs[i].length, box.height());
+        EXPECT_EQ(dot.width(), size) << "dot " << i;
+        EXPECT_TRUE(seen.isSymmetric(dot)) << "dot " << i;
+        EXPECT_NEAR(dot.left() - box.left(), 10 * scene.scale * static_cast<double>(i), 1) << "dot " << i;
+        EXPECT_NEAR(seen.at(dot.center().x(), dot.center().y()), i == 0 ? accent : 26, 1);
+    }
+    EXPECT_TRUE(seen.hasSameCorner({runs[1].start, box.top()}, {runs[2].start, box.top()}, size));
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryScale, PixelShapes,
