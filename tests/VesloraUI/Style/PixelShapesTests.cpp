@@ -131,6 +131,29 @@ TEST_P(PixelShapes, DotsOfPagesAreRoundAndAllAlike) {
     EXPECT_TRUE(seen.hasSameCorner({runs[1].start, box.top()}, {runs[2].start, box.top()}, size));
 }
 
+TEST_P(PixelShapes, AnAccentAndItsRingAreRoundAndHaveOneMiddle) {
+    for (const bool isSelected : {false, true}) {
+        const Pixels seen = drawn(QStringLiteral("AccentSwatch { color: 'white'; isSelected: %1 }")
+                                      .arg(isSelected ? "true" : "false"));
+        const QRect box = seen.box();
+        const int disc = PixelItem::nearestPixel(14 * scene.scale);
+        const int gap = PixelItem::nearestPixel(3 * scene.scale);
+        const int line = PixelItem::nearestPixel(1.5 * scene.scale);
+        const int size = isSelected ? disc + 2 * (gap + line) : disc;
+        EXPECT_EQ(box.size(), QSize(size, size));
+        EXPECT_TRUE(seen.isSymmetric(box));
+        EXPECT_NEAR(box.left() + size / 2.0, (7 + std::get<1>(GetParam()) + 12) * scene.scale, 1);
+        if (isSelected) {
+            const int middle = box.center().y();
+            EXPECT_GT(seen.at(box.left(), middle), 230);
+            EXPECT_GT(seen.at(box.left() + line - 1, middle), 230);
+            EXPECT_LT(seen.at(box.left() + line, middle), 25);
+            EXPECT_LT(seen.at(box.left() + line + gap - 1, middle), 25);
+            EXPECT_GT(seen.at(box.left() + line + gap, middle), 230);
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(AtEveryScale, PixelShapes,
                          testing::Combine(testing::ValuesIn(Scene::screenScales),
                                           testing::Values(0.0, 0.3, 0.5, 0.8)));
