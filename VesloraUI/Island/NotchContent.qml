@@ -137,9 +137,21 @@ Fader {
             RackView {
                 height: island.model.rackHeight
                 models: island.models
-                width: parent.width - 2 * island.model.rackPadding
+                room: island.width - 2 * x
+                width: parent.width - 2 * x
                 x: island.model.rackPadding
                 y: island.model.rackTop
+            }
+
+            EditChrome {
+                anchors.horizontalCenter: parent.horizontalCenter
+                height: parent.height
+                notchHeight: island.model.notchHeight
+                notchWidth: island.model.notchWidth
+                padding: island.model.rackPadding
+                rack: island.models.rack
+                trayTop: island.model.trayTop
+                width: island.width
             }
         }
     }

@@ -32,11 +32,12 @@ class NotchViewModel : public QObject {
     Q_PROPERTY(double wingWidth READ wingWidth NOTIFY layoutChanged FINAL)
     Q_PROPERTY(double notchWidth READ notchWidth CONSTANT FINAL)
     Q_PROPERTY(double notchHeight READ notchHeight CONSTANT FINAL)
-    /// Points: where the rack begins below the screen's edge, how high it is, and what is left free beside
-    /// it.
+    /// Points: where the rack begins below the screen's edge, how high it is, what is left free beside it,
+    /// and where the tray begins that is below it while it is edited.
     Q_PROPERTY(double rackTop READ rackTop CONSTANT FINAL)
     Q_PROPERTY(double rackHeight READ rackHeight CONSTANT FINAL)
     Q_PROPERTY(double rackPadding READ rackPadding CONSTANT FINAL)
+    Q_PROPERTY(double trayTop READ trayTop CONSTANT FINAL)
     Q_PROPERTY(veslora::IslandModels* models READ models CONSTANT FINAL)
 
   public:
@@ -84,6 +85,7 @@ class NotchViewModel : public QObject {
     [[nodiscard]] double rackTop() const { return m_geometry.notch.height + NotchGeometry::rackTopInset; }
     [[nodiscard]] static double rackHeight() { return NotchGeometry::rackHeight; }
     [[nodiscard]] static double rackPadding() { return RackModel::sidePadding; }
+    [[nodiscard]] double trayTop() const { return rackTop() + rackHeight() + NotchGeometry::rackBottomInset; }
     [[nodiscard]] IslandModels* models() const { return &m_models; }
 
   signals:

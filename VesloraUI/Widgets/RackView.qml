@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The page of widgets that the open island shows, with the gestures that rearrange it.
+// The page of widgets that the open island shows, with the gestures that rearrange it; or, in its place, the library.
 import QtQuick
 import Veslora
 
@@ -7,54 +7,84 @@ Item {
     id: view
 
     required property IslandModels models
+    /// Points that the island leaves to it at the moment, while it grows or shrinks.
+    property real room: width
+    readonly property RackModel rack: models.rack
 
     RackPresenter {
         id: presenter
 
-        rack: view.models.rack
+        rack: view.rack
     }
 
-    RackGestures {
-        id: gestures
+    /// 1 while the library shows.
+    Spring {
+        id: library
 
+        target: view.rack.isEditing && view.rack.isShowingLibrary ? 1 : 0
+    }
+
+    Item {
         anchors.fill: parent
-        rack: view.models.rack
-        onMenuWanted: (x, y) => menu.popup(x, y)
+        enabled: library.target === 0
+        opacity: 1 - library.value
+        visible: library.value < 0.999
 
-        Repeater {
-            model: presenter.modules
+        RackGestures {
+            id: gestures
 
-            RackModule {
+            anchors.fill: parent
+            rack: view.rack
+            onMenuWanted: (x, y) => menu.popup(x, y)
+
+            Repeater {
+                model: presenter.modules
+
+                RackModule {
+                    height: gestures.height
+                    keyLayer: keys
+                    middle: gestures.width / 2
+                    models: view.models
+                }
+            }
+
+            Item {
+                id: keys
+
+                anchors.fill: parent
+            }
+
+            DragGhost {
+                ghost: gestures.ghost
                 height: gestures.height
-                keyLayer: keys
-                middle: gestures.width / 2
                 models: view.models
             }
         }
 
-        Item {
-            id: keys
-
-            anchors.fill: parent
+        VesloraLabel {
+            anchors.centerIn: parent
+            text: qsTr("No widgets · hold or right-click to edit")
+            visible: presenter.isEmpty
         }
 
-        DragGhost {
-            ghost: gestures.ghost
-            height: gestures.height
-            models: view.models
+        ContextMenu {
+            id: menu
+
+            text: qsTr("Edit Widgets")
+            onChosen: view.rack.enterEditing()
         }
     }
 
-    VesloraLabel {
-        anchors.centerIn: parent
-        text: qsTr("No widgets · hold or right-click to edit")
-        visible: presenter.isEmpty
-    }
+    Loader {
+        active: library.value > 0.001
+        enabled: library.target === 1
+        height: parent.height
+        opacity: Math.min(1, library.value)
+        width: view.room
+        x: (parent.width - width) / 2
 
-    ContextMenu {
-        id: menu
-
-        text: qsTr("Edit Widgets")
-        onChosen: view.models.rack.enterEditing()
+        sourceComponent: WidgetLibraryView {
+            rack: view.rack
+        }
     }
 }
