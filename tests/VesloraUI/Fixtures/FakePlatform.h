@@ -135,6 +135,14 @@ class FakePointer final : public Pointer {
     void moveTo(std::optional<Point> point);
 };
 
+/// All devices are of the same kind.
+class FakeScrollDevices final : public ScrollDevices {
+  public:
+    ScrollSource source = ScrollSource::unknown;
+
+    [[nodiscard]] ScrollSource sourceOf(const QPointingDevice& /*device*/) override { return source; }
+};
+
 class FakePanel final : public Panel {
   public:
     Rect frame;
@@ -236,6 +244,7 @@ class FakePlatform {
     FakeScreens displays;
     FakeScreenWindows others;
     FakePointer mouse;
+    FakeScrollDevices scrolling;
     FakePanel window;
     FakeFrameClock frames{time};
     RecordingSounds sound;
@@ -260,6 +269,7 @@ class FakePlatform {
                    .screens = displays,
                    .screenWindows = others,
                    .pointer = mouse,
+                   .scrollDevices = scrolling,
                    .panel = window,
                    .frameClock = frames,
                    .sounds = sound,
