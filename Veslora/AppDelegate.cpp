@@ -66,7 +66,13 @@ CommandOutcome AppDelegate::perform(Command command) {
     case Command::settings:
         return openSettings();
     case Command::toggle:
-        return toggle();
+        return outcomeOf(m_notch.toggle());
+    case Command::nextPage:
+        return outcomeOf(m_notch.turnPage(1));
+    case Command::previousPage:
+        return outcomeOf(m_notch.turnPage(-1));
+    case Command::edit:
+        return outcomeOf(m_notch.toggleEditing());
     case Command::quit:
         QCoreApplication::quit();
         return {};
@@ -82,8 +88,7 @@ CommandOutcome AppDelegate::openSettings() {
     return {isOpen, isOpen ? "" : "The settings window can't be made."};
 }
 
-CommandOutcome AppDelegate::toggle() {
-    const bool isDone = m_notch.toggle();
+CommandOutcome AppDelegate::outcomeOf(bool isDone) {
     return {isDone, isDone ? "" : "The island is not on screen."};
 }
 

@@ -288,20 +288,48 @@ void NotchWindowController::applyVisibility() {
 }
 
 bool NotchWindowController::toggle() {
-    if (m_isHidden || !m_tracker) {
+    if (!isOnScreen()) {
         return false;
     }
-    const bool isOpening = !m_tracker->isExpanded();
-    if (isOpening) {
-        m_tracker->holdOpen();
-        m_rack.didOpen();
-    } else {
-        m_rack.exitEditing();
-        m_tracker->shut();
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+        return true;
     }
-    m_model->setExpanded(isOpening);
+    m_rack.exitEditing();
+    m_tracker->shut();
+    m_model->setExpanded(false);
+    mouseMoved();
+    return true;
+}
+
+void NotchWindowController::openByCommand() {
+    m_tracker->holdOpen();
+    m_rack.didOpen();
+    m_model->setExpanded(true);
     // Takes in where the pointer is already.
     mouseMoved();
+}
+
+bool NotchWindowController::turnPage(int step) {
+    if (!isOnScreen()) {
+        return false;
+    }
+    // Before it opens, so that no other page ever shows.
+    m_rack.flipPage(step);
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+    }
+    return true;
+}
+
+bool NotchWindowController::toggleEditing() {
+    if (!isOnScreen()) {
+        return false;
+    }
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+    }
+    m_rack.isEditing() ? m_rack.exitEditing() : m_rack.enterEditing();
     return true;
 }
 
@@ -316,7 +344,7 @@ void NotchWindowController::collapse() {
 }
 
 void NotchWindowController::mouseMoved() {
-    if (m_isHidden || !m_tracker) {
+    if (!isOnScreen()) {
         return;
     }
     const Point mouse = mouseLocation().value_or(nowhere);

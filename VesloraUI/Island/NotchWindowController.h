@@ -52,6 +52,11 @@ class NotchWindowController : public QObject {
     /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
     /// edited. False while it is not on screen: then nothing changes.
     bool toggle();
+    /// Turns the rack's page by `step`, as far as there are pages. A closed island opens as by `toggle`, on
+    /// the page that it was turned to. False while it is not on screen: then nothing changes.
+    bool turnPage(int step);
+    /// Enters edit mode, which opens the island, or leaves it. False while it is not on screen.
+    bool toggleEditing();
     /// What is on the island while it is closed, also without a screen.
     [[nodiscard]] LiveActivityKind closedActivity() const { return presentation().activity.kind; }
     /// By which one can see that no change is judged twice.
@@ -73,7 +78,9 @@ class NotchWindowController : public QObject {
     void buildLayout();
     void watchFullscreen();
     void applyVisibility();
+    void openByCommand();
     void collapse();
+    [[nodiscard]] bool isOnScreen() const { return !m_isHidden && m_tracker.has_value(); }
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
