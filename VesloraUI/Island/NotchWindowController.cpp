@@ -28,7 +28,8 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
       m_rack(settings, platform.haptics), m_sampler(platform.scheduler, platform.systemReadings),
       m_agents(agents), m_keepAwake(settings, platform.power, platform.scheduler),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
-      m_fullscreenMonitor(platform.screenWindows, platform.scheduler) {}
+      m_fullscreenMonitor(platform.screenWindows, platform.scheduler),
+      m_editTimeout(platform.pointer, platform.scheduler, [this] { m_rack.exitEditing(); }) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel.setContent(nullptr);
@@ -382,6 +383,7 @@ void NotchWindowController::updateClickThrough() {
     if (const auto zone = m_tracker->hoverZone()) {
         zones.hover.push_back(*zone);
     }
+    m_editTimeout.update(m_rack.isEditing(), m_screen, zones);
     if (zones == m_zones) {
         return;
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Island/HoverTracker.h"
+#include "VesloraUI/Island/EditTimeout.h"
 #include "VesloraUI/Island/FullscreenMonitor.h"
 #include "VesloraUI/Island/IslandContent.h"
 #include "VesloraUI/Island/NotchViewModel.h"
@@ -119,6 +120,7 @@ class NotchWindowController : public QObject {
     std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
     FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside
     bool m_isHidden = false;                    ///< it has stepped aside
+    EditTimeout m_editTimeout;
     std::optional<DisplayChoice> m_appliedDisplayChoice;
     std::vector<QMetaObject::Connection> m_observers;
 };

@@ -123,12 +123,14 @@ class FakePointer final : public Pointer {
     bool isDown = false;
     bool isTracking = false;
     bool isWatchingPresses = false;
+    bool hearsPresses = true; ///< those outside the island, while it is told to watch them
 
     [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override {
         return position;
     }
     [[nodiscard]] bool isButtonDown() const override { return isDown; }
     void setTracking(bool tracking) override { isTracking = tracking; }
+    [[nodiscard]] bool hearsPressesOutside() const override { return hearsPresses; }
     void setWatchingPresses(bool watching) override { isWatchingPresses = watching; }
 
     /// Moves the pointer and says so.
