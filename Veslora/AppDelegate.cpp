@@ -36,7 +36,8 @@ AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>
 
 AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     : m_platform(platform), m_settings(settings),
-      m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds),
+      m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds,
+                    platform.scrollDevices),
       m_support(platform.files, platform.directories.support, platform.directories.runtime),
       m_monitors(makeAgentMonitors(seamsOf(platform), m_support, settings)), m_agents(pointersTo(m_monitors)),
       m_notch(platform, m_measuring, settings, m_agents,
@@ -65,7 +66,13 @@ CommandOutcome AppDelegate::perform(Command command) {
     case Command::settings:
         return openSettings();
     case Command::toggle:
-        return toggle();
+        return outcomeOf(m_notch.toggle());
+    case Command::nextPage:
+        return outcomeOf(m_notch.turnPage(1));
+    case Command::previousPage:
+        return outcomeOf(m_notch.turnPage(-1));
+    case Command::edit:
+        return outcomeOf(m_notch.toggleEditing());
     case Command::quit:
         QCoreApplication::quit();
         return {};
@@ -81,8 +88,7 @@ CommandOutcome AppDelegate::openSettings() {
     return {isOpen, isOpen ? "" : "The settings window can't be made."};
 }
 
-CommandOutcome AppDelegate::toggle() {
-    const bool isDone = m_notch.toggle();
+CommandOutcome AppDelegate::outcomeOf(bool isDone) {
     return {isDone, isDone ? "" : "The island is not on screen."};
 }
 

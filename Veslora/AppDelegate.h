@@ -31,7 +31,8 @@ class AppDelegate {
 
   private:
     CommandOutcome openSettings();
-    CommandOutcome toggle();
+    /// What was asked of an island that may be out of sight.
+    [[nodiscard]] static CommandOutcome outcomeOf(bool isDone);
     [[nodiscard]] std::string statusLine();
     void showStatusMenu();
 

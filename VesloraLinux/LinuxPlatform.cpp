@@ -109,6 +109,7 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .screens = windowSystem->screens(),
                     .screenWindows = windowSystem->screenWindows(),
                     .pointer = windowSystem->pointer(),
+                    .scrollDevices = windowSystem->scrollDevices(),
                     .panel = windowSystem->panel(),
                     .frameClock = windowSystem->frameClock(),
                     .sounds = sounds,

@@ -14,22 +14,26 @@ struct Word {
 };
 
 constexpr std::array table{
-    Word{"settings", Command::settings},
-    Word{"toggle", Command::toggle},
-    Word{"quit", Command::quit},
+    Word{"settings", Command::settings},  Word{"toggle", Command::toggle},
+    Word{"page next", Command::nextPage}, Word{"page previous", Command::previousPage},
+    Word{"edit", Command::edit},          Word{"quit", Command::quit},
     Word{"status", Command::status},
 };
 
-} // namespace
+/// Absent where that would hide what the words were: an empty one, or one with a blank in it.
+std::optional<std::string> joined(std::span<const std::string_view> words) {
+    std::string line;
+    for (const std::string_view word : words) {
+        if (word.empty() || word.find(' ') != std::string_view::npos) {
+            return std::nullopt;
+        }
+        line += line.empty() ? "" : " ";
+        line += word;
+    }
+    return line;
+}
 
-Request parse(std::span<const std::string_view> words) {
-    if (words.empty()) {
-        return Start{};
-    }
-    if (words.size() > 1) {
-        return Wrong{};
-    }
-    const std::string_view word = words.front();
+Request requestFor(std::string_view word) {
     if (word == "--help") {
         return Help{};
     }
@@ -46,6 +50,16 @@ Request parse(std::span<const std::string_view> words) {
     return command ? Request(Ask{*command}) : Request(Wrong{});
 }
 
+} // namespace
+
+Request parse(std::span<const std::string_view> words) {
+    if (words.empty()) {
+        return Start{};
+    }
+    const auto line = joined(words);
+    return line ? requestFor(*line) : Request(Wrong{});
+}
+
 std::string_view wordFor(Command command) {
     return std::ranges::find(table, command, &Word::command)->text;
 }
@@ -56,7 +70,9 @@ std::optional<Command> commandFor(std::string_view word) {
 }
 
 std::string_view usage() {
-    return "usage: veslora [--verbose | settings | toggle | quit | status | report | --help | --version]\n";
+    return "usage: veslora [--verbose | settings | toggle | page next | page previous | edit | quit | status "
+           "| "
+           "report | --help | --version]\n";
 }
 
 std::string_view explanation() {
@@ -65,29 +81,35 @@ Without a word Veslora starts; if it runs already, it opens its settings.
 The other words work from a shell without a display too, and ask the one that
 runs:
 
-  settings   open the settings window
-  toggle     open the island until the pointer has been in it and has left it,
-             or, if it is open, close it
-  quit       end it, and wait until it is gone; a permission prompt that waits
-             in the island goes on in its terminal
-  status     print one line of JSON:
-               island    "closed" or "open"
-               shows     "rack" while it is open, else what it shows closed:
-                         "timerAlert", "claudeAlert", "claudeFinished",
-                         "metronome", "timer", "music", "claudeWorking",
-                         "keepAwake" or "none"
-               sessions  how many of both agents' are "working",
-                         "needsApproval", "finished" and "idle"
+  settings       open the settings window
+  toggle         open the island until the pointer has been in it and has left
+                 it, or, if it is open, close it
+  page next      turn to the next page of widgets; one that is closed opens on
+                 it, as by toggle; the last page stays
+  page previous  the same for the page before; the first page stays
+  edit           open the island and edit its widgets, or end that
+  quit           end it, and wait until it is gone; a permission prompt that
+                 waits in the island goes on in its terminal
+  status         print one line of JSON:
+                   island    "closed" or "open"
+                   shows     "rack" while it is open, else what it shows closed:
+                             "timerAlert", "claudeAlert", "claudeFinished",
+                             "metronome", "timer", "music", "claudeWorking",
+                             "keepAwake" or "none"
+                   sessions  how many of both agents' are "working",
+                             "needsApproval", "finished" and "idle"
 
-  report     print what a report of a fault needs: versions, desktop, screens,
-             services and whether the agents' hooks are in; nothing private
+  report         print what a report of a fault needs: versions, desktop,
+                 screens, services and whether the agents' hooks are in; nothing
+                 private
 
-  --verbose  start, and tell on standard error what is decided and what fails
-  --help     print this
-  --version  print the version
+  --verbose      start, and tell on standard error what is decided and what
+                 fails
+  --help         print this
+  --version      print the version
 
 The status is 0 when it was done, 1 when it could not be done or Veslora is
-not running, and 2 for any other word.
+not running, and 2 for any other words.
 )";
 }
 

@@ -13,10 +13,13 @@ namespace veslora {
 
 /// What another process can ask a running program for. Nothing of it answers a permission prompt.
 enum class Command {
-    settings, ///< open the settings window
-    toggle,   ///< open the island, or close it
-    quit,     ///< end in the whole order of stopping
-    status,   ///< tell in one line what is going on
+    settings,     ///< open the settings window
+    toggle,       ///< open the island, or close it
+    nextPage,     ///< turn to the rack's next page, and open the island if need be
+    previousPage, ///< the same for the page before
+    edit,         ///< enter edit mode, or leave it
+    quit,         ///< end in the whole order of stopping
+    status,       ///< tell in one line what is going on
 };
 
 /// What became of a command. The text is the status line, or why it could not be done; else it is empty. One
@@ -48,7 +51,7 @@ struct Ask {
     Command command;
     bool operator==(const Ask&) const = default;
 };
-/// More than one word, or one that has no meaning.
+/// Words that have no meaning, alone or together.
 struct Wrong {
     bool operator==(const Wrong&) const = default;
 };
@@ -57,9 +60,10 @@ using Request = std::variant<Start, Help, Version, Report, Ask, Wrong>;
 /// `words` are the arguments without the program's own name.
 [[nodiscard]] Request parse(std::span<const std::string_view> words);
 
-/// The word for a command, on the command line and between two processes alike.
+/// The word for a command, or its words with one blank between them, on the command line and between two
+/// processes alike.
 [[nodiscard]] std::string_view wordFor(Command command);
-/// The command of that very word; absent for any other text.
+/// The command of those very words; absent for any other text.
 [[nodiscard]] std::optional<Command> commandFor(std::string_view word);
 
 /// One line that lists every word, with its line end.

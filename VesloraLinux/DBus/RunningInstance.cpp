@@ -34,6 +34,12 @@ QString methodFor(Command command) {
         return QStringLiteral("OpenSettings");
     case Command::toggle:
         return QStringLiteral("Toggle");
+    case Command::nextPage:
+        return QStringLiteral("NextPage");
+    case Command::previousPage:
+        return QStringLiteral("PreviousPage");
+    case Command::edit:
+        return QStringLiteral("Edit");
     case Command::quit:
         return QStringLiteral("Quit");
     case Command::status:

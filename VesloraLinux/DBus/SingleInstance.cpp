@@ -96,6 +96,18 @@ void SingleInstance::Toggle() {
     performForBus(Command::toggle);
 }
 
+void SingleInstance::NextPage() {
+    performForBus(Command::nextPage);
+}
+
+void SingleInstance::PreviousPage() {
+    performForBus(Command::previousPage);
+}
+
+void SingleInstance::Edit() {
+    performForBus(Command::edit);
+}
+
 void SingleInstance::Quit() {
     performForBus(Command::quit);
 }

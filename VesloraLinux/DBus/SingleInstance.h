@@ -47,6 +47,9 @@ class SingleInstance final : public QObject, protected QDBusContext {
     // Asked for over the bus, by the names that the interface gives them.
     void OpenSettings();
     void Toggle();
+    void NextPage();
+    void PreviousPage();
+    void Edit();
     void Quit();
     QString Status();
 

@@ -10,6 +10,7 @@
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
+#include "VesloraUI/Platform/ScrollDevices.h"
 
 #include <memory>
 
@@ -22,6 +23,7 @@ class WindowSystem {
     [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual ScreenWindows& screenWindows() = 0;
     [[nodiscard]] virtual Pointer& pointer() = 0;
+    [[nodiscard]] virtual ScrollDevices& scrollDevices() = 0;
     [[nodiscard]] virtual Panel& panel() = 0;
     [[nodiscard]] virtual FrameClock& frameClock() = 0;
     [[nodiscard]] virtual HostApplications& hostApplications() = 0;

@@ -18,6 +18,7 @@ class PanelPointer final : public Pointer {
     [[nodiscard]] bool isButtonDown() const override;
     void setTracking(bool isTracking) override;
     /// Presses elsewhere are not told of: nobody tells us.
+    [[nodiscard]] bool hearsPressesOutside() const override { return false; }
     void setWatchingPresses(bool isWatching) override;
 
   protected:

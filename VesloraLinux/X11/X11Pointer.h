@@ -22,6 +22,7 @@ class X11Pointer final : public Pointer {
     [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& screen) const override;
     [[nodiscard]] bool isButtonDown() const override;
     void setTracking(bool isTracking) override;
+    [[nodiscard]] bool hearsPressesOutside() const override { return m_inputOpcode != 0; }
     void setWatchingPresses(bool isWatching) override;
 
   protected:

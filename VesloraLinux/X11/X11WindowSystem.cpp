@@ -40,7 +40,7 @@ X11WindowSystem::X11WindowSystem(Scheduler& scheduler, std::unique_ptr<X11Connec
                                  PanelForm form)
     : m_form(form), m_connection(std::move(connection)), m_screens(*m_connection),
       m_panel(*m_connection, m_screens, form), m_frameClock(*m_connection, m_panel),
-      m_hostApplications(*m_connection) {
+      m_scrollDevices(*m_connection), m_hostApplications(*m_connection) {
     qCInfo(Logs::start, "window system: X11, with a %s panel",
            form == PanelForm::shaped ? "shaped" : "shrinking");
     if (form == PanelForm::shaped) {

@@ -8,6 +8,7 @@
 #include "VesloraLinux/X11/X11HostApplications.h"
 #include "VesloraLinux/X11/X11Panel.h"
 #include "VesloraLinux/X11/X11Screens.h"
+#include "VesloraLinux/X11/X11ScrollDevices.h"
 
 #include <memory>
 
@@ -30,6 +31,7 @@ class X11WindowSystem final : public WindowSystem {
     /// so it gives none.
     [[nodiscard]] ScreenWindows& screenWindows() override { return *m_screenWindows; }
     [[nodiscard]] Pointer& pointer() override { return *m_pointer; }
+    [[nodiscard]] ScrollDevices& scrollDevices() override { return m_scrollDevices; }
     [[nodiscard]] Panel& panel() override { return m_panel; }
     [[nodiscard]] FrameClock& frameClock() override { return m_frameClock; }
     [[nodiscard]] HostApplications& hostApplications() override { return m_hostApplications; }
@@ -46,6 +48,7 @@ class X11WindowSystem final : public WindowSystem {
     X11Panel m_panel;
     X11FrameClock m_frameClock;
     std::unique_ptr<Pointer> m_pointer;
+    X11ScrollDevices m_scrollDevices;
     X11HostApplications m_hostApplications;
 };
 

@@ -28,7 +28,8 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
       m_rack(settings, platform.haptics), m_sampler(platform.scheduler, platform.systemReadings),
       m_agents(agents), m_keepAwake(settings, platform.power, platform.scheduler),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
-      m_fullscreenMonitor(platform.screenWindows, platform.scheduler) {}
+      m_fullscreenMonitor(platform.screenWindows, platform.scheduler),
+      m_editTimeout(platform.pointer, platform.scheduler, [this] { m_rack.exitEditing(); }) {}
 
 NotchWindowController::~NotchWindowController() {
     m_platform.panel.setContent(nullptr);
@@ -288,20 +289,48 @@ void NotchWindowController::applyVisibility() {
 }
 
 bool NotchWindowController::toggle() {
-    if (m_isHidden || !m_tracker) {
+    if (!isOnScreen()) {
         return false;
     }
-    const bool isOpening = !m_tracker->isExpanded();
-    if (isOpening) {
-        m_tracker->holdOpen();
-        m_rack.didOpen();
-    } else {
-        m_rack.exitEditing();
-        m_tracker->shut();
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+        return true;
     }
-    m_model->setExpanded(isOpening);
+    m_rack.exitEditing();
+    m_tracker->shut();
+    m_model->setExpanded(false);
+    mouseMoved();
+    return true;
+}
+
+void NotchWindowController::openByCommand() {
+    m_tracker->holdOpen();
+    m_rack.didOpen();
+    m_model->setExpanded(true);
     // Takes in where the pointer is already.
     mouseMoved();
+}
+
+bool NotchWindowController::turnPage(int step) {
+    if (!isOnScreen()) {
+        return false;
+    }
+    // Before it opens, so that no other page ever shows.
+    m_rack.flipPage(step);
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+    }
+    return true;
+}
+
+bool NotchWindowController::toggleEditing() {
+    if (!isOnScreen()) {
+        return false;
+    }
+    if (!m_tracker->isExpanded()) {
+        openByCommand();
+    }
+    m_rack.isEditing() ? m_rack.exitEditing() : m_rack.enterEditing();
     return true;
 }
 
@@ -316,7 +345,7 @@ void NotchWindowController::collapse() {
 }
 
 void NotchWindowController::mouseMoved() {
-    if (m_isHidden || !m_tracker) {
+    if (!isOnScreen()) {
         return;
     }
     const Point mouse = mouseLocation().value_or(nowhere);
@@ -354,6 +383,7 @@ void NotchWindowController::updateClickThrough() {
     if (const auto zone = m_tracker->hoverZone()) {
         zones.hover.push_back(*zone);
     }
+    m_editTimeout.update(m_rack.isEditing(), m_screen, zones);
     if (zones == m_zones) {
         return;
     }

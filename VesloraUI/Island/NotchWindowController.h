@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraCore/Island/HoverTracker.h"
+#include "VesloraUI/Island/EditTimeout.h"
 #include "VesloraUI/Island/FullscreenMonitor.h"
 #include "VesloraUI/Island/IslandContent.h"
 #include "VesloraUI/Island/NotchViewModel.h"
@@ -52,6 +53,11 @@ class NotchWindowController : public QObject {
     /// Opens the island until the pointer has been in it and has left, or closes it, also one that is being
     /// edited. False while it is not on screen: then nothing changes.
     bool toggle();
+    /// Turns the rack's page by `step`, as far as there are pages. A closed island opens as by `toggle`, on
+    /// the page that it was turned to. False while it is not on screen: then nothing changes.
+    bool turnPage(int step);
+    /// Enters edit mode, which opens the island, or leaves it. False while it is not on screen.
+    bool toggleEditing();
     /// What is on the island while it is closed, also without a screen.
     [[nodiscard]] LiveActivityKind closedActivity() const { return presentation().activity.kind; }
     /// By which one can see that no change is judged twice.
@@ -73,7 +79,9 @@ class NotchWindowController : public QObject {
     void buildLayout();
     void watchFullscreen();
     void applyVisibility();
+    void openByCommand();
     void collapse();
+    [[nodiscard]] bool isOnScreen() const { return !m_isHidden && m_tracker.has_value(); }
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
@@ -112,6 +120,7 @@ class NotchWindowController : public QObject {
     std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
     FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside
     bool m_isHidden = false;                    ///< it has stepped aside
+    EditTimeout m_editTimeout;
     std::optional<DisplayChoice> m_appliedDisplayChoice;
     std::vector<QMetaObject::Connection> m_observers;
 };

@@ -15,6 +15,7 @@
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
+#include "VesloraUI/Platform/ScrollDevices.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
 #include "VesloraUI/Platform/StatusMenu.h"
 #include "VesloraUI/Platform/Suspension.h"
@@ -52,6 +53,7 @@ struct Platform {
     Screens& screens;
     ScreenWindows& screenWindows;
     Pointer& pointer;
+    ScrollDevices& scrollDevices;
     Panel& panel;
     FrameClock& frameClock;
     SoundPlaying& sounds;

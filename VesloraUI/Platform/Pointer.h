@@ -24,7 +24,11 @@ class Pointer : public QObject {
     /// Starts and stops `moved`. Listening costs a wake-up for each frame of movement.
     virtual void setTracking(bool isTracking) = 0;
 
-    /// Starts and stops `pressedOutside`.
+    /// Whether `pressedOutside` can ever be told here. Not where a window system tells a program of nothing
+    /// but its own windows.
+    [[nodiscard]] virtual bool hearsPressesOutside() const = 0;
+
+    /// Starts and stops `pressedOutside`, where it can be told.
     virtual void setWatchingPresses(bool isWatching) = 0;
 
   signals:

@@ -29,7 +29,8 @@ Movement movementOf(const QWheelEvent& event) {
 
 void ScrollWheelCatcher::wheelEvent(QWheelEvent* event) {
     const QPoint angle = event->angleDelta();
-    if (std::abs(angle.x()) > std::abs(angle.y())) {
+    // What moves nothing tells of the beginning or the end of a gesture, which may go anywhere.
+    if (angle.isNull() || std::abs(angle.x()) > std::abs(angle.y())) {
         event->ignore();
         return;
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What views reach through their engine: the clocks, the settings, taps under the finger, short sounds, and
-// the shared ticks of their timelines.
+// What views reach through their engine: the clocks, the settings, taps under the finger, short sounds, what
+// is known of the devices that scroll, and the shared ticks of their timelines.
 #pragma once
 
 #include "VesloraUI/Platform/HapticPerforming.h"
@@ -16,6 +16,7 @@ namespace veslora {
 
 class Defaults;
 class FrameClock;
+class ScrollDevices;
 class SoundPlaying;
 
 /// One repetition that every timeline of its period listens to. It runs while somebody does.
@@ -43,9 +44,9 @@ class ViewEnvironment : public QObject {
 
   public:
     ViewEnvironment(Scheduler& scheduler, FrameClock& frameClock, Defaults& settings,
-                    HapticPerforming& haptics, SoundPlaying& sounds)
+                    HapticPerforming& haptics, SoundPlaying& sounds, ScrollDevices& scrollDevices)
         : m_scheduler(scheduler), m_frameClock(frameClock), m_settings(settings), m_haptics(haptics),
-          m_sounds(sounds) {}
+          m_sounds(sounds), m_scrollDevices(scrollDevices) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -59,6 +60,7 @@ class ViewEnvironment : public QObject {
     [[nodiscard]] Defaults& settings() const { return m_settings; }
     [[nodiscard]] HapticPerforming& haptics() const { return m_haptics; }
     [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
+    [[nodiscard]] ScrollDevices& scrollDevices() const { return m_scrollDevices; }
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -72,6 +74,7 @@ class ViewEnvironment : public QObject {
     Defaults& m_settings;
     HapticPerforming& m_haptics;
     SoundPlaying& m_sounds;
+    ScrollDevices& m_scrollDevices;
     std::map<double, TimelineTicker> m_tickers;
 };
 

@@ -126,8 +126,9 @@ class IslandOnPanel {
     std::unique_ptr<LinuxPlatform> platform;
     Defaults settings{platform->seams().files, platform->seams().directoryWatcher,
                       platform->seams().directories.configuration};
-    ViewEnvironment environment{platform->seams().scheduler, platform->seams().frameClock, settings,
-                                platform->seams().haptics, platform->seams().sounds};
+    ViewEnvironment environment{
+        platform->seams().scheduler, platform->seams().frameClock, settings,
+        platform->seams().haptics,   platform->seams().sounds,     platform->seams().scrollDevices};
     QQmlEngine engine;
     QtTextMeasuring measuring;
     FakeMonitor claude;

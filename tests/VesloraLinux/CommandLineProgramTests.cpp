@@ -97,8 +97,14 @@ TEST_F(CommandLineProgramTests, ExplainsItselfWithoutADisplayOrAHome) {
 }
 
 TEST_F(CommandLineProgramTests, AWrongWordPrintsTheUsageAndEndsWith2) {
-    for (const auto& words : std::vector<std::vector<std::string>>{
-             {"frobnicate"}, {""}, {"status", "quit"}, {"-platform", "offscreen"}, {"-session", "x"}}) {
+    for (const auto& words : std::vector<std::vector<std::string>>{{"frobnicate"},
+                                                                   {""},
+                                                                   {"status", "quit"},
+                                                                   {"page"},
+                                                                   {"page", "sideways"},
+                                                                   {"edit", "page"},
+                                                                   {"-platform", "offscreen"},
+                                                                   {"-session", "x"}}) {
         const Ended ended = run(words, {"HOME=" + folder.path()});
         EXPECT_EQ(ended.status, 2) << words.front();
         EXPECT_THAT(ended.out, IsEmpty());
@@ -108,9 +114,11 @@ TEST_F(CommandLineProgramTests, AWrongWordPrintsTheUsageAndEndsWith2) {
 }
 
 TEST_F(CommandLineProgramTests, ACommandThatNobodyHearsSaysSoInOneLine) {
-    for (const char* word : {"settings", "toggle", "quit", "status"}) {
-        const Ended ended = run({word}, {"HOME=" + folder.path()});
-        EXPECT_EQ(ended.status, 1) << word;
+    const std::vector<std::vector<std::string>> commands{
+        {"settings"}, {"toggle"}, {"page", "next"}, {"page", "previous"}, {"edit"}, {"quit"}, {"status"}};
+    for (const auto& words : commands) {
+        const Ended ended = run(words, {"HOME=" + folder.path()});
+        EXPECT_EQ(ended.status, 1) << words.back();
         EXPECT_THAT(ended.out, IsEmpty());
         EXPECT_EQ(ended.error, "Veslora is not running.\n");
     }
@@ -163,6 +171,11 @@ class RunningProgramTests : public CommandLineProgramTests, public ::testing::Wi
         ASSERT_TRUE(becomesTrue([&] { return ask("status").status == 0; }));
     }
     [[nodiscard]] Ended ask(const std::string& word) const { return run({word}, shell()); }
+    void expectDone(const std::string& word, const std::string& other) const {
+        const Ended ended = run({word, other}, shell());
+        EXPECT_EQ(ended.status, 0) << word << " " << other << ": " << ended.error;
+        EXPECT_THAT(ended.out + ended.error, IsEmpty());
+    }
     [[nodiscard]] std::string status() const { return ask("status").out; }
     void expectDone(const std::string& word) const {
         const Ended ended = ask(word);
@@ -189,6 +202,20 @@ TEST_P(RunningProgramTests, DoesWhatItIsAskedFromAShellWithoutADisplay) {
     expectDone("toggle");
     EXPECT_THAT(status(), HasSubstr(R"("island":"closed")"));
     expectDone("settings");
+}
+
+TEST_P(RunningProgramTests, TurnsPagesAndEditsForKeysOfTheUsersOwn) {
+    start();
+    expectDone("page", "next");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"open")"));
+    expectDone("page", "next");
+    expectDone("page", "previous");
+    expectDone("toggle");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"closed")"));
+    expectDone("edit");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"open")"));
+    expectDone("edit");
+    EXPECT_THAT(status(), HasSubstr(R"("island":"closed")"));
 }
 
 TEST_P(RunningProgramTests, QuitLeavesNothingBehindWhenItReturns) {

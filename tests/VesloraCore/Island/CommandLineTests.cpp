@@ -13,7 +13,8 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr std::array all{Command::settings, Command::toggle, Command::quit, Command::status};
+constexpr std::array all{Command::settings, Command::toggle, Command::nextPage, Command::previousPage,
+                         Command::edit,     Command::quit,   Command::status};
 
 CommandLine::Request parse(const std::vector<std::string_view>& words) {
     return CommandLine::parse(words);
@@ -32,6 +33,9 @@ TEST(CommandLineTest, KnowsEachWord) {
     EXPECT_EQ(parse({"report"}), CommandLine::Request(CommandLine::Report{}));
     EXPECT_EQ(parse({"settings"}), CommandLine::Request(CommandLine::Ask{Command::settings}));
     EXPECT_EQ(parse({"toggle"}), CommandLine::Request(CommandLine::Ask{Command::toggle}));
+    EXPECT_EQ(parse({"page", "next"}), CommandLine::Request(CommandLine::Ask{Command::nextPage}));
+    EXPECT_EQ(parse({"page", "previous"}), CommandLine::Request(CommandLine::Ask{Command::previousPage}));
+    EXPECT_EQ(parse({"edit"}), CommandLine::Request(CommandLine::Ask{Command::edit}));
     EXPECT_EQ(parse({"quit"}), CommandLine::Request(CommandLine::Ask{Command::quit}));
     EXPECT_EQ(parse({"status"}), CommandLine::Request(CommandLine::Ask{Command::status}));
 }
@@ -42,6 +46,16 @@ TEST(CommandLineTest, AnyOtherWordIsWrong) {
         EXPECT_EQ(parse({word}), CommandLine::Request(CommandLine::Wrong{})) << word;
     }
     EXPECT_EQ(parse({std::string_view("quit\0", 5)}), CommandLine::Request(CommandLine::Wrong{}));
+}
+
+TEST(CommandLineTest, APageIsTheNextOrThePreviousOne) {
+    EXPECT_EQ(parse({"page"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"page", "sideways"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"page", "next", "next"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"page", "", "next"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"next", "page"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"page next"}), CommandLine::Request(CommandLine::Wrong{})) << "as one word";
+    EXPECT_EQ(parse({"", "edit"}), CommandLine::Request(CommandLine::Wrong{}));
 }
 
 TEST(CommandLineTest, MoreThanOneWordIsWrong) {

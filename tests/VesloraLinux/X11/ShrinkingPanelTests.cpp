@@ -122,6 +122,18 @@ TEST(ShrinkingPanelTests, KnowsThePointerOverItsOwnWindowOnly) {
     EXPECT_TRUE(waitUntil([&] { return x.pointer.positionOn(screen) == std::nullopt; }));
 }
 
+TEST(ShrinkingPanelTests, HearsOfNoPressElsewhereAndSaysSo) {
+    ShrinkingPanel x;
+    EXPECT_FALSE(x.pointer.hearsPressesOutside());
+    QSignalSpy pressed(&x.pointer, &Pointer::pressedOutside);
+    x.pointer.setWatchingPresses(true);
+    x.show();
+    x.desktop.movePointerTo(100, 500);
+    x.desktop.click();
+    handleEventsFor(100);
+    EXPECT_EQ(pressed.count(), 0);
+}
+
 TEST(ShrinkingPanelTests, FollowsADragThatLeavesTheWindow) {
     ShrinkingPanel x;
     const ScreenInfo screen = x.screens.list().front();

@@ -115,6 +115,7 @@ TEST(X11PointerTests, TellsOfPressesOutsideThePanelButNotOfTheWheel) {
     const Bystander other({.frame = {200, 0, 200, 200}, .isOverrideRedirect = true});
     x.panel = panel.window();
     QSignalSpy pressed(&x.pointer, &Pointer::pressedOutside);
+    EXPECT_TRUE(x.pointer.hearsPressesOutside());
     x.pointer.setWatchingPresses(true);
     x.desktop.movePointerTo(300, 100);
     x.desktop.click(1);

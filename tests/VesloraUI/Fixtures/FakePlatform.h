@@ -123,16 +123,26 @@ class FakePointer final : public Pointer {
     bool isDown = false;
     bool isTracking = false;
     bool isWatchingPresses = false;
+    bool hearsPresses = true; ///< those outside the island, while it is told to watch them
 
     [[nodiscard]] std::optional<Point> positionOn(const ScreenInfo& /*screen*/) const override {
         return position;
     }
     [[nodiscard]] bool isButtonDown() const override { return isDown; }
     void setTracking(bool tracking) override { isTracking = tracking; }
+    [[nodiscard]] bool hearsPressesOutside() const override { return hearsPresses; }
     void setWatchingPresses(bool watching) override { isWatchingPresses = watching; }
 
     /// Moves the pointer and says so.
     void moveTo(std::optional<Point> point);
+};
+
+/// All devices are of the same kind.
+class FakeScrollDevices final : public ScrollDevices {
+  public:
+    ScrollSource source = ScrollSource::unknown;
+
+    [[nodiscard]] ScrollSource sourceOf(const QPointingDevice& /*device*/) override { return source; }
 };
 
 class FakePanel final : public Panel {
@@ -236,6 +246,7 @@ class FakePlatform {
     FakeScreens displays;
     FakeScreenWindows others;
     FakePointer mouse;
+    FakeScrollDevices scrolling;
     FakePanel window;
     FakeFrameClock frames{time};
     RecordingSounds sound;
@@ -260,6 +271,7 @@ class FakePlatform {
                    .screens = displays,
                    .screenWindows = others,
                    .pointer = mouse,
+                   .scrollDevices = scrolling,
                    .panel = window,
                    .frameClock = frames,
                    .sounds = sound,

@@ -39,7 +39,8 @@ class Scene {
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
     IslandModels models{{agents, keepAwake, timer, rack, sampler}};
-    ViewEnvironment environment{platform.time, platform.frames, settings, platform.taps, platform.sound};
+    ViewEnvironment environment{platform.time, platform.frames, settings,
+                                platform.taps, platform.sound,  platform.scrolling};
     QQmlEngine engine;
     /// Device pixels to a point, on the screen where windows are shown from now on: one of `screenScales`.
     double scale = 1;

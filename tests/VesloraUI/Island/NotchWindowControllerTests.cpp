@@ -571,6 +571,76 @@ TEST_F(NotchWindowControllerTest, WithoutAScreenThereIsNothingToToggle) {
     platform.displays.screens.clear();
     start();
     EXPECT_FALSE(controller.toggle());
+    EXPECT_FALSE(controller.turnPage(1));
+    EXPECT_FALSE(controller.toggleEditing());
+    EXPECT_FALSE(controller.rack().isEditing());
+}
+
+TEST_F(NotchWindowControllerTest, TurningThePageOfAClosedIslandOpensItThere) {
+    start();
+    ASSERT_EQ(controller.rack().pageCount(), 2);
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(controller.turnPage(1));
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_EQ(controller.rack().page(), 1);
+    platform.advance(60);
+    EXPECT_TRUE(controller.tracker()->isHeldOpen());
+    platform.mouse.moveTo(inOpenIsland);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(state(), IslandState::closed);
+}
+
+TEST_F(NotchWindowControllerTest, ThePageOfAnOpenIslandIsTurnedUpToTheEnds) {
+    start();
+    ASSERT_EQ(controller.rack().pageCount(), 2);
+    openByHover();
+    for (const int page : {1, 1}) {
+        EXPECT_TRUE(controller.turnPage(1));
+        EXPECT_EQ(controller.rack().page(), page);
+    }
+    for (const int page : {0, 0}) {
+        EXPECT_TRUE(controller.turnPage(-1));
+        EXPECT_EQ(controller.rack().page(), page);
+    }
+    EXPECT_FALSE(controller.tracker()->isHeldOpen()) << "the pointer holds it";
+    EXPECT_EQ(state(), IslandState::expanded);
+}
+
+TEST_F(NotchWindowControllerTest, WithOnePageTurningItChangesNothing) {
+    start();
+    for (const WidgetID id : allWidgetIDs) {
+        controller.rack().remove(id);
+    }
+    controller.rack().add(WidgetID::clock);
+    ASSERT_EQ(controller.rack().pageCount(), 1);
+    openByHover();
+    EXPECT_TRUE(controller.turnPage(1));
+    EXPECT_TRUE(controller.turnPage(-1));
+    EXPECT_EQ(controller.rack().page(), 0);
+    EXPECT_EQ(state(), IslandState::expanded);
+}
+
+TEST_F(NotchWindowControllerTest, AnAlertThatComesIsNotHiddenByAnIslandThatAPageWasTurnedOf) {
+    start();
+    platform.mouse.moveTo(farAway);
+    controller.turnPage(1);
+    letWait(1);
+    EXPECT_EQ(state(), IslandState::claudeAlert);
+}
+
+TEST_F(NotchWindowControllerTest, EditingByCommandOpensAndPinsTheIslandUntilItIsAskedForAgain) {
+    start();
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(controller.toggleEditing());
+    EXPECT_TRUE(controller.rack().isEditing());
+    EXPECT_EQ(state(), IslandState::expanded);
+    EXPECT_TRUE(controller.tracker()->isPinnedOpen());
+    platform.mouse.moveTo(inOpenIsland);
+    platform.mouse.moveTo(farAway);
+    EXPECT_TRUE(controller.rack().isEditing());
+    EXPECT_TRUE(controller.toggleEditing());
+    EXPECT_FALSE(controller.rack().isEditing());
+    EXPECT_EQ(state(), IslandState::closed);
 }
 
 TEST_F(NotchWindowControllerTest, AnAgentAtWorkKeepsTheMachineAwake) {

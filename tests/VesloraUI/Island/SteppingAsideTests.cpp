@@ -111,7 +111,11 @@ TEST_F(SteppingAsideTest, OutOfSightItDoesNotOpen) {
     platform.mouse.moveTo(onNotch);
     EXPECT_EQ(platform.time.pending(), 0U) << "no wake-up waits for the pointer's rest";
     EXPECT_FALSE(controller.toggle());
+    EXPECT_FALSE(controller.turnPage(1));
+    EXPECT_FALSE(controller.toggleEditing());
     EXPECT_FALSE(isExpanded());
+    EXPECT_FALSE(controller.rack().isEditing());
+    EXPECT_EQ(controller.rack().page(), 0);
 }
 
 TEST_F(SteppingAsideTest, StaysWhereTheUserWantsIt) {
