@@ -28,7 +28,7 @@ void edit(const Bench& bench, const Island& island, Place widget) {
     waitUntil("edit mode", [&] { return island.area()->height > height; });
 }
 
-/// Carries what is under the pointer to and fro at the rate of an ordinary mouse.
+/// Carries what is under the pointer back and forth at the rate of an ordinary mouse.
 void sway(const Display& display, Place middle, int reach, double seconds) {
     constexpr double rate = 125;
     constexpr double period = 2;

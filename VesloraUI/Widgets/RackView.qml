@@ -30,34 +30,42 @@ Item {
         opacity: 1 - library.value
         visible: library.value < 0.999
 
-        RackGestures {
-            id: gestures
-
+        PageSwipeMonitor {
             anchors.fill: parent
-            rack: view.rack
-            onMenuWanted: (x, y) => menu.popup(x, y)
+            isActive: view.rack.pageCount > 1
+            // While it is edited a finger drags a module.
+            takesTouch: !view.rack.isEditing
+            onStepped: step => view.rack.flipPage(step)
 
-            Repeater {
-                model: presenter.modules
-
-                RackModule {
-                    height: gestures.height
-                    keyLayer: keys
-                    middle: gestures.width / 2
-                    models: view.models
-                }
-            }
-
-            Item {
-                id: keys
+            RackGestures {
+                id: gestures
 
                 anchors.fill: parent
-            }
+                rack: view.rack
+                onMenuWanted: (x, y) => menu.popup(x, y)
 
-            DragGhost {
-                ghost: gestures.ghost
-                height: gestures.height
-                models: view.models
+                Repeater {
+                    model: presenter.modules
+
+                    RackModule {
+                        height: gestures.height
+                        keyLayer: keys
+                        middle: gestures.width / 2
+                        models: view.models
+                    }
+                }
+
+                Item {
+                    id: keys
+
+                    anchors.fill: parent
+                }
+
+                DragGhost {
+                    ghost: gestures.ghost
+                    height: gestures.height
+                    models: view.models
+                }
             }
         }
 
