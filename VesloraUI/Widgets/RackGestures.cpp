@@ -117,7 +117,8 @@ void RackGestures::endPress() {
 }
 
 bool RackGestures::childMouseEventFilter(QQuickItem* child, QEvent* event) {
-    const auto* mouse = dynamic_cast<QMouseEvent*>(event);
+    // Not always a QMouseEvent: what the toolkit makes of a touch is of a class of its own.
+    const auto* mouse = dynamic_cast<QSinglePointEvent*>(event);
     if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
         beginLongPress(child->mapToItem(this, mouse->position()));
     } else if (event->type() == QEvent::MouseMove) {

@@ -2,6 +2,7 @@
 // Movements over the rack, as the window system tells of them, and the keys that lie in their way.
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
+#include <QQmlContext>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -295,6 +296,47 @@ TEST_F(PageSwipeMonitorTest, ASecondFingerChangesNothing) {
         touch().release(1, QPoint(first, 50)).release(2, QPoint(300, 50));
     }
     EXPECT_EQ(steps(), QList({1}));
+}
+
+TEST_F(PageSwipeMonitorTest, AFingerThatTurnsThePageIsNoLongPressAndOneThatRestsIs) {
+    for (const WidgetID id : allWidgetIDs) {
+        scene.rack.remove(id);
+    }
+    spy.reset();
+    scene.engine.rootContext()->setContextProperty("model", &scene.rack);
+    scene.showText(R"(
+        PageSwipeMonitor {
+            isActive: true
+
+            RackGestures {
+                anchors.fill: parent
+                rack: model
+
+                KeyButton {
+                    text: "Key"
+                    width: 80
+                    height: 80
+                }
+            }
+        })",
+                   {400, 120});
+    spy = std::make_unique<QSignalSpy>(&scene.view(), SIGNAL(stepped(int)));
+    for (const QPoint start : {QPoint(70, 40), QPoint(350, 40)}) {
+        down(start);
+        move(start - QPoint(65, 0));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !steps().isEmpty(); }));
+        scene.platform.advance(1);
+        EXPECT_FALSE(scene.rack.isEditing());
+        up(start - QPoint(65, 0));
+        EXPECT_EQ(steps(), QList({1}));
+        spy->clear();
+        down(start);
+        scene.platform.advance(1);
+        EXPECT_TRUE(scene.rack.isEditing());
+        up(start);
+        scene.rack.exitEditing();
+        EXPECT_EQ(steps(), QList<int>());
+    }
 }
 
 TEST_F(PageSwipeMonitorTest, AMouseThatDragsAcrossAKeyIsNoFinger) {
