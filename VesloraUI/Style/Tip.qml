@@ -9,12 +9,14 @@ Item {
     property string text
     property bool isWanted: false
     property bool isShown: false
+    /// What cannot be used says nothing, though handlers of the pointer's rest go on there.
+    readonly property bool isDue: isWanted && enabled && text !== ""
     readonly property Item scene: parent ? parent.Window.contentItem : null
 
-    onIsWantedChanged: {
+    onIsDueChanged: {
         delay.stop();
         isShown = false;
-        if (isWanted && text !== "")
+        if (isDue)
             delay.start();
     }
 

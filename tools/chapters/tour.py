@@ -7,7 +7,7 @@ import subprocess
 import time
 
 from stage.agents import Agent, Codex
-from stage.program import running
+from stage.program import running, running_as_left
 from stage.windows import read_notes
 from stage.waiting import wait_for
 
@@ -74,6 +74,10 @@ class Tour:
     def running(self, **settings):
         """Runs the program with some settings, and ends it."""
         return running(self.stage, self.program, **settings)
+
+    def running_as_left(self):
+        """Runs it with the settings as they are, and ends it."""
+        return running_as_left(self.stage, self.program)
 
     def open_settings(self):
         """As a second start does."""

@@ -37,6 +37,13 @@ def end_program(stage, veslora):
 def running(stage, program, **settings):
     """Runs the program with some settings, and ends it."""
     stage.write_settings(settings)
+    with running_as_left(stage, program) as veslora:
+        yield veslora
+
+
+@contextlib.contextmanager
+def running_as_left(stage, program):
+    """The same with the settings as they are."""
     veslora = start_program(stage, program)
     yield veslora
     if veslora.poll() is None:

@@ -57,8 +57,19 @@ class Screen:
     def middle_of(self, name):
         """Where the middle of a control is, in pixels."""
         # Qt 6.4 tells it in points.
-        frame = self.find(name).get_extents(Atspi.CoordType.SCREEN)
+        frame = wait_for(f"“{name}”", lambda: self.find(name)).get_extents(Atspi.CoordType.SCREEN)
         return self.stage.pixels(frame.x + frame.width / 2), self.stage.pixels(frame.y + frame.height / 2)
+
+    def resting_middle_of(self, name):
+        """The same of one that may be on its way, once it has arrived."""
+        seen = []
+
+        def rests():
+            seen.append(self.middle_of(name))
+            return seen[-2:-1] == seen[-1:]
+
+        wait_for(f"“{name}” to rest", rests)
+        return seen[-1]
 
     def move_to(self, x, y):
         """Moves there in steps, as a hand does."""

@@ -116,8 +116,16 @@ class Stage:
     def has_kept(self):
         return os.path.exists(self._kept)
 
+    @property
+    def _settings(self):
+        return os.path.join(self.home, ".config", "Veslora", "settings.json")
+
+    def read_settings(self):
+        with open(self._settings, encoding="utf-8") as file:
+            return json.load(file)
+
     def write_settings(self, settings):
-        path = os.path.join(self.home, ".config", "Veslora", "settings.json")
+        path = self._settings
         os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "w", encoding="utf-8") as file:
             json.dump(settings, file)
