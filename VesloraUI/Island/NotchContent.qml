@@ -8,6 +8,9 @@ Fader {
 
     required property NotchViewModel model
     required property NotchOutline outline
+    /// Points, at the moment; what shows is centred beneath the island's middle, and moves with its edges only where it
+    /// has to.
+    required property real islandWidth
     readonly property IslandModels models: model.models
 
     component: {
@@ -137,21 +140,19 @@ Fader {
             RackView {
                 height: island.model.rackHeight
                 models: island.models
-                room: island.width - 2 * x
+                room: island.islandWidth - 2 * x
                 width: parent.width - 2 * x
                 x: island.model.rackPadding
                 y: island.model.rackTop
             }
 
             EditChrome {
-                anchors.horizontalCenter: parent.horizontalCenter
-                height: parent.height
+                anchors.fill: parent
                 notchHeight: island.model.notchHeight
                 notchWidth: island.model.notchWidth
-                padding: island.model.rackPadding
                 rack: island.models.rack
+                room: island.islandWidth - 2 * island.model.rackPadding
                 trayTop: island.model.trayTop
-                width: island.width
             }
         }
     }

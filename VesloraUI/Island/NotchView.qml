@@ -42,9 +42,12 @@ Item {
     Item {
         id: island
 
-        anchors.horizontalCenter: parent.horizontalCenter
+        readonly property real middled: (parent.width - width) / 2
+
         height: Math.max(0, heightSpring.value)
         width: Math.max(0, widthSpring.value)
+        // On whole points when it rests; on its way both edges keep to the same pace.
+        x: widthSpring.isRunning ? middled : Math.round(middled)
 
         BorderImage {
             readonly property real margin: VesloraStyle.shadowMargin
@@ -86,10 +89,11 @@ Item {
 
         NotchContent {
             height: island.height
+            islandWidth: island.width
             model: root.model
             outline: shape
-            width: island.width
-            x: island.x - room.x
+            width: root.width
+            x: -room.x
         }
     }
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What frames the rack while it is edited: the strip beside the notch and the tray below. As wide as the island is at
-// the moment.
+// What frames the rack while it is edited: the strip beside the notch and the tray below.
 import QtQuick
 import Veslora
 
@@ -10,8 +9,8 @@ Item {
     required property RackModel rack
     required property real notchWidth
     required property real notchHeight
-    /// Points that are left free at each side.
-    required property real padding
+    /// Points that the island leaves to it at the moment, while it grows or shrinks.
+    required property real room
     /// Points from the top of the screen to the tray.
     required property real trayTop
 
@@ -32,13 +31,13 @@ Item {
                 height: chrome.notchHeight
                 notchWidth: chrome.notchWidth
                 rack: chrome.rack
-                width: Math.max(0, parent.width - 2 * chrome.padding)
-                x: chrome.padding
+                width: Math.max(0, chrome.room)
+                x: (parent.width - width) / 2
             }
 
             EditTray {
                 anchors.horizontalCenter: parent.horizontalCenter
-                maximumWidth: parent.width - 2 * chrome.padding
+                maximumWidth: chrome.room
                 rack: chrome.rack
                 y: chrome.trayTop
             }

@@ -35,6 +35,7 @@ class Stage:
 
     def __init__(self, scale=1, below_wayland=False):
         self.scale = scale
+        self.below_wayland = below_wayland
         self.size = tuple(self.pixels(length) for length in SIZE)
         self.display = Display("x".join(map(str, self.size)))
         self.folder = self.display.folder
