@@ -5,13 +5,28 @@
 
 namespace veslora {
 
-void KeyAccessible::tellEnabledChanged(KeyItem& key) {
+namespace {
+
+void tell(KeyItem& key, QAccessible::State changed) {
     if (QAccessible::isActive()) {
-        QAccessible::State changed;
-        changed.disabled = true;
         QAccessibleStateChangeEvent event(&key, changed);
         QAccessible::updateAccessibility(&event);
     }
+}
+
+} // namespace
+
+void KeyAccessible::tellEnabledChanged(KeyItem& key) {
+    QAccessible::State changed;
+    changed.disabled = true;
+    tell(key, changed);
+}
+
+void KeyAccessible::tellSelectedChanged(KeyItem& key) {
+    QAccessible::State changed;
+    changed.checkable = true;
+    changed.checked = true;
+    tell(key, changed);
 }
 
 KeyAccessible::KeyAccessible(KeyItem& key) : ItemAccessible(key) {}
@@ -34,6 +49,8 @@ QString KeyAccessible::text(QAccessible::Text kind) const {
 QAccessible::State KeyAccessible::state() const {
     QAccessible::State state = ItemAccessible::state();
     state.pressed = key()->isPressed();
+    state.checkable = key()->isSelected();
+    state.checked = key()->isSelected();
     return state;
 }
 

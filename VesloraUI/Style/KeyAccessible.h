@@ -12,6 +12,7 @@ class KeyItem;
 class KeyAccessible final : public ItemAccessible {
   public:
     static void tellEnabledChanged(KeyItem& key);
+    static void tellSelectedChanged(KeyItem& key);
 
     explicit KeyAccessible(KeyItem& key);
 

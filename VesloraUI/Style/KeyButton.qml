@@ -10,7 +10,6 @@ KeyItem {
     property string symbol
     property real symbolSize: 13
     property bool isPrimary: false
-    property bool isSelected: false
     property color tint: VesloraStyle.accentColor
     property real padding: 10
     /// A key that does nothing now. It is drawn darker as a whole, so that its text can be read as well as before.

@@ -33,6 +33,12 @@ void KeyItem::setJudge(PressJudge* judge) {
     }
 }
 
+void KeyItem::setSelected(bool isSelected) {
+    if (assign(this, m_isSelected, isSelected, &KeyItem::isSelectedChanged)) {
+        KeyAccessible::tellSelectedChanged(*this);
+    }
+}
+
 void KeyItem::act() {
     if (isEnabled() && (!m_judge || m_judge->act())) {
         emit clicked();

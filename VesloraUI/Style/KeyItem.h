@@ -22,6 +22,8 @@ class KeyItem : public QQuickItem {
     Q_PROPERTY(veslora::PressJudge* judge READ judge WRITE setJudge NOTIFY judgeChanged FINAL)
     /// A button is held down on the key and would press it if it came up now.
     Q_PROPERTY(bool isPressed READ isPressed NOTIFY isPressedChanged FINAL)
+    /// It shows what is chosen at present, as one of several keys or as a switch that is on.
+    Q_PROPERTY(bool isSelected READ isSelected WRITE setSelected NOTIFY isSelectedChanged FINAL)
     /// The pointer rests on the key. Only known of a key with a help text.
     Q_PROPERTY(bool isHovered MEMBER m_isHovered NOTIFY isHoveredChanged FINAL)
 
@@ -33,6 +35,8 @@ class KeyItem : public QQuickItem {
     void setHelpText(const QString& text);
     [[nodiscard]] PressJudge* judge() const { return m_judge; }
     void setJudge(PressJudge* judge);
+    [[nodiscard]] bool isSelected() const { return m_isSelected; }
+    void setSelected(bool isSelected);
     [[nodiscard]] bool isPressed() const { return m_isDown && m_isInside; }
 
     /// Presses the key without a pointer, as accessibility does. A disabled key does nothing.
@@ -43,6 +47,7 @@ class KeyItem : public QQuickItem {
     void helpTextChanged();
     void judgeChanged();
     void isPressedChanged();
+    void isSelectedChanged();
     void isHoveredChanged();
     void clicked();
 
@@ -66,6 +71,7 @@ class KeyItem : public QQuickItem {
     bool m_isDown = false;
     bool m_isInside = false;
     bool m_isHovered = false;
+    bool m_isSelected = false;
 };
 
 } // namespace veslora

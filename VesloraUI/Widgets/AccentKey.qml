@@ -28,6 +28,7 @@ Item {
         anchors.leftMargin: -3
         anchors.rightMargin: -3
         helpText: key.accent.helpText
+        isSelected: key.isSelected
         text: key.accent.label
         onClicked: key.clicked()
 

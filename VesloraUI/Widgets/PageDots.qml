@@ -31,6 +31,7 @@ Row {
                 anchors.fill: parent
                 // The dot alone would be a small thing to hit.
                 anchors.margins: -3
+                isSelected: dot.index === dots.current
                 text: qsTr("Page %1 of %2").arg(dot.index + 1).arg(dots.count)
                 onClicked: dots.select(dot.index)
             }

@@ -6,6 +6,7 @@
 #include "tests/VesloraUI/Fixtures/Pixels.h"
 #include "tests/VesloraUI/Fixtures/Scene.h"
 
+#include <QAccessible>
 #include <QLocale>
 #include <QWheelEvent>
 
@@ -181,6 +182,22 @@ TEST_F(EditTrayTest, AnAccentIsStoredAndShownAtOnce) {
     EXPECT_THAT(rings(), ElementsAre(false, false, true, false));
     scene.settings.set(SettingsKeys::accent, "pink");
     EXPECT_THAT(rings(), ElementsAre(true, false, false, false));
+}
+
+TEST_F(EditTrayTest, WhatIsChosenIsToldByEarToo) {
+    setSpacing(60, false);
+    showTray();
+    const auto isChecked = [this](const QString& name) {
+        return QAccessible::queryAccessibleInterface(scene.itemNamed(name))->state().checked == 1;
+    };
+    EXPECT_TRUE(isChecked("Lime accent"));
+    EXPECT_FALSE(isChecked("Cyan accent"));
+    EXPECT_FALSE(isChecked("Auto"));
+    scene.press("Cyan accent");
+    scene.press("Auto");
+    EXPECT_FALSE(isChecked("Lime accent"));
+    EXPECT_TRUE(isChecked("Cyan accent"));
+    EXPECT_TRUE(isChecked("Auto"));
 }
 
 TEST_F(EditTrayTest, EachAccentHasItsOwnColorWhicheverIsInUse) {
