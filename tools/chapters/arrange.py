@@ -22,6 +22,7 @@ def play(tour):
         _play_drag(tour)
         _play_drag_to_next_page(tour)
         _play_keys(tour)
+        _play_without_pointer(tour)
         _play_library(tour)
         _play_prompt(tour, agent)
         _play_press_elsewhere(tour)
@@ -117,6 +118,14 @@ def _play_keys(tour):
     wait_for("the small timer", lambda: "timer:1" in _layout(tour).split(","))
     tour.screen.press("Remove Meters")
     wait_for("the meters to go", lambda: "meters" not in _layout(tour))
+
+
+def _play_without_pointer(tour):
+    before = _layout(tour)
+    tour.screen.act("Keep Awake", "list item", "move left")
+    wait_for("keep awake one place further left", lambda: _layout(tour) != before)
+    tour.screen.act("Keep Awake", "list item", "move right")
+    _expect_layout(tour, before)
 
 
 def _play_library(tour):

@@ -88,6 +88,12 @@ class Screen:
         self.point_at(name)
         self.stage.run("xdotool", "click", "1")
 
+    def act(self, name, role, action):
+        """Does what an assistive program would, without any pointer."""
+        node = wait_for(f"“{name}”", lambda: self.find(name, role))
+        names = [Atspi.Action.get_action_name(node, index) for index in range(Atspi.Action.get_n_actions(node))]
+        Atspi.Action.do_action(node, names.index(action))
+
     def scroll_down(self, name, notches):
         self.point_at(name)
         self.stage.run("xdotool", "click", "--repeat", str(notches), "--delay", "40", "5")
