@@ -35,7 +35,6 @@ class Stage:
 
     def __init__(self, scale=1, below_wayland=False):
         self.scale = scale
-        self.below_wayland = below_wayland
         self.size = tuple(self.pixels(length) for length in SIZE)
         self.display = Display("x".join(map(str, self.size)))
         self.folder = self.display.folder
@@ -83,6 +82,10 @@ class Stage:
         if self._accessibility:
             end_process(self._accessibility)
         self.display.close()
+
+    @property
+    def below_wayland(self):
+        return self.env.get("XDG_SESSION_TYPE") == "wayland"
 
     def pixels(self, points):
         return round(points * self.scale)
