@@ -70,9 +70,8 @@ std::optional<Command> commandFor(std::string_view word) {
 }
 
 std::string_view usage() {
-    return "usage: veslora [--verbose | settings | toggle | page next | page previous | edit | quit | status "
-           "| "
-           "report | --help | --version]\n";
+    return "usage: veslora [--verbose | settings | toggle | page next | page previous | edit | quit | "
+           "status | report | --help | --version]\n";
 }
 
 std::string_view explanation() {
