@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Edit mode where nobody tells of presses outside the island, and where somebody does.
-#include "VesloraUI/Island/NotchWindowController.h"
-#include "tests/VesloraUI/Fixtures/FakeMonitor.h"
-#include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/ControlledIsland.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +10,7 @@ namespace {
 constexpr Point inOpenIsland{720, 760};
 constexpr Point farAway{100, 100};
 
-class EditTimeoutTest : public ::testing::Test {
+class EditTimeoutTest : public ::testing::Test, protected ControlledIsland {
   protected:
     void SetUp() override {
         platform.mouse.hearsPresses = false;
@@ -24,13 +22,6 @@ class EditTimeoutTest : public ::testing::Test {
         platform.mouse.moveTo(inOpenIsland);
     }
     [[nodiscard]] bool isEditing() { return controller.rack().isEditing(); }
-
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    FakeMonitor claude;
-    AgentsModel agents{{&claude}};
-    NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
-                                     [](NotchViewModel&) { return IslandContent(); }};
 };
 
 TEST_F(EditTimeoutTest, EditingLastsWhileThePointerRestsOnTheIsland) {

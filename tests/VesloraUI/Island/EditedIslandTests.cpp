@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The island while its rack is edited: what may come up then, and that all of it moves as one.
-#include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Fixtures/AnimationTime.h"
+#include "tests/VesloraUI/Fixtures/ControlledIsland.h"
 #include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
 #include <gmock/gmock.h>
@@ -16,18 +16,11 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class EditedIslandTest : public ::testing::Test {
+class EditedIslandTest : public ::testing::Test, protected ControlledIsland {
   protected:
     EditedIslandTest() { controller.start(); }
     ~EditedIslandTest() override { controller.stop(); }
     [[nodiscard]] IslandState state() const { return controller.model()->state(); }
-
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    FakeMonitor claude;
-    AgentsModel agents{{&claude}};
-    NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
-                                     [](NotchViewModel&) { return IslandContent(); }};
 };
 
 TEST_F(EditedIslandTest, APromptSoundsAtOnceAndShowsWhenTheEditingIsDone) {

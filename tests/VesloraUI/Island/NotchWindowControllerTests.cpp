@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Store/Defaults.h"
-#include "tests/VesloraUI/Fixtures/FakeMonitor.h"
-#include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/ControlledIsland.h"
 #include "tests/support/LogRecorder.h"
 
 #include <gmock/gmock.h>
@@ -20,7 +18,7 @@ constexpr Point onNotch{720, 890};
 constexpr Point inOpenIsland{720, 760};
 constexpr Point farAway{100, 100};
 
-class NotchWindowControllerTest : public ::testing::Test {
+class NotchWindowControllerTest : public ::testing::Test, protected ControlledIsland {
   protected:
     void start() { controller.start(); }
     void openByHover() {
@@ -34,13 +32,6 @@ class NotchWindowControllerTest : public ::testing::Test {
     void drawAlert() { controller.model()->alertIsOnScreen(controller.model()->contentIdentity()); }
     [[nodiscard]] bool isExpanded() const { return controller.tracker()->isExpanded(); }
     [[nodiscard]] IslandState state() const { return controller.model()->state(); }
-
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    FakeMonitor claude;
-    AgentsModel agents{{&claude}};
-    NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
-                                     [](NotchViewModel&) { return IslandContent(); }};
 };
 
 TEST_F(NotchWindowControllerTest, TellsWhereItIsAndWhatItShows) {

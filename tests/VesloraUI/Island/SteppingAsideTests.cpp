@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The island, which steps aside while another application fills its screen.
-#include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Store/Defaults.h"
-#include "tests/VesloraUI/Fixtures/FakeMonitor.h"
-#include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/VesloraUI/Fixtures/ControlledIsland.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +11,7 @@ namespace {
 const WindowFrame video{.frame = {0, 0, 1440, 900}};
 constexpr Point onNotch{720, 890};
 
-class SteppingAsideTest : public ::testing::Test {
+class SteppingAsideTest : public ::testing::Test, protected ControlledIsland {
   protected:
     /// Until nothing of the beginning is left to come.
     void start() {
@@ -23,13 +21,6 @@ class SteppingAsideTest : public ::testing::Test {
     [[nodiscard]] bool isShown() const { return platform.window.isShown; }
     [[nodiscard]] bool isExpanded() const { return controller.tracker()->isExpanded(); }
     void letWait() { claude.publish({FakeMonitor::session("s1", ClaudeStatus::NeedsApproval{"", 1})}, {}); }
-
-    FakePlatform platform;
-    FakeDefaults settings{platform};
-    FakeMonitor claude;
-    AgentsModel agents{{&claude}};
-    NotchWindowController controller{platform.seams, platform.measuring, settings, agents,
-                                     [](NotchViewModel&) { return IslandContent(); }};
 };
 
 TEST_F(SteppingAsideTest, GoesAndComesBackWithTheWindow) {
