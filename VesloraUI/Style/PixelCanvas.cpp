@@ -39,6 +39,29 @@ void PixelCanvas::outline(const QRect& frame, double radius, int width, const QC
         [&](int x, int y) { return std::max(0.0, outer.coverage(x, y) - inner.coverage(x, y)); });
 }
 
+QImage PixelCanvas::fitted(const QImage& picture, QSize size) {
+    const QImage scaled =
+        picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_RGB32);
+    return scaled.copy(QRect(QPoint((scaled.width() - size.width()) / 2, (scaled.height() - size.height()) / 2),
+                             size));
+}
+
+void PixelCanvas::picture(const QRect& frame, double radius, const QImage& picture) {
+    if (picture.isNull() || frame.isEmpty()) {
+        return;
+    }
+    const Shape shape(frame, radius);
+    const QImage fitting = fitted(picture, frame.size());
+    for (int y = frame.top(); y <= frame.bottom(); ++y) {
+        QRgb* row = reinterpret_cast<QRgb*>(m_image.scanLine(y));
+        const QRgb* source = reinterpret_cast<const QRgb*>(fitting.constScanLine(y - frame.top()));
+        for (int x = frame.left(); x <= frame.right(); ++x) {
+            row[x] = blended(source[x - frame.left()], qRound(255 * shape.coverage(x, y)), row[x]);
+        }
+    }
+}
+
 template <class Coverage>
 void PixelCanvas::lay(const QRect& frame, const QColor& color, const Coverage& coverage) {
     const QRgb opaque = color.rgb();

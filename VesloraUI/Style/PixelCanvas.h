@@ -23,6 +23,10 @@ class PixelCanvas {
     /// The same for a line inside its edge, `width` pixels wide.
     void outline(const QRect& frame, double radius, int width, const QColor& color);
 
+    /// The same for a picture, which fills the rectangle from edge to edge; what does not fit its shape is cut
+    /// off evenly.
+    void picture(const QRect& frame, double radius, const QImage& picture);
+
   private:
     /// A rounded rectangle, and how much of a pixel lies inside it, from 0 to 1.
     struct Shape {
@@ -35,6 +39,8 @@ class PixelCanvas {
     /// Lays a colour over a rectangle, as much of it on each pixel as `coverage` says for its place.
     template <class Coverage>
     void lay(const QRect& frame, const QColor& color, const Coverage& coverage);
+    /// A picture as large as `size`, without transparency.
+    [[nodiscard]] static QImage fitted(const QImage& picture, QSize size);
     /// A colour laid over a premultiplied one. `alpha` is from 0 to 255.
     [[nodiscard]] static QRgb blended(QRgb color, int alpha, QRgb below);
 

@@ -10,8 +10,9 @@ Item {
     required property real wingWidth
     property alias leading: leftWing.data
     property alias trailing: rightWing.data
-    readonly property real outerPadding: 12
-    readonly property real innerPadding: 4
+    /// Points that are left free at the wings' ends, and beside the notch.
+    property real outerPadding: 12
+    property real innerPadding: 4
 
     /// What is drawn: a view on its way out keeps the width that it had.
     property real drawnWidth
