@@ -87,7 +87,7 @@ std::optional<double> dayStart(int year, int month, int day) {
 
 } // namespace
 
-std::optional<Timestamp> parse(std::string_view text) {
+std::optional<Timestamp> parse(std::string_view text, Fraction allowed) {
     Scanner scanner(text);
     const int year = scanner.digits(4);
     scanner.literal('-');
@@ -98,7 +98,8 @@ std::optional<Timestamp> parse(std::string_view text) {
     const TimeOfDay time = timeOfDay(scanner);
     scanner.literal(':');
     const int seconds = scanner.digits(2);
-    const double fraction = scanner.take('.') ? scanner.fraction() : 0;
+    // A fraction that is refused is left over, so that the text does not end where it should.
+    const double fraction = allowed == Fraction::allowed && scanner.take('.') ? scanner.fraction() : 0;
     TimeOfDay offset;
     double sign = 0;
     if (!scanner.take('Z')) {
