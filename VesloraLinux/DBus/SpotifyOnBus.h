@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// Spotify's player on the session bus, by the interface that every Linux player speaks (MPRIS 2.2): its changes
+// as the notifications of Spotify's own form, and the few sentences that are said to it as calls. Main thread
+// only.
+#pragma once
+
+#include "VesloraUI/Platform/ScriptRunning.h"
+#include "VesloraUI/Platform/SpotifyNotifications.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QVariantMap>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace veslora {
+
+/// What the player's properties say, under the keys of its notifications. Values of another type than theirs
+/// are left out.
+[[nodiscard]] SpotifyNotification::UserInfo spotifyUserInfo(const QVariantMap& properties);
+
+class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SpotifyOnBus)
+
+  public:
+    /// Silent, and refusing every script, without a bus.
+    explicit SpotifyOnBus(std::optional<QDBusConnection> bus) : m_bus(std::move(bus)) {}
+    ~SpotifyOnBus() override = default;
+
+    void start() override;
+    [[nodiscard]] Task run(const std::string& script, std::function<void(const Result&)> done) override;
+
+  private slots:
+    void ownerChanged(const QString& name, const QString& before, const QString& after);
+    void propertiesChanged(const QString& interface, const QVariantMap& changed,
+                           const QStringList& invalidated);
+    void seeked(qlonglong position);
+
+  private:
+    struct Script {
+        std::string text;
+        std::shared_ptr<Result> result;
+        std::shared_ptr<TaskState> listener;
+    };
+
+    void read();
+    void tell(const QDBusMessage& reply);
+    void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> answered);
+    void runNext();
+    void finish(Result result);
+
+    std::optional<QDBusConnection> m_bus;
+    bool m_isReading = false;
+    bool m_isStale = false;        ///< it has changed while it was read
+    std::optional<Result> m_held; ///< of a script that has ended while the player was read
+    std::deque<Script> m_scripts; ///< the first one is under way
+};
+
+} // namespace veslora

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Runs the media adapter, our helper beside the program's own executable: one process for the stream, and a
+// short one for each command. Main thread only.
+#pragma once
+
+#include "VesloraUI/Platform/AdapterProcess.h"
+
+#include <QObject>
+#include <QString>
+
+class QProcess;
+
+namespace veslora {
+
+class AdapterProcessRunner final : public AdapterProcess {
+  public:
+    /// The helper in the folder of the running executable.
+    [[nodiscard]] static QString usualAdapter();
+
+    explicit AdapterProcessRunner(QString adapter = usualAdapter()) : m_adapter(std::move(adapter)) {}
+    AdapterProcessRunner(const AdapterProcessRunner&) = delete;
+    AdapterProcessRunner& operator=(const AdapterProcessRunner&) = delete;
+    /// Ends the stream, and nobody hears of it.
+    ~AdapterProcessRunner() override { stop(); }
+
+    [[nodiscard]] bool start(LineHandler onLine, ExitHandler onExit) override;
+    void stop() override;
+    void send(AdapterCommand command) override;
+
+  private:
+    void listen(QProcess& process, LineHandler onLine);
+    void ended(ExitHandler onExit);
+
+    QString m_adapter;
+    QProcess* m_process = nullptr; ///< the stream
+    QObject m_running;             ///< parent of the stream, which it ends
+    QObject m_commands;            ///< parent of the commands that run
+};
+
+} // namespace veslora
