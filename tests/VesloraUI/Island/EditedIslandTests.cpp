@@ -18,8 +18,8 @@ using ::testing::IsEmpty;
 
 class EditedIslandTest : public ::testing::Test, protected ControlledIsland {
   protected:
-    EditedIslandTest() { controller.start(); }
-    ~EditedIslandTest() override { controller.stop(); }
+    void SetUp() override { controller.start(); }
+    void TearDown() override { controller.stop(); }
     [[nodiscard]] IslandState state() const { return controller.model()->state(); }
 };
 
