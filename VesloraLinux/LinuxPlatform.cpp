@@ -9,8 +9,11 @@
 #include "VesloraLinux/DBus/LoginManager.h"
 #include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
+#include "VesloraLinux/DBus/SpotifyOnBus.h"
 #include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/DBus/TimerNotifier.h"
+#include "VesloraLinux/System/AdapterProcessRunner.h"
+#include "VesloraLinux/System/ArtworkLoader.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
@@ -19,6 +22,7 @@
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/ProcSystemReadings.h"
 #include "VesloraLinux/System/Tmux.h"
+#include "VesloraLinux/System/XdgApplications.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 #include "VesloraUI/Platform/Logs.h"
 
@@ -84,12 +88,20 @@ struct LinuxPlatform::Parts {
     SystemBus systemBus{scheduler};
     Login1Suspension suspension{systemBus};
     TimerNotifier timerNotifier{SessionBus::connection()};
+    SpotifyOnBus spotify{SessionBus::connection()};
+    AdapterProcessRunner mediaAdapter{helper("veslora-media-adapter")};
+    ArtworkLoader artwork{scheduler, helper("veslora-media-artwork")};
+    XdgApplications apps;
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
     /// Absent without a window system.
     std::optional<Platform> seams = refer();
 
   private:
+    /// The path of an executable beside the program's own.
+    [[nodiscard]] QString helper(const char* name) const {
+        return QString::fromStdString(directories.executables) + QLatin1Char('/') + QLatin1String(name);
+    }
     [[nodiscard]] std::optional<Platform> refer();
 };
 
@@ -116,7 +128,12 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .haptics = haptics,
                     .statusMenu = statusMenu,
                     .power = power,
-                    .timerNotifier = timerNotifier};
+                    .timerNotifier = timerNotifier,
+                    .spotify = spotify,
+                    .scripts = spotify,
+                    .mediaAdapter = mediaAdapter,
+                    .artwork = artwork,
+                    .apps = apps};
 }
 
 void LinuxPlatform::prepareEnvironment() {

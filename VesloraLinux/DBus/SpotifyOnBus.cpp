@@ -199,7 +199,8 @@ void SpotifyOnBus::runNext() {
              Result result = MusicError::failed;
              if (reply.type() == QDBusMessage::ReplyMessage) {
                  const auto properties = asks ? QDBusPendingReply<QVariantMap>(reply).value() : QVariantMap();
-                 result = metadataOf(properties).value(QStringLiteral("mpris:artUrl")).toString().toStdString();
+                 result =
+                     metadataOf(properties).value(QStringLiteral("mpris:artUrl")).toString().toStdString();
              }
              // Changes that came before it are told first.
              if (m_isReading) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Spotify's player on the session bus, by the interface that every Linux player speaks (MPRIS 2.2): its changes
-// as the notifications of Spotify's own form, and the few sentences that are said to it as calls. Main thread
-// only.
+// Spotify's player on the session bus, by the interface that every Linux player speaks (MPRIS 2.2): its
+// changes as the notifications of Spotify's own form, and the few sentences that are said to it as calls.
+// Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/ScriptRunning.h"
@@ -55,7 +55,7 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
 
     std::optional<QDBusConnection> m_bus;
     bool m_isReading = false;
-    bool m_isStale = false;        ///< it has changed while it was read
+    bool m_isStale = false;       ///< it has changed while it was read
     std::optional<Result> m_held; ///< of a script that has ended while the player was read
     std::deque<Script> m_scripts; ///< the first one is under way
 };

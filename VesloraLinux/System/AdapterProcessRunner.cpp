@@ -4,7 +4,6 @@
 #include "VesloraCore/Music/LineBuffer.h"
 #include "VesloraUI/Platform/Logs.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -24,10 +23,6 @@ void silence(QProcess& process) {
 }
 
 } // namespace
-
-QString AdapterProcessRunner::usualAdapter() {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/veslora-media-adapter");
-}
 
 bool AdapterProcessRunner::start(LineHandler onLine, ExitHandler onExit) {
     stop();

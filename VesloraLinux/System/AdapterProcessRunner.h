@@ -14,10 +14,8 @@ namespace veslora {
 
 class AdapterProcessRunner final : public AdapterProcess {
   public:
-    /// The helper in the folder of the running executable.
-    [[nodiscard]] static QString usualAdapter();
-
-    explicit AdapterProcessRunner(QString adapter = usualAdapter()) : m_adapter(std::move(adapter)) {}
+    /// `adapter` is the helper's path.
+    explicit AdapterProcessRunner(QString adapter) : m_adapter(std::move(adapter)) {}
     AdapterProcessRunner(const AdapterProcessRunner&) = delete;
     AdapterProcessRunner& operator=(const AdapterProcessRunner&) = delete;
     /// Ends the stream, and nobody hears of it.

@@ -31,8 +31,8 @@ Task ArtworkLoader::load(const QUrl& url, std::function<void(const QImage&)> don
         const auto ended = state.lock();
         done(ended ? ended->image : QImage());
     };
-    const bool isWanted = url.isValid() && url.scheme() == QLatin1String("https") &&
-                          m_running.children().size() < mostAtOnce;
+    const bool isWanted =
+        url.isValid() && url.scheme() == QLatin1String("https") && m_running.children().size() < mostAtOnce;
     if (isWanted) {
         run(load, url.toEncoded());
     } else {

@@ -25,6 +25,8 @@ Fader {
             return working;
         case NotchViewModel.KeepAwake:
             return keepAwake;
+        case NotchViewModel.Music:
+            return music;
         case NotchViewModel.ClaudeRequest:
             return request;
         case NotchViewModel.ClaudeNotice:
@@ -90,6 +92,17 @@ Fader {
 
         KeepAwakeLiveActivityView {
             keepAwake: island.models.keepAwake
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            wingWidth: island.model.wingWidth
+        }
+    }
+
+    Component {
+        id: music
+
+        MusicLiveActivityView {
+            music: island.models.music
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth

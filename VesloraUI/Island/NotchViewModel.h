@@ -48,6 +48,7 @@ class NotchViewModel : public QObject {
         ClaudeFinished,
         ClaudeWorking,
         KeepAwake,
+        Music,
         TimerDone,
         ClaudeRequest,
         ClaudeNotice,

@@ -27,6 +27,12 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
       m_timer(settings, {platform.scheduler, platform.sounds, platform.haptics, &platform.timerNotifier}),
       m_rack(settings, platform.haptics), m_sampler(platform.scheduler, platform.systemReadings),
       m_agents(agents), m_keepAwake(settings, platform.power, platform.scheduler),
+      m_music(settings, {.scheduler = platform.scheduler,
+                         .spotify = platform.spotify,
+                         .scripts = platform.scripts,
+                         .adapter = platform.mediaAdapter,
+                         .artwork = platform.artwork,
+                         .apps = platform.apps}),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
       m_fullscreenMonitor(platform.screenWindows, platform.scheduler),
       m_editTimeout(platform.pointer, platform.scheduler, [this] { m_rack.exitEditing(); }) {}
@@ -41,6 +47,7 @@ void NotchWindowController::start() {
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
     m_agents.setOnChange([this] { agentsChanged(); });
     m_keepAwake.onChange = [this] { presentationChanged(); };
+    m_music.onChange = [this] { musicChanged(); };
     m_fullscreenMonitor.onChange = [this](bool) { applyVisibility(); };
     m_agents.start();
     layout();
@@ -55,12 +62,17 @@ void NotchWindowController::start() {
         connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAgain(); }),
     };
     watchFullscreen();
+    m_music.startObservingSpotify();
+    updateMusicNeed();
     pointer.setTracking(true);
 }
 
 void NotchWindowController::stop() {
     m_fullscreenMonitor.stop();
     m_rack.exitEditing();
+    m_music.onChange = nullptr;
+    m_graceTask.cancel();
+    m_music.setNeeded(false);
     m_agents.stop();
     m_agents.setOnChange(nullptr);
     m_keepAwake.onChange = nullptr;
@@ -170,14 +182,32 @@ void NotchWindowController::showContent(const NotchGeometry& geometry) {
 void NotchWindowController::agentsChanged() {
     // A session that begins or ends to work may hold the machine awake or let it go, which is the same
     // change.
-    m_isHearingAgents = true;
+    m_isHearing = true;
     m_keepAwake.setClaudeIsWorking(m_agents.longestWorking().has_value());
-    m_isHearingAgents = false;
+    m_isHearing = false;
     presentationChanged();
 }
 
+/// The wings of music that was paused linger for a while, whose end no event marks.
+void NotchWindowController::musicChanged() {
+    presentationChanged();
+    m_graceTask.cancel();
+    const auto since = m_music.pausedSince();
+    const double left = since ? *since + MusicLiveActivity::pausedGrace - now() : 0;
+    if (left > 0) {
+        m_graceTask = m_platform.scheduler.after(std::min(left, MusicLiveActivity::pausedGrace),
+                                                 [this] { musicChanged(); });
+    }
+}
+
+/// Players are watched only while something can show them.
+void NotchWindowController::updateMusicNeed() {
+    m_music.setNeeded(m_rack.layout().contains(WidgetID::music) ||
+                      m_settings.boolValue(SettingsKeys::musicLiveActivity));
+}
+
 void NotchWindowController::presentationChanged() {
-    if (!m_isHearingAgents) {
+    if (!m_isHearing) {
         judge();
         present();
     }
@@ -250,6 +280,11 @@ void NotchWindowController::settingsChanged() {
         m_tracker->openDelay = m_settings.doubleValue(SettingsKeys::hoverDelay);
     }
     m_rack.settingsChanged();
+    // All of it is one change, judged below.
+    m_isHearing = true;
+    m_music.settingsChanged();
+    updateMusicNeed();
+    m_isHearing = false;
     // A toggle may have switched off what the island shows right now.
     judge();
     if (m_appliedDisplayChoice != displayChoice()) {

@@ -45,6 +45,7 @@ class NotchWindowController : public QObject {
     [[nodiscard]] RackModel& rack() { return m_rack; }
     [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
     [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
+    [[nodiscard]] MusicModel& music() { return m_music; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
     /// Absent before the first layout.
@@ -86,6 +87,8 @@ class NotchWindowController : public QObject {
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
     void agentsChanged();
+    void musicChanged();
+    void updateMusicNeed();
     void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
     [[nodiscard]] const IslandPresentation& presentation() const { return m_judge.presentation(); }
@@ -105,17 +108,19 @@ class NotchWindowController : public QObject {
     SystemSampler m_sampler;
     AgentsModel& m_agents;
     KeepAwakeModel m_keepAwake;
-    IslandModels m_models{{m_agents, m_keepAwake, m_timer, m_rack, m_sampler}};
+    MusicModel m_music;
+    IslandModels m_models{{m_agents, m_keepAwake, m_music, m_timer, m_rack, m_sampler}};
     PresentationJudge m_judge;
     MakeContent m_makeContent;
 
-    bool m_isHearingAgents = false; ///< more of the same change may follow, and all is judged at its end
+    bool m_isHearing = false; ///< more of the same change may follow, and all is judged at its end
     std::set<std::string> m_soundedApprovals; ///< the waits that were announced already
     std::unique_ptr<NotchViewModel> m_model;
     IslandContent m_content;
     std::optional<HoverTracker> m_tracker;
     std::optional<ScreenInfo> m_screen;
     PanelZones m_zones;
+    Task m_graceTask;                           ///< ends the wings of music that was paused
     Task m_openDelayTask;                       ///< sleeps until the hover deadline
     std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
     FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside

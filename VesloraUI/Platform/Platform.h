@@ -3,6 +3,9 @@
 // outlives all that it hands them down to.
 #pragma once
 
+#include "VesloraUI/Platform/AdapterProcess.h"
+#include "VesloraUI/Platform/AppOpening.h"
+#include "VesloraUI/Platform/ArtworkLoading.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
 #include "VesloraUI/Platform/FrameClock.h"
@@ -15,8 +18,10 @@
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
+#include "VesloraUI/Platform/ScriptRunning.h"
 #include "VesloraUI/Platform/ScrollDevices.h"
 #include "VesloraUI/Platform/SoundPlaying.h"
+#include "VesloraUI/Platform/SpotifyNotifications.h"
 #include "VesloraUI/Platform/StatusMenu.h"
 #include "VesloraUI/Platform/Suspension.h"
 #include "VesloraUI/Platform/SystemReadings.h"
@@ -61,6 +66,11 @@ struct Platform {
     StatusMenu& statusMenu;
     PowerAsserting& power;
     TimerNotifying& timerNotifier;
+    SpotifyNotifications& spotify;
+    ScriptRunning& scripts;
+    AdapterProcess& mediaAdapter;
+    ArtworkLoading& artwork;
+    AppOpening& apps;
 };
 
 } // namespace veslora

@@ -40,11 +40,10 @@ void PixelCanvas::outline(const QRect& frame, double radius, int width, const QC
 }
 
 QImage PixelCanvas::fitted(const QImage& picture, QSize size) {
-    const QImage scaled =
-        picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
-            .convertToFormat(QImage::Format_RGB32);
-    return scaled.copy(QRect(QPoint((scaled.width() - size.width()) / 2, (scaled.height() - size.height()) / 2),
-                             size));
+    const QImage scaled = picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
+                              .convertToFormat(QImage::Format_RGB32);
+    return scaled.copy(
+        QRect(QPoint((scaled.width() - size.width()) / 2, (scaled.height() - size.height()) / 2), size));
 }
 
 void PixelCanvas::picture(const QRect& frame, double radius, const QImage& picture) {

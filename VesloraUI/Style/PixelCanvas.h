@@ -23,8 +23,8 @@ class PixelCanvas {
     /// The same for a line inside its edge, `width` pixels wide.
     void outline(const QRect& frame, double radius, int width, const QColor& color);
 
-    /// The same for a picture, which fills the rectangle from edge to edge; what does not fit its shape is cut
-    /// off evenly.
+    /// The same for a picture, which fills the rectangle from edge to edge; what does not fit its shape is
+    /// cut off evenly.
     void picture(const QRect& frame, double radius, const QImage& picture);
 
   private:

@@ -33,6 +33,10 @@ Loader {
             isWide: view.isWide
             sampler: view.models.sampler
         }
+        property Component music: MusicWidget {
+            isWide: view.isWide
+            music: view.models.music
+        }
         property Component timer: TimerWidgetView {
             isWide: view.isWide
             timer: view.models.timer

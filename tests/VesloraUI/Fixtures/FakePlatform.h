@@ -6,6 +6,7 @@
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/VesloraUI/Fixtures/FakeMusic.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
@@ -255,6 +256,11 @@ class FakePlatform {
     RecordingStatusMenu menu;
     RecordingPower energy;
     RecordingNotifier notices;
+    FakeSpotify spotify;
+    FakeScripts scripts{time};
+    FakeAdapter adapter;
+    FakeArtwork web{time};
+    RecordingApps apps;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -278,7 +284,12 @@ class FakePlatform {
                    .haptics = taps,
                    .statusMenu = menu,
                    .power = energy,
-                   .timerNotifier = notices};
+                   .timerNotifier = notices,
+                   .spotify = spotify,
+                   .scripts = scripts,
+                   .mediaAdapter = adapter,
+                   .artwork = web,
+                   .apps = apps};
 };
 
 /// The settings of a user who never touched any.

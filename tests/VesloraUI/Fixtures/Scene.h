@@ -38,7 +38,14 @@ class Scene {
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
-    IslandModels models{{agents, keepAwake, timer, rack, sampler}};
+    MusicModel music{settings,
+                     {.scheduler = platform.time,
+                      .spotify = platform.spotify,
+                      .scripts = platform.scripts,
+                      .adapter = platform.adapter,
+                      .artwork = platform.web,
+                      .apps = platform.apps}};
+    IslandModels models{{agents, keepAwake, music, timer, rack, sampler}};
     ViewEnvironment environment{platform.time, platform.frames, settings,
                                 platform.taps, platform.sound,  platform.scrolling};
     QQmlEngine engine;

@@ -43,8 +43,8 @@ class RackGesturesTest : public testing::Test {
                        {1200, 200}, {{"models", QVariant::fromValue(&modelsOf(*rack))}});
     }
     IslandModels& modelsOf(RackModel& shown) {
-        models = std::make_unique<IslandModels>(
-            IslandModels::References{scene.agents, scene.keepAwake, scene.timer, shown, scene.sampler});
+        models = std::make_unique<IslandModels>(IslandModels::References{
+            scene.agents, scene.keepAwake, scene.music, scene.timer, shown, scene.sampler});
         return *models;
     }
     /// The middle of a module on the page, in the window.
