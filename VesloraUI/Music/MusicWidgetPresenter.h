@@ -26,12 +26,13 @@ class MusicWidgetPresenter : public veslora::Presenter {
     Q_PROPERTY(QString duration READ duration NOTIFY changed FINAL)
     /// From 0 to 1; 0 for a track of unknown length.
     Q_PROPERTY(double progress READ progress NOTIFY changed FINAL)
-    /// Parts of the meter that are lit, so that it is drawn only when one more is.
+
+  public:
+    /// Parts of the meter, which is drawn again only when one more is lit.
     static constexpr int segments = 16;
     /// Characters of a title that are ever laid out: more than any widget has room for.
     static constexpr int longest = 200;
 
-  public:
     using Presenter::Presenter;
 
     void setDate(double date);
