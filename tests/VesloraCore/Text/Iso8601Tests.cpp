@@ -16,6 +16,15 @@ TEST(Iso8601, ReadsUtcWithAndWithoutFraction) {
     EXPECT_EQ(Iso8601::parse("1969-12-31T23:59:59Z"), -1.0);
 }
 
+TEST(Iso8601, RefusesAFractionWhereNoneIsWanted) {
+    using Iso8601::Fraction;
+    EXPECT_EQ(Iso8601::parse("2023-11-14T22:13:20Z", Fraction::refused), 1700000000.0);
+    EXPECT_EQ(Iso8601::parse("2023-11-14T23:13:20+01:00", Fraction::refused), 1700000000.0);
+    EXPECT_FALSE(Iso8601::parse("2023-11-14T22:13:20.5Z", Fraction::refused));
+    EXPECT_FALSE(Iso8601::parse("2023-11-14T23:13:20.250+01:00", Fraction::refused));
+    EXPECT_FALSE(Iso8601::parse("2023-11-14T22:13:20.Z", Fraction::refused));
+}
+
 TEST(Iso8601, ReadsOffsets) {
     EXPECT_EQ(Iso8601::parse("2023-11-14T23:13:20+01:00"), 1700000000.0);
     EXPECT_EQ(Iso8601::parse("2023-11-14T16:43:20-05:30"), 1700000000.0);
