@@ -16,6 +16,7 @@ Q_DECLARE_LOGGING_CATEGORY(audio)       ///< sounds and their server
 Q_DECLARE_LOGGING_CATEGORY(bus)         ///< the session's and the system's bus, and their services
 Q_DECLARE_LOGGING_CATEGORY(hooks)       ///< scripts, and the agents' configurations
 Q_DECLARE_LOGGING_CATEGORY(island)      ///< what it shows and where
+Q_DECLARE_LOGGING_CATEGORY(music)       ///< players, and the helper that tells of them
 Q_DECLARE_LOGGING_CATEGORY(power)       ///< keeping the machine awake
 Q_DECLARE_LOGGING_CATEGORY(settings)    ///< the settings file
 Q_DECLARE_LOGGING_CATEGORY(spool)       ///< what the hooks file, and the answers

@@ -11,9 +11,9 @@ namespace {
 
 using testing::LogRecorder;
 
-constexpr std::array categories{Logs::agents,      Logs::audio,    Logs::bus,   Logs::hooks, Logs::island,
-                                Logs::power,       Logs::settings, Logs::spool, Logs::start, Logs::system,
-                                Logs::transcripts, Logs::views,    Logs::x11};
+constexpr std::array categories{Logs::agents, Logs::audio,       Logs::bus,      Logs::hooks, Logs::island,
+                                Logs::music,  Logs::power,       Logs::settings, Logs::spool, Logs::start,
+                                Logs::system, Logs::transcripts, Logs::views,    Logs::x11};
 
 TEST(LogsTests, NothingIsSaidUnasked) {
     const LogRecorder recorder(LogRecorder::Categories::byDefault);
