@@ -10,8 +10,6 @@ namespace veslora {
 
 namespace {
 
-constexpr std::string_view spotifyBundleID = "com.spotify.client";
-
 /// The last piece between dots that is not empty; the whole text when there is none.
 std::string_view lastPiece(std::string_view text) {
     const auto last = text.find_last_not_of('.');

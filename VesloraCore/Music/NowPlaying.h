@@ -23,6 +23,9 @@ struct MusicSource {
         bool operator==(const Spotify&) const = default;
     };
 
+    /// The identifier by which Spotify is known.
+    static constexpr std::string_view spotifyBundleID = "com.spotify.client";
+
     std::variant<App, Spotify> kind;
 
     /// The source of that identifier. A player other than Spotify is named after the last piece between dots,
