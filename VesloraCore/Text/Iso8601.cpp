@@ -87,7 +87,7 @@ std::optional<double> dayStart(int year, int month, int day) {
 
 } // namespace
 
-std::optional<Timestamp> parse(std::string_view text, Fraction allowed) {
+std::optional<Timestamp> parse(std::string_view text, Fraction fraction) {
     Scanner scanner(text);
     const int year = scanner.digits(4);
     scanner.literal('-');
@@ -99,7 +99,7 @@ std::optional<Timestamp> parse(std::string_view text, Fraction allowed) {
     scanner.literal(':');
     const int seconds = scanner.digits(2);
     // A fraction that is refused is left over, so that the text does not end where it should.
-    const double fraction = allowed == Fraction::allowed && scanner.take('.') ? scanner.fraction() : 0;
+    const double beyond = fraction == Fraction::allowed && scanner.take('.') ? scanner.fraction() : 0;
     TimeOfDay offset;
     double sign = 0;
     if (!scanner.take('Z')) {
@@ -113,7 +113,7 @@ std::optional<Timestamp> parse(std::string_view text, Fraction allowed) {
     if (!scanner.isAtValidEnd() || !start || !time.exists() || seconds > 59 || !offset.exists()) {
         return std::nullopt;
     }
-    return *start + time.seconds() - sign * offset.seconds() + seconds + fraction;
+    return *start + time.seconds() - sign * offset.seconds() + seconds + beyond;
 }
 
 } // namespace veslora::Iso8601

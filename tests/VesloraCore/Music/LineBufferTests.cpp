@@ -10,7 +10,6 @@
 using namespace veslora;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 namespace {
 

@@ -108,6 +108,16 @@ TEST_F(MusicArtworkTest, OnlyTheLastOfSeveralCoversIsShown) {
     EXPECT_TRUE(model.artwork().isNull());
 }
 
+TEST_F(MusicArtworkTest, ACoverTakenBackWhileABetterOneIsDecodedGoesAtOnce) {
+    other("A", withCover(red));
+    settle();
+    otherDiff(R"({"artworkData":")" + test::base64Of(blue) + R"("})");
+    otherDiff(R"({"artworkData":null})");
+    EXPECT_TRUE(model.artwork().isNull());
+    settle();
+    EXPECT_TRUE(model.artwork().isNull());
+}
+
 TEST_F(MusicArtworkTest, ACoverDecodedForNobodyIsNotShown) {
     other("A", withCover(red));
     settings.set(SettingsKeys::musicShowOtherApps, false);
