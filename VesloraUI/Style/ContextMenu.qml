@@ -46,6 +46,10 @@ Item {
         }
         Accessible.role: Accessible.Button
 
+        HoverHandler {
+            id: hover
+        }
+
         PixelRectangle {
             anchors.fill: parent
             borderColor: VesloraStyle.hairline
@@ -56,7 +60,7 @@ Item {
         PixelRectangle {
             anchors.fill: parent
             anchors.margins: 3
-            color: face.isHovered || face.isPressed ? Qt.alpha(VesloraStyle.accentColor, 0.2) : "transparent"
+            color: hover.hovered || face.isPressed ? Qt.alpha(VesloraStyle.accentColor, 0.2) : "transparent"
             radius: 4
         }
 

@@ -81,6 +81,15 @@ Item {
             text: qsTr("Edit Widgets")
             onChosen: view.rack.enterEditing()
         }
+
+        Connections {
+            function onIsEditingChanged() {
+                // A command may have begun it while the menu was open.
+                menu.close();
+            }
+
+            target: view.rack
+        }
     }
 
     Loader {

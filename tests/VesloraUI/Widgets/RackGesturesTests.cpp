@@ -166,6 +166,17 @@ TEST_F(RackGesturesTest, APressBesideTheMenuOnlyClosesIt) {
     EXPECT_FALSE(rack->isEditing());
 }
 
+TEST_F(RackGesturesTest, TheMenuGoesWhereEditingBeginsWithoutIt) {
+    pressAt({600, 100}, Qt::RightButton);
+    release(Qt::RightButton);
+    ASSERT_TRUE(scene.shows("Edit Widgets"));
+    edit();
+    EXPECT_FALSE(scene.shows("Edit Widgets"));
+    rack->exitEditing();
+    scene.advance(0);
+    EXPECT_FALSE(scene.shows("Edit Widgets"));
+}
+
 TEST_F(RackGesturesTest, AWidgetIsNotOperatedWhileItIsEdited) {
     const QPoint key = scene.centerOf("Start").toPoint();
     edit();
