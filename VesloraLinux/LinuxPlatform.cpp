@@ -88,8 +88,8 @@ struct LinuxPlatform::Parts {
     SystemBus systemBus{scheduler};
     Login1Suspension suspension{systemBus};
     TimerNotifier timerNotifier{SessionBus::connection()};
-    SpotifyOnBus spotify{SessionBus::connection()};
-    AdapterProcessRunner mediaAdapter{helper("veslora-media-adapter")};
+    SpotifyOnBus spotify{scheduler, SessionBus::connection()};
+    AdapterProcessRunner mediaAdapter{scheduler, helper("veslora-media-adapter")};
     ArtworkLoader artwork{scheduler, helper("veslora-media-artwork")};
     XdgApplications apps;
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);

@@ -11,8 +11,9 @@ namespace veslora {
 
 class LineBuffer {
   public:
-    /// Bytes of the longest line.
-    static constexpr std::size_t usualLimit = std::size_t{16} << 20;
+    /// Bytes of the longest line: several times what the largest cover takes, and little enough to be read
+    /// within a few frames.
+    static constexpr std::size_t usualLimit = std::size_t{2} << 20;
 
     explicit LineBuffer(std::size_t limit = usualLimit) : m_limit(limit) {}
 

@@ -10,6 +10,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
+#include <algorithm>
 #include <utility>
 
 namespace veslora {
@@ -141,17 +142,31 @@ void SpotifyOnBus::read() {
         return;
     }
     m_isReading = true;
-    call(getAll(), [this](const QDBusMessage& reply) {
-        m_isReading = false;
-        if (m_isStale) {
-            read();
-            return;
-        }
-        tell(reply);
-        if (const auto result = std::exchange(m_held, std::nullopt)) {
-            finish(*result);
-        }
-    });
+    const double rest = m_lastRead + pace - m_scheduler.steadyNow();
+    if (rest > 0) {
+        m_nextRead = m_scheduler.after(std::min(rest, pace), [this] { readNow(); });
+    } else {
+        readNow();
+    }
+}
+
+void SpotifyOnBus::readNow() {
+    // What changed until now, this look sees.
+    m_isStale = false;
+    m_lastRead = m_scheduler.steadyNow();
+    call(getAll(), [this](const QDBusMessage& reply) { wasRead(reply); });
+}
+
+/// What was read is told although it may have changed meanwhile: a player that changes all the time is shown too.
+void SpotifyOnBus::wasRead(const QDBusMessage& reply) {
+    m_isReading = false;
+    tell(reply);
+    if (m_isStale) {
+        read();
+    }
+    if (m_held && --m_readsBeforeHeld <= 0) {
+        finish(*std::exchange(m_held, std::nullopt));
+    }
 }
 
 void SpotifyOnBus::tell(const QDBusMessage& reply) {
@@ -205,6 +220,7 @@ void SpotifyOnBus::runNext() {
              // Changes that came before it are told first.
              if (m_isReading) {
                  m_held = std::move(result);
+                 m_readsBeforeHeld = m_isStale ? 2 : 1;
              } else {
                  finish(std::move(result));
              }

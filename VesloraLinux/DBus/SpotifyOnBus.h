@@ -4,6 +4,7 @@
 // Main thread only.
 #pragma once
 
+#include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScriptRunning.h"
 #include "VesloraUI/Platform/SpotifyNotifications.h"
 
@@ -27,8 +28,12 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
     Q_DISABLE_COPY_MOVE(SpotifyOnBus)
 
   public:
+    /// Seconds between two looks at a player that never stops changing. The first change is looked at at once.
+    static constexpr double pace = 0.05;
+
     /// Silent, and refusing every script, without a bus.
-    explicit SpotifyOnBus(std::optional<QDBusConnection> bus) : m_bus(std::move(bus)) {}
+    SpotifyOnBus(Scheduler& scheduler, std::optional<QDBusConnection> bus)
+        : m_scheduler(scheduler), m_bus(std::move(bus)) {}
     ~SpotifyOnBus() override = default;
 
     void start() override;
@@ -48,15 +53,21 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
     };
 
     void read();
+    void readNow();
+    void wasRead(const QDBusMessage& reply);
     void tell(const QDBusMessage& reply);
     void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> answered);
     void runNext();
     void finish(Result result);
 
+    Scheduler& m_scheduler;
     std::optional<QDBusConnection> m_bus;
     bool m_isReading = false;
-    bool m_isStale = false;       ///< it has changed while it was read
+    bool m_isStale = false;       ///< it has changed while it was read, or since
+    double m_lastRead = -pace;    ///< by `steadyNow`, when the last look began
+    Task m_nextRead;              ///< waits for the pace
     std::optional<Result> m_held; ///< of a script that has ended while the player was read
+    int m_readsBeforeHeld = 0;    ///< looks that have to end before it is told
     std::deque<Script> m_scripts; ///< the first one is under way
 };
 

@@ -2,6 +2,7 @@
 #include "VesloraLinux/System/AdapterProcessRunner.h"
 
 #include "VesloraCore/Music/LineBuffer.h"
+#include "VesloraLinux/System/OrphanSweep.h"
 #include "VesloraUI/Platform/Logs.h"
 
 #include <QFileInfo>
@@ -30,6 +31,7 @@ bool AdapterProcessRunner::start(LineHandler onLine, ExitHandler onExit) {
         qCWarning(Logs::system, "there is no media adapter at %s", qUtf8Printable(m_adapter));
         return false;
     }
+    sweepOrphans();
     auto* const process = new QProcess(&m_running);
     m_process = process;
     silence(*process);
@@ -46,6 +48,17 @@ bool AdapterProcessRunner::start(LineHandler onLine, ExitHandler onExit) {
         Qt::QueuedConnection);
     process->start(m_adapter, {QStringLiteral("stream")}, QIODevice::ReadOnly);
     return true;
+}
+
+/// Once in the program's life, whether or not it works.
+void AdapterProcessRunner::sweepOrphans() {
+    if (!std::exchange(m_hasSwept, true)) {
+        m_sweep = m_scheduler.background(
+            [adapter = m_adapter.toStdString()] {
+                static_cast<void>(OrphanSweep::endOrphans(ProcProcesses(), adapter));
+            },
+            [] {});
+    }
 }
 
 void AdapterProcessRunner::listen(QProcess& process, LineHandler onLine) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "VesloraUI/Platform/AdapterProcess.h"
+#include "VesloraUI/Platform/Scheduler.h"
 
 #include <QObject>
 #include <QString>
@@ -15,7 +16,8 @@ namespace veslora {
 class AdapterProcessRunner final : public AdapterProcess {
   public:
     /// `adapter` is the helper's path.
-    explicit AdapterProcessRunner(QString adapter) : m_adapter(std::move(adapter)) {}
+    AdapterProcessRunner(Scheduler& scheduler, QString adapter)
+        : m_scheduler(scheduler), m_adapter(std::move(adapter)) {}
     AdapterProcessRunner(const AdapterProcessRunner&) = delete;
     AdapterProcessRunner& operator=(const AdapterProcessRunner&) = delete;
     /// Ends the stream, and nobody hears of it.
@@ -26,10 +28,14 @@ class AdapterProcessRunner final : public AdapterProcess {
     void send(AdapterCommand command) override;
 
   private:
+    void sweepOrphans();
     void listen(QProcess& process, LineHandler onLine);
     void ended(ExitHandler onExit);
 
+    Scheduler& m_scheduler;
     QString m_adapter;
+    bool m_hasSwept = false;
+    Task m_sweep;
     QProcess* m_process = nullptr; ///< the stream
     QObject m_running;             ///< parent of the stream, which it ends
     QObject m_commands;            ///< parent of the commands that run

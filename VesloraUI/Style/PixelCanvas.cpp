@@ -40,10 +40,12 @@ void PixelCanvas::outline(const QRect& frame, double radius, int width, const QC
 }
 
 QImage PixelCanvas::fitted(const QImage& picture, QSize size) {
-    const QImage scaled = picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
-                              .convertToFormat(QImage::Format_RGB32);
-    return scaled.copy(
-        QRect(QPoint((scaled.width() - size.width()) / 2, (scaled.height() - size.height()) / 2), size));
+    // What shows is cut out first: scaled whole, a picture of one row would become one of many megabytes.
+    const QSize seen = size.scaled(picture.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+    const QPoint corner((picture.width() - seen.width()) / 2, (picture.height() - seen.height()) / 2);
+    return picture.copy(QRect(corner, seen))
+        .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 void PixelCanvas::picture(const QRect& frame, double radius, const QImage& picture) {

@@ -87,6 +87,7 @@ class Scene {
     /// The item that goes by that name; null when none can be seen.
     [[nodiscard]] QQuickItem* itemNamed(const QString& name) const;
 
+    [[nodiscard]] bool isShown() const { return m_window != nullptr; }
     [[nodiscard]] QQuickWindow& window() const { return *m_window; }
     /// What `show` made.
     [[nodiscard]] QObject& view() const { return *m_view; }

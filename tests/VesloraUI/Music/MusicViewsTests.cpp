@@ -42,8 +42,11 @@ class MusicViewsTest : public testing::Test {
     }
     void other(const std::string& payload) {
         scene.platform.adapter.print(R"({"type":"data","payload":{"title":"Rain",)" + payload + "}}");
+        // The cover is decoded in the background.
         scene.platform.time.runBackground();
-        scene.advance(0);
+        if (scene.isShown()) {
+            scene.advance(0);
+        }
     }
     [[nodiscard]] QString helpOf(const QString& name) const {
         return scene.itemNamed(name)->property("helpText").toString();
