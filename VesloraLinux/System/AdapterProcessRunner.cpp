@@ -6,7 +6,6 @@
 #include "VesloraUI/Platform/Logs.h"
 
 #include <QFileInfo>
-#include <QProcess>
 
 #include <memory>
 #include <utility>
@@ -97,7 +96,7 @@ void AdapterProcessRunner::stop() {
 }
 
 void AdapterProcessRunner::send(AdapterCommand command) {
-    if (m_commands.children().size() >= mostCommands) {
+    if (m_commands.count() >= mostCommands) {
         qCInfo(Logs::system, "%d commands for a player are under way: no further one", mostCommands);
         return;
     }

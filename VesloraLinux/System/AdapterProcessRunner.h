@@ -3,13 +3,11 @@
 // short one for each command. Main thread only.
 #pragma once
 
+#include "VesloraLinux/System/ChildProcesses.h"
 #include "VesloraUI/Platform/AdapterProcess.h"
 #include "VesloraUI/Platform/Scheduler.h"
 
-#include <QObject>
 #include <QString>
-
-class QProcess;
 
 namespace veslora {
 
@@ -21,7 +19,7 @@ class AdapterProcessRunner final : public AdapterProcess {
     AdapterProcessRunner(const AdapterProcessRunner&) = delete;
     AdapterProcessRunner& operator=(const AdapterProcessRunner&) = delete;
     /// Ends the stream, and nobody hears of it.
-    ~AdapterProcessRunner() override { stop(); }
+    ~AdapterProcessRunner() override = default;
 
     [[nodiscard]] bool start(LineHandler onLine, ExitHandler onExit) override;
     void stop() override;
@@ -37,8 +35,8 @@ class AdapterProcessRunner final : public AdapterProcess {
     bool m_hasSwept = false;
     Task m_sweep;
     QProcess* m_process = nullptr; ///< the stream
-    QObject m_running;             ///< parent of the stream, which it ends
-    QObject m_commands;            ///< parent of the commands that run
+    ChildProcesses m_running;      ///< the stream, and those that are about to end
+    ChildProcesses m_commands;
 };
 
 } // namespace veslora

@@ -4,7 +4,6 @@
 #include "VesloraUI/Music/CoverDecoder.h"
 #include "VesloraUI/Platform/Logs.h"
 
-#include <QProcess>
 #include <QUrl>
 
 #include <utility>
@@ -32,7 +31,7 @@ Task ArtworkLoader::load(const QUrl& url, std::function<void(const QImage&)> don
         done(ended ? ended->image : QImage());
     };
     const bool isWanted =
-        url.isValid() && url.scheme() == QLatin1String("https") && m_running.children().size() < mostAtOnce;
+        url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() && m_running.count() < mostAtOnce;
     if (isWanted) {
         run(load, url.toEncoded());
     } else {

@@ -3,10 +3,10 @@
 // decoder that meets a broken picture is ever part of the program. Main thread only.
 #pragma once
 
+#include "VesloraLinux/System/ChildProcesses.h"
 #include "VesloraUI/Platform/ArtworkLoading.h"
 #include "VesloraUI/Platform/Scheduler.h"
 
-#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -43,7 +43,7 @@ class ArtworkLoader final : public ArtworkLoading {
 
     Scheduler& m_scheduler;
     QString m_program;
-    QObject m_running; ///< parent of the helpers that run
+    ChildProcesses m_running; ///< a helper each
 };
 
 } // namespace veslora

@@ -3,14 +3,12 @@
 
 #include "VesloraUI/Platform/Logs.h"
 
-#include <QProcess>
-
 namespace veslora {
 
 /// First asks whether anything opens such an address: told to open one that nothing does, some desktops start
 /// a browser with it.
 void XdgApplications::open(const std::string& bundleID) {
-    if (bundleID != "com.spotify.client" || !m_running.children().isEmpty()) {
+    if (bundleID != "com.spotify.client" || m_running.count() > 0) {
         return;
     }
     auto* const query = new QProcess(&m_running);

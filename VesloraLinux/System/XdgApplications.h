@@ -3,9 +3,8 @@
 // thread only.
 #pragma once
 
+#include "VesloraLinux/System/ChildProcesses.h"
 #include "VesloraUI/Platform/AppOpening.h"
-
-#include <QObject>
 
 namespace veslora {
 
@@ -15,7 +14,7 @@ class XdgApplications final : public AppOpening {
     void open(const std::string& bundleID) override;
 
   private:
-    QObject m_running; ///< parent of the commands that run
+    ChildProcesses m_running;
 };
 
 } // namespace veslora
