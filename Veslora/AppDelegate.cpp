@@ -37,7 +37,7 @@ AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>
 AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     : m_platform(platform), m_settings(settings),
       m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds,
-                    platform.scrollDevices),
+                    platform.scrollDevices, platform.automation),
       m_support(platform.files, platform.directories.support, platform.directories.runtime),
       m_monitors(makeAgentMonitors(seamsOf(platform), m_support, settings)), m_agents(pointersTo(m_monitors)),
       m_notch(platform, m_measuring, settings, m_agents,

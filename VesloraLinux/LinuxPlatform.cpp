@@ -10,6 +10,7 @@
 #include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SpotifyOnBus.h"
+#include "VesloraLinux/DBus/SpotifyPermission.h"
 #include "VesloraLinux/DBus/SystemBus.h"
 #include "VesloraLinux/DBus/TimerNotifier.h"
 #include "VesloraLinux/System/AdapterProcessRunner.h"
@@ -92,6 +93,7 @@ struct LinuxPlatform::Parts {
     AdapterProcessRunner mediaAdapter{scheduler, helper("veslora-media-adapter")};
     ArtworkLoader artwork{scheduler, helper("veslora-media-artwork")};
     XdgApplications apps;
+    SpotifyPermission automation{SessionBus::connection()};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
     /// Absent without a window system.
@@ -133,7 +135,8 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .scripts = spotify,
                     .mediaAdapter = mediaAdapter,
                     .artwork = artwork,
-                    .apps = apps};
+                    .apps = apps,
+                    .automation = automation};
 }
 
 void LinuxPlatform::prepareEnvironment() {

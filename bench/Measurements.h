@@ -50,6 +50,7 @@ void measurePaging(const Bench& bench);
 void measureActivities(const Bench& bench);
 void measureWidgets(const Bench& bench);
 void measureTimerWings(const Bench& bench);
+void measureMusic(const Bench& bench);
 void measureSampler(const Bench& bench);
 void measureUsage(const Bench& bench);
 void measurePromptGrowth(const Bench& bench);

@@ -6,6 +6,7 @@
 #include "VesloraUI/Platform/AdapterProcess.h"
 #include "VesloraUI/Platform/AppOpening.h"
 #include "VesloraUI/Platform/ArtworkLoading.h"
+#include "VesloraUI/Platform/AutomationPermission.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
 #include "VesloraUI/Platform/FrameClock.h"
@@ -71,6 +72,7 @@ struct Platform {
     AdapterProcess& mediaAdapter;
     ArtworkLoading& artwork;
     AppOpening& apps;
+    AutomationPermission& automation;
 };
 
 } // namespace veslora

@@ -20,10 +20,22 @@ Window {
             }
         },
         SettingsPage {
+            name: "island"
+            symbol: "rectangle.topthird.inset.filled"
+            title: qsTr("Island")
+            view: IslandSettings {}
+        },
+        SettingsPage {
             name: "timer"
             symbol: "timer"
             title: qsTr("Timer")
             view: TimerSettings {}
+        },
+        SettingsPage {
+            name: "music"
+            symbol: "music.note"
+            title: qsTr("Music")
+            view: MusicSettings {}
         },
         SettingsPage {
             name: "agents"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What views reach through their engine: the clocks, the settings, taps under the finger, short sounds, what
-// is known of the devices that scroll, and the shared ticks of their timelines.
+// is known of the devices that scroll and of other applications, and the shared ticks of their timelines.
 #pragma once
 
 #include "VesloraUI/Platform/HapticPerforming.h"
@@ -14,6 +14,7 @@ class QQmlEngine;
 
 namespace veslora {
 
+class AutomationPermission;
 class Defaults;
 class FrameClock;
 class ScrollDevices;
@@ -44,9 +45,10 @@ class ViewEnvironment : public QObject {
 
   public:
     ViewEnvironment(Scheduler& scheduler, FrameClock& frameClock, Defaults& settings,
-                    HapticPerforming& haptics, SoundPlaying& sounds, ScrollDevices& scrollDevices)
+                    HapticPerforming& haptics, SoundPlaying& sounds, ScrollDevices& scrollDevices,
+                    AutomationPermission& automation)
         : m_scheduler(scheduler), m_frameClock(frameClock), m_settings(settings), m_haptics(haptics),
-          m_sounds(sounds), m_scrollDevices(scrollDevices) {}
+          m_sounds(sounds), m_scrollDevices(scrollDevices), m_automation(automation) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -61,6 +63,7 @@ class ViewEnvironment : public QObject {
     [[nodiscard]] HapticPerforming& haptics() const { return m_haptics; }
     [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
     [[nodiscard]] ScrollDevices& scrollDevices() const { return m_scrollDevices; }
+    [[nodiscard]] AutomationPermission& automation() const { return m_automation; }
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -75,6 +78,7 @@ class ViewEnvironment : public QObject {
     HapticPerforming& m_haptics;
     SoundPlaying& m_sounds;
     ScrollDevices& m_scrollDevices;
+    AutomationPermission& m_automation;
     std::map<double, TimelineTicker> m_tickers;
 };
 

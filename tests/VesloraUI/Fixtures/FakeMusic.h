@@ -5,11 +5,13 @@
 #include "VesloraUI/Platform/AdapterProcess.h"
 #include "VesloraUI/Platform/AppOpening.h"
 #include "VesloraUI/Platform/ArtworkLoading.h"
+#include "VesloraUI/Platform/AutomationPermission.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScriptRunning.h"
 #include "VesloraUI/Platform/SpotifyNotifications.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -118,6 +120,23 @@ class RecordingApps final : public AppOpening {
   public:
     std::vector<std::string> opened;
     void open(const std::string& bundleID) override { opened.push_back(bundleID); }
+};
+
+/// Says what a test has put into it, of any application.
+class FakeAutomation final : public AutomationPermission {
+  public:
+    [[nodiscard]] AutomationStatus status(const std::string& bundleID) override {
+        asked.insert(bundleID);
+        return m_status;
+    }
+    void change(AutomationStatus status) {
+        m_status = status;
+        emit statusChanged();
+    }
+    std::set<std::string> asked;
+
+  private:
+    AutomationStatus m_status = AutomationStatus::appNotRunning;
 };
 
 } // namespace veslora

@@ -261,6 +261,7 @@ class FakePlatform {
     FakeAdapter adapter;
     FakeArtwork web{time};
     RecordingApps apps;
+    FakeAutomation automation;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -289,7 +290,8 @@ class FakePlatform {
                    .scripts = scripts,
                    .mediaAdapter = adapter,
                    .artwork = web,
-                   .apps = apps};
+                   .apps = apps,
+                    .automation = automation};
 };
 
 /// The settings of a user who never touched any.

@@ -11,7 +11,7 @@
 namespace veslora {
 namespace {
 
-const std::vector<std::string> tabs{"General", "Timer", "Agents", "Keep Awake"};
+const std::vector<std::string> tabs{"General", "Island", "Timer", "Music", "Agents", "Keep Awake"};
 
 std::vector<std::string> namesOf(const std::vector<QAccessibleInterface*>& parts) {
     std::vector<std::string> names;
@@ -24,7 +24,9 @@ std::vector<std::string> namesOf(const std::vector<QAccessibleInterface*>& parts
 /// What each page holds below the tabs, in the order in which it is read.
 const std::map<std::string, std::vector<std::string>> controlsOf{
     {"General", {"Hide when an app is fullscreen", "Quit Veslora"}},
+    {"Island", {"Live activity priority"}},
     {"Timer", {"Sound when done", "Notify when a timer ends"}},
+    {"Music", {"Show other apps", "Music live activity"}},
     {"Agents",
      {"Install", "Install", "Approval alerts", "Answer approvals from the island", "Sound for approvals",
       "Finished turns", "Working live activity"}},
@@ -56,7 +58,7 @@ class SettingsAccessTest : public testing::TestWithParam<std::string> {
 };
 
 INSTANTIATE_TEST_SUITE_P(Tabs, SettingsAccessTest,
-                         testing::Values("General", "Timer", "Agents", "Keep Awake"), [](const auto& tab) {
+                         testing::Values("General", "Island", "Timer", "Music", "Agents", "Keep Awake"), [](const auto& tab) {
                              return QString::fromStdString(tab.param).remove(' ').toStdString();
                          });
 

@@ -87,16 +87,16 @@ void expectTabs(SettingsScene& scene, Qt::Key key, Qt::KeyboardModifiers modifie
 
 TEST(SettingsKeyboard, ControlTabGoesThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
-    expectTabs(scene, Qt::Key_Tab, Qt::ControlModifier, {"Timer", "Agents", "Keep Awake", "General"});
+    expectTabs(scene, Qt::Key_Tab, Qt::ControlModifier, {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
     // So the window system names the key while shift is held.
     expectTabs(scene, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier,
-               {"Keep Awake", "Agents", "Timer", "General"});
+               {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
 }
 
 TEST(SettingsKeyboard, ControlPageDownAndUpGoThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
-    expectTabs(scene, Qt::Key_PageDown, Qt::ControlModifier, {"Timer", "Agents", "Keep Awake", "General"});
-    expectTabs(scene, Qt::Key_PageUp, Qt::ControlModifier, {"Keep Awake", "Agents", "Timer", "General"});
+    expectTabs(scene, Qt::Key_PageDown, Qt::ControlModifier, {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
+    expectTabs(scene, Qt::Key_PageUp, Qt::ControlModifier, {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
 }
 
 TEST(SettingsKeyboard, ArrowsChangeTheTabThatHasTheFocus) {
@@ -104,8 +104,8 @@ TEST(SettingsKeyboard, ArrowsChangeTheTabThatHasTheFocus) {
     scene.key(Qt::Key_Tab);
     EXPECT_EQ(scene.focused(), "General");
     scene.key(Qt::Key_Right);
-    EXPECT_EQ(scene.focused(), "Timer");
-    EXPECT_EQ(scene.selectedTab(), "Timer");
+    EXPECT_EQ(scene.focused(), "Island");
+    EXPECT_EQ(scene.selectedTab(), "Island");
     scene.key(Qt::Key_Left);
     scene.key(Qt::Key_Left);
     EXPECT_EQ(scene.focused(), "Keep Awake");
@@ -129,9 +129,9 @@ TEST(SettingsKeyboard, TheFocusIsOnTheTabAfterAKeyHasChangedIt) {
     scene.key(Qt::Key_Tab);
     ASSERT_EQ(scene.focused(), "Sound when done");
     scene.key(Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(scene.focused(), "Agents");
+    EXPECT_EQ(scene.focused(), "Music");
     scene.key(Qt::Key_Tab);
-    EXPECT_EQ(scene.focused(), "Install");
+    EXPECT_EQ(scene.focused(), "Show other apps");
 }
 
 TEST(SettingsKeyboard, TabGoesThroughTheOpenTabAndAllControlsOfItsPage) {
@@ -319,7 +319,7 @@ TEST(SettingsScrolling, APickersListStaysInsideAShortWindow) {
 
 TEST(SettingsLook, ATabsContentStandsInTheMiddleOfItsPill) {
     const SettingsScene scene;
-    for (const char* name : {"General", "Timer", "Agents", "Keep Awake"}) {
+    for (const char* name : {"General", "Island", "Timer", "Music", "Agents", "Keep Awake"}) {
         const auto* tab = scene.itemNamed(name);
         ASSERT_TRUE(tab) << name;
         const QRectF pill = tab->mapRectToScene(tab->boundingRect());

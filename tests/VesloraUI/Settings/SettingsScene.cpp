@@ -130,10 +130,13 @@ QStringList SettingsScene::state() const {
           SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalSound,
           SettingsKeys::claudeFinishedActivity, SettingsKeys::claudeWorkingActivity,
           SettingsKeys::keepAwakeDisplay, SettingsKeys::keepAwakeWhileClaude,
-          SettingsKeys::keepAwakeLiveActivity}) {
+          SettingsKeys::keepAwakeLiveActivity, SettingsKeys::musicShowOtherApps,
+          SettingsKeys::musicLiveActivity}) {
         state << QString::fromUtf8(key) + (settings.boolValue(key) ? " on" : " off");
     }
-    state << QString::fromStdString(settings.stringValue(SettingsKeys::timerSound).value_or(""));
+    for (const std::string_view key : {SettingsKeys::timerSound, SettingsKeys::liveActivityPriority}) {
+        state << QString::fromStdString(settings.stringValue(key).value_or(""));
+    }
     for (const auto& sound : platform.sound.played) {
         state << "played " + QString::fromStdString(sound);
     }

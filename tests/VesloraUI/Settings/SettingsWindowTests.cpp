@@ -19,6 +19,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::Not;
 
 class SettingsWindowTest : public testing::Test {
@@ -55,7 +56,7 @@ TEST_F(SettingsWindowTest, BeginsWithTheGeneralTab) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Hide when an app is fullscreen",
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Hide when an app is fullscreen",
                             "Keeps the island out of the way of videos, games and presentations. A timer's "
                             "done alert still shows.",
                             "Version 1.2.3", "Quit Veslora"));
@@ -103,7 +104,7 @@ TEST_F(SettingsWindowTest, NoPageScrollsWhereTheScreenHasTheRoom) {
     constexpr double wanted = 780;
     EXPECT_EQ(scene.window().height(), std::min(wanted, most));
     scene.window().setHeight(static_cast<int>(wanted));
-    for (const char* tab : {"General", "Timer", "Agents", "Keep Awake"}) {
+    for (const char* tab : {"General", "Island", "Timer", "Music", "Agents", "Keep Awake"}) {
         scene.press(tab);
         scene.advance(0);
         const auto children = scene.window().contentItem()->childItems().at(0)->childItems();
@@ -230,7 +231,7 @@ TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
     scene.press("Keep Awake");
     EXPECT_THAT(
         scene.texts(),
-        ElementsAre("General", "Timer", "Agents", "Keep Awake", "Keep the display on",
+        ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Keep the display on",
                     "During a Keep Awake session the screen doesn't dim or sleep either.",
                     "Stay awake while an agent is working",
                     "While a Claude Code or Codex session is working, your computer doesn't sleep. The "
@@ -248,12 +249,61 @@ TEST_F(SettingsWindowTest, TheTimerHasATabOfItsOwn) {
     open();
     scene.press("Timer");
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Timer", "Agents", "Keep Awake", "Sound when done", "Glass",
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Sound when done", "Glass",
                             "Notify when a timer ends",
                             "Also posts a desktop notification, so you see it even when you're not looking "
                             "at the notch."));
     scene.press("Notify when a timer ends");
     EXPECT_FALSE(scene.settings.boolValue(SettingsKeys::timerNotifications));
+}
+
+TEST_F(SettingsWindowTest, TheMusicHasATabOfItsOwn) {
+    open();
+    scene.press("Music");
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Show other apps",
+                            "When Spotify isn't playing, show browsers and other players. Spotify always "
+                            "comes first.",
+                            "Music live activity", "Cover and level bars beside the notch while music plays.",
+                            "Control Spotify", "Open Spotify to check."));
+    expectToggles({
+        {"Show other apps", SettingsKeys::musicShowOtherApps},
+        {"Music live activity", SettingsKeys::musicLiveActivity},
+    });
+}
+
+TEST_F(SettingsWindowTest, WhetherSpotifyCanBeControlledIsFollowed) {
+    open();
+    scene.platform.automation.change(AutomationStatus::allowed);
+    EXPECT_THAT(scene.platform.automation.asked, IsEmpty()) << "only where it shows";
+    scene.press("Music");
+    EXPECT_THAT(scene.texts(), Contains("Allowed. The music keys control Spotify."));
+    EXPECT_THAT(scene.platform.automation.asked, ElementsAre("com.spotify.client"));
+    scene.platform.automation.change(AutomationStatus::appNotRunning);
+    scene.advance(0);
+    EXPECT_THAT(scene.texts(), Contains("Open Spotify to check."));
+}
+
+TEST_F(SettingsWindowTest, WhichActivityComesFirstIsPicked) {
+    open();
+    scene.press("Island");
+    EXPECT_THAT(scene.texts(),
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake",
+                            "Live activity priority",
+                            "Which one shows beside the notch when music plays during a timer. A finished "
+                            "timer always shows.",
+                            "Music"));
+    scene.press("Live activity priority");
+    scene.advance(0);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) {
+        QTest::keyClick(&scene.window(), key);
+        scene.advance(0);
+    }
+    EXPECT_EQ(scene.settings.stringValue(SettingsKeys::liveActivityPriority), "timer");
+    EXPECT_THAT(scene.texts(), Contains("Timer").Times(2));
+    scene.settings.set(SettingsKeys::liveActivityPriority, "nonsense");
+    scene.advance(0);
+    EXPECT_THAT(scene.texts(), Contains("Timer").Times(1)) << "nothing of it is chosen";
 }
 
 TEST_F(SettingsWindowTest, ASoundThatIsPickedIsHeardOnce) {
