@@ -28,9 +28,9 @@ class Player {
 
     /// As players tell it: a status, and what it is of.
     void play(const std::string& title, const std::string& status) const {
-        tell(R"(["set", "PlaybackStatus", "s", ")" + status + R"(", "Position", "x", 0, "Metadata", "a{sv}",)" +
-             R"({"mpris:trackid": ["o", "/track/)" + title + R"("], "xesam:title": ["s", ")" + title +
-             R"("], "mpris:length": ["x", 3600000000]}])");
+        tell(R"(["set", "PlaybackStatus", "s", ")" + status +
+             R"(", "Position", "x", 0, "Metadata", "a{sv}",)" + R"({"mpris:trackid": ["o", "/track/)" +
+             title + R"("], "xesam:title": ["s", ")" + title + R"("], "mpris:length": ["x", 3600000000]}])");
     }
 
   private:
@@ -64,16 +64,20 @@ void measureBars(const Bench& bench, Island& island, const Player& player) {
     const Use playing = useDuring(island, seconds);
     bench.report.add({"music_bars_cpu", playing.processor, "% of a core", 1.5, share});
     bench.report.add({"music_bars_fps", playing.framesPerSecond(), "1/s", 16, {1, 1000}});
-    // Five bars of 2.5 and the 2 between them, as high as they can be, in whole pixels and one more around.
-    bench.report.add({"music_bars_largest_frame", largestArea(playing.frames), "pixels", 23 * 16, {1, 1e7}});
+    // Five bars, as wide and high as they can be, each with a pixel around it.
+    bench.report.add(
+        {"music_bars_largest_frame", largestArea(playing.frames), "pixels", 5 * 5 * 18, {1, 1e7}});
 
     player.play("Bars", "Paused");
     // The wings of paused music go by themselves after ten seconds.
     constexpr double grace = 12;
     sleepFor(bench.choose(grace, settling));
     const Use paused = useDuring(island, seconds);
-    bench.report.add(
-        {"music_paused_frames", static_cast<double>(paused.frames.size()), "frames", 0, {0, bench.choose(0.0, 100.0)}});
+    bench.report.add({"music_paused_frames",
+                      static_cast<double>(paused.frames.size()),
+                      "frames",
+                      0,
+                      {0, bench.choose(0.0, 100.0)}});
 }
 
 std::vector<double> latencies(const Bench& bench, Island& island, const Player& player) {
@@ -86,8 +90,8 @@ std::vector<double> latencies(const Bench& bench, Island& island, const Player& 
         const double start = monotonicNow();
         // A player that rests: nothing else than its change draws a frame.
         player.play("Title" + std::to_string(round), "Paused");
-        const double taken =
-            waitUntil("a frame", [&] { return island.frames().count() > frames; }, 0.0003, start);
+        const double taken = waitUntil(
+            "a frame", [&] { return island.frames().count() > frames; }, 0.0003, start);
         if (round >= warmUp) {
             milliseconds.push_back(taken * 1000);
         }

@@ -2,8 +2,8 @@
 #include "VesloraLinux/DBus/SpotifyOnBus.h"
 
 #include "VesloraLinux/DBus/BusErrors.h"
-#include "VesloraUI/Music/SpotifyScripts.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Platform/SpotifyScripts.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
@@ -157,7 +157,8 @@ void SpotifyOnBus::readNow() {
     call(getAll(), [this](const QDBusMessage& reply) { wasRead(reply); });
 }
 
-/// What was read is told although it may have changed meanwhile: a player that changes all the time is shown too.
+/// What was read is told although it may have changed meanwhile: a player that changes all the time is shown
+/// too.
 void SpotifyOnBus::wasRead(const QDBusMessage& reply) {
     m_isReading = false;
     tell(reply);

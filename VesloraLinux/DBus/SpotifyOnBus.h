@@ -28,7 +28,8 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
     Q_DISABLE_COPY_MOVE(SpotifyOnBus)
 
   public:
-    /// Seconds between two looks at a player that never stops changing. The first change is looked at at once.
+    /// Seconds between two looks at a player that never stops changing. The first change is looked at at
+    /// once.
     static constexpr double pace = 0.05;
 
     /// Silent, and refusing every script, without a bus.

@@ -43,7 +43,8 @@ void SpotifyPermission::watch() {
     });
 }
 
-void SpotifyPermission::ownerChanged(const QString& /*name*/, const QString& /*before*/, const QString& after) {
+void SpotifyPermission::ownerChanged(const QString& /*name*/, const QString& /*before*/,
+                                     const QString& after) {
     setRunning(!after.isEmpty());
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Whether Spotify's player is on the session bus. There nobody is asked for a permission: a player that is there
-// can be controlled. Main thread only.
+// Whether Spotify's player is on the session bus. There nobody is asked for a permission: a player that is
+// there can be controlled. Main thread only.
 #pragma once
 
 #include "VesloraUI/Platform/AutomationPermission.h"

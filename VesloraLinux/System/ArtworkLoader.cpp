@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/ArtworkLoader.h"
 
-#include "VesloraUI/Music/CoverDecoder.h"
+#include "VesloraUI/Platform/CoverDecoder.h"
 #include "VesloraUI/Platform/Logs.h"
 
 #include <QUrl>
@@ -30,8 +30,8 @@ Task ArtworkLoader::load(const QUrl& url, std::function<void(const QImage&)> don
         const auto ended = state.lock();
         done(ended ? ended->image : QImage());
     };
-    const bool isWanted =
-        url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() && m_running.count() < mostAtOnce;
+    const bool isWanted = url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
+                          m_running.count() < mostAtOnce;
     if (isWanted) {
         run(load, url.toEncoded());
     } else {

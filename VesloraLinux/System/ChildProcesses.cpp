@@ -5,7 +5,8 @@ namespace veslora {
 
 namespace {
 
-/// Milliseconds for the kernel to take a killed process away: longer only in the middle of a call to a device.
+/// Milliseconds for the kernel to take a killed process away: longer only in the middle of a call to a
+/// device.
 constexpr int patience = 1000;
 
 } // namespace

@@ -6,9 +6,10 @@
 #include "VesloraLinux/System/ProcessTree.h"
 #include "VesloraUI/Platform/Logs.h"
 
-#include <csignal>
 #include <sys/syscall.h>
 #include <unistd.h>
+
+#include <csignal>
 
 namespace veslora::OrphanSweep {
 

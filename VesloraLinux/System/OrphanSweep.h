@@ -12,8 +12,9 @@
 namespace veslora::OrphanSweep {
 
 /// Ends those of the executable `adapter`, an absolute path, at once; tells their ids. Others of the same
-/// name, and those whose program runs, are left alone. Looks at every process of the machine: for a background
-/// thread.
-[[nodiscard]] std::vector<std::int32_t> endOrphans(const ProcProcesses& processes, const std::string& adapter);
+/// name, and those whose program runs, are left alone. Looks at every process of the machine: for a
+/// background thread.
+[[nodiscard]] std::vector<std::int32_t> endOrphans(const ProcProcesses& processes,
+                                                   const std::string& adapter);
 
 } // namespace veslora::OrphanSweep

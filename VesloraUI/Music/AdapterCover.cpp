@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Music/AdapterCover.h"
 
-#include "VesloraUI/Music/CoverDecoder.h"
+#include "VesloraUI/Platform/CoverDecoder.h"
 #include "VesloraUI/Platform/Logs.h"
 
 namespace veslora {

@@ -34,7 +34,7 @@ WingsView {
 
                 anchors.verticalCenter: parent.verticalCenter
                 gap: bars.spacing
-                level: presenter.levels[index]
+                level: presenter.heights[index]
             }
         }
     }
@@ -47,10 +47,18 @@ WingsView {
         visible: presenter.isPlaying
     }
 
+    Timeline {
+        id: steps
+
+        period: 1 / 15
+        visible: presenter.isMoving
+    }
+
     MusicLevelsPresenter {
         id: presenter
 
         date: timeline.date
         music: view.music
+        step: steps.date
     }
 }

@@ -2,11 +2,11 @@
 #include "VesloraUI/Music/MusicModel.h"
 
 #include "VesloraCore/Music/MusicSourcePicker.h"
-#include "VesloraUI/Music/SpotifyScripts.h"
 #include "VesloraUI/Platform/AppOpening.h"
 #include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/SpotifyNotifications.h"
+#include "VesloraUI/Platform/SpotifyScripts.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 

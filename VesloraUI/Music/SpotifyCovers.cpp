@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Music/SpotifyCovers.h"
 
-#include "VesloraUI/Music/SpotifyScripts.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Platform/SpotifyScripts.h"
 
 namespace veslora {
 

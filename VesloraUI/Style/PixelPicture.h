@@ -8,6 +8,13 @@
 
 namespace veslora {
 
+/// Makes pictures known to views, which hand them from a model to what draws them.
+struct ImageValue {
+    Q_GADGET
+    QML_FOREIGN(QImage)
+    QML_VALUE_TYPE(image)
+};
+
 class PixelPicture : public veslora::PixelItem {
     Q_OBJECT
     QML_ELEMENT

@@ -30,10 +30,10 @@ def is_bare(screen):
     return test
 
 
-def shows_wings(screen):
-    """A test of a picture: both wings are black, and something is drawn in each."""
+def shows_wings(screen, points=_WING - 16):
+    """A test of a picture: both wings are black, as far out as told, and something is drawn in each."""
     def test(path):
         return all(colours.count(BLACK) > len(colours) // 2 and any(max(colour) > 100 for colour in colours)
-                   for colours in wing_colours(screen, path, _WING - 16))
+                   for colours in wing_colours(screen, path, points))
 
     return test

@@ -31,7 +31,8 @@ class MockPlayer : public QDBusVirtualObject {
     /// Changes and says so, with the changed value alone as players do.
     void change(const QString& property, const QVariant& value) {
         properties[property] = value;
-        auto signal = QDBusMessage::createSignal(path, propertiesInterface, QStringLiteral("PropertiesChanged"));
+        auto signal =
+            QDBusMessage::createSignal(path, propertiesInterface, QStringLiteral("PropertiesChanged"));
         signal.setArguments({player, QVariantMap{{property, value}}, QStringList()});
         m_bus.send(signal);
     }
@@ -52,8 +53,8 @@ class MockPlayer : public QDBusVirtualObject {
     QVariantMap properties;
     bool hesitates = false;
     bool refuses = false;
-    int looks = 0;                ///< times that somebody asked for everything
-    std::vector<QString> told;    ///< commands as they came
+    int looks = 0;             ///< times that somebody asked for everything
+    std::vector<QString> told; ///< commands as they came
 
     [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) override {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Spotify's player on the bus, with a player of the test's own in its place.
 #include "VesloraLinux/DBus/SpotifyOnBus.h"
-#include "VesloraUI/Music/SpotifyScripts.h"
+#include "VesloraUI/Platform/SpotifyScripts.h"
 #include "tests/VesloraLinux/DBus/MockPlayer.h"
 #include "tests/VesloraLinux/Support/PrivateBus.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
@@ -18,12 +18,12 @@ namespace veslora {
 namespace {
 
 using ::testing::ElementsAre;
+using testing::handleEventsFor;
 using ::testing::IsEmpty;
+using testing::MockPlayer;
 using ::testing::Pair;
 using ::testing::SizeIs;
 using ::testing::UnorderedElementsAre;
-using testing::handleEventsFor;
-using testing::MockPlayer;
 using testing::waitUntil;
 using UserInfo = SpotifyNotification::UserInfo;
 using Result = ScriptRunning::Result;
@@ -31,7 +31,7 @@ using Result = ScriptRunning::Result;
 QVariantMap metadata(const QString& title) {
     return {{"mpris:trackid", "spotify:track:" + title},
             {"xesam:title", title},
-            {"xesam:artist", QStringList{"Ines Valdt", "Oro"}},
+            {"xesam:artist", QStringList{"Marta Valdt", "Oro"}},
             {"xesam:album", "Harbours"},
             {"mpris:length", qulonglong{243'000'000}},
             {"mpris:artUrl", "https://covers.example/" + title}};
@@ -80,7 +80,7 @@ TEST_F(SpotifyOnBusTest, APlayerThatRunsAlreadyIsTold) {
     EXPECT_THAT(told.front(),
                 UnorderedElementsAre(Pair("Player State", SpotifyNotification::Value("Playing")),
                                      Pair("Name", SpotifyNotification::Value("Harbour")),
-                                     Pair("Artist", SpotifyNotification::Value("Ines Valdt, Oro")),
+                                     Pair("Artist", SpotifyNotification::Value("Marta Valdt, Oro")),
                                      Pair("Album", SpotifyNotification::Value("Harbours")),
                                      Pair("Track ID", SpotifyNotification::Value("spotify:track:Harbour")),
                                      Pair("Duration", SpotifyNotification::Value(243'000.0)),
@@ -220,12 +220,13 @@ TEST_F(SpotifyOnBusTest, APlayerThatNeverStopsChangingDoesNotHoldUpAResult) {
 }
 
 TEST_F(SpotifyOnBusTest, ValuesOfOtherTypesAreLeftOut) {
-    player.properties = {{"PlaybackStatus", 1},
-                         {"Position", "here"},
-                         {"Metadata", QVariantMap{{"xesam:title", 4.0},
-                                                  {"xesam:artist", "Alone"},
-                                                  {"mpris:length", "long"},
-                                                  {"mpris:trackid", QVariant::fromValue(QDBusObjectPath("/a/b"))}}}};
+    player.properties = {
+        {"PlaybackStatus", 1},
+        {"Position", "here"},
+        {"Metadata", QVariantMap{{"xesam:title", 4.0},
+                                 {"xesam:artist", "Alone"},
+                                 {"mpris:length", "long"},
+                                 {"mpris:trackid", QVariant::fromValue(QDBusObjectPath("/a/b"))}}}};
     start();
     EXPECT_THAT(told.front(), UnorderedElementsAre(Pair("Artist", SpotifyNotification::Value("Alone")),
                                                    Pair("Track ID", SpotifyNotification::Value("/a/b"))));

@@ -16,8 +16,8 @@ namespace veslora {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::handleEventsFor;
+using ::testing::IsEmpty;
 using testing::waitUntil;
 
 class AdapterProcessRunnerTest : public ::testing::Test {
@@ -52,7 +52,8 @@ class AdapterProcessRunnerTest : public ::testing::Test {
 };
 
 TEST_F(AdapterProcessRunnerTest, GivesTheLinesOfTheStreamHoweverTheyArrive) {
-    put("[ \"$*\" = stream ] && printf 'one\\ntw' && sleep 0.1 && printf 'o\\n\\n\\377\\nhalf' && exec sleep 1000");
+    put("[ \"$*\" = stream ] && printf 'one\\ntw' && sleep 0.1 && printf 'o\\n\\n\\377\\nhalf' && exec sleep "
+        "1000");
     ASSERT_TRUE(start());
     EXPECT_THAT(lines, IsEmpty()) << "never within the call";
     ASSERT_TRUE(waitForLines(4));
@@ -154,7 +155,8 @@ TEST_F(AdapterProcessRunnerTest, OneThatCannotBeRunEndsSoon) {
 
 TEST_F(AdapterProcessRunnerTest, EachCommandIsAProcessOfItsOwn) {
     put("echo \"$*\" >> '" + folder.path("commands") + "'");
-    for (const auto command : {AdapterCommand::togglePlayPause, AdapterCommand::next, AdapterCommand::previous}) {
+    for (const auto command :
+         {AdapterCommand::togglePlayPause, AdapterCommand::next, AdapterCommand::previous}) {
         const auto before = folder.bytesOf("commands");
         runner->send(command);
         ASSERT_TRUE(waitUntil([&] { return folder.bytesOf("commands") != before; }));

@@ -16,9 +16,9 @@
 namespace veslora {
 namespace {
 
+using testing::handleEventsFor;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using testing::handleEventsFor;
 using testing::waitUntil;
 
 class ArtworkLoaderTest : public ::testing::Test {
@@ -34,7 +34,8 @@ class ArtworkLoaderTest : public ::testing::Test {
         std::filesystem::permissions(folder.path("fetch"), std::filesystem::perms::owner_all);
     }
     void load(const QString& address = QStringLiteral("https://covers.example/a b?c=d")) {
-        tasks.push_back(loader->load(QUrl(address), [this](const QImage& image) { images.push_back(image); }));
+        tasks.push_back(
+            loader->load(QUrl(address), [this](const QImage& image) { images.push_back(image); }));
     }
     /// Runs events, background work and whatever is due until so many loads have ended.
     [[nodiscard]] bool waitFor(std::size_t count) {

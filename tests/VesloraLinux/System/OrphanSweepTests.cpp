@@ -35,7 +35,7 @@ class OrphanSweepTest : public ::testing::Test {
             }
         }
     }
-    /// Starts one whose parent ends at once; whoever takes orphans here has it then.
+    /// Starts one whose parent ends at once, so that it goes to the one who takes orphans here.
     [[nodiscard]] pid_t orphan(const std::string& name) {
         Program parent({"sh", "-c", "'" + folder.path(name) + "' 1000 >/dev/null 2>&1 & echo $! >&3"}, 3);
         const pid_t pid = std::stoi(parent.nextLine());

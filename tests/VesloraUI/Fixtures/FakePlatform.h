@@ -291,7 +291,7 @@ class FakePlatform {
                    .mediaAdapter = adapter,
                    .artwork = web,
                    .apps = apps,
-                    .automation = automation};
+                   .automation = automation};
 };
 
 /// The settings of a user who never touched any.

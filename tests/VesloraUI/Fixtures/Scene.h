@@ -46,9 +46,8 @@ class Scene {
                       .artwork = platform.web,
                       .apps = platform.apps}};
     IslandModels models{{agents, keepAwake, music, timer, rack, sampler}};
-    ViewEnvironment environment{platform.time, platform.frames, settings,
-                                platform.taps, platform.sound,  platform.scrolling,
-                                platform.automation};
+    ViewEnvironment environment{platform.time,  platform.frames,    settings,           platform.taps,
+                                platform.sound, platform.scrolling, platform.automation};
     QQmlEngine engine;
     /// Device pixels to a point, on the screen where windows are shown from now on: one of `screenScales`.
     double scale = 1;

@@ -35,7 +35,7 @@ class MusicViewsTest : public testing::Test {
     void spotify(const std::string& name, const std::string& state = "Playing", double length = 243000) {
         scene.platform.spotify.tell({{"Player State", state},
                                      {"Name", name},
-                                     {"Artist", "Ines Valdt"},
+                                     {"Artist", "Marta Valdt"},
                                      {"Track ID", name},
                                      {"Duration", length},
                                      {"Playback Position", 102.0}});
@@ -67,7 +67,7 @@ TEST_F(MusicViewsTest, WithoutATrackItOffersToOpenSpotify) {
 TEST_F(MusicViewsTest, TheWideWidgetTellsAllOfIt) {
     spotify("Slow Harbour");
     showWidget(true);
-    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Slow Harbour", "Ines Valdt", "1:42", "4:03"));
+    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Slow Harbour", "Marta Valdt", "1:42", "4:03"));
 }
 
 TEST_F(MusicViewsTest, TheSmallWidgetTellsWhoPlaysAndWhat) {
@@ -90,7 +90,7 @@ TEST_F(MusicViewsTest, ATrackOfUnknownLengthShowsAnEmptyMeterAndRunsOn) {
     spotify("Stream", "Playing", 0);
     showWidget(true);
     scene.advance(5);
-    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Stream", "Ines Valdt", "1:47", "0:00"));
+    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Stream", "Marta Valdt", "1:47", "0:00"));
     EXPECT_EQ(scene.itemWith("segments", 16)->property("lit").toInt(), 0);
 }
 
@@ -98,7 +98,7 @@ TEST_F(MusicViewsTest, TheEndOfATrackIsNotPassed) {
     spotify("Slow Harbour");
     showWidget(true);
     scene.advance(1000);
-    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Slow Harbour", "Ines Valdt", "4:03", "4:03"));
+    EXPECT_THAT(scene.texts(), ElementsAre("Spotify", "Slow Harbour", "Marta Valdt", "4:03", "4:03"));
     EXPECT_EQ(scene.itemWith("segments", 16)->property("lit").toInt(), 16);
 }
 
@@ -192,13 +192,41 @@ TEST_F(MusicWingsTest, TheBarsMoveWhileItPlaysOnly) {
     EXPECT_THAT(first, Each(testing::AllOf(testing::Ge(0.25), testing::Le(1.0))));
     scene.advance(0.18);
     EXPECT_NE(levels().levels(), first);
+    EXPECT_THAT(levels().heights(), Each(testing::AllOf(testing::Gt(0.2), testing::Le(1.0))));
+    EXPECT_THAT(levels().heights(), testing::Not(Each(levels().heights().front())));
     spotify("Slow Harbour", "Paused");
     scene.advance(0);
     EXPECT_THAT(levels().levels(), Each(0.2));
+    EXPECT_TRUE(levels().isMoving()) << "on their way";
+    scene.advance(2);
+    EXPECT_THAT(levels().heights(), Each(0.2));
     const auto pending = scene.platform.time.pending();
     scene.advance(5);
     EXPECT_THAT(levels().levels(), Each(0.2));
     EXPECT_EQ(scene.platform.time.pending(), pending) << "and nothing ticks";
+}
+
+TEST_F(MusicWingsTest, TheBarsAreDrawnFifteenTimesASecondAtMost) {
+    spotify("Slow Harbour");
+    showWings();
+    QList<double> last;
+    int drawn = 0;
+    const auto connection = QObject::connect(&levels(), &Presenter::changed, &scene.view(), [&] {
+        drawn += std::exchange(last, levels().heights()) != levels().heights();
+    });
+    scene.platform.advance(10);
+    QObject::disconnect(connection);
+    EXPECT_LE(drawn, 151);
+    EXPECT_GE(drawn, 140);
+}
+
+TEST_F(MusicWingsTest, AtRestTheBarsAreAsHighAsTheyShouldBe) {
+    spotify("Slow Harbour", "Paused");
+    showWings();
+    const auto* bar = scene.itemWith("radius", 1);
+    ASSERT_NE(bar, nullptr);
+    EXPECT_NEAR(bar->height(), 5.2, 1e-9);
+    EXPECT_EQ(bar->width(), 2.5);
 }
 
 TEST_F(MusicWingsTest, TheClosedIslandShowsItAndLetsGoTenSecondsAfterAPause) {

@@ -87,7 +87,8 @@ void expectTabs(SettingsScene& scene, Qt::Key key, Qt::KeyboardModifiers modifie
 
 TEST(SettingsKeyboard, ControlTabGoesThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
-    expectTabs(scene, Qt::Key_Tab, Qt::ControlModifier, {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
+    expectTabs(scene, Qt::Key_Tab, Qt::ControlModifier,
+               {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
     // So the window system names the key while shift is held.
     expectTabs(scene, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier,
                {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
@@ -95,8 +96,10 @@ TEST(SettingsKeyboard, ControlTabGoesThroughTheTabsAndAroundTheirEnds) {
 
 TEST(SettingsKeyboard, ControlPageDownAndUpGoThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
-    expectTabs(scene, Qt::Key_PageDown, Qt::ControlModifier, {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
-    expectTabs(scene, Qt::Key_PageUp, Qt::ControlModifier, {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
+    expectTabs(scene, Qt::Key_PageDown, Qt::ControlModifier,
+               {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
+    expectTabs(scene, Qt::Key_PageUp, Qt::ControlModifier,
+               {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
 }
 
 TEST(SettingsKeyboard, ArrowsChangeTheTabThatHasTheFocus) {

@@ -39,9 +39,9 @@ TEST_F(SettingsTabTest, WithoutANameItBeginsWithTheFirst) {
 }
 
 TEST_F(SettingsTabTest, OpensEachTabByItsName) {
-    for (const auto& [name, title] : {std::pair("general", "General"), std::pair("island", "Island"),
-                                      std::pair("timer", "Timer"), std::pair("music", "Music"),
-                                      std::pair("agents", "Agents"), std::pair("keepAwake", "Keep Awake")}) {
+    for (const auto& [name, title] :
+         {std::pair("general", "General"), std::pair("island", "Island"), std::pair("timer", "Timer"),
+          std::pair("music", "Music"), std::pair("agents", "Agents"), std::pair("keepAwake", "Keep Awake")}) {
         window.open(name);
         EXPECT_EQ(chosen(), title);
         window.window()->close();

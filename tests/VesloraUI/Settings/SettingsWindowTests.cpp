@@ -56,7 +56,8 @@ TEST_F(SettingsWindowTest, BeginsWithTheGeneralTab) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Hide when an app is fullscreen",
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake",
+                            "Hide when an app is fullscreen",
                             "Keeps the island out of the way of videos, games and presentations. A timer's "
                             "done alert still shows.",
                             "Version 1.2.3", "Quit Veslora"));
@@ -249,8 +250,8 @@ TEST_F(SettingsWindowTest, TheTimerHasATabOfItsOwn) {
     open();
     scene.press("Timer");
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Sound when done", "Glass",
-                            "Notify when a timer ends",
+                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Sound when done",
+                            "Glass", "Notify when a timer ends",
                             "Also posts a desktop notification, so you see it even when you're not looking "
                             "at the notch."));
     scene.press("Notify when a timer ends");

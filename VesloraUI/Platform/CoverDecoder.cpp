@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Music/CoverDecoder.h"
+#include "VesloraUI/Platform/CoverDecoder.h"
 
 #include "VesloraCore/Text/Base64.h"
 

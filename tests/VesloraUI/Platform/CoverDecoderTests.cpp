@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Music/CoverDecoder.h"
+#include "VesloraUI/Platform/CoverDecoder.h"
 #include "tests/VesloraUI/Fixtures/Covers.h"
 
 #include <gtest/gtest.h>
