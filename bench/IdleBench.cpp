@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <fstream>
 #include <stdexcept>
 
 namespace veslora::bench {
@@ -72,6 +73,20 @@ Rest restFor(Island& island, double seconds) {
     return rest;
 }
 
+/// The media adapter, which a program with music in its rack has running beside it.
+pid_t adapterOf(const Island& island) {
+    const std::string pid = std::to_string(island.pid());
+    pid_t child = 0;
+    for (std::ifstream children("/proc/" + pid + "/task/" + pid + "/children"); children >> child;) {
+        std::ifstream names("/proc/" + std::to_string(child) + "/cmdline");
+        std::string name;
+        if (std::getline(names, name, '\0') && name.ends_with("/veslora-media-adapter")) {
+            return child;
+        }
+    }
+    throw std::runtime_error("the media adapter does not run");
+}
+
 /// That it still runs, and that what it does is seen: opening it must count as frames, as processor time and
 /// as wake-ups.
 void requireThatUseCounts(Island& island) {
@@ -113,7 +128,11 @@ void measureIdle(const Bench& bench) {
         use(bench, home, island);
     }
     sleepFor(settling);
+    const ProcessMeter adapter(adapterOf(island));
+    const auto adapterSleeps = adapter.sleeps();
     const Rest rest = restFor(island, bench.choose(60.0, 2.2));
+    const bool hasAdapterRested = adapter.sleeps() == adapterSleeps;
+    const double adapterPss = adapter.memory().pss;
     requireThatUseCounts(island);
 
     const Range megabytes{5, 4096};
@@ -126,6 +145,8 @@ void measureIdle(const Bench& bench) {
     bench.report.add({"idle_wakeups", rest.wakeUps, "1/s", 0.6, {bench.choose(0.1, 0.0), 10000}});
     bench.report.add({"idle_disk_writes", rest.written, "bytes", 0, {0, 1e12}});
     bench.report.add({"idle_frames", rest.frames, "frames", 0, {0, 1e6}});
+    bench.report.add({"idle_adapter_pss", adapterPss, "MB", 8, {0.5, 1000}});
+    bench.report.add({"idle_adapter_wakes", hasAdapterRested ? 0.0 : 1.0, "", 0, {0, 1}});
 }
 
 void measureUsedIdle(const Bench& bench) {

@@ -7,7 +7,14 @@
 #include "bench/Measurements.h"
 #include "bench/Use.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <functional>
 #include <stdexcept>
 
 namespace veslora::bench {
@@ -44,6 +51,57 @@ class Player {
         }
     }
 
+    testing::Program m_program;
+};
+
+/// A real one, with the plug-in by which it speaks as all players do. Told what to do by its own socket, so
+/// that nothing of the way that is measured is used for it.
+class Mpv {
+  public:
+    explicit Mpv(const Home& home)
+        : m_socket(home.path() + "/mpv"),
+          m_program({"mpv", "--no-video", "--ao=null", "--no-terminal", "--pause", "--keep-open=always",
+                     "--input-ipc-server=" + m_socket, silence(home)}) {
+        waitUntil("the player's socket", [this] { return access(m_socket.c_str(), F_OK) == 0; });
+    }
+
+    /// Such as "set_property", "pause", true.
+    void tell(const std::string& words) const {
+        const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        m_socket.copy(address.sun_path, sizeof address.sun_path - 1);
+        const std::string command = "{\"command\": [" + words + "]}\n";
+        const bool isTold = connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+                            write(connection, command.data(), command.size()) > 0;
+        close(connection);
+        if (!isTold) {
+            throw std::runtime_error("the player hears nothing");
+        }
+    }
+    void kill() { m_program.kill(); }
+
+  private:
+    /// Two minutes of it, as a file without compression: 8 bits, 8000 times a second.
+    static std::string silence(const Home& home) {
+        constexpr std::uint32_t rate = 8000;
+        constexpr std::uint32_t length = 120 * rate;
+        const auto bytes = [](std::uint32_t number, int count) {
+            std::string text;
+            for (int place = 0; place < count; ++place) {
+                text += static_cast<char>(number >> (8 * place) & 0xff);
+            }
+            return text;
+        };
+        const std::string path = home.path() + "/Silence.wav";
+        std::ofstream(path, std::ios::binary)
+            << "RIFF" << bytes(36 + length, 4) << "WAVEfmt " << bytes(16, 4) << bytes(1, 2) << bytes(1, 2)
+            << bytes(rate, 4) << bytes(rate, 4) << bytes(1, 2) << bytes(8, 2) << "data" << bytes(length, 4)
+            << std::string(length, '\x80');
+        return path;
+    }
+
+    std::string m_socket;
     testing::Program m_program;
 };
 
@@ -112,6 +170,41 @@ void measureChanges(const Bench& bench, Island& island, const Player& player, co
     island.waitForClosed();
 }
 
+/// From a key that a user presses in a real player to the first frame: begin, leap, end. All from a player
+/// that rests, so that nothing else draws one.
+void measureRealPlayer(const Bench& bench, const Home& home, Island& island) {
+    std::vector<double> milliseconds;
+    const auto measure = [&](const std::function<void()>& change) {
+        island.frames().waitForRest(0.3);
+        const std::size_t frames = island.frames().count();
+        const double start = monotonicNow();
+        change();
+        milliseconds.push_back(
+            1000 * waitUntil(
+                       "a frame", [&] { return island.frames().count() > frames; }, 0.0003, start));
+    };
+    const auto pause = [&](const Mpv& player) { player.tell(R"("set_property", "pause", true)"); };
+    island.open();
+    const int rounds = bench.choose(10, 1);
+    for (int round = 0; round < rounds; ++round) {
+        Mpv player(home);
+        // It has come: its name and its time stand in place of "Nothing playing".
+        sleepFor(1);
+        measure([&] { player.tell(R"("seek", 40, "absolute")"); });
+        measure([&] { player.tell(R"("set_property", "pause", false)"); });
+        pause(player);
+        sleepFor(1);
+        measure([&] { player.tell(R"("seek", 7, "absolute")"); });
+        measure([&] { player.kill(); });
+    }
+    constexpr double limit = 200;
+    bench.report.add({"music_mpv_to_frame_p50", median(milliseconds), "ms", {}, {0.1, 5000}});
+    bench.report.add(
+        {"music_mpv_to_frame_max", *std::ranges::max_element(milliseconds), "ms", limit, {0.1, 5000}});
+    island.close();
+    island.waitForClosed();
+}
+
 } // namespace
 
 void measureMusic(const Bench& bench) {
@@ -122,8 +215,11 @@ void measureMusic(const Bench& bench) {
         measureBars(bench, island, player);
         measureChanges(bench, island, player, "music_change_to_frame");
     }
-    const Player spotify("spotify");
-    measureChanges(bench, island, spotify, "music_spotify_to_frame");
+    {
+        const Player spotify("spotify");
+        measureChanges(bench, island, spotify, "music_spotify_to_frame");
+    }
+    measureRealPlayer(bench, home, island);
 }
 
 } // namespace veslora::bench
