@@ -128,7 +128,8 @@ class IslandOnPanel {
                       platform->seams().directories.configuration};
     ViewEnvironment environment{
         platform->seams().scheduler, platform->seams().frameClock, settings,
-        platform->seams().haptics,   platform->seams().sounds,     platform->seams().scrollDevices};
+        platform->seams().haptics,   platform->seams().sounds,     platform->seams().scrollDevices,
+        platform->seams().automation};
     QQmlEngine engine;
     QtTextMeasuring measuring;
     FakeMonitor claude;
