@@ -93,7 +93,7 @@ class Mpv {
             }
             return text;
         };
-        const std::string path = home.path() + "/Silence.wav";
+        std::string path = home.path() + "/Silence.wav";
         std::ofstream(path, std::ios::binary)
             << "RIFF" << bytes(36 + length, 4) << "WAVEfmt " << bytes(16, 4) << bytes(1, 2) << bytes(1, 2)
             << bytes(rate, 4) << bytes(rate, 4) << bytes(1, 2) << bytes(8, 2) << "data" << bytes(length, 4)

@@ -82,6 +82,8 @@ TEST_F(TmuxClientsTest, NobodySeesADetachedSession) {
         ASSERT_TRUE(showsItself(client));
         EXPECT_THAT(find(multiplexer, processIn("%2")), ElementsAre(client.pid()));
         tmux({"detach-client", "-s", "main"});
+        // The server lets it go once it has answered.
+        ASSERT_TRUE(waitUntil([this] { return tmux({"list-clients"}).isEmpty(); }));
         EXPECT_THAT(find(multiplexer, processIn("%2")), IsEmpty());
     }
 }
