@@ -16,11 +16,11 @@ using testing::waitUntil;
 
 class XdgApplicationsTest : public ::testing::Test {
   protected:
-    XdgApplicationsTest() : m_path(qgetenv("PATH")) {
+    void SetUp() override {
         qputenv("PATH", QByteArray::fromStdString(folder.path()) + ':' + m_path);
         put("xdg-open", "echo \"$*\" >> '" + folder.path("opened") + "'");
     }
-    ~XdgApplicationsTest() override { qputenv("PATH", m_path); }
+    void TearDown() override { qputenv("PATH", m_path); }
 
     void put(const std::string& name, const std::string& script) {
         folder.put(name, "#!/bin/sh\n" + script);
@@ -35,7 +35,7 @@ class XdgApplicationsTest : public ::testing::Test {
     XdgApplications applications;
 
   private:
-    QByteArray m_path;
+    QByteArray m_path = qgetenv("PATH");
 };
 
 TEST_F(XdgApplicationsTest, OpensWhatTheDesktopHasForSpotifysAddresses) {
