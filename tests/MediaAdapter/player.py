@@ -7,6 +7,7 @@ Prints "ready" once it has its name on the bus, and then a line for each request
     keep NAME SIGNATURE VALUE ...  changes them in silence
     invalidate NAME ...            says that these have changed, without their values
     seek MICROSECONDS              changes the position and tells of it
+    seeked MICROSECONDS NAME ...   tells of a position that it does not answer with yet, after it has done as "set" does
     flood COUNT                    changes the title that often, one signal each
     calls                          prints the calls that came since the last time
 """
@@ -90,6 +91,9 @@ class Player(dbus.service.Object):
             self.PropertiesChanged(PLAYER, {}, arguments)
         elif word == "seek":
             self.change({"Position": dbus.Int64(arguments[0])}, False)
+            self.Seeked(arguments[0])
+        elif word == "seeked":
+            self.change(triples(arguments[1:]))
             self.Seeked(arguments[0])
         elif word == "flood":
             self.flood(arguments[0])

@@ -66,6 +66,25 @@ class FollowingTests(MediaTestCase):
                 return
         self.fail("never one line")
 
+    def test_a_player_that_tells_where_it_will_be_is_believed(self):
+        player = Player(self, "mpv")
+        player.tell("set", "PlaybackStatus", "s", "Paused", "Position", "x", 3_000_000, *metadata("One"))
+        stream = Stream(self)
+        stream.says(title="One", elapsedTime=3)
+        player.tell("seeked", 90_000_000)
+        stream.says(elapsedTime=90)
+
+    def test_an_answer_from_before_a_seek_is_dropped(self):
+        player = Player(self, "mpv")
+        player.tell("set", "PlaybackStatus", "s", "Playing", "Position", "x", 3_000_000, *metadata("One"))
+        stream = Stream(self)
+        stream.says(title="One", playing=True)
+        player.tell("seeked", 90_000_000, "PlaybackStatus", "s", "Paused")
+        stream.says(elapsedTime=90, playing=False)
+        # Another change, so that the answer has come by then.
+        player.tell("set", "CanGoNext", "b", True)
+        stream.says(elapsedTime=90, canGoNext=True)
+
     def test_notices_a_player_that_is_killed_and_comes_back(self):
         player = Player(self, "mpv")
         player.play("One")
