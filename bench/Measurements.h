@@ -51,6 +51,8 @@ void measureActivities(const Bench& bench);
 void measureWidgets(const Bench& bench);
 void measureTimerWings(const Bench& bench);
 void measureSampler(const Bench& bench);
+void measureMediaRest(const Bench& bench);
+void measureMediaChanges(const Bench& bench);
 void measureUsage(const Bench& bench);
 void measurePromptGrowth(const Bench& bench);
 void measureOpenGrowth(const Bench& bench);
