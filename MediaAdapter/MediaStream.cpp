@@ -36,6 +36,23 @@ bool MediaStream::mayBegin() const {
     return m_hasBegun || m_players.isSettled() || m_clock.elapsed() >= longestBeginning;
 }
 
+/// Whether the reported player has just ended a track and may be about to begin the next. Where another one
+/// plays it does not matter.
+bool MediaStream::isBetweenTracks(const Player* chosen) const {
+    return chosen != nullptr && chosen->status != PlaybackStatus::playing &&
+           std::ranges::any_of(m_players.known(), [this](const Player* player) {
+               return player->name == m_storedName && player->status == PlaybackStatus::stopped &&
+                      player->track.title.empty();
+           });
+}
+
+LinePace::Awaited MediaStream::awaited(const Player* chosen) const {
+    if (isBetweenTracks(chosen)) {
+        return LinePace::Awaited::track;
+    }
+    return m_players.isPositionAwaited(chosen) ? LinePace::Awaited::position : LinePace::Awaited::nothing;
+}
+
 void MediaStream::noteChange() {
     m_pace.change(m_clock.elapsed());
     schedule();
@@ -43,7 +60,7 @@ void MediaStream::noteChange() {
 
 void MediaStream::schedule() {
     const Player* const player = PlayerChoice::choose(m_players.known());
-    const auto due = m_pace.due(m_players.isPositionAwaited(player));
+    const auto due = m_pace.due(awaited(player));
     if (!due || m_output.isBusy()) {
         m_due.stop();
         return;

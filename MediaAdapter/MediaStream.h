@@ -42,6 +42,8 @@ class MediaStream : public QObject {
     void schedule();
     void write();
     [[nodiscard]] bool mayBegin() const;
+    [[nodiscard]] bool isBetweenTracks(const Player* chosen) const;
+    [[nodiscard]] LinePace::Awaited awaited(const Player* chosen) const;
     [[nodiscard]] Json payloadOf(const Player* player);
     void storeChoice(const Player* player);
 

@@ -109,9 +109,10 @@ void MprisPlayer::askForPosition() {
     PlayerCalls::send(m_surroundings.bus, PlayerCalls::property(m_owner, "Position"), this,
                       [this](const QDBusMessage& reply) {
                           m_isPositionAsked = false;
+                          const bool isOutdated = std::exchange(m_isAnswerOutdated, false);
                           const QVariant value = reply.arguments().value(0);
                           const auto seconds = PropertyValues::seconds(value.value<QDBusVariant>().variant());
-                          if (reply.type() == QDBusMessage::ReplyMessage && seconds) {
+                          if (reply.type() == QDBusMessage::ReplyMessage && seconds && !isOutdated) {
                               m_player.setPosition(*seconds, m_surroundings.now());
                           } else if (PlayerCalls::isTimeout(reply)) {
                               failed(reply);
@@ -176,11 +177,16 @@ void MprisPlayer::propertiesChanged(const QVariantMap& changedProperties, const 
     emit changed();
 }
 
-void MprisPlayer::seeked() {
-    if (m_isKnown) {
+/// Taken at its word, since players that still have to get there answer with where they were.
+void MprisPlayer::seeked(std::optional<double> position) {
+    if (!m_isKnown) {
+        askForAll();
+    } else if (!position) {
         askForPosition();
     } else {
-        askForAll();
+        m_player.setPosition(*position, m_surroundings.now());
+        m_isAnswerOutdated = m_isPositionAsked;
+        emit changed();
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -41,12 +42,12 @@ class MprisPlayer : public QObject {
     [[nodiscard]] bool isKnown() const { return m_isKnown; }
     /// Whether it has answered at all, be it that it can't tell.
     [[nodiscard]] bool hasAnswered() const { return m_hasAnswered; }
-    [[nodiscard]] bool isPositionAwaited() const { return m_isPositionAsked; }
+    [[nodiscard]] bool isPositionAwaited() const { return m_isPositionAsked && !m_isAnswerOutdated; }
     [[nodiscard]] const Player& player() const { return m_player; }
 
     /// What it said by signals.
     void propertiesChanged(const QVariantMap& changed, const QStringList& invalidated);
-    void seeked();
+    void seeked(std::optional<double> position); ///< in seconds; absent where it did not tell
 
   signals:
     /// Anything of the above may be another.
@@ -76,6 +77,7 @@ class MprisPlayer : public QObject {
     bool m_isAllStale = false; ///< something changed after all was asked for
     bool m_isPositionAsked = false;
     bool m_isPositionStale = false;
+    bool m_isAnswerOutdated = false; ///< it told its position after it was asked
 };
 
 } // namespace veslora

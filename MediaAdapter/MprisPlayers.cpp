@@ -141,7 +141,7 @@ void MprisPlayers::takePropertiesChanged(const QDBusMessage& message) {
 void MprisPlayers::takeSeeked(const QDBusMessage& message) {
     const auto player = m_players.find(message.service());
     if (player != m_players.end()) {
-        player->second->seeked();
+        player->second->seeked(PropertyValues::seconds(message.arguments().value(0)));
     }
 }
 

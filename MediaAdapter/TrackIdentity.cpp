@@ -20,6 +20,10 @@ std::string digestOf(const Track& track) {
 } // namespace
 
 std::string TrackIdentity::identify(const Track& track) {
+    // Between two tracks browsers give none, and then the same as before.
+    if (track.id.empty()) {
+        return track.title.empty() ? std::string() : "#" + digestOf(track);
+    }
     const bool isSameId = track.id == m_id;
     if (!isSameId) {
         m_isAmbiguous = false;
@@ -33,10 +37,7 @@ std::string TrackIdentity::identify(const Track& track) {
     if (!track.title.empty()) {
         m_title = track.title;
     }
-    if (!m_isAmbiguous && !track.id.empty()) {
-        return track.id;
-    }
-    return track.title.empty() ? track.id : track.id + "#" + digestOf(track);
+    return m_isAmbiguous && !track.title.empty() ? track.id + "#" + digestOf(track) : track.id;
 }
 
 } // namespace veslora

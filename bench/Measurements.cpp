@@ -127,6 +127,13 @@ std::span<const Measurement> measurements() {
           "timer_wings_area_p50", "timer_wings_area_most", "timer_wings_outside"},
          measureTimerWings},
         {"sampler", {"closed_opens", "closed_sampler_reads", "open_sampler_interval"}, measureSampler},
+        {"media_rest",
+         {"media_pss", "media_own", "media_paused_wakeups", "media_playing_wakeups"},
+         measureMediaRest},
+        {"media_changes",
+         {"media_change_to_line_p50", "media_change_to_line_p95", "media_change_to_line_pss",
+          "media_playerctl_p50", "media_playerctl_p95", "media_playerctl_pss"},
+         measureMediaChanges},
         {"growth_prompts", {"growth_prompts"}, measurePromptGrowth},
         {"growth_opens", {"growth_opens"}, measureOpenGrowth},
     };

@@ -28,7 +28,7 @@ const std::string wideMusic = R"({"widgetLayout": "music:2"})";
 class Player {
   public:
     explicit Player(const std::string& name)
-        : m_program({"/usr/bin/python3", VESLORA_BENCH_PLAYER, "org.mpris.MediaPlayer2." + name}, 1,
+        : m_program({"/usr/bin/python3", VESLORA_PLAYER, "org.mpris.MediaPlayer2." + name}, 1,
                     testing::ProgramInput::told) {
         expect("\"ready\"");
     }

@@ -131,7 +131,9 @@ void SpotifyOnBus::propertiesChanged(const QString& interface, const QVariantMap
     }
 }
 
-void SpotifyOnBus::seeked(qlonglong /*position*/) {
+/// Taken at its word, since players that still have to get there answer with where they were.
+void SpotifyOnBus::seeked(qlonglong position) {
+    m_sought = position;
     read();
 }
 
@@ -154,14 +156,16 @@ void SpotifyOnBus::readNow() {
     // What changed until now, this look sees.
     m_isStale = false;
     m_lastRead = m_scheduler.steadyNow();
-    call(getAll(), [this](const QDBusMessage& reply) { wasRead(reply); });
+    call(getAll(), [this, sought = std::exchange(m_sought, std::nullopt)](const QDBusMessage& reply) {
+        wasRead(reply, sought);
+    });
 }
 
 /// What was read is told although it may have changed meanwhile: a player that changes all the time is shown
 /// too.
-void SpotifyOnBus::wasRead(const QDBusMessage& reply) {
+void SpotifyOnBus::wasRead(const QDBusMessage& reply, std::optional<qlonglong> sought) {
     m_isReading = false;
-    tell(reply);
+    tell(reply, sought);
     if (m_isStale) {
         read();
     }
@@ -170,13 +174,17 @@ void SpotifyOnBus::wasRead(const QDBusMessage& reply) {
     }
 }
 
-void SpotifyOnBus::tell(const QDBusMessage& reply) {
-    const QDBusPendingReply<QVariantMap> properties(reply);
-    if (properties.isValid()) {
-        emit playbackStateChanged(spotifyUserInfo(properties.value()));
-    } else {
-        BusErrors::tell(Logs::bus, service + QStringLiteral(".GetAll"), properties.error());
+void SpotifyOnBus::tell(const QDBusMessage& reply, std::optional<qlonglong> sought) {
+    const QDBusPendingReply<QVariantMap> answer(reply);
+    if (!answer.isValid()) {
+        BusErrors::tell(Logs::bus, service + QStringLiteral(".GetAll"), answer.error());
+        return;
     }
+    QVariantMap properties = answer.value();
+    if (sought) {
+        properties[QStringLiteral("Position")] = *sought;
+    }
+    emit playbackStateChanged(spotifyUserInfo(properties));
 }
 
 void SpotifyOnBus::call(const QDBusMessage& message,

@@ -55,8 +55,8 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
 
     void read();
     void readNow();
-    void wasRead(const QDBusMessage& reply);
-    void tell(const QDBusMessage& reply);
+    void wasRead(const QDBusMessage& reply, std::optional<qlonglong> sought);
+    void tell(const QDBusMessage& reply, std::optional<qlonglong> sought);
     void call(const QDBusMessage& message, std::function<void(const QDBusMessage& reply)> answered);
     void runNext();
     void finish(Result result);
@@ -67,6 +67,7 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
     bool m_isStale = false;       ///< it has changed while it was read, or since
     double m_lastRead = -pace;    ///< by `steadyNow`, when the last look began
     Task m_nextRead;              ///< waits for the pace
+    std::optional<qlonglong> m_sought; ///< microseconds to which it leapt since the last look began
     std::optional<Result> m_held; ///< of a script that has ended while the player was read
     int m_readsBeforeHeld = 0;    ///< looks that have to end before it is told
     std::deque<Script> m_scripts; ///< the first one is under way

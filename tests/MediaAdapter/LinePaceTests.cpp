@@ -6,18 +6,20 @@
 namespace veslora {
 namespace {
 
+using Awaited = LinePace::Awaited;
+
 TEST(LinePaceTests, NothingIsDueWithoutAChange) {
     LinePace pace;
-    EXPECT_EQ(pace.due(false), std::nullopt);
+    EXPECT_EQ(pace.due(Awaited::nothing), std::nullopt);
     pace.change(1000);
     pace.written(1000);
-    EXPECT_EQ(pace.due(false), std::nullopt);
+    EXPECT_EQ(pace.due(Awaited::nothing), std::nullopt);
 }
 
 TEST(LinePaceTests, TheFirstChangeIsDueAtOnce) {
     LinePace pace;
     pace.change(1000);
-    EXPECT_EQ(pace.due(false), 1000);
+    EXPECT_EQ(pace.due(Awaited::nothing), 1000);
 }
 
 TEST(LinePaceTests, AFloodGivesALineEveryFiftyMilliseconds) {
@@ -25,7 +27,7 @@ TEST(LinePaceTests, AFloodGivesALineEveryFiftyMilliseconds) {
     int lines = 0;
     for (LinePace::Milliseconds now = 1000; now < 2000; ++now) {
         pace.change(now);
-        if (*pace.due(false) <= now) {
+        if (*pace.due(Awaited::nothing) <= now) {
             pace.written(now);
             ++lines;
         }
@@ -36,10 +38,19 @@ TEST(LinePaceTests, AFloodGivesALineEveryFiftyMilliseconds) {
 TEST(LinePaceTests, WaitsAMomentForThePosition) {
     LinePace pace;
     pace.change(1000);
-    EXPECT_EQ(pace.due(true), 1010);
+    EXPECT_EQ(pace.due(Awaited::position), 1010);
     pace.change(1008);
-    EXPECT_EQ(pace.due(true), 1010) << "the wait counts from the first change";
-    EXPECT_EQ(pace.due(false), 1000) << "the position has come";
+    EXPECT_EQ(pace.due(Awaited::position), 1010) << "the wait counts from the first change";
+    EXPECT_EQ(pace.due(Awaited::nothing), 1000) << "the position has come";
+}
+
+TEST(LinePaceTests, WaitsLongerForTheNextTrack) {
+    LinePace pace;
+    pace.change(1000);
+    EXPECT_EQ(pace.due(Awaited::track), 1100);
+    pace.change(1090);
+    EXPECT_EQ(pace.due(Awaited::track), 1100) << "the wait counts from the first change";
+    EXPECT_EQ(pace.due(Awaited::nothing), 1000) << "the track has come";
 }
 
 TEST(LinePaceTests, BothWaitsPassTogether) {
@@ -47,10 +58,10 @@ TEST(LinePaceTests, BothWaitsPassTogether) {
     pace.change(1000);
     pace.written(1000);
     pace.change(1020);
-    EXPECT_EQ(pace.due(true), 1050);
+    EXPECT_EQ(pace.due(Awaited::position), 1050);
     pace.written(1050);
     pace.change(1095);
-    EXPECT_EQ(pace.due(true), 1105);
+    EXPECT_EQ(pace.due(Awaited::position), 1105);
 }
 
 } // namespace

@@ -39,6 +39,15 @@ TEST(TrackIdentityTests, TrustsTheNextIdOnceItChanges) {
     EXPECT_EQ(identity.identify({.id = "/1", .title = "Three"}), "/1");
 }
 
+TEST(TrackIdentityTests, IsAnotherForTheNextTitleAlsoWhereThereWasNoIdInBetween) {
+    TrackIdentity identity;
+    const std::string one = identity.identify({.id = "/0", .title = "One"});
+    EXPECT_NE(identity.identify({.title = "One"}), "");
+    EXPECT_EQ(identity.identify({}), "");
+    EXPECT_EQ(identity.identify({.id = "/0"}), "/0");
+    EXPECT_NE(identity.identify({.id = "/0", .title = "Two"}), one);
+}
+
 TEST(TrackIdentityTests, IsMadeOfTheTrackWhereThePlayerGivesNone) {
     TrackIdentity identity;
     EXPECT_EQ(identity.identify({}), "");

@@ -7,12 +7,15 @@ Prints "ready" once it has its name on the bus, and then a line for each request
     keep NAME SIGNATURE VALUE ...  changes them in silence
     invalidate NAME ...            says that these have changed, without their values
     seek MICROSECONDS              changes the position and tells of it
+    seeked MICROSECONDS NAME ...   tells of a position that it does not answer with yet, after it has done as "set" does
     flood COUNT                    changes the title that often, one signal each
+    timed REQUEST ...              prints when it began, on the monotonic clock
     calls                          prints the calls that came since the last time
 """
 
 import json
 import sys
+import time
 
 import dbus
 import dbus.mainloop.glib
@@ -91,8 +94,15 @@ class Player(dbus.service.Object):
         elif word == "seek":
             self.change({"Position": dbus.Int64(arguments[0])}, False)
             self.Seeked(arguments[0])
+        elif word == "seeked":
+            self.change(triples(arguments[1:]))
+            self.Seeked(arguments[0])
         elif word == "flood":
             self.flood(arguments[0])
+        elif word == "timed":
+            moment = time.monotonic()
+            self.obey(*arguments)
+            return moment
         elif word == "calls":
             calls, self.calls = self.calls, []
             return calls

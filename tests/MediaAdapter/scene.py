@@ -17,6 +17,11 @@ import zlib
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 PREFIX = "org.mpris.MediaPlayer2."
+BUS = """<busconfig>
+<type>session</type><listen>unix:tmpdir={folder}</listen>
+<policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy>
+</busconfig>
+"""
 # Costs time only where a test fails.
 PATIENCE = 20
 ADAPTER = os.path.abspath(sys.argv[1])
@@ -98,6 +103,7 @@ class Stream:
             self.program = test.starts([ADAPTER, "stream"], stderr=log,
                                        env={**test.environment, "QT_LOGGING_RULES": "veslora.media=true"})
         self.lines, self.payload, self.times = [], None, []
+        self.payloads = []
         self.coming = queue.Queue()
         self.reader = threading.Thread(target=self.read)
         self.reader.start()
@@ -118,6 +124,7 @@ class Stream:
             self.payload = {key: value for key, value in {**(self.payload or {} if line["diff"] else {}),
                                                           **line["payload"]}.items() if value is not None}
             self.lines.append(line)
+            self.payloads.append(self.payload)
             self.times.append(moment)
 
     def comes_to(self, condition, what):
@@ -151,7 +158,11 @@ class MediaTestCase(unittest.TestCase):
         self.runtime = os.path.join(self.folder, "runtime")
         os.mkdir(self.runtime, 0o700)
         self.environment = {"PATH": os.environ["PATH"], "XDG_RUNTIME_DIR": self.runtime}
-        self.bus = self.starts(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"],
+        # No program of the machine's can be started by way of such a bus.
+        configuration = os.path.join(self.folder, "bus.conf")
+        with open(configuration, "w", encoding="utf-8") as file:
+            file.write(BUS.format(folder=self.folder))
+        self.bus = self.starts(["dbus-daemon", "--config-file=" + configuration, "--nofork", "--nopidfile", "--print-address"],
                                stderr=subprocess.DEVNULL, text=True)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.bus.stdout.readline().strip()
 

@@ -119,6 +119,19 @@ TEST_F(SpotifyOnBusTest, FollowsChangesSeeksAndItsEnd) {
     EXPECT_EQ(last("Name"), "Rain");
 }
 
+TEST_F(SpotifyOnBusTest, ALeapIsBelievedBeforeThePlayerIsThere) {
+    start();
+    player.seek(5'000'000);
+    player.properties["Position"] = qlonglong{102'500'000};
+    ASSERT_TRUE(waitUntil([this] { return told.size() == 2; }));
+    EXPECT_EQ(std::get<double>(told.back()["Playback Position"]), 5);
+    time.advance(1);
+    player.properties["Position"] = qlonglong{6'000'000};
+    player.change("PlaybackStatus", "Paused");
+    ASSERT_TRUE(waitUntil([this] { return told.size() == 3; }));
+    EXPECT_EQ(std::get<double>(told.back()["Playback Position"]), 6);
+}
+
 TEST_F(SpotifyOnBusTest, AnotherPlayersChangesAreNotIts) {
     start();
     MockPlayer other(bus.connect(), "org.mpris.MediaPlayer2.other");
