@@ -64,13 +64,13 @@ class SpotifyOnBus final : public SpotifyNotifications, public ScriptRunning {
     Scheduler& m_scheduler;
     std::optional<QDBusConnection> m_bus;
     bool m_isReading = false;
-    bool m_isStale = false;       ///< it has changed while it was read, or since
-    double m_lastRead = -pace;    ///< by `steadyNow`, when the last look began
-    Task m_nextRead;              ///< waits for the pace
+    bool m_isStale = false;            ///< it has changed while it was read, or since
+    double m_lastRead = -pace;         ///< by `steadyNow`, when the last look began
+    Task m_nextRead;                   ///< waits for the pace
     std::optional<qlonglong> m_sought; ///< microseconds to which it leapt since the last look began
-    std::optional<Result> m_held; ///< of a script that has ended while the player was read
-    int m_readsBeforeHeld = 0;    ///< looks that have to end before it is told
-    std::deque<Script> m_scripts; ///< the first one is under way
+    std::optional<Result> m_held;      ///< of a script that has ended while the player was read
+    int m_readsBeforeHeld = 0;         ///< looks that have to end before it is told
+    std::deque<Script> m_scripts;      ///< the first one is under way
 };
 
 } // namespace veslora
