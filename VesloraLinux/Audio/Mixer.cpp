@@ -25,7 +25,7 @@ float saturated(float value) {
 
 } // namespace
 
-bool Mixer::schedule(const Samples& samples, std::optional<std::int64_t> start) {
+bool Mixer::schedule(const Samples& samples, std::optional<std::int64_t> start, Late late) {
     if (!samples || samples->empty()) {
         return true;
     }
@@ -38,7 +38,8 @@ bool Mixer::schedule(const Samples& samples, std::optional<std::int64_t> start) 
                       .samples = samples->data(),
                       .length = static_cast<std::int64_t>(samples->size()),
                       .start = std::clamp(start.value_or(0), -furthest, furthest),
-                      .startsAtOnce = !start};
+                      .startsAtOnce = !start,
+                      .late = late};
     if (!m_scheduled.push(voice)) {
         return false;
     }
@@ -79,8 +80,10 @@ void Mixer::takeScheduled() noexcept {
         voice = *taken;
         if (voice.startsAtOnce) {
             voice.start = position;
-        } else if (voice.start + voice.length <= position) {
+        } else if (voice.start + voice.length <= position ||
+                   (voice.late == Late::dropped && voice.start < position)) {
             m_missed.fetch_add(1, std::memory_order_relaxed);
+            voice.length = 0;
         }
     }
 }
@@ -109,6 +112,9 @@ void Mixer::giveBackFinished(std::int64_t end) noexcept {
 
 void Mixer::shape(std::span<float> block) noexcept {
     const float volume = m_volume.load(std::memory_order_relaxed);
+    if (m_position.load(std::memory_order_relaxed) == 0) {
+        m_reachedVolume = volume;
+    }
     const float change = block.empty() ? 0 : (volume - m_reachedVolume) / static_cast<float>(block.size());
     for (std::size_t index = 0; index < block.size(); ++index) {
         block[index] = saturated(block[index] * (m_reachedVolume + change * static_cast<float>(index + 1)));

@@ -25,28 +25,34 @@ class Mixer {
     /// How many sounds can be scheduled at once, those that play included.
     static constexpr std::size_t capacity = 64;
 
+    /// What becomes of a sound whose start was rendered already.
+    enum class Late {
+        continued, ///< it goes on from where it would be by now, so that what it stands for stays in time
+        dropped,   ///< it is not heard
+    };
+
     Mixer() = default;
     ~Mixer() = default;
     Mixer(const Mixer&) = delete;
     Mixer& operator=(const Mixer&) = delete;
 
     /// Main thread. Lets a sound begin at `start`, counted in samples from the first one rendered; without it
-    /// as soon as there is anything to render. A sound whose start was rendered already goes on from where it
-    /// would be by now, so that what it stands for stays in time; one that would be over is dropped and
-    /// counted by `missed`. False, with nothing scheduled, when `capacity` sounds are in there. No samples
-    /// are no sound: nothing happens and the result is true.
-    [[nodiscard]] bool schedule(const Samples& samples, std::optional<std::int64_t> start = {});
+    /// as soon as there is anything to render. A sound that comes late and would be over by now is dropped in
+    /// either case; `missed` counts those that were. False, with nothing scheduled, when `capacity` sounds
+    /// are in there. No samples are no sound: nothing happens and the result is true.
+    [[nodiscard]] bool schedule(const Samples& samples, std::optional<std::int64_t> start = {},
+                                Late late = Late::continued);
 
     /// Main thread. Frees the sounds that are over and tells how many are still to come or playing.
     std::size_t reclaim();
 
     /// Main thread. From 0 to 1, what every sound is multiplied with; others count as the nearest, no number
-    /// as 0. It moves there within one block, without a step.
+    /// as 0. It moves there within one block, without a step; the first block has it from its start.
     void setVolume(float volume);
 
     /// Any thread. How many samples were rendered, which is where the next one falls.
     [[nodiscard]] std::int64_t position() const { return m_position.load(std::memory_order_acquire); }
-    /// Any thread. How many sounds were over before they could begin.
+    /// Any thread. How many sounds came too late to be heard.
     [[nodiscard]] std::uint64_t missed() const { return m_missed.load(std::memory_order_relaxed); }
 
     /// Audio thread. Fills `block` with the next samples. A sum up to 0.8 passes as it is; beyond, it is bent
@@ -62,6 +68,7 @@ class Mixer {
         std::int64_t length = 0;
         std::int64_t start = 0;
         bool startsAtOnce = false;
+        Late late = Late::continued;
     };
 
     static_assert(std::atomic<std::int64_t>::is_always_lock_free);

@@ -125,6 +125,17 @@ TEST(Mixer, ASoundThatIsOverAlreadyIsDroppedAndCounted) {
     EXPECT_TRUE(mixer.isSilent());
 }
 
+TEST(Mixer, ALateSoundThatMustNotBeIsDroppedAndCounted) {
+    Mixer mixer;
+    render(mixer, 100);
+    ASSERT_TRUE(mixer.schedule(constant(4, 0.5F), 99, Mixer::Late::dropped));
+    ASSERT_TRUE(mixer.schedule(constant(1, 0.25F), 101, Mixer::Late::dropped));
+    EXPECT_THAT(render(mixer, 3), ElementsAre(0, 0.25F, 0));
+    EXPECT_EQ(mixer.missed(), 1U);
+    EXPECT_EQ(mixer.reclaim(), 0U);
+    EXPECT_TRUE(mixer.isSilent());
+}
+
 TEST(Mixer, AStartBeyondAllTimeNeverComes) {
     Mixer mixer;
     ASSERT_TRUE(mixer.schedule(constant(4, 0.5F), std::numeric_limits<std::int64_t>::max()));
@@ -207,6 +218,13 @@ TEST(Mixer, ANewVolumeIsReachedWithoutAStep) {
         render(mixer, 10, 10);
         EXPECT_THAT(render(mixer, 20), Each(0.0F));
     }
+}
+
+TEST(Mixer, TheFirstBlockHasItsVolumeFromItsStart) {
+    Mixer mixer;
+    mixer.setVolume(0.5F);
+    ASSERT_TRUE(mixer.schedule(constant(100, 0.5F), 0));
+    EXPECT_THAT(render(mixer, 100, 100), Each(0.25F));
 }
 
 TEST(AllocationGuard, CountsWhatItsThreadAllocates) {
