@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/Audio/PulseOutput.h"
 
+#include "VesloraLinux/Audio/PulseAlertSession.h"
 #include "VesloraUI/Platform/Logs.h"
 
 #include <sys/eventfd.h>
@@ -36,7 +37,8 @@ void PulseOutput::start(Mixer& mixer, std::function<void(AudioEnd)> ended) {
 void PulseOutput::run(Mixer& mixer, std::uint64_t start) {
     AudioEnd end = AudioEnd::failed;
     if (const auto library = m_stop ? PulseLibrary::load(m_options.library) : nullptr) {
-        end = PulseSession(*library, m_options, mixer, m_stop.value()).run();
+        PulseAlertSession session(*library, m_options, mixer, m_stop.value());
+        end = session.run() == PulseSession::End::finished ? AudioEnd::played : AudioEnd::failed;
     }
     tell(end, start);
 }

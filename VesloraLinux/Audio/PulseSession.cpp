@@ -25,7 +25,7 @@ PulseSession::PulseSession(const PulseLibrary& library, const PulseOptions& opti
     }
     pa_mainloop_api* const api = m_library.mainloop_get_api(m_loop);
     const auto stopped = [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* session) {
-        static_cast<PulseSession*>(session)->m_stage = Stage::stopped;
+        static_cast<PulseSession*>(session)->m_end = End::stopped;
     };
     m_stopEvent = api->io_new(api, stopDescriptor, PA_IO_EVENT_INPUT, stopped, this);
     m_context = m_library.context_new(api, "Veslora");
@@ -50,19 +50,28 @@ PulseSession::~PulseSession() {
     }
 }
 
-/// The first failure is told; what follows from it is not.
-void PulseSession::fail(const char* what, std::optional<int> reason) {
-    if (m_stage == Stage::going) {
-        m_stage = Stage::failed;
-        qCWarning(Logs::audio, "no sound: %s: %s", what,
-                  m_library.strerror(reason ? *reason : m_library.context_errno(m_context)));
+void PulseSession::finish() {
+    if (!m_end) {
+        m_end = End::finished;
     }
 }
 
-AudioEnd PulseSession::run() {
+void PulseSession::fail(const char* what, std::optional<int> reason) {
+    // What follows from the first failure is none of its own.
+    if (!m_end) {
+        m_end = End::failed;
+        tellOfFailure(what, m_library.strerror(reason ? *reason : m_library.context_errno(m_context)));
+    }
+}
+
+void PulseSession::tellOfFailure(const char* what, const char* reason) {
+    qCWarning(Logs::audio, "no sound: %s: %s", what, reason);
+}
+
+PulseSession::End PulseSession::run() {
     if (m_context == nullptr) {
         fail("no connection can be made", PA_ERR_INTERNAL);
-        return AudioEnd::failed;
+        return End::failed;
     }
     m_library.context_set_state_callback(
         m_context, [](pa_context*, void* session) { static_cast<PulseSession*>(session)->contextChanged(); },
@@ -72,10 +81,10 @@ AudioEnd PulseSession::run() {
         fail("no server can be reached");
     }
     markProgress();
-    while (m_stage == Stage::going) {
+    while (!m_end) {
         iterate();
     }
-    return m_stage == Stage::played ? AudioEnd::played : AudioEnd::failed;
+    return *m_end;
 }
 
 void PulseSession::markProgress() {
@@ -98,17 +107,20 @@ void PulseSession::contextChanged() {
     const pa_context_state_t state = m_library.context_get_state(m_context);
     if (!PA_CONTEXT_IS_GOOD(state)) {
         fail("the connection is lost, or there never was one");
+    } else if (state == PA_CONTEXT_AUTHORIZING) {
+        serverFound();
     } else if (state == PA_CONTEXT_READY) {
         qCInfo(Logs::audio, "reached the sound server at %s", m_library.context_get_server(m_context));
         markProgress();
-        openStream();
+        serverReady();
     }
 }
 
 void PulseSession::openStream() {
     pa_proplist* const properties = m_library.proplist_new();
-    // What desktops put under "System Sounds" in their mixers.
-    m_library.proplist_sets(properties, PA_PROP_MEDIA_ROLE, "event");
+    if (role() != nullptr) {
+        m_library.proplist_sets(properties, PA_PROP_MEDIA_ROLE, role());
+    }
     m_stream = m_library.stream_new_with_proplist(m_context, "Veslora", &format, nullptr, properties);
     m_library.proplist_free(properties);
     if (m_stream == nullptr) {
@@ -124,12 +136,12 @@ void PulseSession::openStream() {
             static_cast<PulseSession*>(session)->write(bytes);
         },
         this);
+    streamOpened();
     const auto length =
         static_cast<std::uint32_t>(m_options.buffer.count() * Mixer::sampleRate / 1000 * bytesInSample);
     const pa_buffer_attr buffer{byDefault, length, byDefault, byDefault, byDefault};
     // No device is named and moving is not forbidden, so the stream follows the default one.
-    if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr,
-                                          nullptr) < 0) {
+    if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, flags(), nullptr, nullptr) < 0) {
         fail("the stream can't be connected");
     }
 }
@@ -144,7 +156,7 @@ void PulseSession::streamChanged() {
 
 void PulseSession::write(std::size_t bytes) {
     markProgress();
-    while (bytes >= sizeof(float) && !m_isDraining) {
+    while (bytes >= sizeof(float) && m_isWriting) {
         void* memory = nullptr;
         std::size_t size = bytes;
         if (m_library.stream_begin_write(m_stream, &memory, &size) < 0 || memory == nullptr) {
@@ -159,26 +171,7 @@ void PulseSession::write(std::size_t bytes) {
             return;
         }
         bytes -= count * sizeof(float);
-        if (m_mixer.isSilent()) {
-            drain();
-        }
-    }
-}
-
-void PulseSession::drain() {
-    m_isDraining = true;
-    const auto drained = [](pa_stream*, int success, void* session) {
-        auto& self = *static_cast<PulseSession*>(session);
-        if (success != 0) {
-            self.m_stage = Stage::played;
-        } else {
-            self.fail("the end was not heard");
-        }
-    };
-    if (pa_operation* const operation = m_library.stream_drain(m_stream, drained, this)) {
-        m_library.operation_unref(operation);
-    } else {
-        fail("the end can't be waited for");
+        wrote(count);
     }
 }
 
