@@ -41,6 +41,9 @@ bool findStream(void* library, PulseLibrary& found) {
            find(library, "pa_stream_unref", found.stream_unref) &&
            find(library, "pa_stream_set_state_callback", found.stream_set_state_callback) &&
            find(library, "pa_stream_set_write_callback", found.stream_set_write_callback) &&
+           find(library, "pa_stream_set_moved_callback", found.stream_set_moved_callback) &&
+           find(library, "pa_stream_set_underflow_callback", found.stream_set_underflow_callback) &&
+           find(library, "pa_stream_get_latency", found.stream_get_latency) &&
            find(library, "pa_stream_get_state", found.stream_get_state) &&
            find(library, "pa_stream_connect_playback", found.stream_connect_playback) &&
            find(library, "pa_stream_disconnect", found.stream_disconnect) &&

@@ -37,6 +37,9 @@ struct PulseLibrary {
     decltype(&pa_stream_unref) stream_unref = nullptr;
     decltype(&pa_stream_set_state_callback) stream_set_state_callback = nullptr;
     decltype(&pa_stream_set_write_callback) stream_set_write_callback = nullptr;
+    decltype(&pa_stream_set_moved_callback) stream_set_moved_callback = nullptr;
+    decltype(&pa_stream_set_underflow_callback) stream_set_underflow_callback = nullptr;
+    decltype(&pa_stream_get_latency) stream_get_latency = nullptr;
     decltype(&pa_stream_get_state) stream_get_state = nullptr;
     decltype(&pa_stream_connect_playback) stream_connect_playback = nullptr;
     decltype(&pa_stream_disconnect) stream_disconnect = nullptr;
