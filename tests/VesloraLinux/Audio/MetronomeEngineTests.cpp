@@ -2,7 +2,7 @@
 // The metronome's sounds on their samples, on loudspeakers that a test moves.
 #include "VesloraCore/Metronome/MetronomeSounds.h"
 #include "VesloraLinux/Audio/MetronomeEngine.h"
-#include "tests/VesloraLinux/Audio/ManualOpenOutput.h"
+#include "tests/VesloraLinux/Support/ManualOpenOutput.h"
 
 #include <gmock/gmock.h>
 
