@@ -2,6 +2,8 @@
 #include "VesloraLinux/LinuxPlatform.h"
 
 #include "VesloraLinux/Audio/AlertPlayer.h"
+#include "VesloraLinux/Audio/MetronomeEngine.h"
+#include "VesloraLinux/Audio/PulseOpenOutput.h"
 #include "VesloraLinux/Audio/PulseOutput.h"
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 #include "VesloraLinux/DBus/InhibitingService.h"
@@ -84,6 +86,7 @@ struct LinuxPlatform::Parts {
     ProcSystemReadings systemReadings;
     Tmux multiplexer{scheduler, processes};
     AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
+    MetronomeEngine metronome{std::make_unique<PulseOpenOutput>()};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     SystemBus systemBus{scheduler};
@@ -127,6 +130,7 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .panel = windowSystem->panel(),
                     .frameClock = windowSystem->frameClock(),
                     .sounds = sounds,
+                    .metronome = metronome,
                     .haptics = haptics,
                     .statusMenu = statusMenu,
                     .power = power,

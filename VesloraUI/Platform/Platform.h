@@ -12,6 +12,7 @@
 #include "VesloraUI/Platform/FrameClock.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/HostApplications.h"
+#include "VesloraUI/Platform/MetronomePlaying.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
 #include "VesloraUI/Platform/PowerAsserting.h"
@@ -63,6 +64,7 @@ struct Platform {
     Panel& panel;
     FrameClock& frameClock;
     SoundPlaying& sounds;
+    MetronomePlaying& metronome;
     HapticPerforming& haptics;
     StatusMenu& statusMenu;
     PowerAsserting& power;

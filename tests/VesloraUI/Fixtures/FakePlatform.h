@@ -6,6 +6,7 @@
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "tests/VesloraUI/Fixtures/FakeMetronome.h"
 #include "tests/VesloraUI/Fixtures/FakeMusic.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/ManualScheduler.h"
@@ -251,6 +252,7 @@ class FakePlatform {
     FakePanel window;
     FakeFrameClock frames{time};
     RecordingSounds sound;
+    FakeMetronomePlayer beats{time};
     RecordingHaptics taps;
     FixedTextMeasuring measuring;
     RecordingStatusMenu menu;
@@ -282,6 +284,7 @@ class FakePlatform {
                    .panel = window,
                    .frameClock = frames,
                    .sounds = sound,
+                   .metronome = beats,
                    .haptics = taps,
                    .statusMenu = menu,
                    .power = energy,

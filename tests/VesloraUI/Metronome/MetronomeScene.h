@@ -3,7 +3,6 @@
 #pragma once
 
 #include "VesloraUI/Metronome/MetronomeModel.h"
-#include "tests/VesloraUI/Fixtures/FakeMetronome.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +53,7 @@ class MetronomeScene : public testing::Test {
 
     FakePlatform platform;
     FakeDefaults settings{platform};
-    FakeMetronomePlayer player{platform.time};
+    FakeMetronomePlayer& player = platform.beats;
     int changes = 0;
     std::unique_ptr<MetronomeModel> metronome;
 };
