@@ -37,6 +37,10 @@ void measureText(const Bench& bench) {
     measureInside(bench, "text");
 }
 
+void measureMetronome(const Bench& bench) {
+    measureInside(bench, "metronome");
+}
+
 } // namespace
 
 std::span<const Measurement> measurements() {
@@ -134,6 +138,12 @@ std::span<const Measurement> measurements() {
          {"media_change_to_line_p50", "media_change_to_line_p95", "media_change_to_line_pss",
           "media_playerctl_p50", "media_playerctl_p95", "media_playerctl_pss"},
          measureMediaChanges},
+        {"metronome",
+         {"metronome_idle_error", "metronome_idle_missing", "metronome_idle_heard",
+          "metronome_idle_underruns", "metronome_load_error", "metronome_load_missing",
+          "metronome_load_heard", "metronome_load_underruns", "metronome_blocked_error",
+          "metronome_blocked_missing", "metronome_blocked_heard", "metronome_blocked_underruns"},
+         measureMetronome},
         {"growth_prompts", {"growth_prompts"}, measurePromptGrowth},
         {"growth_opens", {"growth_opens"}, measureOpenGrowth},
     };

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
-// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh
-// and the judgement of texts. A program of its own, since the harness must not map the toolkit's libraries:
-// the measured program would then share them, and seem smaller than it is.
+// What has to be done with the program's own code: installing the hooks into a home, and measuring a refresh,
+// the judgement of texts and the metronome. A program of its own, since the harness must not map the
+// toolkit's libraries: the measured program would then share them, and seem smaller than it is.
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "bench/Report.h"
 #include "bench/UsageCorpus.h"
+#include "bench/inside/MetronomeBench.h"
 #include "bench/inside/RefreshBench.h"
 #include "bench/inside/TextBench.h"
 #include "bench/inside/UsageRun.h"
@@ -44,6 +45,12 @@ int measureText(bool isShort) {
     return report.isGood() ? 0 : 1;
 }
 
+int measureMetronome(bool isShort) {
+    bench::Report report(!isShort);
+    bench::measureMetronome(report, isShort);
+    return report.isGood() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -66,12 +73,15 @@ int main(int argc, char** argv) {
         if (!arguments.empty() && arguments[0] == "text") {
             return measureText(isShort);
         }
+        if (!arguments.empty() && arguments[0] == "metronome") {
+            return measureMetronome(isShort);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bench: %s\n", error.what());
         return 1;
     }
     std::fputs("usage: veslora-bench-inside hooks HOME RUNTIME | usage FOLDER [FILE] | corpus FOLDER FILES | "
-               "refresh [--smoke] | text [--smoke]\n",
+               "refresh [--smoke] | text [--smoke] | metronome [--smoke]\n",
                stderr);
     return 2;
 }
