@@ -157,23 +157,26 @@ class Run {
     MetronomeModel m_metronome{m_settings, {m_scheduler, m_player, m_suspension}};
 };
 
-/// Of all tempos.
+/// Of all tempos. Where the server had nothing to play, its silence moves what comes after it, so such a run
+/// only counts as one.
 struct Total {
-    std::int64_t worst = 0; ///< of the runs in which the server always had something to play
+    std::int64_t worst = 0;
     int heard = 0;
     int missing = 0;
     int underruns = 0;
 
     void add(const Comparison& run, int dry) {
-        worst = dry == 0 ? std::max(worst, run.worst) : worst;
-        heard += run.heard;
-        missing += run.missing;
         underruns += dry;
+        if (dry == 0) {
+            worst = std::max(worst, run.worst);
+            heard += run.heard;
+            missing += run.missing;
+        }
     }
 };
 
 Total measure(Condition condition, bool isShort) {
-    const std::vector<int> tempos = isShort ? std::vector{300} : std::vector{30, 137, 300};
+    const std::vector<int> tempos = isShort ? std::vector{137} : std::vector{30, 137, 300};
     Total total;
     for (const int bpm : tempos) {
         underruns = 0;
@@ -200,7 +203,8 @@ void measureMetronome(Report& report, bool isShort) {
         const auto value = [](auto number) { return static_cast<double>(number); };
         report.add({prefix + "_error", value(total.worst), "samples", 0, {0, 1e9}});
         report.add({prefix + "_missing", value(total.missing), "beats", 0, {0, 1e6}});
-        report.add({prefix + "_heard", value(total.heard), "beats", std::nullopt, {5, 1e6}});
+        const double fewest = condition == Condition::load ? 0 : 5;
+        report.add({prefix + "_heard", value(total.heard), "beats", std::nullopt, {fewest, 1e6}});
         report.add({prefix + "_underruns", value(total.underruns), "", std::nullopt, {0, 1e6}});
     }
     qInstallMessageHandler(former);
