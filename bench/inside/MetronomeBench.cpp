@@ -9,6 +9,7 @@
 #include "VesloraUI/Platform/Suspension.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "bench/Clock.h"
 #include "bench/Report.h"
 #include "bench/inside/BeatRecord.h"
 #include "tests/VesloraLinux/Support/SoundServer.h"
@@ -126,7 +127,9 @@ class Run {
         if (condition == Condition::blocked) {
             blocker.start(700);
         }
+        const double before = monotonicNow();
         m_metronome.start();
+        m_startTime = (monotonicNow() - before) * 1000;
         if (!m_metronome.isRunning()) {
             throw std::runtime_error("the metronome does not start");
         }
@@ -144,7 +147,11 @@ class Run {
         return compare(plan, onsetsIn(recorder.samples()), heardUntil);
     }
 
+    /// Milliseconds for which the last start held the main thread.
+    [[nodiscard]] double startTime() const { return m_startTime; }
+
   private:
+    double m_startTime = 0;
     testing::SoundEnvironment m_environment;
     testing::PulseServer m_server{m_environment};
     MemoryFiles m_files;
@@ -164,9 +171,11 @@ struct Total {
     int heard = 0;
     int missing = 0;
     int underruns = 0;
+    double startTime = 0; ///< milliseconds
 
-    void add(const Comparison& run, int dry) {
+    void add(const Comparison& run, int dry, double start) {
         underruns += dry;
+        startTime = std::max(startTime, start);
         if (dry == 0) {
             worst = std::max(worst, run.worst);
             heard += run.heard;
@@ -180,11 +189,12 @@ Total measure(Condition condition, bool isShort) {
     Total total;
     for (const int bpm : tempos) {
         underruns = 0;
-        const Comparison run = Run(bpm).compareAfter(isShort ? 3 : 20, condition);
+        Run metronome(bpm);
+        const Comparison run = metronome.compareAfter(isShort ? 3 : 20, condition);
         if (run.heard == 0) {
             throw std::runtime_error("nothing was heard of the metronome");
         }
-        total.add(run, underruns);
+        total.add(run, underruns, metronome.startTime());
     }
     return total;
 }
@@ -205,6 +215,7 @@ void measureMetronome(Report& report, bool isShort) {
         report.add({prefix + "_missing", value(total.missing), "beats", 0, {0, 1e6}});
         const double fewest = condition == Condition::load ? 0 : 5;
         report.add({prefix + "_heard", value(total.heard), "beats", std::nullopt, {fewest, 1e6}});
+        report.add({prefix + "_start", total.startTime, "ms", 16, {0.001, 60000}});
         report.add({prefix + "_underruns", value(total.underruns), "", std::nullopt, {0, 1e6}});
     }
     qInstallMessageHandler(former);
