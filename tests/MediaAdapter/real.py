@@ -33,6 +33,7 @@ class RealPlayer:
     def __init__(self, test, instance, words, **more):
         self.test, self.instance = test, instance
         self.program = test.starts(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **more)
+        test.players.append(self.program)
 
     @property
     def name(self):
