@@ -42,7 +42,8 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
       m_monitors(makeAgentMonitors(seamsOf(platform), m_support, settings)), m_agents(pointersTo(m_monitors)),
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
-      m_settingsWindow(m_engine, m_agents, QStringLiteral(VESLORA_VERSION)) {
+      m_metronomePreviewer(settings, {platform.scheduler, platform.metronomePreview, platform.suspension}),
+      m_settingsWindow(m_engine, m_agents, m_metronomePreviewer, QStringLiteral(VESLORA_VERSION)) {
     prepareEngine(m_engine, m_environment);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
     QObject::connect(&platform.suspension, &Suspension::didWake, &m_environment,

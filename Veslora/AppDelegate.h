@@ -45,6 +45,7 @@ class AppDelegate {
     std::vector<std::unique_ptr<AgentMonitor>> m_monitors;
     AgentsModel m_agents;
     NotchWindowController m_notch;
+    MetronomeModel m_metronomePreviewer;
     SettingsWindow m_settingsWindow;
 };
 

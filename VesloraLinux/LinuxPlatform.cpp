@@ -87,6 +87,7 @@ struct LinuxPlatform::Parts {
     Tmux multiplexer{scheduler, processes};
     AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
     MetronomeEngine metronome{std::make_unique<PulseOpenOutput>()};
+    MetronomeEngine metronomePreview{std::make_unique<PulseOpenOutput>()};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     SystemBus systemBus{scheduler};
@@ -131,6 +132,7 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .frameClock = windowSystem->frameClock(),
                     .sounds = sounds,
                     .metronome = metronome,
+                    .metronomePreview = metronomePreview,
                     .haptics = haptics,
                     .statusMenu = statusMenu,
                     .power = power,

@@ -49,6 +49,7 @@ const IslandPresentation& PresentationJudge::judge(Timestamp now) {
     inputs.agents.hasFinished = m_models.agents()->latestFinished().has_value();
     inputs.agents.hasWorking = m_models.agents()->longestWorking().has_value();
     inputs.keepAwake = m_models.keepAwake()->state();
+    inputs.metronomeIsRunning = m_models.metronome()->isRunning();
     inputs.track = m_models.music()->track();
     inputs.musicPausedSince = m_models.music()->pausedSince();
     inputs.timer = {m_models.timer()->isShowingDone(), m_models.timer()->countdown()};

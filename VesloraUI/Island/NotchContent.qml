@@ -25,6 +25,8 @@ Fader {
             return working;
         case NotchViewModel.KeepAwake:
             return keepAwake;
+        case NotchViewModel.Metronome:
+            return metronome;
         case NotchViewModel.Music:
             return music;
         case NotchViewModel.ClaudeRequest:
@@ -92,6 +94,17 @@ Fader {
 
         KeepAwakeLiveActivityView {
             keepAwake: island.models.keepAwake
+            notchHeight: island.model.notchHeight
+            notchWidth: island.model.notchWidth
+            wingWidth: island.model.wingWidth
+        }
+    }
+
+    Component {
+        id: metronome
+
+        MetronomeLiveActivityView {
+            metronome: island.models.metronome
             notchHeight: island.model.notchHeight
             notchWidth: island.model.notchWidth
             wingWidth: island.model.wingWidth

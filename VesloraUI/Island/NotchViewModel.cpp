@@ -26,6 +26,8 @@ NotchViewModel::Content NotchViewModel::contentOf(IslandState state, bool hasReq
         return ClaudeWorking;
     case IslandState::keepAwakeActivity:
         return KeepAwake;
+    case IslandState::metronomeActivity:
+        return Metronome;
     case IslandState::musicActivity:
         return Music;
     case IslandState::claudeAlert:

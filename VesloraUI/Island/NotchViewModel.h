@@ -48,6 +48,7 @@ class NotchViewModel : public QObject {
         ClaudeFinished,
         ClaudeWorking,
         KeepAwake,
+        Metronome,
         Music,
         TimerDone,
         ClaudeRequest,

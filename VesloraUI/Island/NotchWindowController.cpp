@@ -33,6 +33,7 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
                          .adapter = platform.mediaAdapter,
                          .artwork = platform.artwork,
                          .apps = platform.apps}),
+      m_metronome(settings, {platform.scheduler, platform.metronome, platform.suspension}),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
       m_fullscreenMonitor(platform.screenWindows, platform.scheduler),
       m_editTimeout(platform.pointer, platform.scheduler, [this] { m_rack.exitEditing(); }) {}
@@ -48,6 +49,7 @@ void NotchWindowController::start() {
     m_agents.setOnChange([this] { agentsChanged(); });
     m_keepAwake.onChange = [this] { presentationChanged(); };
     m_music.onChange = [this] { musicChanged(); };
+    m_metronome.onChange = [this] { presentationChanged(); };
     m_fullscreenMonitor.onChange = [this](bool) { applyVisibility(); };
     m_agents.start();
     layout();
@@ -73,6 +75,8 @@ void NotchWindowController::stop() {
     m_music.onChange = nullptr;
     m_graceTask.cancel();
     m_music.setNeeded(false);
+    m_metronome.onChange = nullptr;
+    m_metronome.stop();
     m_agents.stop();
     m_agents.setOnChange(nullptr);
     m_keepAwake.onChange = nullptr;

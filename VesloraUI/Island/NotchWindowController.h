@@ -46,6 +46,7 @@ class NotchWindowController : public QObject {
     [[nodiscard]] SystemSampler& sampler() { return m_sampler; }
     [[nodiscard]] KeepAwakeModel& keepAwake() { return m_keepAwake; }
     [[nodiscard]] MusicModel& music() { return m_music; }
+    [[nodiscard]] MetronomeModel& metronome() { return m_metronome; }
     /// Null before the first layout.
     [[nodiscard]] NotchViewModel* model() const { return m_model.get(); }
     /// Absent before the first layout.
@@ -109,7 +110,8 @@ class NotchWindowController : public QObject {
     AgentsModel& m_agents;
     KeepAwakeModel m_keepAwake;
     MusicModel m_music;
-    IslandModels m_models{{m_agents, m_keepAwake, m_music, m_timer, m_rack, m_sampler}};
+    MetronomeModel m_metronome;
+    IslandModels m_models{{m_agents, m_keepAwake, m_metronome, m_music, m_timer, m_rack, m_sampler}};
     PresentationJudge m_judge;
     MakeContent m_makeContent;
 

@@ -65,6 +65,7 @@ struct Platform {
     FrameClock& frameClock;
     SoundPlaying& sounds;
     MetronomePlaying& metronome;
+    MetronomePlaying& metronomePreview; ///< for samples of its sounds, which leave the other alone
     HapticPerforming& haptics;
     StatusMenu& statusMenu;
     PowerAsserting& power;

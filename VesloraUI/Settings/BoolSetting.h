@@ -1,39 +1,26 @@
 // SPDX-License-Identifier: MIT
-// One yes-or-no setting as a view binds to it: it follows the store, and writing it writes the store.
+// One yes or no of the settings as a view binds to it: it follows the store, and writing it writes the store.
 #pragma once
 
-#include <QObject>
-#include <QQmlEngine>
-#include <QString>
+#include "VesloraUI/Settings/SettingBinding.h"
 
 namespace veslora {
 
-class Defaults;
-
-class BoolSetting : public QObject, public QQmlParserStatus {
+class BoolSetting : public veslora::SettingBinding {
     Q_OBJECT
     QML_ELEMENT
-    Q_INTERFACES(QQmlParserStatus)
-    Q_PROPERTY(QString key MEMBER m_key REQUIRED FINAL)
     Q_PROPERTY(bool value READ value WRITE setValue NOTIFY valueChanged FINAL)
 
   public:
-    using QObject::QObject;
-
-    void classBegin() override {}
-    void componentComplete() override;
+    using SettingBinding::SettingBinding;
 
     [[nodiscard]] bool value() const { return m_value; }
     void setValue(bool value);
 
-  signals:
-    void valueChanged();
+  protected:
+    void read() override;
 
   private:
-    void read();
-
-    QString m_key;
-    Defaults* m_settings = nullptr;
     bool m_value = false;
 };
 

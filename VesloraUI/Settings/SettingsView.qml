@@ -8,6 +8,8 @@ Window {
     id: window
 
     required property AgentsModel agents
+    /// Plays samples of the metronome's sounds, and is not the one that the user may have running.
+    required property MetronomeModel metronomePreviewer
     required property string version
 
     property list<SettingsPage> pages: [
@@ -36,6 +38,14 @@ Window {
             symbol: "music.note"
             title: qsTr("Music")
             view: MusicSettings {}
+        },
+        SettingsPage {
+            name: "metronome"
+            symbol: "metronome"
+            title: qsTr("Metronome")
+            view: MetronomeSettings {
+                previewer: window.metronomePreviewer
+            }
         },
         SettingsPage {
             name: "agents"

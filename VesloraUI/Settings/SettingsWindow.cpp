@@ -2,6 +2,7 @@
 #include "VesloraUI/Settings/SettingsWindow.h"
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
+#include "VesloraUI/Metronome/MetronomeModel.h"
 #include "VesloraUI/Style/Views.h"
 
 #include <QQmlComponent>
@@ -11,8 +12,10 @@
 
 namespace veslora {
 
-SettingsWindow::SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version)
-    : m_engine(engine), m_agents(agents), m_version(std::move(version)) {}
+SettingsWindow::SettingsWindow(QQmlEngine& engine, AgentsModel& agents, MetronomeModel& metronomePreviewer,
+                               QString version)
+    : m_engine(engine), m_agents(agents), m_metronomePreviewer(metronomePreviewer),
+      m_version(std::move(version)) {}
 
 SettingsWindow::~SettingsWindow() = default;
 
@@ -35,9 +38,11 @@ void SettingsWindow::show(const QString& tab) {
 }
 
 void SettingsWindow::make() {
-    auto made = createView(
-        m_engine, QStringLiteral("Settings/SettingsView.qml"),
-        {{QStringLiteral("agents"), QVariant::fromValue(&m_agents)}, {QStringLiteral("version"), m_version}});
+    auto made =
+        createView(m_engine, QStringLiteral("Settings/SettingsView.qml"),
+                   {{QStringLiteral("agents"), QVariant::fromValue(&m_agents)},
+                    {QStringLiteral("metronomePreviewer"), QVariant::fromValue(&m_metronomePreviewer)},
+                    {QStringLiteral("version"), m_version}});
     m_window.reset(qobject_cast<QQuickWindow*>(made.release()));
     if (!m_window) {
         return;

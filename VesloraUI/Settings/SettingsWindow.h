@@ -13,13 +13,16 @@ class QQuickWindow;
 namespace veslora {
 
 class AgentsModel;
+class MetronomeModel;
 
 class SettingsWindow : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SettingsWindow)
 
   public:
-    SettingsWindow(QQmlEngine& engine, AgentsModel& agents, QString version);
+    /// `metronomePreviewer` plays samples of the metronome's sounds.
+    SettingsWindow(QQmlEngine& engine, AgentsModel& agents, MetronomeModel& metronomePreviewer,
+                   QString version);
     ~SettingsWindow() override;
 
     /// Shows the window, or brings it forward if it is there already, and gives it the focus. `tab` is the
@@ -38,6 +41,7 @@ class SettingsWindow : public QObject {
 
     QQmlEngine& m_engine;
     AgentsModel& m_agents;
+    MetronomeModel& m_metronomePreviewer;
     QString m_version;
     std::unique_ptr<QQuickWindow> m_window;
 };

@@ -3,24 +3,17 @@
 
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Store/Defaults.h"
-#include "VesloraUI/Style/ViewEnvironment.h"
 
 namespace veslora {
 
-void TextSetting::componentComplete() {
-    m_settings = &ViewEnvironment::of(qmlEngine(this)).settings();
-    connect(m_settings, &Defaults::changed, this, &TextSetting::read);
-    read();
-}
-
 void TextSetting::read() {
-    const std::string stored = m_settings->stringValue(m_key.toStdString()).value_or(std::string());
-    assign(this, m_value, QString::fromStdString(stored), &TextSetting::valueChanged);
+    assign(this, m_value, QString::fromStdString(settings()->stringValue(key()).value_or(std::string())),
+           &TextSetting::valueChanged);
 }
 
 void TextSetting::setValue(const QString& value) {
-    if (m_settings) {
-        m_settings->set(m_key.toStdString(), value.toStdString());
+    if (settings()) {
+        settings()->set(key(), value.toStdString());
     }
 }
 

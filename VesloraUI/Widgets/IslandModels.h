@@ -5,6 +5,7 @@
 
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/KeepAwake/KeepAwakeModel.h"
+#include "VesloraUI/Metronome/MetronomeModel.h"
 #include "VesloraUI/Music/MusicModel.h"
 #include "VesloraUI/Timer/TimerModel.h"
 #include "VesloraUI/Widgets/RackModel.h"
@@ -21,6 +22,7 @@ class IslandModels : public QObject {
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(veslora::AgentsModel* agents READ agents CONSTANT FINAL)
     Q_PROPERTY(veslora::KeepAwakeModel* keepAwake READ keepAwake CONSTANT FINAL)
+    Q_PROPERTY(veslora::MetronomeModel* metronome READ metronome CONSTANT FINAL)
     Q_PROPERTY(veslora::MusicModel* music READ music CONSTANT FINAL)
     Q_PROPERTY(veslora::TimerModel* timer READ timer CONSTANT FINAL)
     Q_PROPERTY(veslora::RackModel* rack READ rack CONSTANT FINAL)
@@ -30,6 +32,7 @@ class IslandModels : public QObject {
     struct References {
         AgentsModel& agents;
         KeepAwakeModel& keepAwake;
+        MetronomeModel& metronome;
         MusicModel& music;
         TimerModel& timer;
         RackModel& rack;
@@ -41,6 +44,7 @@ class IslandModels : public QObject {
     // None of these is ever null.
     [[nodiscard]] AgentsModel* agents() const { return &m_models.agents; }
     [[nodiscard]] KeepAwakeModel* keepAwake() const { return &m_models.keepAwake; }
+    [[nodiscard]] MetronomeModel* metronome() const { return &m_models.metronome; }
     [[nodiscard]] MusicModel* music() const { return &m_models.music; }
     [[nodiscard]] TimerModel* timer() const { return &m_models.timer; }
     [[nodiscard]] RackModel* rack() const { return &m_models.rack; }

@@ -33,6 +33,10 @@ Loader {
             isWide: view.isWide
             sampler: view.models.sampler
         }
+        property Component metronome: MetronomeWidget {
+            isWide: view.isWide
+            metronome: view.models.metronome
+        }
         property Component music: MusicWidget {
             isWide: view.isWide
             music: view.models.music

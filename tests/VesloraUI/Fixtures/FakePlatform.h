@@ -253,6 +253,7 @@ class FakePlatform {
     FakeFrameClock frames{time};
     RecordingSounds sound;
     FakeMetronomePlayer beats{time};
+    FakeMetronomePlayer beatsOfSamples{time};
     RecordingHaptics taps;
     FixedTextMeasuring measuring;
     RecordingStatusMenu menu;
@@ -285,6 +286,7 @@ class FakePlatform {
                    .frameClock = frames,
                    .sounds = sound,
                    .metronome = beats,
+                   .metronomePreview = beatsOfSamples,
                    .haptics = taps,
                    .statusMenu = menu,
                    .power = energy,

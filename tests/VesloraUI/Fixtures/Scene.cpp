@@ -102,7 +102,7 @@ void Scene::show(std::unique_ptr<QObject> view, QSize size) {
 void Scene::showRack(RackModel& shown, QSize size) {
     close();
     m_modelsOfRack = std::make_unique<IslandModels>(
-        IslandModels::References{agents, keepAwake, music, timer, shown, sampler});
+        IslandModels::References{agents, keepAwake, metronome, music, timer, shown, sampler});
     show("Widgets/RackView.qml", {{"models", QVariant::fromValue(m_modelsOfRack.get())}}, size);
 }
 

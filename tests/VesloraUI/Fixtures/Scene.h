@@ -38,6 +38,8 @@ class Scene {
     SystemSampler sampler{platform.time, platform.readings};
     KeepAwakeModel keepAwake{settings, platform.energy, platform.time};
     TimerModel timer{settings, {platform.time, platform.sound, platform.taps, &platform.notices}};
+    MetronomeModel metronome{settings, {platform.time, platform.beats, platform.sleep}};
+    MetronomeModel previewer{settings, {platform.time, platform.beatsOfSamples, platform.sleep}};
     MusicModel music{settings,
                      {.scheduler = platform.time,
                       .spotify = platform.spotify,
@@ -45,7 +47,7 @@ class Scene {
                       .adapter = platform.adapter,
                       .artwork = platform.web,
                       .apps = platform.apps}};
-    IslandModels models{{agents, keepAwake, music, timer, rack, sampler}};
+    IslandModels models{{agents, keepAwake, metronome, music, timer, rack, sampler}};
     ViewEnvironment environment{platform.time,  platform.frames,    settings,           platform.taps,
                                 platform.sound, platform.scrolling, platform.automation};
     QQmlEngine engine;

@@ -159,7 +159,7 @@ TEST_F(NotchViewTest, OpenItShowsTheRack) {
     ASSERT_TRUE(settles());
     EXPECT_EQ(shape->width(), 794);
     EXPECT_EQ(shape->height(), 28 + 18 + 112 + 26);
-    EXPECT_THAT(scene.texts(), ::testing::IsSupersetOf({"Timer", "Start", "Nothing playing", "Metronome"}));
+    EXPECT_THAT(scene.texts(), ::testing::IsSupersetOf({"Timer", "Start", "Nothing playing", "BPM"}));
 }
 
 TEST_F(NotchViewTest, AnEmptyRackSaysHowToFillIt) {

@@ -33,7 +33,7 @@ class PrivateIslandTests : public testing::Test {
     RecordingPower power;
     KeepAwakeModel keepAwake{settings, power, scene.platform.time};
     TimerModel timer{settings, {scene.platform.time, scene.platform.sound, scene.platform.taps, nullptr}};
-    IslandModels models{{agents, keepAwake, scene.music, timer, rack, sampler}};
+    IslandModels models{{agents, keepAwake, scene.metronome, scene.music, timer, rack, sampler}};
     PresentationJudge judge{models, settings, scene.platform.measuring};
     NotchViewModel model{NotchGeometry(scene.platform.displays.screens[0].metrics), models,
                          judge.judge(scene.platform.time.now())};

@@ -11,7 +11,8 @@
 namespace veslora {
 namespace {
 
-const std::vector<std::string> tabs{"General", "Island", "Timer", "Music", "Agents", "Keep Awake"};
+const std::vector<std::string> tabs{"General",   "Island", "Timer",     "Music",
+                                    "Metronome", "Agents", "Keep Awake"};
 
 std::vector<std::string> namesOf(const std::vector<QAccessibleInterface*>& parts) {
     std::vector<std::string> names;
@@ -27,6 +28,7 @@ const std::map<std::string, std::vector<std::string>> controlsOf{
     {"Island", {"Live activity priority"}},
     {"Timer", {"Sound when done", "Notify when a timer ends"}},
     {"Music", {"Show other apps", "Music live activity"}},
+    {"Metronome", {"Sound", "Volume", "Downbeat accent"}},
     {"Agents",
      {"Install", "Install", "Approval alerts", "Answer approvals from the island", "Sound for approvals",
       "Finished turns", "Working live activity"}},
@@ -58,7 +60,8 @@ class SettingsAccessTest : public testing::TestWithParam<std::string> {
 };
 
 INSTANTIATE_TEST_SUITE_P(Tabs, SettingsAccessTest,
-                         testing::Values("General", "Island", "Timer", "Music", "Agents", "Keep Awake"),
+                         testing::Values("General", "Island", "Timer", "Music", "Metronome", "Agents",
+                                         "Keep Awake"),
                          [](const auto& tab) {
                              return QString::fromStdString(tab.param).remove(' ').toStdString();
                          });
@@ -69,8 +72,12 @@ TEST_P(SettingsAccessTest, EachControlsActionDoesWhatItsClickDoes) {
     expected.insert(expected.end(), onPage.begin(), onPage.end());
     const SettingsScene scene(tab);
     ASSERT_EQ(namesOf(scene.controls()), expected);
+    const auto controls = scene.controls();
     for (std::size_t i = 0; i < expected.size(); ++i) {
-        expectActionDoesWhatAClickDoes(i, QAccessibleActionInterface::pressAction());
+        // A slider is moved, not pressed.
+        if (controls[i]->role() != QAccessible::Slider) {
+            expectActionDoesWhatAClickDoes(i, QAccessibleActionInterface::pressAction());
+        }
     }
 }
 
@@ -171,6 +178,26 @@ TEST(SettingsAccess, APickersListIsWorkedWithoutAPointer) {
     ASSERT_TRUE(SettingsScene::act(*scene.part("Sound when done"), press));
     scene.advance(0);
     EXPECT_FALSE(scene.part("None")) << "a second press closes the list";
+}
+
+TEST(SettingsAccess, ASliderIsMovedByActionsAndByKeys) {
+    SettingsScene scene("Metronome");
+    const auto volume = [&scene] { return scene.settings.doubleValue(SettingsKeys::metronomeVolume); };
+    EXPECT_EQ(scene.part("Volume")->role(), QAccessible::Slider);
+    EXPECT_EQ(volume(), 0.8);
+    ASSERT_TRUE(SettingsScene::act(*scene.part("Volume"), QAccessibleActionInterface::decreaseAction()));
+    EXPECT_NEAR(volume(), 0.75, 1e-9);
+    ASSERT_TRUE(SettingsScene::act(*scene.part("Volume"), QAccessibleActionInterface::increaseAction()));
+    EXPECT_NEAR(volume(), 0.8, 1e-9);
+    while (scene.focused() != "Volume") {
+        scene.key(Qt::Key_Tab);
+    }
+    scene.key(Qt::Key_Left);
+    EXPECT_NEAR(volume(), 0.75, 1e-9);
+    for (int press = 0; press < 30; ++press) {
+        scene.key(Qt::Key_Right);
+    }
+    EXPECT_EQ(volume(), 1);
 }
 
 TEST(SettingsAccess, ADisabledButtonDoesNotAct) {

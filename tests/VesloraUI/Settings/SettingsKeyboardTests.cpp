@@ -88,18 +88,18 @@ void expectTabs(SettingsScene& scene, Qt::Key key, Qt::KeyboardModifiers modifie
 TEST(SettingsKeyboard, ControlTabGoesThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
     expectTabs(scene, Qt::Key_Tab, Qt::ControlModifier,
-               {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
+               {"Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake", "General"});
     // So the window system names the key while shift is held.
     expectTabs(scene, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier,
-               {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
+               {"Keep Awake", "Agents", "Metronome", "Music", "Timer", "Island", "General"});
 }
 
 TEST(SettingsKeyboard, ControlPageDownAndUpGoThroughTheTabsAndAroundTheirEnds) {
     SettingsScene scene;
     expectTabs(scene, Qt::Key_PageDown, Qt::ControlModifier,
-               {"Island", "Timer", "Music", "Agents", "Keep Awake", "General"});
+               {"Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake", "General"});
     expectTabs(scene, Qt::Key_PageUp, Qt::ControlModifier,
-               {"Keep Awake", "Agents", "Music", "Timer", "Island", "General"});
+               {"Keep Awake", "Agents", "Metronome", "Music", "Timer", "Island", "General"});
 }
 
 TEST(SettingsKeyboard, ArrowsChangeTheTabThatHasTheFocus) {
@@ -322,7 +322,7 @@ TEST(SettingsScrolling, APickersListStaysInsideAShortWindow) {
 
 TEST(SettingsLook, ATabsContentStandsInTheMiddleOfItsPill) {
     const SettingsScene scene;
-    for (const char* name : {"General", "Island", "Timer", "Music", "Agents", "Keep Awake"}) {
+    for (const char* name : {"General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake"}) {
         const auto* tab = scene.itemNamed(name);
         ASSERT_TRUE(tab) << name;
         const QRectF pill = tab->mapRectToScene(tab->boundingRect());

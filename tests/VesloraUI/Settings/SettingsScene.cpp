@@ -44,7 +44,9 @@ QQuickItem* flickableBelow(const QQuickItem& item) {
 
 SettingsScene::SettingsScene(const QString& tab, int height) {
     auto view = createView(engine, "Settings/SettingsView.qml",
-                           {{"agents", QVariant::fromValue(&agents)}, {"version", "1.2.3"}});
+                           {{"agents", QVariant::fromValue(&agents)},
+                            {"metronomePreviewer", QVariant::fromValue(&previewer)},
+                            {"version", "1.2.3"}});
     view->setProperty("height", height);
     showWindow(std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow*>(view.release())));
     window().requestActivate();
@@ -131,12 +133,14 @@ QStringList SettingsScene::state() const {
           SettingsKeys::claudeFinishedActivity, SettingsKeys::claudeWorkingActivity,
           SettingsKeys::keepAwakeDisplay, SettingsKeys::keepAwakeWhileClaude,
           SettingsKeys::keepAwakeLiveActivity, SettingsKeys::musicShowOtherApps,
-          SettingsKeys::musicLiveActivity}) {
+          SettingsKeys::musicLiveActivity, SettingsKeys::metronomeAccent}) {
         state << QString::fromUtf8(key) + (settings.boolValue(key) ? " on" : " off");
     }
-    for (const std::string_view key : {SettingsKeys::timerSound, SettingsKeys::liveActivityPriority}) {
+    for (const std::string_view key :
+         {SettingsKeys::timerSound, SettingsKeys::liveActivityPriority, SettingsKeys::metronomeSound}) {
         state << QString::fromStdString(settings.stringValue(key).value_or(""));
     }
+    state << QString::number(settings.doubleValue(SettingsKeys::metronomeVolume));
     for (const auto& sound : platform.sound.played) {
         state << "played " + QString::fromStdString(sound);
     }

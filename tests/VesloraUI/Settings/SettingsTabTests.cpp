@@ -19,7 +19,7 @@ class SettingsTabTest : public testing::Test {
     }
 
     Scene scene;
-    SettingsWindow window{scene.engine, scene.agents, "1.2.3"};
+    SettingsWindow window{scene.engine, scene.agents, scene.previewer, "1.2.3"};
 
   private:
     static void collect(const QQuickItem& item, QStringList& texts) {
@@ -41,7 +41,8 @@ TEST_F(SettingsTabTest, WithoutANameItBeginsWithTheFirst) {
 TEST_F(SettingsTabTest, OpensEachTabByItsName) {
     for (const auto& [name, title] :
          {std::pair("general", "General"), std::pair("island", "Island"), std::pair("timer", "Timer"),
-          std::pair("music", "Music"), std::pair("agents", "Agents"), std::pair("keepAwake", "Keep Awake")}) {
+          std::pair("music", "Music"), std::pair("metronome", "Metronome"), std::pair("agents", "Agents"),
+          std::pair("keepAwake", "Keep Awake")}) {
         window.open(name);
         EXPECT_EQ(chosen(), title);
         window.window()->close();

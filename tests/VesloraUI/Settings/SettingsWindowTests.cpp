@@ -26,7 +26,9 @@ class SettingsWindowTest : public testing::Test {
   protected:
     void open() {
         auto view = createView(scene.engine, "Settings/SettingsView.qml",
-                               {{"agents", QVariant::fromValue(&scene.agents)}, {"version", "1.2.3"}});
+                               {{"agents", QVariant::fromValue(&scene.agents)},
+                                {"metronomePreviewer", QVariant::fromValue(&scene.previewer)},
+                                {"version", "1.2.3"}});
         scene.showWindow(std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow*>(view.release())));
     }
     void openAgents() {
@@ -56,7 +58,7 @@ TEST_F(SettingsWindowTest, BeginsWithTheGeneralTab) {
     open();
     EXPECT_EQ(scene.window().width(), 460);
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake",
+                ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake",
                             "Hide when an app is fullscreen",
                             "Keeps the island out of the way of videos, games and presentations. A timer's "
                             "done alert still shows.",
@@ -105,7 +107,7 @@ TEST_F(SettingsWindowTest, NoPageScrollsWhereTheScreenHasTheRoom) {
     constexpr double wanted = 780;
     EXPECT_EQ(scene.window().height(), std::min(wanted, most));
     scene.window().setHeight(static_cast<int>(wanted));
-    for (const char* tab : {"General", "Island", "Timer", "Music", "Agents", "Keep Awake"}) {
+    for (const char* tab : {"General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake"}) {
         scene.press(tab);
         scene.advance(0);
         const auto children = scene.window().contentItem()->childItems().at(0)->childItems();
@@ -232,7 +234,8 @@ TEST_F(SettingsWindowTest, KeepAwakeHasATabOfItsOwn) {
     scene.press("Keep Awake");
     EXPECT_THAT(
         scene.texts(),
-        ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Keep the display on",
+        ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake",
+                    "Keep the display on",
                     "During a Keep Awake session the screen doesn't dim or sleep either.",
                     "Stay awake while an agent is working",
                     "While a Claude Code or Codex session is working, your computer doesn't sleep. The "
@@ -250,8 +253,8 @@ TEST_F(SettingsWindowTest, TheTimerHasATabOfItsOwn) {
     open();
     scene.press("Timer");
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Sound when done",
-                            "Glass", "Notify when a timer ends",
+                ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake",
+                            "Sound when done", "Glass", "Notify when a timer ends",
                             "Also posts a desktop notification, so you see it even when you're not looking "
                             "at the notch."));
     scene.press("Notify when a timer ends");
@@ -262,7 +265,8 @@ TEST_F(SettingsWindowTest, TheMusicHasATabOfItsOwn) {
     open();
     scene.press("Music");
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake", "Show other apps",
+                ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake",
+                            "Show other apps",
                             "When Spotify isn't playing, show browsers and other players. Spotify always "
                             "comes first.",
                             "Music live activity", "Cover and level bars beside the notch while music plays.",
@@ -289,7 +293,7 @@ TEST_F(SettingsWindowTest, WhichActivityComesFirstIsPicked) {
     open();
     scene.press("Island");
     EXPECT_THAT(scene.texts(),
-                ElementsAre("General", "Island", "Timer", "Music", "Agents", "Keep Awake",
+                ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents", "Keep Awake",
                             "Live activity priority",
                             "Which one shows beside the notch when music plays during a timer. A finished "
                             "timer always shows.",
@@ -305,6 +309,34 @@ TEST_F(SettingsWindowTest, WhichActivityComesFirstIsPicked) {
     scene.settings.set(SettingsKeys::liveActivityPriority, "nonsense");
     scene.advance(0);
     EXPECT_THAT(scene.texts(), Contains("Timer").Times(1)) << "nothing of it is chosen";
+}
+
+TEST_F(SettingsWindowTest, TheMetronomeHasATabOfItsOwn) {
+    open();
+    scene.press("Metronome");
+    EXPECT_THAT(scene.texts(), ElementsAre("General", "Island", "Timer", "Music", "Metronome", "Agents",
+                                           "Keep Awake", "Sound", "Click", "Volume", "Downbeat accent",
+                                           "The first beat of each bar plays higher."));
+    expectToggles({{"Downbeat accent", SettingsKeys::metronomeAccent}});
+}
+
+TEST_F(SettingsWindowTest, ASoundOfTheMetronomeIsSampledBesideTheOneThatRuns) {
+    scene.metronome.start();
+    const auto before = scene.platform.beats.hits.size();
+    open();
+    scene.press("Metronome");
+    for (const auto& [name, sampled] :
+         {std::pair("Woodblock", 1), std::pair("Beep", 2), std::pair("Silent", 2)}) {
+        scene.press("Sound");
+        scene.advance(0);
+        scene.press(name);
+        scene.advance(2);
+        EXPECT_EQ(scene.platform.beatsOfSamples.starts, sampled) << name;
+    }
+    EXPECT_EQ(scene.settings.stringValue(SettingsKeys::metronomeSound), "silent");
+    EXPECT_FALSE(scene.platform.beatsOfSamples.isStarted());
+    EXPECT_TRUE(scene.metronome.isRunning());
+    EXPECT_GT(scene.platform.beats.hits.size(), before) << "it went on";
 }
 
 TEST_F(SettingsWindowTest, ASoundThatIsPickedIsHeardOnce) {
@@ -347,7 +379,7 @@ TEST_F(SettingsWindowTest, TheSoundThatShowsIsTheOneThatIsStored) {
 }
 
 TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {
-    SettingsWindow settings(scene.engine, scene.agents, "1.2.3");
+    SettingsWindow settings(scene.engine, scene.agents, scene.previewer, "1.2.3");
     settings.open();
     auto* first = settings.window();
     ASSERT_TRUE(first);

@@ -44,7 +44,7 @@ class RackGesturesTest : public testing::Test {
     }
     IslandModels& modelsOf(RackModel& shown) {
         models = std::make_unique<IslandModels>(IslandModels::References{
-            scene.agents, scene.keepAwake, scene.music, scene.timer, shown, scene.sampler});
+            scene.agents, scene.keepAwake, scene.metronome, scene.music, scene.timer, shown, scene.sampler});
         return *models;
     }
     /// The middle of a module on the page, in the window.

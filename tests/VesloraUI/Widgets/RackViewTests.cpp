@@ -70,10 +70,10 @@ class RackViewTest : public ::testing::Test {
 
 TEST_F(RackViewTest, EveryWidgetHasItsOwnView) {
     const std::map<WidgetID, std::string> built{
-        {WidgetID::claude, "ClaudeWidget"},   {WidgetID::claudeUsage, "ClaudeUsageWidget"},
-        {WidgetID::clock, "ClockView"},       {WidgetID::keepAwake, "KeepAwakeWidget"},
-        {WidgetID::meters, "MetersWidget"},   {WidgetID::music, "MusicWidget"},
-        {WidgetID::timer, "TimerWidgetView"},
+        {WidgetID::claude, "ClaudeWidget"}, {WidgetID::claudeUsage, "ClaudeUsageWidget"},
+        {WidgetID::clock, "ClockView"},     {WidgetID::keepAwake, "KeepAwakeWidget"},
+        {WidgetID::meters, "MetersWidget"}, {WidgetID::metronome, "MetronomeWidget"},
+        {WidgetID::music, "MusicWidget"},   {WidgetID::timer, "TimerWidgetView"},
     };
     for (const WidgetID id : allWidgetIDs) {
         showRackOf(std::string(rawValue(id)));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Timer/RollingTimePresenter.h"
+#include "VesloraUI/Timer/RollingPresenter.h"
 
 #include "VesloraCore/Timer/TimerFormat.h"
 
@@ -7,13 +7,8 @@
 
 namespace veslora {
 
-void RollingTimePresenter::setRemaining(double remaining) {
-    m_remaining = remaining;
-    refresh();
-}
-
-void RollingTimePresenter::read() {
-    const QString text = QString::fromStdString(TimerFormat::remaining(m_remaining));
+void RollingPresenter::read() {
+    const QString text = wanted();
     if (!show(m_text, text)) {
         return;
     }
@@ -24,7 +19,7 @@ void RollingTimePresenter::read() {
     m_pieces.assign(std::move(pieces));
 }
 
-RollingPiece RollingTimePresenter::pieceAt(int place, QChar character) const {
+RollingPiece RollingPresenter::pieceAt(int place, QChar character) const {
     const auto found = std::ranges::find(m_pieces.rows(), place, &RollingPiece::id);
     if (found == m_pieces.rows().end()) {
         return {place, character, {}, 0, character.isDigit()};
@@ -36,6 +31,24 @@ RollingPiece RollingTimePresenter::pieceAt(int place, QChar character) const {
         ++piece.turns;
     }
     return piece;
+}
+
+void RollingTimePresenter::setRemaining(double remaining) {
+    m_remaining = remaining;
+    refresh();
+}
+
+QString RollingTimePresenter::wanted() const {
+    return QString::fromStdString(TimerFormat::remaining(m_remaining));
+}
+
+void RollingNumberPresenter::setNumber(int number) {
+    m_number = number;
+    refresh();
+}
+
+QString RollingNumberPresenter::wanted() const {
+    return QString::number(m_number);
 }
 
 } // namespace veslora

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "VesloraUI/Settings/MetronomeSettingsPresenter.h"
+
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+namespace veslora {
+
+void MetronomeSettingsPresenter::start() {
+    m_settings = &environment().settings();
+    follow(m_settings, &Defaults::changed);
+}
+
+void MetronomeSettingsPresenter::read() {
+    const auto stored = metronomeSoundFrom(m_settings->stringValue(SettingsKeys::metronomeSound));
+    const auto* const found = std::ranges::find(allMetronomeSounds, stored);
+    show(m_sound, static_cast<int>(std::distance(allMetronomeSounds.begin(), found)));
+}
+
+QList<QString> MetronomeSettingsPresenter::sounds() {
+    // For the tool that collects texts to translate.
+    static_cast<void>(std::array{QT_TR_NOOP("Click"), QT_TR_NOOP("Woodblock"), QT_TR_NOOP("Hi-hat"),
+                                 QT_TR_NOOP("Beep"), QT_TR_NOOP("Silent")});
+    QList<QString> names;
+    for (const MetronomeSound sound : allMetronomeSounds) {
+        names << tr(std::string(displayName(sound)).c_str());
+    }
+    return names;
+}
+
+void MetronomeSettingsPresenter::chooseSound(int place) {
+    if (place == m_sound || place < 0 || place >= static_cast<int>(allMetronomeSounds.size())) {
+        return;
+    }
+    m_settings->set(SettingsKeys::metronomeSound,
+                    rawValue(allMetronomeSounds[static_cast<std::size_t>(place)]));
+    m_previewer->preview();
+}
+
+} // namespace veslora
