@@ -51,6 +51,7 @@ void measureActivities(const Bench& bench);
 void measureWidgets(const Bench& bench);
 void measureTimerWings(const Bench& bench);
 void measureMusic(const Bench& bench);
+void measureMetronomeUse(const Bench& bench);
 void measureSampler(const Bench& bench);
 void measureMediaRest(const Bench& bench);
 void measureMediaChanges(const Bench& bench);

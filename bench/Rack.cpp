@@ -72,6 +72,13 @@ void Rack::startTimer(Length length) const {
     waitUntil("the timer", [&] { return !isBright(m_display.pixel(key)); });
 }
 
+void Rack::startMetronome() const {
+    const Area module = moduleOf(WidgetID::metronome);
+    press({module.right() - 20, keyFoot});
+    const Area pads{module.x + module.width / 2, module.y + 45, module.width / 2, 22};
+    waitUntil("a beat", [&] { return std::ranges::any_of(m_display.pixels(pads), isBright); });
+}
+
 void Rack::startKeepAwake() const {
     const Area module = moduleOf(WidgetID::keepAwake);
     const Area clock{module.x, module.y + 18, module.width, 31};

@@ -21,6 +21,8 @@ class Rack {
     enum class Length { shortest, longest }; ///< of the keys: 5 and 25 minutes
     /// Presses a length and the key that starts the wide timer, in the open rack, and waits until it runs.
     void startTimer(Length length = Length::shortest) const;
+    /// Presses the key that starts the wide metronome and waits until a beat shows.
+    void startMetronome() const;
     /// Presses the key for two hours in the small keep-awake widget and waits until the session shows.
     void startKeepAwake() const;
 
