@@ -19,6 +19,6 @@ inline constexpr std::array allMetronomeSounds{MetronomeSound::click, MetronomeS
 /// What people call it, untranslated: "Hi-hat".
 [[nodiscard]] std::string_view displayName(MetronomeSound sound);
 /// The click for an absent text and for any that is no raw value.
-[[nodiscard]] MetronomeSound metronomeSoundFrom(std::optional<std::string_view> rawValue);
+[[nodiscard]] MetronomeSound metronomeSoundFrom(std::optional<std::string_view> text);
 
 } // namespace veslora

@@ -33,6 +33,7 @@ class BeatWatch : public QQuickItem {
     static constexpr int fadeSteps = 3;
 
     using QQuickItem::QQuickItem;
+    ~BeatWatch() override = default;
 
     [[nodiscard]] int beat() const { return m_shown.beat; }
     [[nodiscard]] double light() const { return m_shown.light; }

@@ -8,7 +8,7 @@ namespace veslora::bench {
 
 namespace {
 
-constexpr std::int64_t samplesInMinute = 48000 * 60;
+constexpr std::int64_t samplesInMinute = std::int64_t{48000} * 60;
 
 } // namespace
 
@@ -24,7 +24,7 @@ std::int64_t BeatPlan::timeOf(std::int64_t beat) const {
                                               [beat](const Segment& each) { return each.beat <= beat; });
     const std::int64_t beats = beat - segment->beat;
     // Rounded to the nearest whole sample.
-    return segment->time + (2 * samplesInMinute * beats + segment->bpm) / (2 * segment->bpm);
+    return segment->time + (2 * samplesInMinute * beats + segment->bpm) / (std::int64_t{2} * segment->bpm);
 }
 
 std::vector<std::int64_t> onsetsIn(const std::vector<float>& recording) {

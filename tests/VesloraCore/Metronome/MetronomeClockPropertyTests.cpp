@@ -90,7 +90,8 @@ TEST(MetronomeClockProperties, AMillionBeatsDoNotDrift) {
     for (const int bpm : {70, 137, 299}) {
         const MetronomeClock clock(bpm, 4, 4800, 48000);
         for (std::int64_t beat = 0; beat < 350'000; ++beat) {
-            const std::int64_t exact = 4800 + (2 * std::int64_t{2'880'000} * beat + bpm) / (2 * bpm);
+            const std::int64_t exact =
+                4800 + (2 * std::int64_t{2'880'000} * beat + bpm) / (std::int64_t{2} * bpm);
             wrong += clock.beatTime(beat) == exact ? 0 : 1;
         }
     }
@@ -101,7 +102,9 @@ TEST(MetronomeClockProperties, EveryTempoIsExactAfterAMillionBeats) {
     for (int bpm = MetronomeTempo::range.lower; bpm <= MetronomeTempo::range.upper; ++bpm) {
         const MetronomeClock clock(bpm, 7, 0, 48000);
         for (std::int64_t beat = 1'000'000; beat < 1'000'050; ++beat) {
-            ASSERT_EQ(clock.beatTime(beat), (2 * std::int64_t{2'880'000} * beat + bpm) / (2 * bpm)) << bpm;
+            ASSERT_EQ(clock.beatTime(beat),
+                      (2 * std::int64_t{2'880'000} * beat + bpm) / (std::int64_t{2} * bpm))
+                << bpm;
         }
         ASSERT_NO_FATAL_FAILURE(expectWhole(clock, 1'000'000, 1'000'050)) << bpm;
     }
@@ -115,10 +118,11 @@ TEST(MetronomeClockProperties, AMillionBeatsWithAChangeAtEveryThousandthStayInOr
         const int bpm = 30 + static_cast<int>(from / 1000 * 7 % 271);
         clock = clock.withTempo(bpm, from);
         for (const std::int64_t beat : {from, from + 1, from + 499, from + 999}) {
-            const std::int64_t time = exact + (2 * std::int64_t{2'880'000} * (beat - from) + bpm) / (2 * bpm);
+            const std::int64_t time =
+                exact + (2 * std::int64_t{2'880'000} * (beat - from) + bpm) / (std::int64_t{2} * bpm);
             wrong += clock.beatTime(beat) == time && clock.beat(time)->number == beat ? 0 : 1;
         }
-        exact += (2 * std::int64_t{2'880'000} * 1000 + bpm) / (2 * bpm);
+        exact += (2 * std::int64_t{2'880'000} * 1000 + bpm) / (std::int64_t{2} * bpm);
     }
     EXPECT_EQ(clock.segments.size(), 1000U);
     EXPECT_EQ(wrong, 0);

@@ -26,7 +26,7 @@ TEST(MetronomeClock, BeginsWithBeat0) {
     EXPECT_EQ(clock.beat(start), (Beat{0, 0}));
     EXPECT_EQ(clock.beat(start + 23999), (Beat{0, 0}));
     EXPECT_EQ(clock.beat(start + 24000), (Beat{1, 1}));
-    EXPECT_EQ(clock.beat(start + 4 * 24000), (Beat{4, 0}));
+    EXPECT_EQ(clock.beat(start + std::int64_t{4} * 24000), (Beat{4, 0}));
 }
 
 TEST(MetronomeClock, HasNoBeatBeforeItsStart) {
@@ -83,9 +83,9 @@ TEST(MetronomeClock, TheLastOfTwoTempoChangesAtOneBeatCounts) {
 TEST(MetronomeClock, ATempoChangeReachesEverySegmentAfterIt) {
     const MetronomeClock clock = clockAt(120).withBeatsPerBar(3, 10).withTempo(60, 9);
     ASSERT_EQ(clock.segments.size(), 3U);
-    EXPECT_EQ(clock.beatTime(9), start + 9 * 24000);
+    EXPECT_EQ(clock.beatTime(9), start + std::int64_t{9} * 24000);
     EXPECT_EQ(clock.beatTime(10), clock.beatTime(9) + 48000);
-    EXPECT_EQ(clock.beatTime(12), clock.beatTime(9) + 3 * 48000);
+    EXPECT_EQ(clock.beatTime(12), clock.beatTime(9) + std::int64_t{3} * 48000);
     EXPECT_EQ(inBar(clock, 9), 1);
     EXPECT_EQ(inBar(clock, 10), 0);
 }
