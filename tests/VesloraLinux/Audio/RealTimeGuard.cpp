@@ -74,7 +74,8 @@ void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
     heap += isGuarded ? 1 : 0;
     return __libc_memalign(alignment, size);
 }
-void free(void* memory) noexcept {
+// The header gives its parameter a name that only the library may use.
+void free(void* memory) noexcept { // NOLINT(readability-inconsistent-declaration-parameter-name)
     heap += isGuarded && memory != nullptr ? 1 : 0;
     __libc_free(memory);
 }
