@@ -25,6 +25,10 @@ go(0);
 """
 
 
+# Seconds for which the end of a track waits for the next one; a little less, as both ends are told late.
+BETWEEN_TRACKS = 0.08
+
+
 class Chromium(RealPlayer):
     identifier = "chromium"
 
@@ -49,6 +53,13 @@ class Chromium(RealPlayer):
 
 
 class ChromiumTests(RealTestCase):
+    @staticmethod
+    def pause_in(seen):
+        """For how long the player had no title, in seconds: a busy machine makes it long."""
+        began = next((moment for moment, said in seen if not said["title"]), None)
+        ended = next((moment for moment, said in seen if began and moment > began and said["title"]), began)
+        return ended - began if began else 0
+
     def test_follows_what_the_user_does_with_the_page(self):
         player = self.start(Chromium, "One", "Two")
         first = self.stream.payload["contentItemIdentifier"]
@@ -58,10 +69,11 @@ class ChromiumTests(RealTestCase):
         self.agrees(player)
         self.follows(lambda: player.does("play"), status="Playing", title="One")
         self.agrees(player)
-        lines = len(self.stream.lines)
+        lines, signals = len(self.stream.lines), len(self.witness.seen)
         self.follows(lambda: self.send("send", "4"), status="Playing", title="Two", position=0)
         self.agrees(player)
-        self.assertNotIn({}, [line["payload"] for line in self.stream.lines[lines:]], "nothing is said to end in between")
+        if self.pause_in(self.witness.seen[signals:]) < BETWEEN_TRACKS:
+            self.assertNotIn({}, [line["payload"] for line in self.stream.lines[lines:]], "nothing is said to end in between")
         self.assertNotEqual(self.stream.payload["contentItemIdentifier"], first)
         self.follows(lambda: self.send("send", "5"), status="Playing", title="One", position=0)
         self.follows(lambda: self.send("send", "2"), status="Paused", title="One")

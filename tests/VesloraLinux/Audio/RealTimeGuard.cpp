@@ -58,6 +58,8 @@ void* __libc_realloc(void* memory, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* memory);
 
+// The headers give the parameters names that only the library may use.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 void* malloc(std::size_t size) noexcept {
     heap += isGuarded ? 1 : 0;
     return __libc_malloc(size);
@@ -74,8 +76,7 @@ void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
     heap += isGuarded ? 1 : 0;
     return __libc_memalign(alignment, size);
 }
-// The header gives its parameter a name that only the library may use.
-void free(void* memory) noexcept { // NOLINT(readability-inconsistent-declaration-parameter-name)
+void free(void* memory) noexcept {
     heap += isGuarded && memory != nullptr ? 1 : 0;
     __libc_free(memory);
 }
@@ -96,6 +97,7 @@ int pthread_rwlock_wrlock(pthread_rwlock_t* lock) noexcept {
     static const auto real = replaced<pthread_rwlock_t>("pthread_rwlock_wrlock");
     return counted(real, lock);
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 }
 
 #endif
