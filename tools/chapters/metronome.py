@@ -6,7 +6,7 @@ import os
 from stage.sound import SoundServer
 from stage.waiting import wait_for
 
-from .looks import shows_wings
+from .looks import BLACK, wing_colours
 
 # Points of a wing that are black beside the notch.
 WING = 28
@@ -37,11 +37,22 @@ def _play_wide(tour, server):
     screen.rest()
     wait_for("the rack to close", lambda: not screen.find("Tap"))
     tour.picture("metronome-wings", "Closed, with the lamp that flashes with each beat, and the tempo.",
-                 shows_wings(screen, WING))
+                 _shows_wings(screen))
     screen.open_island()
     screen.press("Stop")
     wait_for("silence", lambda: not server.is_heard())
     screen.rest()
+
+
+def _shows_wings(screen):
+    """A test of a picture: black wings, with the tempo in the right one and the lamp in the left one. It may be dark: beats
+    and pictures can keep time with each other."""
+    def test(path):
+        left, right = wing_colours(screen, path, WING)
+        return (all(colours.count(BLACK) > len(colours) // 2 for colours in (left, right)) and
+                any(max(colour) > 20 for colour in left) and any(max(colour) > 100 for colour in right))
+
+    return test
 
 
 def _play_small(tour, server):
