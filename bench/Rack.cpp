@@ -74,7 +74,10 @@ void Rack::startTimer(Length length) const {
 
 void Rack::startMetronome() const {
     const Area module = moduleOf(WidgetID::metronome);
-    press({module.right() - 20, keyFoot});
+    // At the right edge, once the rack is there.
+    const Place key{module.right() - 20, keyFoot};
+    waitUntil("the metronome's key", [&] { return isBright(m_display.pixel(key)); });
+    press(key);
     const Area pads{module.x + module.width / 2, module.y + 45, module.width / 2, 22};
     waitUntil("a beat", [&] { return std::ranges::any_of(m_display.pixels(pads), isBright); });
 }
