@@ -42,12 +42,14 @@ void setFlag(Json& payload, std::string_view key, std::optional<bool> flag) {
 
 } // namespace
 
+/// The second that follows, never the one before: who compares it with what another program said a moment
+/// earlier must not find this to be the older news.
 PlayerReport::Stamp PlayerReport::stampOf(const Player& player) {
     Stamp stamp{player.name, player.trackIdentifier, player.status};
-    stamp.second = std::floor(player.positionReadAt);
+    stamp.second = std::ceil(player.positionReadAt);
     stamp.elapsed = player.position;
     if (player.status == PlaybackStatus::playing) {
-        stamp.elapsed -= player.positionReadAt - stamp.second;
+        stamp.elapsed += stamp.second - player.positionReadAt;
     }
     return stamp;
 }

@@ -12,8 +12,9 @@ namespace veslora {
 class PlayerReport {
   public:
     /// The payload, an object. `artwork` is base64, or empty. A player that is stopped and has no title gives
-    /// an empty payload. The position's moment is a whole second, to which a playing track's position is
-    /// taken back. Position and moment stay as they were for as long as they are still true.
+    /// an empty payload. The position's moment is the whole second that follows the reading, at which a
+    /// playing track will have come that much further. Position and moment stay as they were for as long as
+    /// they are still true.
     [[nodiscard]] Json payload(const Player& player, const std::string& artwork);
 
     /// The payload when there is no player at all.

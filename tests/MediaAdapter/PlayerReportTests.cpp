@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "MediaAdapter/PlayerReport.h"
+#include "VesloraCore/Music/AdapterState.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +32,7 @@ TEST(PlayerReportTests, SaysAllThatIsKnown) {
     EXPECT_EQ(text(PlayerReport().payload(player, "QUJD")),
               R"({"album":"Album","artist":"Artist","artworkData":"QUJD","bundleIdentifier":"vlc",)"
               R"("canGoNext":true,"canGoPrevious":false,"canPlay":true,"contentItemIdentifier":"/1",)"
-              R"("duration":200.5,"elapsedTime":11.75,"playing":true,"timestamp":"2023-11-14T22:13:20Z",)"
+              R"("duration":200.5,"elapsedTime":12.75,"playing":true,"timestamp":"2023-11-14T22:13:21Z",)"
               R"("title":"Title"})");
 }
 
@@ -48,10 +49,23 @@ TEST(PlayerReportTests, TakesAPausedPositionAsItIs) {
     EXPECT_EQ(*PlayerReport().payload(player, "").find("elapsedTime")->numberText(), "14");
 }
 
-TEST(PlayerReportTests, ATrackThatHasJustBegunIsTakenBackBehindItsStart) {
+TEST(PlayerReportTests, ATrackThatHasJustBegunIsNeverBehindItsStart) {
     Player player = playing();
     player.setPosition(0, start);
-    EXPECT_EQ(*PlayerReport().payload(player, "").find("elapsedTime")->numberText(), "-0.25");
+    EXPECT_EQ(*PlayerReport().payload(player, "").find("elapsedTime")->numberText(), "0.75");
+}
+
+TEST(PlayerReportTests, OfTwoWithinASecondTheLaterIsNotToldToBeTheEarlier) {
+    // Another source's news has its exact moment; this one's has whole seconds.
+    const Timestamp pausedElsewhere = start + 0.5;
+    Player player = playing();
+    player.setPosition(0, start + 0.6);
+    AdapterState state;
+    ASSERT_TRUE(state.apply(R"({"type":"data","payload":)" + text(PlayerReport().payload(player, "")) + "}"));
+    const auto told = state.nowPlaying(0);
+    ASSERT_TRUE(told);
+    EXPECT_GE(told->readAt, pausedElsewhere);
+    EXPECT_NEAR(told->positionAt(start + 1.6), 1, 0.001);
 }
 
 TEST(PlayerReportTests, SaysTheSameWhileThePositionMovesAsExpected) {
