@@ -110,6 +110,35 @@ std::optional<xcb_window_t> Display::panelOf(pid_t process) const {
     return found == children.end() ? std::nullopt : std::optional(*found);
 }
 
+std::optional<xcb_window_t> Display::managedWindowOf(pid_t process) const {
+    constexpr std::uint32_t most = 1024;
+    const auto cookie = xcb_get_property(m_connection.get(), 0, m_screen->root, atom("_NET_CLIENT_LIST"),
+                                         XCB_ATOM_WINDOW, 0, most);
+    const X11Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(m_connection.get(), cookie, nullptr));
+    if (!reply) {
+        return std::nullopt;
+    }
+    const auto windows = std::span(static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get())),
+                                   static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) /
+                                       sizeof(xcb_window_t));
+    const auto found =
+        std::ranges::find_if(windows, [&](xcb_window_t window) { return processOf(window) == process; });
+    return found == windows.end() ? std::nullopt : std::optional(*found);
+}
+
+void Display::askToClose(xcb_window_t window) const {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom("_NET_CLOSE_WINDOW");
+    xcb_send_event(m_connection.get(), 0, m_screen->root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&event));
+    xcb_flush(m_connection.get());
+}
+
 std::optional<Area> Display::inputOf(xcb_window_t window) const {
     const auto shapeCookie = xcb_shape_get_rectangles(m_connection.get(), window, XCB_SHAPE_SK_INPUT);
     const auto placeCookie = xcb_translate_coordinates(m_connection.get(), window, m_screen->root, 0, 0);

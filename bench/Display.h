@@ -60,6 +60,10 @@ class Display {
 
     /// The shown top-level window of a process that no window manager has framed; absent while there is none.
     [[nodiscard]] std::optional<xcb_window_t> panelOf(pid_t process) const;
+    /// The window of a process that the window manager has taken; absent while there is none.
+    [[nodiscard]] std::optional<xcb_window_t> managedWindowOf(pid_t process) const;
+    /// Asks a window to close, as the window manager does for the user.
+    void askToClose(xcb_window_t window) const;
     /// The smallest area that holds all of a window's input region, on the display; absent while it takes no
     /// input.
     [[nodiscard]] std::optional<Area> inputOf(xcb_window_t window) const;

@@ -92,4 +92,42 @@ void measureOpenGrowth(const Bench& bench) {
     bench.report.add({"growth_opens", growthOver(island, work), "MB", 1, megabytes});
 }
 
+/// What the settings window costs beside an island that has been used: while it is open, once it was closed
+/// for the first time, and after many times.
+void measureSettingsGrowth(const Bench& bench) {
+    const Home home(bench.executables);
+    Island island(bench.stage, home, bench.program());
+    const Display& display = bench.stage.display();
+    const auto isThere = [&] { return display.managedWindowOf(island.pid()).has_value(); };
+    const auto open = [&] {
+        const testing::Program asking({bench.program(), "settings"});
+        waitUntil("the settings window", isThere);
+        // Its first frames.
+        sleepFor(bench.choose(0.1, 0.05));
+    };
+    const auto close = [&] {
+        display.askToClose(*display.managedWindowOf(island.pid()));
+        waitUntil("the settings window to go", [&] { return !isThere(); });
+    };
+    const auto own = [&] {
+        sleepFor(bench.choose(2.0, 0.1));
+        return island.meter().memory().own;
+    };
+    island.open();
+    island.frames().waitForRest();
+    island.close();
+    island.waitForClosed();
+    const double before = own();
+    open();
+    bench.report.add({"settings_open", own() - before, "MB", 8, megabytes});
+    close();
+    bench.report.add({"settings_first", own() - before, "MB", 2, megabytes});
+    const int times = bench.choose(200, 2);
+    for (int done = 1; done < times; ++done) {
+        open();
+        close();
+    }
+    bench.report.add({"growth_settings", own() - before, "MB", 2, megabytes});
+}
+
 } // namespace veslora::bench

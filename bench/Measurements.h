@@ -52,11 +52,13 @@ void measureWidgets(const Bench& bench);
 void measureTimerWings(const Bench& bench);
 void measureMusic(const Bench& bench);
 void measureMetronomeUse(const Bench& bench);
+void measureMetronomeLight(const Bench& bench);
 void measureSampler(const Bench& bench);
 void measureMediaRest(const Bench& bench);
 void measureMediaChanges(const Bench& bench);
 void measureUsage(const Bench& bench);
 void measurePromptGrowth(const Bench& bench);
 void measureOpenGrowth(const Bench& bench);
+void measureSettingsGrowth(const Bench& bench);
 
 } // namespace veslora::bench

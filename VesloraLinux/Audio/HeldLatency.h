@@ -16,8 +16,11 @@ class HeldLatency {
     /// How many make it, an odd number.
     static constexpr std::size_t measurements = 15;
 
-    /// Samples; 0 before the first measurement, and the median so far until there were all.
+    /// Samples; before the first measurement what is expected, and the median so far until there were all.
     [[nodiscard]] std::int64_t value() const noexcept { return m_value.load(std::memory_order_relaxed); }
+
+    /// To be said before the first measurement; without it that is 0.
+    void expect(std::int64_t samples) noexcept { m_value.store(samples, std::memory_order_relaxed); }
 
     /// Audio thread. Does nothing once there were all. Below 0 counts as 0.
     void add(std::int64_t samples) noexcept {

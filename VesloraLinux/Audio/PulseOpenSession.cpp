@@ -6,16 +6,17 @@
 
 #include <chrono>
 #include <cstdint>
-#include <utility>
 
 namespace veslora {
 
-PulseOpenSession::PulseOpenSession(const PulseLibrary& library, const PulseOptions& options, Mixer& mixer,
-                                   int stopDescriptor, Time& time, Hooks hooks)
-    : PulseSession(library, options, mixer, stopDescriptor), m_time(time), m_hooks(std::move(hooks)) {}
+PulseOpenSession::PulseOpenSession(const PulseLibrary& library, const PulseOptions& options, OpenStream& open)
+    : PulseSession(library, options, open.mixer, open.stopDescriptor), m_open(open) {}
 
 void PulseOpenSession::serverReady() {
-    m_hooks.awaitQueue();
+    // The server fills its buffer with the first block, and tells of a latency only some moments later:
+    // until then nothing must seem to be heard already.
+    m_open.latency.expect(bufferLength());
+    m_open.awaitQueue();
     openStream();
 }
 
@@ -34,7 +35,7 @@ void PulseOpenSession::streamOpened() {
 
 void PulseOpenSession::wrote(std::size_t samples) {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    m_time.clock.mark(mixer().position(), static_cast<std::int64_t>(samples),
+    m_open.clock.mark(mixer().position(), static_cast<std::int64_t>(samples),
                       std::chrono::duration_cast<std::chrono::nanoseconds>(now).count());
     measureLatency();
 }
@@ -47,13 +48,13 @@ void PulseOpenSession::measureLatency() {
     if (library().stream_get_latency(stream(), &microseconds, &isNegative) >= 0) {
         constexpr std::int64_t second = 1'000'000;
         const auto magnitude = static_cast<std::int64_t>(microseconds);
-        m_time.latency.add(isNegative != 0 ? 0 : magnitude * Mixer::sampleRate / second);
+        m_open.latency.add(isNegative != 0 ? 0 : magnitude * Mixer::sampleRate / second);
     }
 }
 
 void PulseOpenSession::moved() {
-    if (mixer().position() < settling) {
-        m_time.latency.measureAgain();
+    if (mixer().position() < OpenStream::settling) {
+        m_open.latency.measureAgain();
     } else {
         qCInfo(Logs::audio, "sound goes to another device");
         finish();

@@ -38,7 +38,7 @@ void PulseOutput::run(Mixer& mixer, std::uint64_t start) {
     AudioEnd end = AudioEnd::failed;
     if (const auto library = m_stop ? PulseLibrary::load(m_options.library) : nullptr) {
         PulseAlertSession session(*library, m_options, mixer, m_stop.value());
-        end = session.run() == PulseSession::End::finished ? AudioEnd::played : AudioEnd::failed;
+        end = session.run() == SessionEnd::finished ? AudioEnd::played : AudioEnd::failed;
     }
     tell(end, start);
 }

@@ -25,7 +25,7 @@ PulseSession::PulseSession(const PulseLibrary& library, const PulseOptions& opti
     }
     pa_mainloop_api* const api = m_library.mainloop_get_api(m_loop);
     const auto stopped = [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void* session) {
-        static_cast<PulseSession*>(session)->m_end = End::stopped;
+        static_cast<PulseSession*>(session)->m_end = SessionEnd::stopped;
     };
     m_stopEvent = api->io_new(api, stopDescriptor, PA_IO_EVENT_INPUT, stopped, this);
     m_context = m_library.context_new(api, "Veslora");
@@ -52,14 +52,14 @@ PulseSession::~PulseSession() {
 
 void PulseSession::finish() {
     if (!m_end) {
-        m_end = End::finished;
+        m_end = SessionEnd::finished;
     }
 }
 
 void PulseSession::fail(const char* what, std::optional<int> reason) {
     // What follows from the first failure is none of its own.
     if (!m_end) {
-        m_end = End::failed;
+        m_end = SessionEnd::failed;
         tellOfFailure(what, m_library.strerror(reason ? *reason : m_library.context_errno(m_context)));
     }
 }
@@ -68,10 +68,10 @@ void PulseSession::tellOfFailure(const char* what, const char* reason) {
     qCWarning(Logs::audio, "no sound: %s: %s", what, reason);
 }
 
-PulseSession::End PulseSession::run() {
+SessionEnd PulseSession::run() {
     if (m_context == nullptr) {
         fail("no connection can be made", PA_ERR_INTERNAL);
-        return End::failed;
+        return SessionEnd::failed;
     }
     m_library.context_set_state_callback(
         m_context, [](pa_context*, void* session) { static_cast<PulseSession*>(session)->contextChanged(); },
@@ -116,6 +116,10 @@ void PulseSession::contextChanged() {
     }
 }
 
+std::int64_t PulseSession::bufferLength() const {
+    return m_options.buffer.count() * Mixer::sampleRate / 1000;
+}
+
 void PulseSession::openStream() {
     pa_proplist* const properties = m_library.proplist_new();
     if (role() != nullptr) {
@@ -137,8 +141,7 @@ void PulseSession::openStream() {
         },
         this);
     streamOpened();
-    const auto length =
-        static_cast<std::uint32_t>(m_options.buffer.count() * Mixer::sampleRate / 1000 * bytesInSample);
+    const auto length = static_cast<std::uint32_t>(bufferLength() * bytesInSample);
     const pa_buffer_attr buffer{byDefault, length, byDefault, byDefault, byDefault};
     // No device is named and moving is not forbidden, so the stream follows the default one.
     if (m_library.stream_connect_playback(m_stream, nullptr, &buffer, flags(), nullptr, nullptr) < 0) {

@@ -5,9 +5,11 @@
 #pragma once
 
 #include "VesloraLinux/Audio/PulseLibrary.h"
+#include "VesloraLinux/Audio/SessionEnd.h"
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -27,12 +29,6 @@ struct PulseOptions {
 
 class PulseSession {
   public:
-    enum class End {
-        finished, ///< as it was to
-        failed,
-        stopped, ///< by the descriptor
-    };
-
     /// `stopDescriptor` becomes readable when the session is to end early.
     PulseSession(const PulseLibrary& library, const PulseOptions& options, Mixer& mixer, int stopDescriptor);
     PulseSession(const PulseSession&) = delete;
@@ -41,7 +37,7 @@ class PulseSession {
 
     /// Goes on until the derived class or `stopDescriptor` ends it, or it fails. No server is started where
     /// none runs. The stream goes where the user's sounds go, also when that changes meanwhile.
-    [[nodiscard]] End run();
+    [[nodiscard]] SessionEnd run();
 
   protected:
     /// The way to a server is there, though it may not have answered yet.
@@ -67,6 +63,8 @@ class PulseSession {
 
     [[nodiscard]] const PulseLibrary& library() const { return m_library; }
     [[nodiscard]] Mixer& mixer() const { return m_mixer; }
+    /// Of the options, in samples.
+    [[nodiscard]] std::int64_t bufferLength() const;
     [[nodiscard]] pa_stream* stream() const { return m_stream; }
 
   private:
@@ -79,7 +77,7 @@ class PulseSession {
     const PulseLibrary& m_library;
     const PulseOptions& m_options;
     Mixer& m_mixer;
-    std::optional<End> m_end; ///< absent while it goes on
+    std::optional<SessionEnd> m_end; ///< absent while it goes on
     bool m_isWriting = true;
     std::chrono::steady_clock::time_point m_deadline;
     pa_mainloop* m_loop = nullptr;

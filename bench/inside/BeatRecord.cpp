@@ -27,22 +27,6 @@ std::int64_t BeatPlan::timeOf(std::int64_t beat) const {
     return segment->time + (2 * samplesInMinute * beats + segment->bpm) / (std::int64_t{2} * segment->bpm);
 }
 
-std::vector<std::int64_t> onsetsIn(const std::vector<float>& recording) {
-    constexpr std::int64_t silence = 480;
-    std::vector<std::int64_t> onsets;
-    std::int64_t lastSound = -silence;
-    for (std::size_t index = 0; index < recording.size(); ++index) {
-        if (std::abs(recording[index]) > 1e-6F) {
-            const auto sample = static_cast<std::int64_t>(index);
-            if (sample - lastSound > silence) {
-                onsets.push_back(sample);
-            }
-            lastSound = sample;
-        }
-    }
-    return onsets;
-}
-
 Comparison compare(const BeatPlan& plan, const std::vector<std::int64_t>& onsets, std::int64_t heardUntil) {
     Comparison result;
     std::int64_t beat = 0;

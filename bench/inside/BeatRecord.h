@@ -26,9 +26,6 @@ class BeatPlan {
     std::vector<Segment> m_segments;
 };
 
-/// Where sounds begin that silence of at least a hundredth of a second comes before.
-[[nodiscard]] std::vector<std::int64_t> onsetsIn(const std::vector<float>& recording);
-
 struct Comparison {
     std::int64_t worst = 0; ///< samples by which an onset is beside its beat, as far as any is
     int heard = 0;

@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/ProgramRunner.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
 #include "VesloraUI/Claude/Monitors/KnownAgents.h"
@@ -67,10 +68,12 @@ struct Machine {
     ProcProcesses processes;
     NoApplications applications;
     Tmux multiplexer{scheduler, processes};
+    ProgramRunner programs{scheduler};
     SupportDirectory support{files, directories.support, directories.runtime};
     Defaults settings{files, watcher, directories.configuration};
-    AgentMonitorSeams seams{directories, scheduler,    files,       watcher,
-                            processes,   applications, multiplexer, std::make_shared<LocalCalendar>()};
+    AgentMonitorSeams seams{directories, scheduler, files,
+                            watcher,     processes, applications,
+                            multiplexer, programs,  std::make_shared<LocalCalendar>()};
     HookedAgentMonitor monitor{claudeAgent(seams, support), seams, support, settings};
 };
 

@@ -47,7 +47,7 @@ int measureText(bool isShort) {
 
 int measureMetronome(bool isShort) {
     bench::Report report(!isShort);
-    bench::measureMetronome(report, isShort);
+    bench::measureMetronome(report, executables(), isShort);
     return report.isGood() ? 0 : 1;
 }
 

@@ -15,6 +15,14 @@ TEST(HeldLatency, IsTheMedianOfTheFirstMeasurements) {
     EXPECT_EQ(latency.value(), 9600);
 }
 
+TEST(HeldLatency, IsWhatIsExpectedUntilItIsMeasured) {
+    HeldLatency latency;
+    latency.expect(4800);
+    EXPECT_EQ(latency.value(), 4800);
+    latency.add(9600);
+    EXPECT_EQ(latency.value(), 9600);
+}
+
 TEST(HeldLatency, StaysWhatItWas) {
     HeldLatency latency;
     for (std::size_t count = 0; count < HeldLatency::measurements; ++count) {

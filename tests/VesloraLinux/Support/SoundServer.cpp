@@ -41,8 +41,10 @@ SoundEnvironment::SoundEnvironment() {
         set(variable, m_folder.path(variable));
         std::filesystem::create_directory(m_folder.path(variable));
     }
-    for (const char* const variable : {"PULSE_SERVER", "PULSE_COOKIE", "PULSE_CLIENTCONFIG", "PULSE_SINK",
-                                       "DISPLAY", "DBUS_SESSION_BUS_ADDRESS"}) {
+    for (const char* const variable :
+         {"PULSE_SERVER", "PULSE_COOKIE", "PULSE_CLIENTCONFIG", "PULSE_SINK", "DISPLAY",
+          "DBUS_SESSION_BUS_ADDRESS", "PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR", "PIPEWIRE_CONFIG_NAME",
+          "PIPEWIRE_CONFIG_DIR"}) {
         set(variable, {});
     }
 }
@@ -113,21 +115,29 @@ PulseServer::PulseServer(const SoundEnvironment& environment)
             "no PulseAudio server");
 }
 
+PipeWireDaemon::PipeWireDaemon(SoundEnvironment& environment) {
+    const std::string socket = environment.folder().path("XDG_RUNTIME_DIR") + "/pipewire-0";
+    std::filesystem::remove(socket);
+    // A client finds there how to speak to it.
+    environment.set("PIPEWIRE_CONFIG_DIR",
+                    std::string(VESLORA_SOUND_SERVERS) + "/../packages/usr/share/pipewire");
+    m_program = std::make_unique<Program>(std::vector<std::string>{server("pipewire")});
+    require(waitUntil([&socket] { return std::filesystem::exists(socket); }), "no PipeWire");
+}
+
 PipeWireServer::PipeWireServer(SoundEnvironment& environment)
-    : m_address("unix:" + environment.folder().path("XDG_RUNTIME_DIR") + "/pulse/native") {
+    : m_address("unix:" + environment.folder().path("XDG_RUNTIME_DIR") + "/pulse/native"),
+      m_daemon(environment) {
     environment.set("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toStdString());
     environment.set("PULSE_RUNTIME_PATH", {});
-    m_pipeWire = std::make_unique<Program>(std::vector<std::string>{server("pipewire")});
-    require(waitUntil([&environment] {
-                return std::filesystem::exists(environment.folder().path("XDG_RUNTIME_DIR") + "/pipewire-0");
-            }),
-            "no PipeWire");
     m_manager = std::make_unique<Program>(std::vector<std::string>{server("wireplumber")});
     m_pulse = std::make_unique<Program>(std::vector<std::string>{server("pipewire-pulse")});
     require(waitUntil([this] { return askServer(m_address, {"info"}); }), "no PipeWire server");
-    require(askServer(m_address, {"load-module", "module-null-sink", "sink_name=cap", "rate=48000",
-                                  "channels=1", "format=float32le"}),
-            "no sink");
+    for (const std::string name : {"cap", "other"}) {
+        require(askServer(m_address, {"load-module", "module-null-sink", "sink_name=" + name, "rate=48000",
+                                      "channels=1", "format=float32le"}),
+                "no sink");
+    }
     require(waitUntil([this] {
                 return askServer(m_address, {"set-default-sink", "cap"});
             }),

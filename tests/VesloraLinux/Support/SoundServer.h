@@ -67,18 +67,36 @@ class PulseServer {
     std::unique_ptr<Program> m_program;
 };
 
-/// PipeWire, its session manager and its PulseAudio server, with the sink "cap".
+/// PipeWire alone, as it is where only the screen is shared with it.
+class PipeWireDaemon {
+  public:
+    explicit PipeWireDaemon(SoundEnvironment& environment);
+
+    [[nodiscard]] const Program& program() const { return *m_program; }
+    /// Ends it by force, as a crash does.
+    void crash() { m_program->kill(); }
+
+  private:
+    std::unique_ptr<Program> m_program;
+};
+
+/// PipeWire, its session manager and its PulseAudio server, with the sinks "cap", which is the default one,
+/// and "other".
 class PipeWireServer {
   public:
     explicit PipeWireServer(SoundEnvironment& environment);
 
+    /// Of its PulseAudio server.
     [[nodiscard]] const std::string& address() const { return m_address; }
+    [[nodiscard]] const Program& program() const { return m_daemon.program(); }
+    /// Ends the daemon by force, as a crash does.
+    void crash() { m_daemon.crash(); }
 
   private:
     std::string m_address;
     PrivateBus m_bus;
     // The last one started ends first.
-    std::unique_ptr<Program> m_pipeWire;
+    PipeWireDaemon m_daemon;
     std::unique_ptr<Program> m_manager;
     std::unique_ptr<Program> m_pulse;
 };

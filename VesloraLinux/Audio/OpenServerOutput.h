@@ -1,34 +1,37 @@
 // SPDX-License-Identifier: MIT
-// The loudspeakers behind a PulseAudio or PipeWire server, for as long as somebody wants them. Each start has
-// a thread and a connection of its own, which a stop leaves to end by itself: the main thread waits for
-// neither. Main thread only.
+// The loudspeakers behind a sound server, for as long as somebody wants them. Each start has a thread and a
+// connection of its own, which a stop leaves to end by itself: the main thread waits for neither. Main thread
+// only.
 #pragma once
 
 #include "VesloraLinux/Audio/OpenAudioOutput.h"
-#include "VesloraLinux/Audio/PulseSession.h"
+#include "VesloraLinux/Audio/SoundServer.h"
 
 #include <QObject>
 
 #include <cstddef>
 #include <list>
 #include <thread>
+#include <vector>
 
 namespace veslora {
 
-class PulseOpenOutput final : public OpenAudioOutput {
+class OpenServerOutput final : public OpenAudioOutput {
   public:
-    /// What a start gives its thread to find that nobody listens at the server's address. The kernel knows
+    using Servers = std::vector<std::unique_ptr<const SoundServer>>;
+
+    /// What a start gives its thread to find that nobody listens at any server's address. The kernel knows
     /// that at once, whatever the server does; what takes longer is told by `lost`.
     static constexpr std::chrono::milliseconds findingTime{10};
     /// Between two looks for a server that is gone.
     static constexpr std::chrono::milliseconds lookingPeriod{200};
 
-    /// A server that was lost may take as long as the options' patience to come back; then sound goes
-    /// another way, and before that there is none.
-    explicit PulseOpenOutput(PulseOptions options = {});
-    ~PulseOpenOutput() override;
-    PulseOpenOutput(const PulseOpenOutput&) = delete;
-    PulseOpenOutput& operator=(const PulseOpenOutput&) = delete;
+    /// The first of them that has a device plays. One that was lost may take as long as its patience to come
+    /// back; then sound goes another way, and before that there is none.
+    explicit OpenServerOutput(Servers servers);
+    ~OpenServerOutput() override;
+    OpenServerOutput(const OpenServerOutput&) = delete;
+    OpenServerOutput& operator=(const OpenServerOutput&) = delete;
 
     [[nodiscard]] bool start(std::shared_ptr<Mixer> mixer, std::function<void(Loss)> lost) override;
     void stop() override;
@@ -44,10 +47,9 @@ class PulseOpenOutput final : public OpenAudioOutput {
     void letRender(const Stream* stream) const;
     void run(Stream& stream);
     [[nodiscard]] std::optional<Loss> play(Stream& stream);
-    [[nodiscard]] std::optional<Loss> awaitServer(const PulseLibrary& library, Stream& stream) const;
     void ended(const Stream* stream, std::optional<Loss> loss);
 
-    const PulseOptions m_options;
+    const Servers m_servers;
     std::function<void(Loss)> m_lost;
     QObject m_mainThread;
     std::list<std::unique_ptr<Stream>> m_streams;

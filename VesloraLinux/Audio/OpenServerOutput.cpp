@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraLinux/Audio/PulseOpenOutput.h"
+#include "VesloraLinux/Audio/OpenServerOutput.h"
 
-#include "VesloraLinux/Audio/Mixer.h"
-#include "VesloraLinux/Audio/PulseOpenSession.h"
-#include "VesloraLinux/Audio/PulseProbe.h"
+#include "VesloraLinux/Audio/OpenStream.h"
 #include "VesloraLinux/System/FileDescriptor.h"
 #include "VesloraUI/Platform/Logs.h"
 
@@ -22,14 +20,19 @@ namespace veslora {
 
 /// What the main thread and the thread of one stream share. The list that holds it lets it go only after that
 /// thread has ended.
-struct PulseOpenOutput::Stream {
+struct OpenServerOutput::Stream {
     explicit Stream(std::shared_ptr<Mixer> rendered) : mixer(std::move(rendered)) {}
 
-    /// The stream's thread. Whether there is a way to the server; only the first word counts.
+    /// The stream's thread. Whether there is a way to a server; only the first word counts.
     void tellFound(bool isThere) {
         if (!std::exchange(isFound, true)) {
             found.set_value(isThere);
         }
+    }
+
+    void awaitQueue() const {
+        pollfd events[] = {{queued.value(), POLLIN, 0}, {stop.value(), POLLIN, 0}};
+        poll(events, std::size(events), -1);
     }
 
     const std::shared_ptr<Mixer> mixer;
@@ -37,21 +40,43 @@ struct PulseOpenOutput::Stream {
     const FileDescriptor queued{eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)}; ///< once the first sounds are
     std::promise<bool> found;
     bool isFound = false; ///< the thread's own: whether that was told
-    PulseOpenSession::Time time{.clock = SampleClock(Mixer::sampleRate), .latency = {}};
+    OpenStream open{.mixer = *mixer,
+                    .stopDescriptor = stop.value(),
+                    .found = [this] { tellFound(true); },
+                    .awaitQueue = [this] { awaitQueue(); }};
     std::atomic<bool> isPlaying = true;
     std::thread thread;
 };
 
-PulseOpenOutput::PulseOpenOutput(PulseOptions options) : m_options(std::move(options)) {}
+namespace {
 
-PulseOpenOutput::~PulseOpenOutput() {
+/// A server that restarts is away for a moment, in which no start would find it.
+std::optional<OpenAudioOutput::Loss> awaitServer(const SoundServer& server, const OpenStream& stream) {
+    const auto deadline = std::chrono::steady_clock::now() + server.patience();
+    pollfd stopped{.fd = stream.stopDescriptor, .events = POLLIN, .revents = 0};
+    while (std::chrono::steady_clock::now() < deadline) {
+        if (server.isThere(stream)) {
+            return OpenAudioOutput::Loss::changed;
+        }
+        if (poll(&stopped, 1, OpenServerOutput::lookingPeriod.count()) > 0) {
+            return std::nullopt;
+        }
+    }
+    return OpenAudioOutput::Loss::failed;
+}
+
+} // namespace
+
+OpenServerOutput::OpenServerOutput(Servers servers) : m_servers(std::move(servers)) {}
+
+OpenServerOutput::~OpenServerOutput() {
     stop();
     for (const auto& stream : m_streams) {
         stream->thread.join();
     }
 }
 
-bool PulseOpenOutput::start(std::shared_ptr<Mixer> mixer, std::function<void(Loss)> lost) {
+bool OpenServerOutput::start(std::shared_ptr<Mixer> mixer, std::function<void(Loss)> lost) {
     auto made = std::make_unique<Stream>(std::move(mixer));
     if (!made->stop || !made->queued) {
         qCWarning(Logs::audio, "no sound, as no event can be had: %s", std::strerror(errno));
@@ -78,14 +103,14 @@ bool PulseOpenOutput::start(std::shared_ptr<Mixer> mixer, std::function<void(Los
     return true;
 }
 
-void PulseOpenOutput::letRender(const Stream* stream) const {
+void OpenServerOutput::letRender(const Stream* stream) const {
     const auto found = std::ranges::find(m_streams, stream, &std::unique_ptr<Stream>::get);
     if (found != m_streams.end()) {
         eventfd_write((*found)->queued.value(), 1);
     }
 }
 
-void PulseOpenOutput::stop() {
+void OpenServerOutput::stop() {
     if (m_stream != nullptr) {
         eventfd_write(m_stream->stop.value(), 1);
         m_stream = nullptr;
@@ -93,7 +118,7 @@ void PulseOpenOutput::stop() {
     }
 }
 
-void PulseOpenOutput::run(Stream& stream) {
+void OpenServerOutput::run(Stream& stream) {
     const std::optional<Loss> loss = play(stream);
     stream.tellFound(false);
     QMetaObject::invokeMethod(
@@ -101,53 +126,21 @@ void PulseOpenOutput::run(Stream& stream) {
 }
 
 /// Why it ended; absent when it was stopped.
-std::optional<OpenAudioOutput::Loss> PulseOpenOutput::play(Stream& stream) {
-    const auto library = PulseLibrary::load(m_options.library);
-    if (!library) {
-        return Loss::failed;
-    }
-    PulseSession::End end = PulseSession::End::failed;
-    {
-        const PulseOpenSession::Hooks hooks{
-            .found = [&stream] { stream.tellFound(true); },
-            .awaitQueue =
-                [&stream] {
-                    pollfd events[] = {{stream.queued.value(), POLLIN, 0}, {stream.stop.value(), POLLIN, 0}};
-                    poll(events, std::size(events), -1);
-                }};
-        PulseOpenSession session(*library, m_options, *stream.mixer, stream.stop.value(), stream.time, hooks);
-        end = session.run();
-    }
-    stream.isPlaying = false;
-    switch (end) {
-    case PulseSession::End::finished:
-        return Loss::changed;
-    case PulseSession::End::stopped:
-        return std::nullopt;
-    case PulseSession::End::failed:
-        break;
-    }
-    return stream.mixer->position() > 0 ? awaitServer(*library, stream) : Loss::failed;
-}
-
-/// A server that restarts is away for a moment, in which no start would find it.
-std::optional<OpenAudioOutput::Loss> PulseOpenOutput::awaitServer(const PulseLibrary& library,
-                                                                  Stream& stream) const {
-    const auto deadline = std::chrono::steady_clock::now() + m_options.patience;
-    pollfd stopped{.fd = stream.stop.value(), .events = POLLIN, .revents = 0};
-    while (std::chrono::steady_clock::now() < deadline) {
-        PulseProbe probe(library, m_options, *stream.mixer, stream.stop.value());
-        if (probe.run() == PulseSession::End::finished) {
-            return Loss::changed;
-        }
-        if (poll(&stopped, 1, lookingPeriod.count()) > 0) {
+std::optional<OpenAudioOutput::Loss> OpenServerOutput::play(Stream& stream) {
+    for (const auto& server : m_servers) {
+        const std::optional<SessionEnd> end = server->play(stream.open);
+        if (end == SessionEnd::stopped) {
             return std::nullopt;
+        }
+        if (stream.mixer->position() > 0) {
+            stream.isPlaying = false;
+            return end == SessionEnd::finished ? Loss::changed : awaitServer(*server, stream.open);
         }
     }
     return Loss::failed;
 }
 
-void PulseOpenOutput::ended(const Stream* stream, std::optional<Loss> loss) {
+void OpenServerOutput::ended(const Stream* stream, std::optional<Loss> loss) {
     const auto found = std::ranges::find(m_streams, stream, &std::unique_ptr<Stream>::get);
     (*found)->thread.join();
     const bool isCurrent = m_stream == stream;
@@ -158,20 +151,20 @@ void PulseOpenOutput::ended(const Stream* stream, std::optional<Loss> loss) {
     }
 }
 
-std::optional<std::int64_t> PulseOpenOutput::currentSample() const {
+std::optional<std::int64_t> OpenServerOutput::currentSample() const {
     if (m_stream == nullptr || !m_stream->isPlaying) {
         return std::nullopt;
     }
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const auto sample =
-        m_stream->time.clock.sampleAt(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count());
+        m_stream->open.clock.sampleAt(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count());
     // A block that comes late is followed by one that is sooner than the clock had expected.
     m_lastSample = std::max(m_lastSample, sample);
     return m_lastSample;
 }
 
-std::int64_t PulseOpenOutput::latency() const {
-    return m_stream == nullptr ? 0 : m_stream->time.latency.value();
+std::int64_t OpenServerOutput::latency() const {
+    return m_stream == nullptr ? 0 : m_stream->open.latency.value();
 }
 
 } // namespace veslora
