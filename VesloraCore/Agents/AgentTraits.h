@@ -7,6 +7,7 @@
 #include "VesloraCore/Agents/AgentKind.h"
 #include "VesloraCore/Agents/AgentMarks.h"
 #include "VesloraCore/Agents/Hooks/AgentHookNames.h"
+#include "VesloraCore/Text/Words.h"
 
 #include <array>
 #include <cstdint>
@@ -69,14 +70,19 @@ inline constexpr std::array agentTraits{
         .color = claudeOrange,
         .spinner = {ClaudeSpinner::frame, ClaudeSpinner::period, 14, 0},
         .hookNames = claudeHookNames,
-        .hookTexts = {.title = "Claude Code: hooks and status line",
-                      .detail = "Adds a status line (for the usage widget; a status line you already have "
-                                "keeps showing) and six hooks to ~/.claude/settings.json (backed up first) "
-                                "so Veslora knows when a session needs your approval or finishes. Remove "
-                                "takes out only Veslora's.",
-                      .footer = "Without hooks, sessions and their working time still show; approvals "
-                                "don't.",
-                      .notUnderstood = "Couldn't read ~/.claude/settings.json; nothing was changed."},
+        .hookTexts = {.title = translatable("AgentHooks", "Claude Code: hooks and status line"),
+                      .detail = translatable(
+                          "AgentHooks",
+                          "Adds a status line (for the usage widget; a status line you already have "
+                          "keeps showing) and six hooks to ~/.claude/settings.json (backed up first) "
+                          "so Veslora knows when a session needs your approval or finishes. Remove "
+                          "takes out only Veslora's."),
+                      .footer =
+                          translatable("AgentHooks",
+                                       "Without hooks, sessions and their working time still show; approvals "
+                                       "don't."),
+                      .notUnderstood = translatable(
+                          "AgentHooks", "Couldn't read ~/.claude/settings.json; nothing was changed.")},
     },
     AgentTraits{
         .kind = AgentKind::codex,
@@ -86,14 +92,18 @@ inline constexpr std::array agentTraits{
         .glyph = ">_",
         .spinner = {CodexSpinner::frame, CodexSpinner::period, 20, 1.5},
         .hookNames = codexHookNames,
-        .hookTexts = {.title = "Codex: hooks",
-                      .detail = "Adds eight hooks to ~/.codex/hooks.json (backed up first) so Veslora sees "
-                                "Codex CLI sessions and can answer their approvals. Remove takes out only "
-                                "Veslora's. Usage needs no install.",
-                      .footer = "Then run /hooks in Codex once and trust them: Codex runs new hooks only "
-                                "after you've reviewed them.",
-                      .notUnderstood = "Couldn't read ~/.codex/hooks.json (it must be a JSON object); "
-                                       "nothing was changed."},
+        .hookTexts =
+            {.title = translatable("AgentHooks", "Codex: hooks"),
+             .detail = translatable(
+                 "AgentHooks", "Adds eight hooks to ~/.codex/hooks.json (backed up first) so Veslora sees "
+                               "Codex CLI sessions and can answer their approvals. Remove takes out only "
+                               "Veslora's. Usage needs no install."),
+             .footer = translatable("AgentHooks",
+                                    "Then run /hooks in Codex once and trust them: Codex runs new hooks only "
+                                    "after you've reviewed them."),
+             .notUnderstood =
+                 translatable("AgentHooks", "Couldn't read ~/.codex/hooks.json (it must be a JSON object); "
+                                            "nothing was changed.")},
     },
 };
 

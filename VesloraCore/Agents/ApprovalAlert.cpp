@@ -5,16 +5,22 @@
 
 namespace veslora {
 
-std::string AlertNotice::message(std::string_view message) {
+std::string AlertNotice::message(std::string_view message, const Words& words) {
     // All that newer versions say; older ones named the tool.
     if (message == "Claude needs your permission") {
-        return "Needs your permission";
+        return words.translate("AgentMessages", "Needs your permission");
     }
-    constexpr std::string_view wordy = "Claude needs your permission to use ";
-    if (!message.starts_with(wordy)) {
-        return std::string(message);
+    if (message == waitingForYou) {
+        return words.translate("AgentMessages", waitingForYou);
     }
-    return std::string("Wants to use ").append(message.substr(wordy.size()));
+    for (const std::string_view before :
+         {std::string_view("Claude needs your permission to use "), wantsToUse}) {
+        if (message.starts_with(before)) {
+            return Words::filled(words.translate("AgentMessages", "Wants to use %1"),
+                                 {message.substr(before.size())});
+        }
+    }
+    return std::string(message);
 }
 
 double ApprovalAlert::fuseProgress(double answerBy, double now) {

@@ -2,6 +2,8 @@
 // The rules of the alert by which an agent asks for the user's permission.
 #pragma once
 
+#include "VesloraCore/Text/Words.h"
+
 #include <string>
 #include <string_view>
 
@@ -9,9 +11,15 @@ namespace veslora {
 
 namespace AlertNotice {
 
+/// Of a session that waits and does not say for what.
+inline constexpr const char* waitingForYou = translatable("AgentMessages", "Waiting for you");
+/// Of one that waits for permission to use a tool, whose name follows.
+inline constexpr std::string_view wantsToUse = "Wants to use ";
+
 /// What a session that waits in its terminal asks for, in a few words: "Claude needs your permission to use
-/// Bash" becomes "Wants to use Bash". Any other message stands as it is.
-[[nodiscard]] std::string message(std::string_view message);
+/// Bash" becomes "Wants to use Bash". These and the messages above come in the reader's words; any other one
+/// stands as it is.
+[[nodiscard]] std::string message(std::string_view message, const Words& words = {});
 
 } // namespace AlertNotice
 

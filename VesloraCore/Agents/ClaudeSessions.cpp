@@ -2,6 +2,7 @@
 // See ClaudeSessions.h.
 #include "VesloraCore/Agents/ClaudeSessions.h"
 
+#include "VesloraCore/Agents/ApprovalAlert.h"
 #include "VesloraCore/Overloaded.h"
 #include "VesloraCore/Text/PathText.h"
 
@@ -210,7 +211,7 @@ std::optional<ClaudeSessionStatus> ClaudeSessions::wait(const Record& record, co
     if (record.dismissedWait == file.statusSince.value_or(distantPast)) {
         return std::nullopt;
     }
-    const std::string fallback = file.waitingFor->empty() ? "Waiting for you" : *file.waitingFor;
+    const std::string fallback = file.waitingFor->empty() ? AlertNotice::waitingForYou : *file.waitingFor;
     // Without a stamp, since it was first heard of: a wait that began again at each look would sound each
     // time.
     const Timestamp seen = record.unstampedWaitSeenAt.value_or(now);

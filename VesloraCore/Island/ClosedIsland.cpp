@@ -42,13 +42,14 @@ LiveActivityPicker::Candidates candidatesOf(const ClosedIslandInputs& inputs,
 }
 
 std::optional<double> wingWidthOf(LiveActivityKind kind, const std::optional<Countdown>& countdown,
-                                  const MeasureText& measure) {
-    const auto wide = [&](const char* text, double other) {
+                                  const MeasureText& measure, const Words& words) {
+    const auto wide = [&](const std::string& text, double other) {
         return padded(std::max(LiveActivityMetrics::textWidth(text, measure), other));
     };
     switch (kind) {
     case LiveActivityKind::claudeFinished:
-        return wide("DONE", markWidth);
+        // As the view beside the notch has it.
+        return wide(words.translate("ClaudeLiveActivityView", "DONE"), markWidth);
     case LiveActivityKind::metronome:
         return wide("000", metronomeLightWidth);
     case LiveActivityKind::timer:
@@ -85,10 +86,10 @@ double LiveActivityMetrics::wingWidth(double duration, const MeasureText& measur
 
 ClosedIslandActivity closedIslandActivity(const ClosedIslandInputs& inputs,
                                           const ClosedIslandSettings& settings, const MeasureText& measure,
-                                          Timestamp now) {
+                                          Timestamp now, const Words& words) {
     const auto kind =
         LiveActivityPicker::pick(candidatesOf(inputs, settings, now), settings.liveActivityPriority);
-    return {kind, wingWidthOf(kind, inputs.timer.countdown, measure)};
+    return {kind, wingWidthOf(kind, inputs.timer.countdown, measure, words)};
 }
 
 } // namespace veslora

@@ -6,6 +6,7 @@
 #include "VesloraCore/Island/LiveActivity.h"
 #include "VesloraCore/KeepAwake/KeepAwakeState.h"
 #include "VesloraCore/Music/NowPlaying.h"
+#include "VesloraCore/Text/Words.h"
 #include "VesloraCore/Timer/Countdown.h"
 #include "VesloraCore/Timestamp.h"
 
@@ -72,6 +73,7 @@ inline constexpr double innerPadding = 4;  ///< beside the notch
 
 [[nodiscard]] ClosedIslandActivity closedIslandActivity(const ClosedIslandInputs& inputs,
                                                         const ClosedIslandSettings& settings,
-                                                        const MeasureText& measure, Timestamp now);
+                                                        const MeasureText& measure, Timestamp now,
+                                                        const Words& words = {});
 
 } // namespace veslora

@@ -16,9 +16,17 @@ struct Word {
 constexpr std::array table{
     Word{"settings", Command::settings},  Word{"toggle", Command::toggle},
     Word{"page next", Command::nextPage}, Word{"page previous", Command::previousPage},
-    Word{"edit", Command::edit},          Word{"quit", Command::quit},
+    Word{"edit", Command::edit},          Word{"pause", Command::pause},
+    Word{"resume", Command::resume},      Word{"quit", Command::quit},
     Word{"status", Command::status},
 };
+
+/// What is behind the word for a pause, which the length of one has to be. Absent for a line without both.
+std::optional<std::string_view> lengthIn(std::string_view line) {
+    const std::string_view word = wordFor(Command::pause);
+    const bool hasOne = line.size() > word.size() && line.starts_with(word) && line[word.size()] == ' ';
+    return hasOne ? std::optional(line.substr(word.size() + 1)) : std::nullopt;
+}
 
 /// Absent where that would hide what the words were: an empty one, or one with a blank in it.
 std::optional<std::string> joined(std::span<const std::string_view> words) {
@@ -46,8 +54,8 @@ Request requestFor(std::string_view word) {
     if (word == "report") {
         return Report{};
     }
-    const auto command = commandFor(word);
-    return command ? Request(Ask{*command}) : Request(Wrong{});
+    const auto ask = askFor(word);
+    return ask ? Request(*ask) : Request(Wrong{.isLength = lengthIn(word).has_value()});
 }
 
 } // namespace
@@ -64,18 +72,35 @@ std::string_view wordFor(Command command) {
     return std::ranges::find(table, command, &Word::command)->text;
 }
 
-std::optional<Command> commandFor(std::string_view word) {
-    const auto* const found = std::ranges::find(table, word, &Word::text);
-    return found == table.end() ? std::nullopt : std::optional(found->command);
+std::string lineFor(const Ask& ask) {
+    std::string line(wordFor(ask.command));
+    return ask.command == Command::pause ? line + " " + AlertPause::text(ask.length) : line;
 }
 
-std::string_view usage() {
-    return "usage: veslora [--verbose | settings | toggle | page next | page previous | edit | quit | "
-           "status | report | --help | --version]\n";
+std::optional<Ask> askFor(std::string_view line) {
+    if (const auto text = lengthIn(line)) {
+        const auto length = AlertPause::parse(*text);
+        return length ? std::optional(Ask{Command::pause, *length}) : std::nullopt;
+    }
+    const auto* const found = std::ranges::find(table, line, &Word::text);
+    return found == table.end() ? std::nullopt : std::optional(Ask{found->command});
 }
 
-std::string_view explanation() {
-    return R"(
+std::string usage(const Words& words) {
+    constexpr auto all = "[--verbose | settings | toggle | page next | page previous | edit | "
+                         "pause [LENGTH] | resume | quit | status | report | --help | --version]";
+    return Words::filled(words.translate("CommandLine", "usage: veslora %1"), {all}) + "\n";
+}
+
+std::string lengthUsage(const Words& words) {
+    return words.translate(
+               "CommandLine",
+               "the length of a pause is such as 30m, 1h or 2h30m, from 1m to 168h, or tomorrow") +
+           "\n";
+}
+
+std::string explanation(const Words& words) {
+    return words.translate("CommandLine", R"(
 Without a word Veslora starts; if it runs already, it opens its settings.
 The other words work from a shell without a display too, and ask the one that
 runs:
@@ -87,6 +112,11 @@ runs:
                  it, as by toggle; the last page stays
   page previous  the same for the page before; the first page stays
   edit           open the island and edit its widgets, or end that
+  pause          pause alerts for an hour: until then permission prompts go
+                 straight to their terminals. "pause 30m", "pause 2h30m" or
+                 "pause tomorrow" say how long: from 1m to 168h, or until the
+                 first 6 o'clock in the morning that is over three hours ahead
+  resume         end that
   quit           end it, and wait until it is gone; a permission prompt that
                  waits in the island goes on in its terminal
   status         print one line of JSON:
@@ -97,6 +127,8 @@ runs:
                              "keepAwake" or "none"
                    sessions  how many of both agents' are "working",
                              "needsApproval", "finished" and "idle"
+                   pausedUntil  until when alerts are paused by you, in seconds
+                             since 1970; only while they are
 
   report         print what a report of a fault needs: versions, desktop,
                  screens, services and whether the agents' hooks are in; nothing
@@ -109,7 +141,7 @@ runs:
 
 The status is 0 when it was done, 1 when it could not be done or Veslora is
 not running, and 2 for any other words.
-)";
+)");
 }
 
 } // namespace veslora::CommandLine

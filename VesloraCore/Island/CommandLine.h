@@ -3,6 +3,9 @@
 // values out: neither a display nor a home is needed to understand or to refuse a word.
 #pragma once
 
+#include "VesloraCore/Agents/AlertPause.h"
+#include "VesloraCore/Text/Words.h"
+
 #include <optional>
 #include <span>
 #include <string>
@@ -18,6 +21,8 @@ enum class Command {
     nextPage,     ///< turn to the rack's next page, and open the island if need be
     previousPage, ///< the same for the page before
     edit,         ///< enter edit mode, or leave it
+    pause,        ///< pause alerts for some time
+    resume,       ///< end that
     quit,         ///< end in the whole order of stopping
     status,       ///< tell in one line what is going on
 };
@@ -49,10 +54,12 @@ struct Report {
 /// Ask the program that runs.
 struct Ask {
     Command command;
+    AlertPause::Length length = {}; ///< of a pause; else without a meaning
     bool operator==(const Ask&) const = default;
 };
 /// Words that have no meaning, alone or together.
 struct Wrong {
+    bool isLength = false; ///< it is the length of a pause that has none
     bool operator==(const Wrong&) const = default;
 };
 using Request = std::variant<Start, Help, Version, Report, Ask, Wrong>;
@@ -60,16 +67,20 @@ using Request = std::variant<Start, Help, Version, Report, Ask, Wrong>;
 /// `words` are the arguments without the program's own name.
 [[nodiscard]] Request parse(std::span<const std::string_view> words);
 
-/// The word for a command, or its words with one blank between them, on the command line and between two
-/// processes alike.
+/// The word for a command, or its words with one blank between them.
 [[nodiscard]] std::string_view wordFor(Command command);
-/// The command of those very words; absent for any other text.
-[[nodiscard]] std::optional<Command> commandFor(std::string_view word);
+/// What is asked for as one line, on the command line and between two processes alike: the command's words,
+/// and behind those for a pause its length.
+[[nodiscard]] std::string lineFor(const Ask& ask);
+/// What such a line asks for; a pause without a length is one of an hour. Absent for any other text.
+[[nodiscard]] std::optional<Ask> askFor(std::string_view line);
 
 /// One line that lists every word, with its line end.
-[[nodiscard]] std::string_view usage();
+[[nodiscard]] std::string usage(const Words& words = {});
+/// What lengths a pause may have, with its line end.
+[[nodiscard]] std::string lengthUsage(const Words& words = {});
 /// What "--help" prints below the usage, with its line end.
-[[nodiscard]] std::string_view explanation();
+[[nodiscard]] std::string explanation(const Words& words = {});
 
 } // namespace CommandLine
 

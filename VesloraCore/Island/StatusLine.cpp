@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace veslora::StatusLine {
 
@@ -14,6 +15,7 @@ namespace {
 constexpr std::string_view island = "island";
 constexpr std::string_view shows = "shows";
 constexpr std::string_view sessionCounts = "sessions";
+constexpr std::string_view pauseEnd = "pausedUntil";
 
 std::string_view nameOf(const ClaudeSessionStatus& status) {
     return std::visit(
@@ -42,11 +44,14 @@ Json counted(const std::vector<ClaudeSessionSummary>& sessions) {
 } // namespace
 
 std::string make(bool isOpen, LiveActivityKind closedActivity,
-                 const std::vector<ClaudeSessionSummary>& sessions) {
+                 const std::vector<ClaudeSessionSummary>& sessions, std::optional<Timestamp> pausedUntil) {
     Json line = Json::makeObject();
     line.set(island, Json::makeString(isOpen ? "open" : "closed"));
     line.set(shows, Json::makeString(isOpen ? "rack" : std::string(name(closedActivity))));
     line.set(sessionCounts, counted(sessions));
+    if (pausedUntil) {
+        line.set(pauseEnd, Json::makeInteger(std::llround(*pausedUntil)));
+    }
     return line.print(Json::Layout::compact);
 }
 

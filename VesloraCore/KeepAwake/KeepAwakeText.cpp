@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/KeepAwake/KeepAwakeText.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace veslora::KeepAwakeText {
@@ -29,13 +30,10 @@ std::string remaining(std::optional<double> seconds, bool indefinite) {
     return std::to_string(total / 3600) + colonAnd(total / 60 % 60) + colonAnd(total % 60);
 }
 
-std::string shortText(double seconds) {
+std::string shortText(double seconds, const Words& words) {
     const long minutes = std::lround(std::trunc(limited(seconds) / 60));
-    if (minutes < 2) {
-        return "1M";
-    }
     if (minutes < 60) {
-        return std::to_string(minutes) + "M";
+        return Words::filled(words.translate("KeepAwake", "%1M"), {std::to_string(std::max(minutes, 1L))});
     }
     return std::to_string(minutes / 60) + colonAnd(minutes % 60);
 }

@@ -2,6 +2,8 @@
 // How the time of a keep-awake session reads.
 #pragma once
 
+#include "VesloraCore/Text/Words.h"
+
 #include <optional>
 #include <string>
 
@@ -14,6 +16,6 @@ namespace veslora::KeepAwakeText {
 
 /// For the closed island: "59M", or "1:24" from an hour on. Cut to whole minutes, and never less than "1M",
 /// which a value that is no number reads too. Held to a million hours.
-[[nodiscard]] std::string shortText(double seconds);
+[[nodiscard]] std::string shortText(double seconds, const Words& words = {});
 
 } // namespace veslora::KeepAwakeText

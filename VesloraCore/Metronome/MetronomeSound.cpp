@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraCore/Metronome/MetronomeSound.h"
 
+#include "VesloraCore/Text/Words.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -9,15 +11,16 @@ namespace {
 
 struct Names {
     std::string_view rawValue;
-    std::string_view displayName;
+    const char* displayName;
 };
 
 /// In the order of the enumeration.
-constexpr std::array<Names, allMetronomeSounds.size()> names{{{"click", "Click"},
-                                                              {"woodblock", "Woodblock"},
-                                                              {"hihat", "Hi-hat"},
-                                                              {"beep", "Beep"},
-                                                              {"silent", "Silent"}}};
+constexpr std::array<Names, allMetronomeSounds.size()> names{
+    {{"click", translatable("MetronomeSounds", "Click")},
+     {"woodblock", translatable("MetronomeSounds", "Woodblock")},
+     {"hihat", translatable("MetronomeSounds", "Hi-hat")},
+     {"beep", translatable("MetronomeSounds", "Beep")},
+     {"silent", translatable("MetronomeSounds", "Silent")}}};
 
 } // namespace
 

@@ -16,7 +16,7 @@ inline constexpr std::array allMetronomeSounds{MetronomeSound::click, MetronomeS
 
 /// How the settings spell it, as in "hihat".
 [[nodiscard]] std::string_view rawValue(MetronomeSound sound);
-/// What people call it, untranslated: "Hi-hat".
+/// What people call it, untranslated: "Hi-hat". Ends with a null.
 [[nodiscard]] std::string_view displayName(MetronomeSound sound);
 /// The click for an absent text and for any that is no raw value.
 [[nodiscard]] MetronomeSound metronomeSoundFrom(std::optional<std::string_view> text);

@@ -7,8 +7,6 @@ namespace veslora::MeterMath {
 
 namespace {
 
-constexpr auto calculating = "CALCULATING…";
-
 double difference(std::uint64_t previous, std::uint64_t current) {
     return static_cast<double>(current - previous);
 }
@@ -49,11 +47,11 @@ std::optional<std::uint64_t> memoryUsedBytes(std::uint64_t internalPages, std::u
     return overflows ? std::nullopt : std::optional(bytes);
 }
 
-std::string memoryGigabytes(std::uint64_t bytes) {
+std::string memoryGigabytes(std::uint64_t bytes, const Words& words) {
     constexpr double gibibyte = 1024.0 * 1024 * 1024;
     const long long tenths = std::llround(static_cast<double>(bytes) / gibibyte * 10);
     const std::string whole = std::to_string(tenths / 10);
-    return tenths % 10 == 0 ? whole : whole + "." + std::to_string(tenths % 10);
+    return tenths % 10 == 0 ? whole : whole + words.decimalPoint() + std::to_string(tenths % 10);
 }
 
 std::string diskGigabytes(std::uint64_t bytes) {
@@ -68,22 +66,23 @@ std::string percent(std::optional<double> share) {
     return isShare ? std::to_string(std::lround(*share * 100)) + "%" : "--";
 }
 
-std::string cpuDetail(const std::optional<CPUUsage>& usage) {
+std::string cpuDetail(const std::optional<CPUUsage>& usage, const Words& words) {
     const auto user = usage ? std::optional(usage->user) : std::nullopt;
     const auto system = usage ? std::optional(usage->system) : std::nullopt;
-    return "USER " + percent(user) + " · SYS " + percent(system);
+    return Words::filled(words.translate("Meters", "USER %1 · SYS %2"), {percent(user), percent(system)});
 }
 
-std::string batteryDetail(const BatteryReading& reading) {
+std::string batteryDetail(const BatteryReading& reading, const Words& words) {
+    const auto withTime = [&words](const std::string& pattern, const std::optional<std::string>& time) {
+        return time ? Words::filled(pattern, {*time}) : words.translate("Meters", "CALCULATING…");
+    };
     if (reading.isCharging) {
-        const auto time = clockText(reading.minutesToFull);
-        return time ? "CHARGING · " + *time + " TO FULL" : calculating;
+        return withTime(words.translate("Meters", "CHARGING · %1 TO FULL"), clockText(reading.minutesToFull));
     }
     if (reading.onAC) {
-        return "ON POWER";
+        return words.translate("Meters", "ON POWER");
     }
-    const auto time = clockText(reading.minutesToEmpty);
-    return time ? *time + " LEFT" : calculating;
+    return withTime(words.translate("Meters", "%1 LEFT"), clockText(reading.minutesToEmpty));
 }
 
 std::optional<double> fraction(std::uint64_t part, std::uint64_t whole) {

@@ -3,6 +3,8 @@
 // any thread.
 #pragma once
 
+#include "VesloraCore/Text/Words.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -69,7 +71,7 @@ memoryUsedBytes(std::uint64_t internalPages, std::uint64_t purgeablePages, std::
                 std::uint64_t compressedPages, std::uint64_t pageSize);
 
 /// Binary units, to one decimal place where there is one: "7.5", "8".
-[[nodiscard]] std::string memoryGigabytes(std::uint64_t bytes);
+[[nodiscard]] std::string memoryGigabytes(std::uint64_t bytes, const Words& words = {});
 
 /// Decimal units, whole: "494".
 [[nodiscard]] std::string diskGigabytes(std::uint64_t bytes);
@@ -79,10 +81,10 @@ memoryUsedBytes(std::uint64_t internalPages, std::uint64_t purgeablePages, std::
 [[nodiscard]] std::string percent(std::optional<double> share);
 
 /// "USER 15% · SYS 8%".
-[[nodiscard]] std::string cpuDetail(const std::optional<CPUUsage>& usage);
+[[nodiscard]] std::string cpuDetail(const std::optional<CPUUsage>& usage, const Words& words = {});
 
 /// "CHARGING · 1:35 TO FULL", "ON POWER", "4:12 LEFT", or "CALCULATING…" while a time is not known.
-[[nodiscard]] std::string batteryDetail(const BatteryReading& reading);
+[[nodiscard]] std::string batteryDetail(const BatteryReading& reading, const Words& words = {});
 
 /// `part` of `whole`; absent for a whole of 0.
 [[nodiscard]] std::optional<double> fraction(std::uint64_t part, std::uint64_t whole);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The table of the widgets there are.
+#include "VesloraCore/Text/Words.h"
 #include "VesloraCore/Widgets/WidgetLayout.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ constexpr std::array wideFirst{WidgetSize::wide, WidgetSize::small};
 
 struct Kind {
     std::string_view rawValue;
-    std::string_view title;
+    const char* title;
     double smallWidth;
     std::span<const WidgetSize> sizes;
 };
@@ -23,14 +24,14 @@ constexpr double wideWidth = 230; ///< of every widget that comes in that size
 
 /// In the order of the enumeration.
 constexpr std::array<Kind, allWidgetIDs.size()> kinds{{
-    {"clock", "Clock", 150, onlySmall},
-    {"timer", "Timer", 150, wideFirst},
-    {"meters", "Meters", 130, smallFirst},
-    {"music", "Music", 150, smallFirst},
-    {"metronome", "Metronome", 150, smallFirst},
-    {"claude", "Agents", 150, smallFirst},
-    {"claudeUsage", "Agent Usage", 150, smallFirst},
-    {"keepAwake", "Keep Awake", 150, smallFirst},
+    {"clock", translatable("Widgets", "Clock"), 150, onlySmall},
+    {"timer", translatable("Widgets", "Timer"), 150, wideFirst},
+    {"meters", translatable("Widgets", "Meters"), 130, smallFirst},
+    {"music", translatable("Widgets", "Music"), 150, smallFirst},
+    {"metronome", translatable("Widgets", "Metronome"), 150, smallFirst},
+    {"claude", translatable("Widgets", "Agents"), 150, smallFirst},
+    {"claudeUsage", translatable("Widgets", "Agent Usage"), 150, smallFirst},
+    {"keepAwake", translatable("Widgets", "Keep Awake"), 150, smallFirst},
 }};
 
 const Kind& kindOf(WidgetID id) {

@@ -28,7 +28,7 @@ inline constexpr std::array allWidgetIDs{WidgetID::clock,       WidgetID::timer,
 [[nodiscard]] std::string_view rawValue(WidgetID id);
 [[nodiscard]] std::optional<WidgetID> widgetIDFrom(std::string_view rawValue);
 
-/// What people call it, untranslated: "Agent Usage".
+/// What people call it, untranslated: "Agent Usage". Ends with a null.
 [[nodiscard]] std::string_view title(WidgetID id);
 
 /// The sizes that it comes in, the usual one first.

@@ -33,47 +33,53 @@ std::string fileName(const Json& input) {
     return std::string(PathText::lastComponent(input.textAt("file_path")));
 }
 
-std::string whole(std::string_view tool, const Json& input) {
+// The words before the colon are ours; the name of a tool that is shown as it is is the agent's.
+std::string whole(std::string_view tool, const Json& input, const Words& words) {
+    const auto line = [&words](const char* pattern, const std::string& what) {
+        return Words::filled(words.translate("AgentActivity", pattern), {what});
+    };
     if (tool == "Bash") {
         return bash(input);
     }
     if (tool == "Edit" || tool == "MultiEdit") {
-        return "Edit: " + fileName(input);
+        return line(translatable("AgentActivity", "Edit: %1"), fileName(input));
     }
     if (tool == "Write") {
-        return "Write: " + fileName(input);
+        return line(translatable("AgentActivity", "Write: %1"), fileName(input));
     }
     if (tool == "Read") {
-        return "Read: " + fileName(input);
+        return line(translatable("AgentActivity", "Read: %1"), fileName(input));
     }
     if (tool == "Grep" || tool == "Glob") {
-        return "Search: " + input.textAt("pattern");
+        return line(translatable("AgentActivity", "Search: %1"), input.textAt("pattern"));
     }
     if (tool == "WebFetch") {
-        return "Web: " + std::string(UrlText::host(input.textAt("url")));
+        return line(translatable("AgentActivity", "Web: %1"),
+                    std::string(UrlText::host(input.textAt("url"))));
     }
     if (tool == "WebSearch") {
-        return "Web: " + input.textAt("query");
+        return line(translatable("AgentActivity", "Web: %1"), input.textAt("query"));
     }
     if (tool == "Agent" || tool == "Task") {
-        return "Agent: " + input.textAt("description");
+        return line(translatable("AgentActivity", "Agent: %1"), input.textAt("description"));
     }
     return mcpName(tool).value_or(std::string(tool));
 }
 
 } // namespace
 
-std::string describe(std::string_view tool, const Json& input) {
-    std::string text = whole(tool, input);
+std::string describe(std::string_view tool, const Json& input, const Words& words) {
+    std::string text = whole(tool, input, words);
     if (!GraphemeClusters::exceeds(text, longest)) {
         return text;
     }
     return std::string(GraphemeClusters::prefix(text, longest - 1)) + "…";
 }
 
-std::string describe(const HookPayload& payload) {
+std::string describe(const HookPayload& payload, const Words& words) {
     return describe(payload.tool,
-                    payload.inputTexts({"description", "command", "file_path", "pattern", "url", "query"}));
+                    payload.inputTexts({"description", "command", "file_path", "pattern", "url", "query"}),
+                    words);
 }
 
 std::optional<std::string> mcpName(std::string_view tool) {

@@ -35,7 +35,7 @@ ClaudeHookEvent::Kind notification(const HookPayload& payload) {
     return ClaudeHookEvent::NeedsYou{beginning(payload.message)};
 }
 
-ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
+ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload, const Words& words) {
     if (name == "UserPromptSubmit") {
         return ClaudeHookEvent::Prompt{};
     }
@@ -43,7 +43,7 @@ ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) 
         return ClaudeHookEvent::Stop{};
     }
     if (name == "PreToolUse") {
-        return ClaudeHookEvent::ToolStart{ClaudeActivity::describe(payload)};
+        return ClaudeHookEvent::ToolStart{ClaudeActivity::describe(payload, words)};
     }
     if (name == "PostToolUse") {
         return ClaudeHookEvent::ToolDone{};
@@ -56,12 +56,13 @@ ClaudeHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) 
 
 } // namespace
 
-std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view payload, Timestamp time) {
+std::optional<ClaudeHookEvent> ClaudeHookEvent::parse(std::string_view payload, Timestamp time,
+                                                      const Words& words) {
     const std::optional<HookPayload> read = HookPayload::parse(payload);
     if (!read || !read->sessionId || read->sessionId->empty() || !read->eventName) {
         return std::nullopt;
     }
-    ClaudeHookEvent event{*read->sessionId, time, kindOf(*read->eventName, *read), std::nullopt};
+    ClaudeHookEvent event{*read->sessionId, time, kindOf(*read->eventName, *read, words), std::nullopt};
     if (std::holds_alternative<ClaudeHookEvent::ToolDone>(event.kind)) {
         event.tool = ToolUse::of(*read);
     }

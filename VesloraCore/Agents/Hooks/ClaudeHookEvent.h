@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraCore/Agents/Hooks/ToolUse.h"
+#include "VesloraCore/Text/Words.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <optional>
@@ -48,8 +49,9 @@ struct ClaudeHookEvent {
     bool operator==(const ClaudeHookEvent&) const = default;
 
     /// The event of a hook's payload, as bytes. Nothing for anything but a JSON object that names its session
-    /// and its event.
-    [[nodiscard]] static std::optional<ClaudeHookEvent> parse(std::string_view payload, Timestamp time);
+    /// and its event. A line of activity is in the reader's words.
+    [[nodiscard]] static std::optional<ClaudeHookEvent> parse(std::string_view payload, Timestamp time,
+                                                              const Words& words = {});
     /// The event of a recorded line: an object of "t", seconds since 1970, and "e", the payload.
     [[nodiscard]] static std::optional<ClaudeHookEvent> parse(std::string_view line);
 };

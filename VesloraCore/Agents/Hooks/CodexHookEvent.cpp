@@ -9,9 +9,9 @@ namespace veslora {
 
 namespace {
 
-CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
+CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload, const Words& words) {
     if (name == "PreToolUse") {
-        return CodexHookEvent::ToolStart{ClaudeActivity::describe(payload)};
+        return CodexHookEvent::ToolStart{ClaudeActivity::describe(payload, words)};
     }
     if (name == "SessionStart") {
         return CodexHookEvent::Start{};
@@ -37,17 +37,18 @@ CodexHookEvent::Kind kindOf(std::string_view name, const HookPayload& payload) {
 } // namespace
 
 std::optional<CodexHookEvent> CodexHookEvent::of(const HookPayload& payload, Timestamp time,
-                                                 std::optional<std::int32_t> pid) {
+                                                 std::optional<std::int32_t> pid, const Words& words) {
     if (!payload.sessionId || !IdentifierText::isPlain(*payload.sessionId) || !payload.eventName) {
         return std::nullopt;
     }
-    return CodexHookEvent{*payload.sessionId, time, pid, payload.cwd, kindOf(*payload.eventName, payload)};
+    return CodexHookEvent{*payload.sessionId, time, pid, payload.cwd,
+                          kindOf(*payload.eventName, payload, words)};
 }
 
 std::optional<CodexHookEvent> CodexHookEvent::parse(std::string_view payload, Timestamp time,
-                                                    std::optional<std::int32_t> pid) {
+                                                    std::optional<std::int32_t> pid, const Words& words) {
     const std::optional<HookPayload> read = HookPayload::parse(payload);
-    return read ? of(*read, time, pid) : std::nullopt;
+    return read ? of(*read, time, pid, words) : std::nullopt;
 }
 
 } // namespace veslora

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VesloraCore/Agents/Hooks/HookPayload.h"
+#include "VesloraCore/Text/Words.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <cstdint>
@@ -58,11 +59,12 @@ struct CodexHookEvent {
     bool operator==(const CodexHookEvent&) const = default;
 
     /// Nothing for a payload that names no event, or whose session has no identifier of that form.
-    [[nodiscard]] static std::optional<CodexHookEvent> of(const HookPayload& payload, Timestamp time,
-                                                          std::optional<std::int32_t> pid);
+    /// A line of activity is in the reader's words.
+    [[nodiscard]] static std::optional<CodexHookEvent>
+    of(const HookPayload& payload, Timestamp time, std::optional<std::int32_t> pid, const Words& words = {});
     /// The same of bytes; nothing for those that are no JSON object.
-    [[nodiscard]] static std::optional<CodexHookEvent> parse(std::string_view payload, Timestamp time,
-                                                             std::optional<std::int32_t> pid);
+    [[nodiscard]] static std::optional<CodexHookEvent>
+    parse(std::string_view payload, Timestamp time, std::optional<std::int32_t> pid, const Words& words = {});
 };
 
 } // namespace veslora

@@ -13,14 +13,14 @@ bool isStale(Timestamp receivedAt, Timestamp now) {
     return now - receivedAt > AgentUsage::staleAfter;
 }
 
-std::string windowText(std::int64_t tokens) {
-    return "of " + ClaudeUsageText::tokens(tokens);
+std::string windowText(std::int64_t tokens, const Words& words) {
+    return Words::filled(words.translate("Usage", "of %1"), {ClaudeUsageText::tokens(tokens, words)});
 }
 
-std::string detailOf(const ClaudeStatusSnapshot& context) {
+std::string detailOf(const ClaudeStatusSnapshot& context, const Words& words) {
     std::string detail = context.model.value_or("");
     if (context.contextSize) {
-        detail += (context.model ? " · " : "") + windowText(*context.contextSize);
+        detail += (context.model ? " · " : "") + windowText(*context.contextSize, words);
     }
     return detail;
 }
@@ -42,7 +42,7 @@ std::optional<Timestamp> AgentUsage::lastActivity() const {
 
 AgentUsage claudeUsage(const std::optional<ClaudeStatusSnapshot>& limits,
                        const std::optional<ClaudeStatusSnapshot>& context, const ClaudeTokenTotals& today,
-                       Timestamp now) {
+                       Timestamp now, const Words& words) {
     AgentUsage usage;
     usage.agent = AgentKind::claude;
     if (limits) {
@@ -51,7 +51,7 @@ AgentUsage claudeUsage(const std::optional<ClaudeStatusSnapshot>& limits,
     }
     if (context) {
         usage.contextPercent = context->contextPercent;
-        usage.contextDetail = detailOf(*context);
+        usage.contextDetail = detailOf(*context, words);
         usage.contextAt = context->receivedAt;
         usage.contextStale = isStale(context->receivedAt, now);
     }
@@ -60,7 +60,7 @@ AgentUsage claudeUsage(const std::optional<ClaudeStatusSnapshot>& limits,
 }
 
 AgentUsage codexUsage(const std::optional<CodexLimits>& limits, const std::optional<CodexContext>& context,
-                      const ClaudeTokenTotals& today, Timestamp now) {
+                      const ClaudeTokenTotals& today, Timestamp now, const Words& words) {
     AgentUsage usage;
     usage.agent = AgentKind::codex;
     if (limits) {
@@ -68,7 +68,7 @@ AgentUsage codexUsage(const std::optional<CodexLimits>& limits, const std::optio
     }
     if (context) {
         usage.contextPercent = context->percent;
-        usage.contextDetail = windowText(context->window);
+        usage.contextDetail = windowText(context->window, words);
         usage.contextAt = context->receivedAt;
         usage.contextStale = isStale(context->receivedAt, now);
     }

@@ -7,6 +7,7 @@
 #include "VesloraCore/Agents/Usage/ClaudeStatusSnapshot.h"
 #include "VesloraCore/Agents/Usage/ClaudeTokenTotals.h"
 #include "VesloraCore/Agents/Usage/CodexUsageLine.h"
+#include "VesloraCore/Text/Words.h"
 #include "VesloraCore/Timestamp.h"
 
 #include <cstdint>
@@ -40,11 +41,11 @@ struct AgentUsage {
 /// Claude Code's, from the latest reading that had something to say about limits and the latest one of all.
 [[nodiscard]] AgentUsage claudeUsage(const std::optional<ClaudeStatusSnapshot>& limits,
                                      const std::optional<ClaudeStatusSnapshot>& context,
-                                     const ClaudeTokenTotals& today, Timestamp now);
+                                     const ClaudeTokenTotals& today, Timestamp now, const Words& words = {});
 
 /// The same of Codex.
 [[nodiscard]] AgentUsage codexUsage(const std::optional<CodexLimits>& limits,
                                     const std::optional<CodexContext>& context,
-                                    const ClaudeTokenTotals& today, Timestamp now);
+                                    const ClaudeTokenTotals& today, Timestamp now, const Words& words = {});
 
 } // namespace veslora

@@ -8,8 +8,8 @@ namespace veslora::ClaudeUsageText {
 
 namespace {
 
-// With a point whatever the locale, and without zeros at its end.
-std::string trimmed(double value, int decimals) {
+// Without zeros at its end.
+std::string trimmed(double value, int decimals, const std::string& decimalPoint) {
     std::array<char, 32> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, decimals);
@@ -17,20 +17,24 @@ std::string trimmed(double value, int decimals) {
     text.erase(text.find_last_not_of('0') + 1);
     if (text.ends_with('.')) {
         text.pop_back();
+        return text;
     }
-    return text;
+    const std::size_t point = text.find('.');
+    return point == std::string::npos ? text : text.replace(point, 1, decimalPoint);
 }
 
 } // namespace
 
-std::string tokens(std::int64_t count) {
+std::string tokens(std::int64_t count, const Words& words) {
     if (count < 1'000) {
         return std::to_string(count);
     }
     if (count < 1'000'000) {
-        return std::to_string(count / 1'000) + "K";
+        return Words::filled(words.translate("Usage", "%1K"), {std::to_string(count / 1'000)});
     }
-    return trimmed(static_cast<double>(count) / 1'000'000, count < 10'000'000 ? 2 : 1) + "M";
+    const double millions = static_cast<double>(count) / 1'000'000;
+    return Words::filled(words.translate("Usage", "%1M"),
+                         {trimmed(millions, count < 10'000'000 ? 2 : 1, words.decimalPoint())});
 }
 
 } // namespace veslora::ClaudeUsageText

@@ -13,8 +13,9 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr std::array all{Command::settings, Command::toggle, Command::nextPage, Command::previousPage,
-                         Command::edit,     Command::quit,   Command::status};
+constexpr std::array all{Command::settings,     Command::toggle, Command::nextPage,
+                         Command::previousPage, Command::edit,   Command::pause,
+                         Command::resume,       Command::quit,   Command::status};
 
 CommandLine::Request parse(const std::vector<std::string_view>& words) {
     return CommandLine::parse(words);
@@ -36,6 +37,7 @@ TEST(CommandLineTest, KnowsEachWord) {
     EXPECT_EQ(parse({"page", "next"}), CommandLine::Request(CommandLine::Ask{Command::nextPage}));
     EXPECT_EQ(parse({"page", "previous"}), CommandLine::Request(CommandLine::Ask{Command::previousPage}));
     EXPECT_EQ(parse({"edit"}), CommandLine::Request(CommandLine::Ask{Command::edit}));
+    EXPECT_EQ(parse({"resume"}), CommandLine::Request(CommandLine::Ask{Command::resume}));
     EXPECT_EQ(parse({"quit"}), CommandLine::Request(CommandLine::Ask{Command::quit}));
     EXPECT_EQ(parse({"status"}), CommandLine::Request(CommandLine::Ask{Command::status}));
 }
@@ -65,11 +67,44 @@ TEST(CommandLineTest, MoreThanOneWordIsWrong) {
     EXPECT_EQ(parse({"-platform", "offscreen"}), CommandLine::Request(CommandLine::Wrong{}));
 }
 
+TEST(CommandLineTest, APauseHasALengthOrLastsAnHour) {
+    const auto pauseOf = [](const AlertPause::Length& length) {
+        return CommandLine::Request(CommandLine::Ask{Command::pause, length});
+    };
+    EXPECT_EQ(parse({"pause"}), pauseOf(AlertPause::For{3600}));
+    EXPECT_EQ(parse({"pause", "1h"}), pauseOf(AlertPause::For{3600}));
+    EXPECT_EQ(parse({"pause", "2h30m"}), pauseOf(AlertPause::For{9000}));
+    EXPECT_EQ(parse({"pause", "tomorrow"}), pauseOf(AlertPause::UntilTomorrow{}));
+}
+
+TEST(CommandLineTest, AnyOtherLengthIsWrongAndSaidToBeThat) {
+    for (const char* length : {"nonsense", "0m", "169h", "1h30"}) {
+        EXPECT_EQ(parse({"pause", length}), CommandLine::Request(CommandLine::Wrong{.isLength = true}));
+    }
+    EXPECT_EQ(parse({"pause", "1h", "30m"}), CommandLine::Request(CommandLine::Wrong{.isLength = true}));
+    EXPECT_EQ(parse({"pause", ""}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"pause 1h"}), CommandLine::Request(CommandLine::Wrong{})) << "as one word";
+    EXPECT_EQ(parse({"pauses"}), CommandLine::Request(CommandLine::Wrong{}));
+    EXPECT_EQ(parse({"resume", "1h"}), CommandLine::Request(CommandLine::Wrong{}));
+}
+
+TEST(CommandLineTest, ALineOfAPauseHoldsItsLength) {
+    for (const CommandLine::Ask& ask : {CommandLine::Ask{Command::pause, AlertPause::For{604'800}},
+                                        CommandLine::Ask{Command::pause, AlertPause::UntilTomorrow{}}}) {
+        EXPECT_EQ(CommandLine::askFor(CommandLine::lineFor(ask)), ask);
+    }
+    EXPECT_EQ(CommandLine::askFor("pause "), std::nullopt);
+    EXPECT_EQ(CommandLine::askFor("pause  1h"), std::nullopt);
+    EXPECT_EQ(CommandLine::askFor("pause 1h "), std::nullopt);
+}
+
 TEST(CommandLineTest, EachCommandHasAWordOfItsOwn) {
     for (const Command command : all) {
-        EXPECT_EQ(CommandLine::commandFor(CommandLine::wordFor(command)), command);
+        const CommandLine::Ask ask{command};
+        EXPECT_EQ(CommandLine::askFor(CommandLine::wordFor(command)), ask);
+        EXPECT_EQ(CommandLine::askFor(CommandLine::lineFor(ask)), ask);
     }
-    EXPECT_EQ(CommandLine::commandFor("--help"), std::nullopt);
+    EXPECT_EQ(CommandLine::askFor("--help"), std::nullopt);
 }
 
 TEST(CommandLineTest, UsageIsOneLineWithEveryWordAndTheExplanationTellsOfEach) {

@@ -43,6 +43,14 @@ TEST(StatusLineTest, TellsOfTheIslandAndCountsTheSessions) {
               R"("shows":"rack"})");
 }
 
+TEST(StatusLineTest, TellsUntilWhenAlertsArePausedWhileTheyAre) {
+    const std::string line = StatusLine::make(false, LiveActivityKind::none, {}, 1'800'003'600.0);
+    EXPECT_THAT(line, HasSubstr(R"("pausedUntil":1800003600,)"));
+    EXPECT_TRUE(StatusLine::isOne(line));
+    EXPECT_THAT(StatusLine::make(false, LiveActivityKind::none, {}), Not(HasSubstr("pausedUntil")));
+    EXPECT_THAT(std::string(CommandLine::explanation()), HasSubstr(" pausedUntil "));
+}
+
 TEST(StatusLineTest, HoldsNothingOfASession) {
     EXPECT_THAT(StatusLine::make(false, LiveActivityKind::none, sessions()), Not(HasSubstr("secret")));
     EXPECT_THAT(StatusLine::make(false, LiveActivityKind::none, sessions()), Not(HasSubstr("permission")));
