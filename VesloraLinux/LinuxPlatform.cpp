@@ -3,10 +3,13 @@
 
 #include "VesloraLinux/Audio/AlertPlayer.h"
 #include "VesloraLinux/Audio/MetronomeEngine.h"
-#include "VesloraLinux/Audio/PulseOpenOutput.h"
+#include "VesloraLinux/Audio/OpenServerOutput.h"
 #include "VesloraLinux/Audio/PulseOutput.h"
+#include "VesloraLinux/Audio/SoundServers.h"
 #include "VesloraLinux/DBus/DBusStatusMenu.h"
 #include "VesloraLinux/DBus/InhibitingService.h"
+#include "VesloraLinux/DBus/LinuxAppearance.h"
+#include "VesloraLinux/DBus/LinuxDoNotDisturb.h"
 #include "VesloraLinux/DBus/Login1Suspension.h"
 #include "VesloraLinux/DBus/LoginManager.h"
 #include "VesloraLinux/DBus/PowerAssertions.h"
@@ -24,10 +27,13 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
 #include "VesloraLinux/System/ProcSystemReadings.h"
+#include "VesloraLinux/System/ProgramRunner.h"
 #include "VesloraLinux/System/Tmux.h"
 #include "VesloraLinux/System/XdgApplications.h"
+#include "VesloraLinux/System/XdgAutostart.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Platform/NoOpUpdater.h"
 
 #include <QGuiApplication>
 
@@ -68,6 +74,30 @@ std::vector<std::unique_ptr<Inhibitor>> makeInhibitors(SystemBus& systemBus, Win
     return ways;
 }
 
+/// Of an absolute path.
+std::string parentOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+/// The parts of a list such as PATH; the fallback's where it is unset.
+std::vector<std::string> listOf(const char* variable, const char* fallback = "") {
+    const QString list = QString::fromLocal8Bit(qgetenv(variable));
+    std::vector<std::string> parts;
+    for (const QString& part :
+         (list.isEmpty() ? QString::fromLatin1(fallback) : list).split(u':', Qt::SkipEmptyParts)) {
+        parts.push_back(part.toStdString());
+    }
+    return parts;
+}
+
+XdgAutostart::Surroundings autostart(const std::string& configuration) {
+    return {.configuration = configuration,
+            .systemWide = listOf("XDG_CONFIG_DIRS", "/etc/xdg"),
+            .desktops = listOf("XDG_CURRENT_DESKTOP"),
+            .executables = listOf("PATH"),
+            .executable = QCoreApplication::applicationFilePath().toStdString()};
+}
+
 void tellOf(const Directories& directories) {
     qCInfo(Logs::start, "folders: %s, %s, %s; agents: %s, %s", directories.support.c_str(),
            directories.runtime.c_str(), directories.configuration.c_str(), directories.claude.c_str(),
@@ -86,8 +116,8 @@ struct LinuxPlatform::Parts {
     ProcSystemReadings systemReadings;
     Tmux multiplexer{scheduler, processes};
     AlertPlayer sounds{scheduler, std::make_unique<PulseOutput>()};
-    MetronomeEngine metronome{std::make_unique<PulseOpenOutput>()};
-    MetronomeEngine metronomePreview{std::make_unique<PulseOpenOutput>()};
+    MetronomeEngine metronome{std::make_unique<OpenServerOutput>(soundServers())};
+    MetronomeEngine metronomePreview{std::make_unique<OpenServerOutput>(soundServers())};
     NoHaptics haptics;
     DBusStatusMenu statusMenu{SessionBus::connection()};
     SystemBus systemBus{scheduler};
@@ -98,6 +128,12 @@ struct LinuxPlatform::Parts {
     ArtworkLoader artwork{scheduler, helper("veslora-media-artwork")};
     XdgApplications apps;
     SpotifyPermission automation{SessionBus::connection()};
+    LinuxAppearance appearance{SessionBus::connection(),
+                               AppearanceFiles(files, directoryWatcher, parentOf(directories.configuration))};
+    XdgAutostart loginItem{files, autostart(parentOf(directories.configuration))};
+    NoOpUpdater updater;
+    ProgramRunner programs{scheduler};
+    LinuxDoNotDisturb doNotDisturb{SessionBus::connection(), qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
     /// Absent without a window system.
@@ -142,7 +178,12 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .mediaAdapter = mediaAdapter,
                     .artwork = artwork,
                     .apps = apps,
-                    .automation = automation};
+                    .automation = automation,
+                    .appearance = appearance,
+                    .loginItem = loginItem,
+                    .programs = programs,
+                    .updater = updater,
+                    .doNotDisturb = doNotDisturb};
 }
 
 void LinuxPlatform::prepareEnvironment() {

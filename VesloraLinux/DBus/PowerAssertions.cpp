@@ -3,6 +3,8 @@
 
 #include "VesloraUI/Platform/Logs.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 namespace veslora {
@@ -13,8 +15,9 @@ AwakeNeeds needsOf(const std::optional<KeepAwakeHold>& hold) {
 }
 
 QString textOf(KeepAwakeHold::Reason reason) {
-    return reason == KeepAwakeHold::Reason::claude ? QStringLiteral("Veslora: Claude Code is working")
-                                                   : QStringLiteral("Veslora: Keep Awake");
+    return reason == KeepAwakeHold::Reason::claude
+               ? QCoreApplication::translate("PowerAssertions", "Veslora: Claude Code is working")
+               : QCoreApplication::translate("PowerAssertions", "Veslora: Keep Awake");
 }
 
 } // namespace

@@ -40,6 +40,10 @@ QString methodFor(Command command) {
         return QStringLiteral("PreviousPage");
     case Command::edit:
         return QStringLiteral("Edit");
+    case Command::pause:
+        return QStringLiteral("Pause");
+    case Command::resume:
+        return QStringLiteral("Resume");
     case Command::quit:
         return QStringLiteral("Quit");
     case Command::status:
@@ -123,15 +127,19 @@ RunningInstance::RunningInstance(std::string supportDirectory, std::optional<QDB
                                  Patience patience)
     : m_directory(std::move(supportDirectory)), m_bus(std::move(bus)), m_patience(patience) {}
 
-RunningInstance::Answer RunningInstance::ask(Command command) {
-    const Answer overBus = m_bus ? askOverBus(command) : Answer();
+RunningInstance::Answer RunningInstance::ask(const CommandLine::Ask& question) {
+    const Answer overBus = m_bus ? askOverBus(question) : Answer();
     // One that was started in another session of the user's has another bus, or none.
-    return overBus.result == Result::notThere ? askOverSocket(command) : overBus;
+    return overBus.result == Result::notThere ? askOverSocket(question) : overBus;
 }
 
-RunningInstance::Answer RunningInstance::askOverBus(Command command) {
+RunningInstance::Answer RunningInstance::askOverBus(const CommandLine::Ask& question) {
+    const Command command = question.command;
     QDBusMessage call = QDBusMessage::createMethodCall(RunningName::bus, RunningName::path, RunningName::bus,
                                                        methodFor(command));
+    if (command == Command::pause) {
+        call.setArguments({QString::fromStdString(AlertPause::text(question.length))});
+    }
     call.setAutoStartService(false);
     const QDBusMessage reply = m_bus->call(call, QDBus::Block, static_cast<int>(m_patience.answer.count()));
     if (reply.type() != QDBusMessage::ReplyMessage) {
@@ -189,7 +197,7 @@ bool RunningInstance::leavesBus(const QString& name) {
     return !isOnBus(name);
 }
 
-RunningInstance::Answer RunningInstance::askOverSocket(Command command) const {
+RunningInstance::Answer RunningInstance::askOverSocket(const CommandLine::Ask& question) const {
     const auto deadline = Clock::now() + m_patience.answer;
     const FileDescriptor directory(open(m_directory.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     const FileDescriptor connection = directory ? CommandSocket::connect(directory) : FileDescriptor();
@@ -199,35 +207,39 @@ RunningInstance::Answer RunningInstance::askOverSocket(Command command) const {
     if (!CommandSocket::isOurUsers(connection)) {
         return {Result::strange, {}};
     }
-    const std::string question = std::string(CommandLine::wordFor(command)) + "\n";
-    std::ignore = send(connection.value(), question.data(), question.size(), MSG_NOSIGNAL);
+    const std::string asked = CommandLine::lineFor(question) + "\n";
+    std::ignore = send(connection.value(), asked.data(), asked.size(), MSG_NOSIGNAL);
     bool isOver = false;
     const auto line = readLine(connection, deadline, isOver);
     if (!line) {
         return {isOver ? Result::strange : Result::silent, {}};
     }
-    const Answer answer = understand(command, *line);
-    const bool hasQuit = command == Command::quit && answer.result == Result::done;
+    const Answer answer = understand(question.command, *line);
+    const bool hasQuit = question.command == Command::quit && answer.result == Result::done;
     return hasQuit && !isGone(connection, Clock::now() + m_patience.end) ? Answer{Result::stillThere, {}}
                                                                          : answer;
 }
 
-std::string RunningInstance::explain(const Answer& answer) {
+std::string RunningInstance::explain(const Answer& answer, const Words& words) {
     switch (answer.result) {
     case Result::done:
         return {};
     case Result::failed:
-        return answer.text.empty() ? "The Veslora that runs could not do that." : answer.text;
+        // A failure that another version tells of may have no translation, and then is shown as it came.
+        return answer.text.empty()
+                   ? words.translate("CommandLine", "The Veslora that runs could not do that.")
+                   : words.translate("CommandLine", answer.text.c_str());
     case Result::notThere:
-        return "Veslora is not running.";
+        return words.translate("CommandLine", "Veslora is not running.");
     case Result::silent:
-        return "Veslora is running but does not answer.";
+        return words.translate("CommandLine", "Veslora is running but does not answer.");
     case Result::strange:
-        return "What answers in Veslora's place is another program, or another version of it.";
+        return words.translate(
+            "CommandLine", "What answers in Veslora's place is another program, or another version of it.");
     case Result::stillThere:
         break;
     }
-    return "Veslora was told to quit, but is still running.";
+    return words.translate("CommandLine", "Veslora was told to quit, but is still running.");
 }
 
 } // namespace veslora

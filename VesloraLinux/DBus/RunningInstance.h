@@ -40,17 +40,17 @@ class RunningInstance {
     RunningInstance(std::string supportDirectory, std::optional<QDBusConnection> bus)
         : RunningInstance(std::move(supportDirectory), std::move(bus), Patience()) {}
 
-    [[nodiscard]] Answer ask(Command command);
+    [[nodiscard]] Answer ask(const CommandLine::Ask& question);
 
     /// One sentence for the user about an answer that is not `done`, without a line end.
-    [[nodiscard]] static std::string explain(const Answer& answer);
+    [[nodiscard]] static std::string explain(const Answer& answer, const Words& words = {});
 
   private:
-    [[nodiscard]] Answer askOverBus(Command command);
+    [[nodiscard]] Answer askOverBus(const CommandLine::Ask& question);
     [[nodiscard]] Answer errorOverBus(const QDBusMessage& reply, Command command) const;
     [[nodiscard]] bool isOnBus(const QString& name) const;
     [[nodiscard]] bool leavesBus(const QString& name);
-    [[nodiscard]] Answer askOverSocket(Command command) const;
+    [[nodiscard]] Answer askOverSocket(const CommandLine::Ask& question) const;
 
     std::string m_directory;
     std::optional<QDBusConnection> m_bus;

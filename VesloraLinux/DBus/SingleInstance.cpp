@@ -62,58 +62,76 @@ void SingleInstance::listen() {
         [this](const std::optional<std::string>& line) { return respond(line); });
 }
 
-CommandOutcome SingleInstance::perform(Command command) const {
-    CommandOutcome outcome = m_perform(command);
-    qCInfo(Logs::start, "command %s: %s", std::string(CommandLine::wordFor(command)).c_str(),
+CommandOutcome SingleInstance::perform(const CommandLine::Ask& ask) const {
+    CommandOutcome outcome = m_perform(ask);
+    qCInfo(Logs::start, "command %s: %s", CommandLine::lineFor(ask).c_str(),
            outcome.isDone ? "done" : "failed");
     return outcome;
 }
 
 CommandListener::Answer SingleInstance::respond(const std::optional<std::string>& line) const {
-    const auto command = line ? CommandLine::commandFor(*line) : std::optional(Command::settings);
-    if (!command) {
+    const auto ask = line ? CommandLine::askFor(*line) : std::optional(CommandLine::Ask{Command::settings});
+    if (!ask) {
         return {std::string(CommandSocket::failed)};
     }
-    const CommandOutcome outcome = perform(*command);
+    const CommandOutcome outcome = perform(*ask);
     const std::string_view word = outcome.isDone ? CommandSocket::done : CommandSocket::failed;
     const std::string text = outcome.text.empty() ? "" : " " + outcome.text;
-    return {std::string(word) + text, *command == Command::quit && outcome.isDone};
+    return {std::string(word) + text, ask->command == Command::quit && outcome.isDone};
 }
 
-QString SingleInstance::performForBus(Command command) {
-    const CommandOutcome outcome = perform(command);
-    if (!outcome.isDone && calledFromDBus()) {
-        sendErrorReply(RunningName::failure, QString::fromStdString(outcome.text));
+QString SingleInstance::performForBus(const CommandLine::Ask& ask) {
+    const CommandOutcome outcome = perform(ask);
+    if (!outcome.isDone) {
+        refuse(QString::fromStdString(outcome.text));
     }
     return QString::fromStdString(outcome.text);
 }
 
+void SingleInstance::refuse(const QString& why) {
+    if (calledFromDBus()) {
+        sendErrorReply(RunningName::failure, why);
+    }
+}
+
 void SingleInstance::OpenSettings() {
-    performForBus(Command::settings);
+    performForBus({Command::settings});
 }
 
 void SingleInstance::Toggle() {
-    performForBus(Command::toggle);
+    performForBus({Command::toggle});
 }
 
 void SingleInstance::NextPage() {
-    performForBus(Command::nextPage);
+    performForBus({Command::nextPage});
 }
 
 void SingleInstance::PreviousPage() {
-    performForBus(Command::previousPage);
+    performForBus({Command::previousPage});
 }
 
 void SingleInstance::Edit() {
-    performForBus(Command::edit);
+    performForBus({Command::edit});
+}
+
+void SingleInstance::Pause(const QString& length) {
+    if (const auto known = AlertPause::parse(length.toStdString())) {
+        performForBus({Command::pause, *known});
+    } else {
+        refuse(QStringLiteral("That is no length of a pause."));
+    }
+}
+
+void SingleInstance::Resume() {
+    performForBus({Command::resume});
 }
 
 void SingleInstance::Quit() {
-    performForBus(Command::quit);
+    performForBus({Command::quit});
 }
 
 QString SingleInstance::Status() {
-    return performForBus(Command::status);
+    return performForBus({Command::status});
 }
 
 } // namespace veslora

@@ -32,7 +32,7 @@ class SingleInstance final : public QObject, protected QDBusContext {
 
   public:
     /// What the program does when it is asked; it was done, or not, when this returns.
-    using Perform = std::function<CommandOutcome(Command)>;
+    using Perform = std::function<CommandOutcome(const CommandLine::Ask&)>;
 
     SingleInstance(Scheduler& scheduler, SupportLock lock, std::optional<QDBusConnection> bus);
     ~SingleInstance() override;
@@ -50,14 +50,17 @@ class SingleInstance final : public QObject, protected QDBusContext {
     void NextPage();
     void PreviousPage();
     void Edit();
+    void Pause(const QString& length);
+    void Resume();
     void Quit();
     QString Status();
 
   private:
     [[nodiscard]] bool takeName();
     void listen();
-    CommandOutcome perform(Command command) const;
-    QString performForBus(Command command);
+    CommandOutcome perform(const CommandLine::Ask& ask) const;
+    QString performForBus(const CommandLine::Ask& ask);
+    void refuse(const QString& why);
     [[nodiscard]] CommandListener::Answer respond(const std::optional<std::string>& line) const;
 
     Scheduler& m_scheduler;

@@ -46,15 +46,16 @@ QVariantMap propertiesOfRow(const StatusMenuRow& row) {
 } // namespace
 
 void StatusMenuModel::setRows(std::vector<StatusMenuRow> rows) {
+    m_firstId = idAfterLast();
     m_rows = std::move(rows);
     ++m_revision;
     emit LayoutUpdated(m_revision, 0);
 }
 
 void StatusMenuModel::activateFirstRow() {
-    for (std::size_t index = 0; index < m_rows.size(); ++index) {
-        if (m_rows[index].isEnabled && m_rows[index].activate) {
-            activate(static_cast<int>(index) + 1);
+    for (int id = m_firstId; hasRow(id); ++id) {
+        if (row(id).isEnabled && row(id).activate) {
+            activate(id);
             return;
         }
     }
@@ -65,17 +66,13 @@ QString StatusMenuModel::textDirection() const {
                                                                  : QStringLiteral("ltr");
 }
 
-bool StatusMenuModel::hasRow(int id) const {
-    return id >= 1 && static_cast<std::size_t>(id) <= m_rows.size();
-}
-
 /// `names` empty stands for all of them.
 QVariantMap StatusMenuModel::propertiesOf(int id, const QStringList& names) const {
     QVariantMap properties;
     if (id == 0) {
         properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
     } else if (hasRow(id)) {
-        properties = propertiesOfRow(m_rows[static_cast<std::size_t>(id) - 1]);
+        properties = propertiesOfRow(row(id));
     }
     if (!names.isEmpty()) {
         properties.removeIf([&names](const auto& property) { return !names.contains(property.key()); });
@@ -87,7 +84,7 @@ uint StatusMenuModel::GetLayout(int parentId, int recursionDepth, const QStringL
                                 MenuLayout& layout) {
     layout = {parentId, propertiesOf(parentId, propertyNames), {}};
     if (parentId == 0 && recursionDepth != 0) {
-        for (int id = 1; hasRow(id); ++id) {
+        for (int id = m_firstId; hasRow(id); ++id) {
             layout.children.append({id, propertiesOf(id, propertyNames), {}});
         }
     }
@@ -145,9 +142,9 @@ QList<int> StatusMenuModel::AboutToShowGroup(const QList<int>& ids, QList<int>& 
 /// Acts only after the caller has been answered: the row may end the program.
 void StatusMenuModel::activate(int id) {
     if (hasRow(id)) {
-        const StatusMenuRow& row = m_rows[static_cast<std::size_t>(id) - 1];
-        if (row.isEnabled && row.activate) {
-            QMetaObject::invokeMethod(this, row.activate, Qt::QueuedConnection);
+        const StatusMenuRow& chosen = row(id);
+        if (chosen.isEnabled && chosen.activate) {
+            QMetaObject::invokeMethod(this, chosen.activate, Qt::QueuedConnection);
         }
     }
 }

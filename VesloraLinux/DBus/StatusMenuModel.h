@@ -13,7 +13,8 @@
 namespace veslora {
 
 /// Properties, slots and signals carry the names that the interface gives them. Row 0 is the menu itself; the
-/// rows that the user sees count from 1.
+/// rows that the user sees count from 1, and on from the last one when they are replaced: what is chosen from
+/// rows that are gone meanwhile must not count for the ones in their place.
 class StatusMenuModel final : public QObject {
     Q_OBJECT
     Q_PROPERTY(uint Version READ version CONSTANT)
@@ -46,11 +47,16 @@ class StatusMenuModel final : public QObject {
     void LayoutUpdated(uint revision, int parent);
 
   private:
-    [[nodiscard]] bool hasRow(int id) const;
+    [[nodiscard]] bool hasRow(int id) const { return id >= m_firstId && id < idAfterLast(); }
+    [[nodiscard]] int idAfterLast() const { return m_firstId + static_cast<int>(m_rows.size()); }
+    [[nodiscard]] const StatusMenuRow& row(int id) const {
+        return m_rows[static_cast<std::size_t>(id - m_firstId)];
+    }
     [[nodiscard]] QVariantMap propertiesOf(int id, const QStringList& names) const;
     void activate(int id);
 
     std::vector<StatusMenuRow> m_rows;
+    int m_firstId = 1;
     uint m_revision = 1;
 };
 

@@ -17,10 +17,6 @@ namespace {
 const QString notificationsName = QStringLiteral("org.freedesktop.Notifications");
 const QString notificationsPath = QStringLiteral("/org/freedesktop/Notifications");
 
-QString text(const char* source) {
-    return QCoreApplication::translate("TimerNotifier", source);
-}
-
 QVariantMap hints() {
     return {{QStringLiteral("desktop-entry"), QStringLiteral("org.veslora.Veslora")},
             {QStringLiteral("suppress-sound"), true}};
@@ -45,7 +41,8 @@ void TimerNotifier::timerFinished(double duration) {
     if (!m_bus) {
         return;
     }
-    const QString body = text("Your %1 timer finished.").arg(timerLengthDescription(duration));
+    const QString body = QCoreApplication::translate("TimerNotifier", "Your %1 timer finished.")
+                             .arg(timerLengthDescription(duration));
     call(notificationsName, QStringLiteral("GetCapabilities"), {}, [this, body](const QDBusMessage& reply) {
         const QDBusPendingReply<QStringList> capabilities(reply);
         if (capabilities.isValid()) {
@@ -65,7 +62,7 @@ void TimerNotifier::notify(const QString& service, const QString& body) {
     const QVariantList arguments{QStringLiteral("Veslora"),
                                  replaced,
                                  QString(),
-                                 text("Timer done"),
+                                 QCoreApplication::translate("TimerNotifier", "Timer done"),
                                  body,
                                  QStringList(),
                                  hints(),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraLinux/System/SupportLock.h"
 
+#include "VesloraCore/Text/Words.h"
 #include "VesloraLinux/System/PosixReading.h"
 
 #include <fcntl.h>
@@ -19,13 +20,13 @@ constexpr std::uint32_t privateMode = 0700;
 std::string reasonFor(Files& files, const std::string& directory, const std::error_code& error) {
     const auto found = files.stat(directory, Links::refuse);
     if (found && found->isLink) {
-        return "it is a link";
+        return translatable("SupportLock", "it is a link");
     }
     if (found && !found->isDirectory) {
-        return "it is not a folder";
+        return translatable("SupportLock", "it is not a folder");
     }
     if (found && !found->isOurs) {
-        return "it belongs to another user";
+        return translatable("SupportLock", "it belongs to another user");
     }
     return error.message();
 }

@@ -5,7 +5,6 @@
 #include "VesloraUI/Platform/Logs.h"
 
 #include <QFile>
-#include <QProcess>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,9 +15,6 @@
 namespace veslora {
 
 namespace {
-
-/// More than the clients of any server take; what goes on beyond that is no tmux.
-constexpr qint64 outputCap = 64 << 10;
 
 bool isOwnSocket(const std::string& path) {
     struct stat status {};
@@ -47,15 +43,7 @@ QProcessEnvironment environment() {
 } // namespace
 
 Tmux::Tmux(Scheduler& scheduler, const ProcProcesses& processes, QString program)
-    : m_scheduler(scheduler), m_processes(processes), m_program(std::move(program)) {}
-
-Tmux::~Tmux() {
-    for (auto* process : m_running.findChildren<QProcess*>()) {
-        process->disconnect();
-        process->kill();
-        process->waitForFinished();
-    }
-}
+    : m_scheduler(scheduler), m_processes(processes), m_program(std::move(program)), m_programs(scheduler) {}
 
 bool Tmux::mayHold(std::int32_t pid) const {
     return socketOf(pid).has_value();
@@ -77,7 +65,7 @@ Task Tmux::showPane(std::int32_t pid, const std::optional<std::string>& pane,
 Task Tmux::findClients(std::int32_t pid, const std::optional<std::string>& pane,
                        std::function<void(const Clients&)> done) {
     const auto place = placeOf(pid, pane);
-    const bool isBusy = m_running.children().size() >= mostAtOnce;
+    const bool isBusy = m_programs.count() >= mostAtOnce;
     if (place && isBusy) {
         qCInfo(Logs::system, "%d looks at tmux are under way: no further one", mostAtOnce);
     }
@@ -103,54 +91,15 @@ std::optional<Tmux::Place> Tmux::placeOf(std::int32_t pid, const std::optional<s
 }
 
 Task Tmux::run(const Place& place, const QStringList& command, double limit, Reader done) {
-    const auto output = std::make_shared<std::string>();
-    const auto state = std::make_shared<TaskState>();
-    state->run = [output, done = std::move(done)] { done(*output); };
-    const auto finish = [state] {
-        if (const auto run = std::exchange(state->run, nullptr)) {
-            run();
-        }
-    };
-
-    auto* process = new QProcess(&m_running);
-    process->setProcessEnvironment(environment());
-    process->setStandardInputFile(QProcess::nullDevice());
-    process->setStandardErrorFile(QProcess::nullDevice());
-    // The caller is told at once, however long the end of the program takes.
-    const auto timeout = std::make_shared<Task>(m_scheduler.after(limit, [process, finish, limit] {
-        qCWarning(Logs::system, "tmux did not answer within %g s", limit);
-        process->kill();
-        finish();
-    }));
-    QObject::connect(process, &QProcess::readyReadStandardOutput, process, [process] {
-        if (process->bytesAvailable() > outputCap) {
-            process->kill();
-        }
-    });
-    QObject::connect(process, &QProcess::finished, process, [=](int exitCode, QProcess::ExitStatus status) {
-        timeout->cancel();
-        process->deleteLater();
-        if (status == QProcess::NormalExit && exitCode == 0) {
-            *output = process->readAllStandardOutput().toStdString();
-        } else if (state->run) {
-            qCWarning(Logs::system, "tmux failed with exit status %d", exitCode);
-        }
-        finish();
-    });
-    QObject::connect(process, &QProcess::errorOccurred, process, [=](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            timeout->cancel();
-            qCWarning(Logs::system, "%s can't be started: %s", qUtf8Printable(process->program()),
-                      qUtf8Printable(process->errorString()));
-            // It may fail while it is still being started, within this very call.
-            QMetaObject::invokeMethod(process, finish, Qt::QueuedConnection);
-            process->deleteLater();
-        }
-    });
     const QStringList arguments{QStringLiteral("-S"),
                                 QFile::decodeName(QByteArray::fromStdString(place.socket))};
-    process->start(m_program, arguments + command, QIODevice::ReadOnly);
-    return Task(state);
+    return m_programs.run(
+        {.program = m_program,
+         .arguments = arguments + command,
+         .environment = environment(),
+         .limit = limit,
+         .whenCancelled = ProgramRunner::WhenCancelled::runsOn},
+        [done = std::move(done)](const ProgramRunning::Result& result) { done(result.output); });
 }
 
 } // namespace veslora

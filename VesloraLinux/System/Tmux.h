@@ -4,10 +4,10 @@
 #pragma once
 
 #include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/ProgramRunner.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
 
-#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -27,8 +27,7 @@ class Tmux final : public TerminalMultiplexer {
     Tmux(Scheduler& scheduler, const ProcProcesses& processes, QString program = QStringLiteral("tmux"));
     Tmux(const Tmux&) = delete;
     Tmux& operator=(const Tmux&) = delete;
-    /// Ends what still runs, and nobody hears of it.
-    ~Tmux() override;
+    ~Tmux() override = default;
 
     [[nodiscard]] bool mayHold(std::int32_t pid) const override;
     [[nodiscard]] Task showPane(std::int32_t pid, const std::optional<std::string>& pane,
@@ -54,7 +53,7 @@ class Tmux final : public TerminalMultiplexer {
     Scheduler& m_scheduler;
     const ProcProcesses& m_processes;
     QString m_program;
-    QObject m_running; ///< parent of the programs that run
+    ProgramRunner m_programs; ///< ends those that still run, and nobody hears of it
 };
 
 } // namespace veslora

@@ -20,6 +20,8 @@ xcb_connection_t* connectionOfQt() {
 
 std::unique_ptr<QQuickWindow> makeWindow() {
     auto window = std::make_unique<QQuickWindow>();
+    // For screen readers; nobody else sees it.
+    window->setTitle(QStringLiteral("Veslora"));
     QSurfaceFormat format = window->format();
     format.setAlphaBufferSize(8);
     window->setFormat(format);

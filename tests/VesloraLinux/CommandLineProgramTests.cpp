@@ -103,6 +103,9 @@ TEST_F(CommandLineProgramTests, AWrongWordPrintsTheUsageAndEndsWith2) {
                                                                    {"page"},
                                                                    {"page", "sideways"},
                                                                    {"edit", "page"},
+                                                                   {"pause", "nonsense"},
+                                                                   {"pause", "8d"},
+                                                                   {"resume", "1h"},
                                                                    {"-platform", "offscreen"},
                                                                    {"-session", "x"}}) {
         const Ended ended = run(words, {"HOME=" + folder.path()});
@@ -113,9 +116,18 @@ TEST_F(CommandLineProgramTests, AWrongWordPrintsTheUsageAndEndsWith2) {
     EXPECT_FALSE(std::filesystem::exists(folder.path(".local")));
 }
 
+TEST_F(CommandLineProgramTests, AWrongLengthOfAPauseIsExplained) {
+    const Ended ended = run({"pause", "nonsense"}, {"HOME=" + folder.path()});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_THAT(ended.error, HasSubstr("2h30m, from 1m to 168h, or tomorrow\n"));
+    EXPECT_THAT(run({"edit", "page"}, {"HOME=" + folder.path()}).error, Not(HasSubstr("168h")));
+}
+
 TEST_F(CommandLineProgramTests, ACommandThatNobodyHearsSaysSoInOneLine) {
     const std::vector<std::vector<std::string>> commands{
-        {"settings"}, {"toggle"}, {"page", "next"}, {"page", "previous"}, {"edit"}, {"quit"}, {"status"}};
+        {"settings"}, {"toggle"}, {"page", "next"}, {"page", "previous"},
+        {"edit"},     {"pause"},  {"pause", "1h"},  {"resume"},
+        {"quit"},     {"status"}};
     for (const auto& words : commands) {
         const Ended ended = run(words, {"HOME=" + folder.path()});
         EXPECT_EQ(ended.status, 1) << words.back();
@@ -138,6 +150,44 @@ TEST_F(CommandLineProgramTests, AReportNeedsNeitherADisplayNorARunningProgramAnd
     EXPECT_THAT(ended.out, Not(HasSubstr("somebody")));
     EXPECT_THAT(ended.error, IsEmpty());
     EXPECT_FALSE(std::filesystem::exists(folder.path(".local"))) << "to ask makes nothing";
+}
+
+TEST_F(CommandLineProgramTests, SpeaksTheLanguageThatTheVariablesAskFor) {
+    const auto answer = [this](std::vector<std::string> variables) {
+        variables.push_back("HOME=" + folder.path());
+        return run({"toggle"}, variables).error;
+    };
+    const std::string german = "Veslora läuft nicht.\n";
+    EXPECT_EQ(answer({"LANG=de_DE.UTF-8"}), german);
+    EXPECT_EQ(answer({"LANG=de_AT"}), german);
+    EXPECT_EQ(answer({"LANG=en_US.UTF-8", "LC_MESSAGES=de_DE.UTF-8"}), german);
+    EXPECT_EQ(answer({"LANG=en_US.UTF-8", "LC_ALL=de_DE.UTF-8"}), german);
+    EXPECT_EQ(answer({"LANG=en_US.UTF-8", "LANGUAGE=de:en"}), german);
+    EXPECT_EQ(answer({"LANG=fr_FR", "LANGUAGE=fr:de"}), german);
+    const std::string english = "Veslora is not running.\n";
+    EXPECT_EQ(answer({"LANG=de_DE.UTF-8", "LC_ALL=C"}), english);
+    EXPECT_EQ(answer({"LANG=de_DE.UTF-8", "LC_MESSAGES=en_GB.UTF-8"}), english);
+    EXPECT_EQ(answer({"LANG=de_DE.UTF-8", "LANGUAGE=en"}), english);
+    EXPECT_EQ(answer({"LANG=fr_FR.UTF-8"}), english);
+    EXPECT_EQ(answer({"LANGUAGE=de"}), english) << "there is no locale";
+}
+
+TEST_F(CommandLineProgramTests, ExplainsItselfInGermanWithTheSameWords) {
+    const Ended help = run({"--help"}, {"LANG=de_DE.UTF-8"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.out.rfind("Aufruf: veslora [", 0), 0U);
+    for (const char* word : {"settings", "toggle", "page next", "page previous", "edit", "quit", "status",
+                             "report", "--verbose", "--help", "--version"}) {
+        EXPECT_THAT(help.out, HasSubstr("\n  " + std::string(word) + " "));
+    }
+    EXPECT_EQ(run({"frobnicate"}, {"LANG=de_DE.UTF-8"}).error.rfind("Aufruf: veslora [", 0), 0U);
+}
+
+TEST_F(CommandLineProgramTests, WhatProgramsReadIsTheSameInEveryLanguage) {
+    const std::vector<std::string> home{"HOME=" + folder.path()};
+    const std::vector<std::string> germanHome{"HOME=" + folder.path(), "LANG=de_DE.UTF-8"};
+    EXPECT_EQ(run({"report"}, germanHome).out, run({"report"}, home).out);
+    EXPECT_EQ(run({"--version"}, germanHome).out, run({"--version"}, home).out);
 }
 
 /// With a display, and with a bus or without one.
@@ -216,6 +266,23 @@ TEST_P(RunningProgramTests, TurnsPagesAndEditsForKeysOfTheUsersOwn) {
     EXPECT_THAT(status(), HasSubstr(R"("island":"open")"));
     expectDone("edit");
     EXPECT_THAT(status(), HasSubstr(R"("island":"closed")"));
+}
+
+TEST_P(RunningProgramTests, PausesAlertsBeyondItsOwnEnd) {
+    start();
+    EXPECT_THAT(status(), Not(HasSubstr("pausedUntil")));
+    expectDone("pause", "2h30m");
+    const std::string paused = status();
+    EXPECT_THAT(paused, HasSubstr(R"("pausedUntil":)"));
+    expectDone("quit");
+    start();
+    EXPECT_EQ(status(), paused) << "it survives a restart";
+    expectDone("resume");
+    EXPECT_THAT(status(), Not(HasSubstr("pausedUntil")));
+    expectDone("resume");
+    expectDone("pause");
+    expectDone("pause", "tomorrow");
+    EXPECT_THAT(status(), HasSubstr(R"("pausedUntil":)"));
 }
 
 TEST_P(RunningProgramTests, QuitLeavesNothingBehindWhenItReturns) {
@@ -308,6 +375,9 @@ TEST_P(RunningProgramTests, AHomeThatIsOfNoUseIsToldInOneLine) {
     EXPECT_EQ(ended.status, 1);
     EXPECT_EQ(ended.error,
               "Veslora can't use its folder " + home + "/.local/share/Veslora: Not a directory.\n");
+    auto german = session();
+    german.emplace_back("LC_ALL=de_DE.UTF-8");
+    EXPECT_THAT(run({}, german).error, HasSubstr("Veslora kann seinen "));
 }
 
 INSTANTIATE_TEST_SUITE_P(WithAndWithoutABus, RunningProgramTests, ::testing::Bool(),

@@ -259,6 +259,27 @@ TEST_F(DBusStatusMenuTests, TellsThePanelWhenTheRowsChange) {
     EXPECT_EQ(watcher.items.size(), 1);
 }
 
+TEST_F(DBusStatusMenuTests, AChoiceOfARowThatWasReplacedDoesNothing) {
+    watcher.comeTo(panel);
+    showMenu();
+    ASSERT_TRUE(waitUntil([&] { return !watcher.items.isEmpty(); }));
+    menu.show(QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
+              {{.text = QStringLiteral("Other"), .shortcut = {}, .isEnabled = true, .activate = [this] {
+                    chosen += 'o';
+                }}});
+    for (const int id : {1, 2, 3, 4}) {
+        clickRow(id);
+    }
+    handleEventsFor(20);
+    EXPECT_EQ(chosen, "");
+    ASSERT_EQ(rows().size(), 1);
+    clickRow(rows()[0].id);
+    EXPECT_TRUE(waitUntil([&] { return chosen == "o"; }));
+    call(QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"),
+         QStringLiteral("Activate"), {10, 10});
+    EXPECT_TRUE(waitUntil([&] { return chosen == "oo"; }));
+}
+
 TEST_F(DBusStatusMenuTests, DoesNothingWithoutABus) {
     DBusStatusMenu alone{std::nullopt};
     alone.show(QStringLiteral("Veslora"), QStringLiteral("none"), {});

@@ -10,6 +10,7 @@
 #include "tests/VesloraLinux/Support/Waiting.h"
 #include "tests/support/ManualScheduler.h"
 
+#include <QDBusPendingCall>
 #include <QVariant>
 
 #include <fcntl.h>
@@ -42,9 +43,9 @@ class RunningInstanceTests : public ::testing::Test {
     }
 
     /// Asks while this thread handles events.
-    Answer ask(Command command, RunningInstance::Patience patience = {}) {
+    Answer ask(const CommandLine::Ask& question, RunningInstance::Patience patience = {}) {
         auto answer = std::async(std::launch::async, [=, this] {
-            return RunningInstance(support, client, patience).ask(command);
+            return RunningInstance(support, client, patience).ask(question);
         });
         waitUntil([&] {
             if (whileWaiting) {
@@ -57,30 +58,37 @@ class RunningInstanceTests : public ::testing::Test {
     /// Asks while nobody answers.
     Answer askInVain(Command command) {
         return std::async(std::launch::async,
-                          [=, this] { return RunningInstance(support, client, short_).ask(command); })
+                          [=, this] { return RunningInstance(support, client, short_).ask({command}); })
             .get();
     }
 
     void expectsEachCommandToBeDone() {
-        const std::vector<Command> commands{Command::settings, Command::toggle, Command::nextPage,
-                                            Command::previousPage, Command::edit};
-        for (const Command command : commands) {
-            EXPECT_EQ(ask(command).result, Result::done);
+        const std::vector<CommandLine::Ask> questions{{Command::settings},
+                                                      {Command::toggle},
+                                                      {Command::nextPage},
+                                                      {Command::previousPage},
+                                                      {Command::edit},
+                                                      {Command::pause},
+                                                      {Command::pause, AlertPause::For{9000}},
+                                                      {Command::pause, AlertPause::UntilTomorrow{}},
+                                                      {Command::resume}};
+        for (const CommandLine::Ask& question : questions) {
+            EXPECT_EQ(ask(question).result, Result::done) << CommandLine::lineFor(question);
         }
-        EXPECT_EQ(asked, commands);
+        EXPECT_EQ(asked, questions);
         outcome.text = StatusLine::make(true, LiveActivityKind::none, {});
-        const Answer status = ask(Command::status);
+        const Answer status = ask({Command::status});
         EXPECT_EQ(status.result, Result::done);
         EXPECT_EQ(status.text, outcome.text);
-        EXPECT_EQ(asked.back(), Command::status);
+        EXPECT_EQ(asked.back(), CommandLine::Ask{Command::status});
     }
     void expectFailureToBeTold() {
         outcome = {false, "The island is not on screen."};
-        const Answer answer = ask(Command::toggle);
+        const Answer answer = ask({Command::toggle});
         EXPECT_EQ(answer.result, Result::failed);
         EXPECT_EQ(RunningInstance::explain(answer), "The island is not on screen.");
         outcome.text = "\x1b]0;gone\a" + std::string(100'000, 'x');
-        const Answer wild = ask(Command::toggle);
+        const Answer wild = ask({Command::toggle});
         EXPECT_NE(wild.result, Result::done);
         EXPECT_EQ(RunningInstance::explain(wild).find('\x1b'), std::string::npos);
         EXPECT_LT(RunningInstance::explain(wild).size(), 300U);
@@ -88,7 +96,7 @@ class RunningInstanceTests : public ::testing::Test {
     void expectAStrangeStatus() {
         for (const std::string& text : {std::string(), std::string("{}"), std::string("\x1b[2J")}) {
             outcome.text = text;
-            EXPECT_EQ(ask(Command::status).result, Result::strange) << text;
+            EXPECT_EQ(ask({Command::status}).result, Result::strange) << text;
         }
     }
 
@@ -100,10 +108,10 @@ class RunningInstanceTests : public ::testing::Test {
     std::optional<QDBusConnection> server; ///< the way on which the one that runs is to be found
     std::optional<QDBusConnection> client;
     std::function<void()> whileWaiting;
-    std::vector<Command> asked;
+    std::vector<CommandLine::Ask> asked;
     CommandOutcome outcome;
-    SingleInstance::Perform perform = [this](Command command) {
-        asked.push_back(command);
+    SingleInstance::Perform perform = [this](const CommandLine::Ask& question) {
+        asked.push_back(question);
         return outcome;
     };
     std::unique_ptr<SingleInstance> running;
@@ -111,7 +119,7 @@ class RunningInstanceTests : public ::testing::Test {
 
 TEST_F(RunningInstanceTests, TellsThatNoneRuns) {
     for (const Command command : {Command::settings, Command::toggle, Command::nextPage, Command::edit,
-                                  Command::quit, Command::status}) {
+                                  Command::pause, Command::resume, Command::quit, Command::status}) {
         EXPECT_EQ(askInVain(command).result, Result::notThere);
     }
     EXPECT_FALSE(files.stat(support, Links::refuse)) << "to ask makes nothing";
@@ -163,8 +171,8 @@ TEST_F(RunningInstanceTests, OneThatHangsAndWasAskedTooOftenIsGivenUpAtOnce) {
 TEST_F(RunningInstanceTests, OverTheSocketQuitIsDoneOnlyOnceTheProcessIsGone) {
     run();
     // This process stays.
-    EXPECT_EQ(ask(Command::quit, {5s, 300ms}).result, Result::stillThere);
-    EXPECT_THAT(asked, ElementsAre(Command::quit));
+    EXPECT_EQ(ask({Command::quit}, {5s, 300ms}).result, Result::stillThere);
+    EXPECT_THAT(asked, ElementsAre(CommandLine::Ask{Command::quit}));
 }
 
 TEST_F(RunningInstanceTests, AnAnswerThatIsNoneIsStrange) {
@@ -178,7 +186,7 @@ TEST_F(RunningInstanceTests, AnAnswerThatIsNoneIsStrange) {
           std::string("done\nfailed"), std::string(100'000, 'd')}) {
         answer = text;
         const bool isRight = text == "done\nfailed";
-        EXPECT_EQ(ask(Command::toggle).result, isRight ? Result::done : Result::strange)
+        EXPECT_EQ(ask({Command::toggle}).result, isRight ? Result::done : Result::strange)
             << text.substr(0, 20);
     }
 }
@@ -239,7 +247,7 @@ TEST_F(RunningInstanceBusTests, OneThatHangsIsGivenUpAndNotAskedAgainByTheSocket
     EXPECT_EQ(askInVain(Command::status).result, Result::silent);
     EXPECT_TRUE(waitUntil([&] { return !asked.empty(); }));
     testing::handleEventsFor(50);
-    EXPECT_THAT(asked, ElementsAre(Command::status));
+    EXPECT_THAT(asked, ElementsAre(CommandLine::Ask{Command::status}));
 }
 
 TEST_F(RunningInstanceBusTests, QuitIsDoneOnceTheConnectionHasGone) {
@@ -253,7 +261,7 @@ TEST_F(RunningInstanceBusTests, QuitIsDoneOnceTheConnectionHasGone) {
             QDBusConnection::disconnectFromBus(name);
         }
     };
-    EXPECT_EQ(ask(Command::quit).result, Result::done);
+    EXPECT_EQ(ask({Command::quit}).result, Result::done);
 }
 
 TEST_F(RunningInstanceBusTests, QuitIsNotDoneWhileTheConnectionStays) {
@@ -263,7 +271,7 @@ TEST_F(RunningInstanceBusTests, QuitIsNotDoneWhileTheConnectionStays) {
             running.reset();
         }
     };
-    EXPECT_EQ(ask(Command::quit, {5s, 300ms}).result, Result::stillThere);
+    EXPECT_EQ(ask({Command::quit}, {5s, 300ms}).result, Result::stillThere);
 }
 
 TEST_F(RunningInstanceBusTests, OneOfASessionWithoutThisBusIsReachedByTheSocket) {
@@ -278,14 +286,27 @@ TEST_F(RunningInstanceBusTests, ABusThatHasDiedLeavesTheSocket) {
     expectsEachCommandToBeDone();
 }
 
+TEST_F(RunningInstanceBusTests, NoOtherTextIsTheLengthOfAPause) {
+    run();
+    for (const char* length : {"", "nonsense", "8d", "tomorrow ", "1h 30m"}) {
+        auto call = QDBusMessage::createMethodCall(RunningName::bus, RunningName::path, RunningName::bus,
+                                                   QStringLiteral("Pause"));
+        call.setArguments({QString::fromUtf8(length)});
+        const QDBusPendingCall pending = client->asyncCall(call);
+        ASSERT_TRUE(waitUntil([&] { return pending.isFinished(); }));
+        EXPECT_EQ(pending.reply().errorName(), RunningName::failure) << length;
+    }
+    EXPECT_TRUE(asked.empty());
+}
+
 TEST_F(RunningInstanceBusTests, WhoHoldsTheNameAndKnowsNoCommandIsStrange) {
     ASSERT_TRUE(server->registerService(RunningName::bus));
-    EXPECT_EQ(ask(Command::toggle).result, Result::strange) << "no object";
+    EXPECT_EQ(ask({Command::toggle}).result, Result::strange) << "no object";
     Impostor impostor;
     ASSERT_TRUE(server->registerObject(RunningName::path, &impostor, QDBusConnection::ExportAllSlots));
-    EXPECT_EQ(ask(Command::settings).result, Result::strange) << "no such method";
-    EXPECT_EQ(ask(Command::status).result, Result::strange) << "a number";
-    EXPECT_EQ(ask(Command::toggle).result, Result::strange) << "a text where there is none";
+    EXPECT_EQ(ask({Command::settings}).result, Result::strange) << "no such method";
+    EXPECT_EQ(ask({Command::status}).result, Result::strange) << "a number";
+    EXPECT_EQ(ask({Command::toggle}).result, Result::strange) << "a text where there is none";
 }
 
 } // namespace

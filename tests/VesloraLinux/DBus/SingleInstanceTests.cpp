@@ -26,7 +26,7 @@ namespace {
 
 using testing::waitUntil;
 
-const SingleInstance::Perform never = [](Command) {
+const SingleInstance::Perform never = [](const CommandLine::Ask&) {
     ADD_FAILURE();
     return CommandOutcome();
 };
@@ -47,9 +47,9 @@ class SingleInstanceTests : public ::testing::Test {
     PosixFiles files;
     ManualScheduler time;
     std::string support = folder.path("data/Veslora");
-    std::vector<Command> asked;
-    SingleInstance::Perform perform = [this](Command command) {
-        asked.push_back(command);
+    std::vector<CommandLine::Ask> asked;
+    SingleInstance::Perform perform = [this](const CommandLine::Ask& ask) {
+        asked.push_back(ask);
         return CommandOutcome();
     };
 };
@@ -59,7 +59,7 @@ TEST_F(SingleInstanceTests, AnEarlierVersionThatConnectsAndGoesOpensTheSettings)
     ASSERT_TRUE(first.claim(perform));
     knock();
     EXPECT_TRUE(waitUntil([&] { return !asked.empty(); }));
-    EXPECT_EQ(asked, std::vector{Command::settings});
+    EXPECT_EQ(asked, std::vector{CommandLine::Ask{Command::settings}});
 }
 
 TEST_F(SingleInstanceTests, KeepsItsSocketToItselfAndLeavesNoneBehind) {

@@ -111,6 +111,18 @@ TEST_F(TimerNotifierTests, TellsOfTheEnd) {
     EXPECT_EQ(shown.milliseconds, -1);
 }
 
+TEST_F(TimerNotifierTests, TellsOfTheEndInGerman) {
+    QTranslator german;
+    ASSERT_TRUE(german.load(QStringLiteral(":/translations/veslora_de.qm")));
+    QCoreApplication::installTranslator(&german);
+    service.comeTo(desktop);
+    notifier.timerFinished(1500);
+    ASSERT_TRUE(shows(1));
+    EXPECT_EQ(service.shown.front().summary, QStringLiteral("Timer fertig"));
+    EXPECT_TRUE(service.shown.front().body.startsWith(QStringLiteral("Der Timer über 25\u00a0Min. ")));
+    QCoreApplication::removeTranslator(&german);
+}
+
 TEST_F(TimerNotifierTests, ReplacesTheLastOne) {
     service.comeTo(desktop);
     for (std::size_t round = 1; round <= 3; ++round) {

@@ -107,7 +107,7 @@ TEST_F(TmuxTest, AProgramThatHangsIsEnded) {
     EXPECT_FALSE(isDone);
     scheduler.advance(Tmux::timeLimit);
     EXPECT_TRUE(waitUntil([&] { return isDone; }));
-    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "tmux", "did not answer"));
+    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "hanging", "did not end"));
 }
 
 TEST_F(TmuxTest, AProgramThatFailsIsTold) {
@@ -117,7 +117,7 @@ TEST_F(TmuxTest, AProgramThatFailsIsTold) {
     Tmux failing(scheduler, processes, QString::fromStdString(script));
     const LogRecorder recorder;
     EXPECT_EQ(show(failing, processIn("%0"), "%0"), std::nullopt);
-    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "tmux", "exit status 3"));
+    EXPECT_THAT(recorder.warnings(), oneLine("veslora.system", "failing", "exit status 3"));
 }
 
 TEST_F(TmuxTest, AProgramThatTalksOnIsEnded) {
