@@ -2,6 +2,7 @@
 #include "Veslora/AppDelegate.h"
 
 #include "VesloraCore/Island/StatusLine.h"
+#include "VesloraCore/Text/Words.h"
 #include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Settings/FirstStart.h"
 #include "VesloraUI/Style/Views.h"
@@ -9,19 +10,17 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <iterator>
+
 namespace veslora {
 
 namespace {
 
 AgentMonitorSeams seamsOf(const Platform& platform) {
-    return {platform.directories,
-            platform.scheduler,
-            platform.files,
-            platform.directoryWatcher,
-            platform.processes,
-            platform.hostApplications,
-            platform.terminalMultiplexer,
-            std::make_shared<LocalCalendar>()};
+    return {platform.directories,         platform.scheduler, platform.files,
+            platform.directoryWatcher,    platform.processes, platform.hostApplications,
+            platform.terminalMultiplexer, platform.programs,  std::make_shared<LocalCalendar>()};
 }
 
 AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>>& monitors) {
@@ -36,15 +35,22 @@ AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>
 
 AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     : m_platform(platform), m_settings(settings),
+      m_pausing(settings, platform.scheduler, platform.doNotDisturb, std::make_shared<LocalCalendar>()),
       m_environment(platform.scheduler, platform.frameClock, settings, platform.haptics, platform.sounds,
-                    platform.scrollDevices, platform.automation),
+                    platform.scrollDevices, platform.automation, platform.appearance, platform.screens,
+                    m_pausing),
       m_support(platform.files, platform.directories.support, platform.directories.runtime),
       m_monitors(makeAgentMonitors(seamsOf(platform), m_support, settings)), m_agents(pointersTo(m_monitors)),
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_metronomePreviewer(settings, {platform.scheduler, platform.metronomePreview, platform.suspension}),
-      m_settingsWindow(m_engine, m_agents, m_metronomePreviewer, QStringLiteral(VESLORA_VERSION)) {
+      m_loginItem(platform.loginItem), m_updater(platform.updater),
+      m_settingsWindow(m_engine, {m_agents, m_metronomePreviewer, m_loginItem, m_updater},
+                       {platform.scheduler, platform.files, platform.directoryWatcher, m_measuring,
+                        platform.directories.configuration},
+                       QStringLiteral(VESLORA_VERSION)) {
     prepareEngine(m_engine, m_environment);
+    m_agents.obey(m_pausing);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
     QObject::connect(&platform.suspension, &Suspension::didWake, &m_environment,
                      &ViewEnvironment::readClocks);
@@ -53,6 +59,16 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
 void AppDelegate::applicationDidFinishLaunching() {
     m_notch.start();
     showStatusMenu();
+    QObject::connect(&m_updater, &UpdaterModel::canCheckForUpdatesChanged, &m_engine,
+                     [this] { showStatusMenu(); });
+    QObject::connect(&m_pausing, &AlertPausing::changed, &m_engine, [this] {
+        // A menu that is open stays as it is while the desktop's do-not-disturb comes and goes.
+        if (m_offersResume != m_pausing.pausedUntil().has_value()) {
+            showStatusMenu();
+        }
+    });
+    m_platform.appearance.follow();
+    m_platform.doNotDisturb.follow();
     if (takeFirstStart(m_support, m_settings, m_agents)) {
         m_settingsWindow.show(QStringLiteral("agents"));
     }
@@ -62,8 +78,8 @@ void AppDelegate::applicationWillTerminate() {
     m_notch.stop();
 }
 
-CommandOutcome AppDelegate::perform(Command command) {
-    switch (command) {
+CommandOutcome AppDelegate::perform(const CommandLine::Ask& ask) {
+    switch (ask.command) {
     case Command::settings:
         return openSettings();
     case Command::toggle:
@@ -74,6 +90,12 @@ CommandOutcome AppDelegate::perform(Command command) {
         return outcomeOf(m_notch.turnPage(-1));
     case Command::edit:
         return outcomeOf(m_notch.toggleEditing());
+    case Command::pause:
+        m_pausing.pause(ask.length);
+        return {};
+    case Command::resume:
+        m_pausing.resume();
+        return {};
     case Command::quit:
         QCoreApplication::quit();
         return {};
@@ -86,32 +108,47 @@ CommandOutcome AppDelegate::perform(Command command) {
 CommandOutcome AppDelegate::openSettings() {
     m_settingsWindow.open();
     const bool isOpen = m_settingsWindow.window() != nullptr;
-    return {isOpen, isOpen ? "" : "The settings window can't be made."};
+    return {isOpen, isOpen ? "" : translatable("CommandLine", "The settings window can't be made.")};
 }
 
 CommandOutcome AppDelegate::outcomeOf(bool isDone) {
-    return {isDone, isDone ? "" : "The island is not on screen."};
+    return {isDone, isDone ? "" : translatable("CommandLine", "The island is not on screen.")};
 }
 
 std::string AppDelegate::statusLine() {
     const auto& tracker = m_notch.tracker();
-    return StatusLine::make(tracker && tracker->isExpanded(), m_notch.closedActivity(), m_agents.summaries());
+    return StatusLine::make(tracker && tracker->isExpanded(), m_notch.closedActivity(), m_agents.summaries(),
+                            m_pausing.pausedUntil());
+}
+
+std::vector<StatusMenuRow> AppDelegate::pauseRows() {
+    m_offersResume = m_pausing.pausedUntil().has_value();
+    if (m_offersResume) {
+        return {{.text = QCoreApplication::translate("StatusMenu", "Resume Alerts"),
+                 .activate = [this] { m_pausing.resume(); }}};
+    }
+    return {{.text = QCoreApplication::translate("StatusMenu", "Pause Alerts for 1 Hour"),
+             .activate = [this] { m_pausing.pause(AlertPause::For{AlertPause::hour}); }},
+            {.text = QCoreApplication::translate("StatusMenu", "Pause Alerts Until Tomorrow"),
+             .activate = [this] { m_pausing.pause(AlertPause::UntilTomorrow{}); }}};
 }
 
 void AppDelegate::showStatusMenu() {
-    const auto text = [](const char* source) { return QCoreApplication::translate("StatusMenu", source); };
+    std::vector<StatusMenuRow> rows{{.text = QCoreApplication::translate("StatusMenu", "Settings…"),
+                                     .shortcut = QStringLiteral("Ctrl+,"),
+                                     .activate = [this] { openSettings(); }},
+                                    // Stays visible while nothing can check.
+                                    {.text = QCoreApplication::translate("StatusMenu", "Check for Updates…"),
+                                     .isEnabled = m_updater.canCheckForUpdates(),
+                                     .activate = [this] { m_updater.checkForUpdates(); }},
+                                    {}};
+    std::ranges::copy(pauseRows(), std::back_inserter(rows));
+    rows.push_back({});
+    rows.push_back({.text = QCoreApplication::translate("StatusMenu", "Quit Veslora"),
+                    .shortcut = QStringLiteral("Ctrl+Q"),
+                    .activate = [] { QCoreApplication::quit(); }});
     m_platform.statusMenu.show(QStringLiteral("Veslora"), QStringLiteral("rectangle.topthird.inset.filled"),
-                               {
-                                   {.text = text("Settings…"),
-                                    .shortcut = QStringLiteral("Ctrl+,"),
-                                    .activate = [this] { openSettings(); }},
-                                   // Stays visible while nothing can check: there is no updater yet.
-                                   {.text = text("Check for Updates…"), .isEnabled = false},
-                                   {},
-                                   {.text = text("Quit Veslora"),
-                                    .shortcut = QStringLiteral("Ctrl+Q"),
-                                    .activate = [] { QCoreApplication::quit(); }},
-                               });
+                               std::move(rows));
 }
 
 } // namespace veslora

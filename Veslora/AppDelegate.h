@@ -6,9 +6,12 @@
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Island/NotchWindowController.h"
+#include "VesloraUI/Settings/LoginItemManager.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
+#include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Support/QtTextMeasuring.h"
+#include "VesloraUI/Updates/UpdaterModel.h"
 
 #include <QQmlEngine>
 
@@ -27,7 +30,7 @@ class AppDelegate {
     void applicationWillTerminate();
 
     /// Does what another process asked for. What is not to quit was done, or not, when this returns.
-    CommandOutcome perform(Command command);
+    CommandOutcome perform(const CommandLine::Ask& ask);
 
   private:
     CommandOutcome openSettings();
@@ -35,9 +38,11 @@ class AppDelegate {
     [[nodiscard]] static CommandOutcome outcomeOf(bool isDone);
     [[nodiscard]] std::string statusLine();
     void showStatusMenu();
+    [[nodiscard]] std::vector<StatusMenuRow> pauseRows();
 
     Platform m_platform;
     Defaults& m_settings;
+    AlertPausing m_pausing;
     ViewEnvironment m_environment;
     QQmlEngine m_engine;
     QtTextMeasuring m_measuring;
@@ -46,7 +51,10 @@ class AppDelegate {
     AgentsModel m_agents;
     NotchWindowController m_notch;
     MetronomeModel m_metronomePreviewer;
+    LoginItemManager m_loginItem;
+    UpdaterModel m_updater;
     SettingsWindow m_settingsWindow;
+    bool m_offersResume = false; ///< the status menu does
 };
 
 } // namespace veslora

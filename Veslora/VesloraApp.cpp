@@ -16,6 +16,7 @@
 #include "VesloraUI/Platform/Logs.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Support/Translations.h"
 
 #include <QGuiApplication>
 
@@ -53,15 +54,22 @@ std::string supportDirectory() {
     return LinuxDirectories::find(LinuxDirectories::processEnvironment).support;
 }
 
+/// Made beforehand: a signal's handler may not.
+std::string& lineOfSilentBus() {
+    static std::string line;
+    return line;
+}
+
 void giveUpOnBus(int) {
-    constexpr std::string_view line = "The session bus does not answer.\n";
+    const std::string& line = lineOfSilentBus();
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
     _exit(1);
 }
 
 /// Connecting to a bus that hangs has no time limit of its own; every call over it has one.
-std::optional<QDBusConnection> connectInTime() {
+std::optional<QDBusConnection> connectInTime(const Words& words) {
     constexpr unsigned seconds = 5;
+    lineOfSilentBus() = words.translate("CommandLine", "The session bus does not answer.") + "\n";
     std::signal(SIGALRM, giveUpOnBus);
     alarm(seconds);
     auto bus = SessionBus::connection();
@@ -69,27 +77,27 @@ std::optional<QDBusConnection> connectInTime() {
     return bus;
 }
 
-RunningInstance::Answer ask(Command command) {
-    return RunningInstance(supportDirectory(), connectInTime()).ask(command);
+RunningInstance::Answer ask(const CommandLine::Ask& question, const Words& words) {
+    return RunningInstance(supportDirectory(), connectInTime(words)).ask(question);
 }
 
-int report(const RunningInstance::Answer& answer) {
+int report(const RunningInstance::Answer& answer, const Words& words) {
     if (answer.result != RunningInstance::Result::done) {
-        return refuse(RunningInstance::explain(answer));
+        return refuse(RunningInstance::explain(answer, words));
     }
     return answer.text.empty() ? 0 : print(answer.text + "\n");
 }
 
 /// As a process of its own, which needs nothing but the bus or the socket.
-int askFromOutside(Command command, int argc, char** argv) {
-    // Else the toolkit complains of a shell without a locale; nothing here depends on it.
+int askFromOutside(const CommandLine::Ask& question, int argc, char** argv, const Words& words) {
+    // Else the toolkit complains of a shell without a locale; the language was read from it before.
     qputenv("LC_ALL", "C.UTF-8");
     const QCoreApplication application(argc, argv);
-    return report(ask(command));
+    return report(ask(question, words), words);
 }
 
 /// As a process of its own too, with a display where there is one.
-int reportFault(int argc, char** argv) {
+int reportFault(int argc, char** argv, const Words& words) {
     LinuxPlatform::prepareEnvironment();
     qputenv("LC_ALL", "C.UTF-8");
     std::unique_ptr<QCoreApplication> application;
@@ -98,18 +106,19 @@ int reportFault(int argc, char** argv) {
     } else {
         application = std::make_unique<QCoreApplication>(argc, argv);
     }
-    const auto answer = ask(Command::status);
+    const auto answer = ask({Command::status}, words);
     const bool isRunning = answer.result == RunningInstance::Result::done;
     return print(text(gatherReport(isRunning ? std::optional(answer.text) : std::nullopt)));
 }
 
-int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
+int runDelegate(LinuxPlatform& platform, SingleInstance& instance, const Words& words) {
     Defaults settings(platform.seams().files, platform.seams().directoryWatcher,
                       platform.seams().directories.configuration);
+    settings.paceWrites(platform.seams().scheduler);
     SettingsKeys::registerDefaults(settings);
     AppDelegate delegate(platform.seams(), settings);
-    if (!instance.claim([&delegate](Command command) { return delegate.perform(command); })) {
-        return report(ask(Command::settings));
+    if (!instance.claim([&delegate](const CommandLine::Ask& ask) { return delegate.perform(ask); })) {
+        return report(ask({Command::settings}, words), words);
     }
     const Signals signalWatch([] { QCoreApplication::quit(); });
     delegate.applicationDidFinishLaunching();
@@ -119,15 +128,17 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance) {
     return status;
 }
 
-int refuseWithoutDisplay() {
-    return refuse("Veslora needs an X server, or a Wayland desktop with XWayland.");
+int refuseWithoutDisplay(const Words& words) {
+    return refuse(
+        words.translate("CommandLine", "Veslora needs an X server, or a Wayland desktop with XWayland."));
 }
 
-int runWith(SupportLock lock, int argc, char** argv) {
+int runWith(SupportLock lock, int argc, char** argv, Translations& translations) {
     // A session's manager would start it again with an option of the toolkit's, besides the session's own
     // list of what to start, and so open the settings at each login.
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
     const QGuiApplication application(argc, argv);
+    translations.install();
     QCoreApplication::setApplicationName(QStringLiteral("Veslora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VESLORA_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.veslora.Veslora"));
@@ -136,18 +147,24 @@ int runWith(SupportLock lock, int argc, char** argv) {
 
     const auto platform = LinuxPlatform::make();
     if (!platform) {
-        return refuseWithoutDisplay();
+        return refuseWithoutDisplay(translations.words());
     }
     SingleInstance instance(platform->seams().scheduler, std::move(lock), SessionBus::connection());
-    return runDelegate(*platform, instance);
+    return runDelegate(*platform, instance, translations.words());
 }
 
-int start(int argc, char** argv) {
+int refuseSupport(const std::string& folder, const std::string& reason, const Words& words) {
+    const std::string pattern = words.translate("CommandLine", "Veslora can't use its folder %1: %2.");
+    return refuse(Words::filled(pattern, {folder, words.translate("SupportLock", reason.c_str())}));
+}
+
+int start(int argc, char** argv, Translations& translations) {
     qCInfo(Logs::start, "Veslora %s with Qt %s", VESLORA_VERSION, qVersion());
     LinuxPlatform::prepareEnvironment();
     LinuxPlatform::giveBackLargeBlocks();
+    const Words words = translations.words();
     if (!LinuxPlatform::hasDisplay()) {
-        return refuseWithoutDisplay();
+        return refuseWithoutDisplay(words);
     }
     const std::string support = supportDirectory();
     PosixFiles files;
@@ -157,22 +174,25 @@ int start(int argc, char** argv) {
     while (std::chrono::steady_clock::now() < deadline) {
         auto attempt = SupportLock::take(files, support);
         if (auto* lock = std::get_if<SupportLock>(&attempt)) {
-            return runWith(std::move(*lock), argc, argv);
+            return runWith(std::move(*lock), argc, argv, translations);
         }
         if (const auto* why = std::get_if<SupportLock::Unusable>(&attempt)) {
-            return refuse("Veslora can't use its folder " + support + ": " + why->reason + ".");
+            return refuseSupport(support, why->reason, words);
         }
-        const auto answer = RunningInstance(support, std::nullopt).ask(Command::settings);
+        const auto answer = RunningInstance(support, std::nullopt).ask({Command::settings});
         if (answer.result != RunningInstance::Result::notThere) {
-            return report(answer);
+            return report(answer, words);
         }
         std::this_thread::sleep_for(20ms);
     }
-    return report({RunningInstance::Result::silent, {}});
+    return report({RunningInstance::Result::silent, {}}, words);
 }
 
-int refuseWord() {
-    std::fputs(std::string(CommandLine::usage()).c_str(), stderr);
+int refuseWord(const CommandLine::Wrong& wrong, const Words& words) {
+    std::fputs(CommandLine::usage(words).c_str(), stderr);
+    if (wrong.isLength) {
+        std::fputs(CommandLine::lengthUsage(words).c_str(), stderr);
+    }
     return 2;
 }
 
@@ -180,6 +200,9 @@ int refuseWord() {
 
 int run(int argc, char** argv) {
     const std::vector<std::string_view> words(argv + std::min(argc, 1), argv + argc);
+    // Before anything changes what the environment says of it.
+    Translations translations;
+    const Words language = translations.words();
     // Before anything that needs a display, a home or a bus.
     return std::visit(
         Overloaded{
@@ -187,15 +210,15 @@ int run(int argc, char** argv) {
                 if (request.isVerbose) {
                     Logs::beVerbose();
                 }
-                return start(argc, argv);
+                return start(argc, argv, translations);
             },
-            [](CommandLine::Help) {
-                return print(std::string(CommandLine::usage()) + std::string(CommandLine::explanation()));
+            [&](CommandLine::Help) {
+                return print(CommandLine::usage(language) + CommandLine::explanation(language));
             },
             [](CommandLine::Version) { return print("Veslora " VESLORA_VERSION "\n"); },
-            [&](CommandLine::Report) { return reportFault(argc, argv); },
-            [&](CommandLine::Ask request) { return askFromOutside(request.command, argc, argv); },
-            [](CommandLine::Wrong) { return refuseWord(); },
+            [&](CommandLine::Report) { return reportFault(argc, argv, language); },
+            [&](const CommandLine::Ask& request) { return askFromOutside(request, argc, argv, language); },
+            [&](CommandLine::Wrong wrong) { return refuseWord(wrong, language); },
         },
         CommandLine::parse(words));
 }

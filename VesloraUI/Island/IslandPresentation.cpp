@@ -4,18 +4,20 @@
 #include "VesloraUI/Platform/TextMeasuring.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
+#include "VesloraUI/Support/ReadersWords.h"
 #include "VesloraUI/Widgets/IslandModels.h"
 
 namespace veslora {
 
 namespace {
 
-ClosedIslandSettings gather(const Defaults& settings) {
+ClosedIslandSettings gather(const Defaults& settings, const AgentsModel& agents) {
     ClosedIslandSettings result;
     result.musicLiveActivity = settings.boolValue(SettingsKeys::musicLiveActivity);
     result.liveActivityPriority =
         liveActivityPriorityFrom(settings.stringValue(SettingsKeys::liveActivityPriority));
-    result.claudeApprovalAlerts = settings.boolValue(SettingsKeys::claudeApprovalAlerts);
+    result.claudeApprovalAlerts =
+        settings.boolValue(SettingsKeys::claudeApprovalAlerts) && !agents.areAlertsPaused();
     result.claudeFinishedActivity = settings.boolValue(SettingsKeys::claudeFinishedActivity);
     result.claudeWorkingActivity = settings.boolValue(SettingsKeys::claudeWorkingActivity);
     result.keepAwakeLiveActivity = settings.boolValue(SettingsKeys::keepAwakeLiveActivity);
@@ -54,8 +56,8 @@ const IslandPresentation& PresentationJudge::judge(Timestamp now) {
     inputs.musicPausedSince = m_models.music()->pausedSince();
     inputs.timer = {m_models.timer()->isShowingDone(), m_models.timer()->countdown()};
     m_presentation.activity = closedIslandActivity(
-        inputs, gather(m_settings), [&](const std::string& text) { return m_measuring.wingTextWidth(text); },
-        now);
+        inputs, gather(m_settings, *m_models.agents()),
+        [&](const std::string& text) { return m_measuring.wingTextWidth(text); }, now, readersWords());
     return m_presentation;
 }
 

@@ -36,6 +36,7 @@ Item {
     Spring {
         id: openSpring
 
+        isFade: true
         target: root.model.isOpen ? 1 : 0
     }
 

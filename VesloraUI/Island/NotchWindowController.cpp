@@ -109,19 +109,6 @@ bool NotchWindowController::isShowingAnAlert() const {
     return isAlert(presentation().activity.kind);
 }
 
-DisplayChoice NotchWindowController::displayChoice() const {
-    return displayChoiceFrom(m_settings.stringValue(SettingsKeys::displayChoice));
-}
-
-std::optional<ScreenInfo> NotchWindowController::targetScreen(DisplayChoice choice) const {
-    const auto screens = m_platform.screens.list();
-    if (screens.empty()) {
-        return std::nullopt;
-    }
-    const auto builtIn = std::ranges::find_if(screens, &ScreenInfo::isBuiltIn);
-    return choice == DisplayChoice::builtIn && builtIn != screens.end() ? *builtIn : screens.front();
-}
-
 std::optional<Point> NotchWindowController::mouseLocation() const {
     return m_screen ? m_platform.pointer.positionOn(*m_screen) : std::nullopt;
 }
@@ -137,9 +124,8 @@ void NotchWindowController::screensChanged() {
 }
 
 void NotchWindowController::buildLayout() {
-    const DisplayChoice choice = displayChoice();
-    m_appliedDisplayChoice = choice;
-    const auto screen = targetScreen(choice);
+    m_appliedDisplayChoice = ScreenChoice::of(m_settings);
+    const auto screen = m_appliedDisplayChoice->among(m_platform.screens.list());
     if (!screen) {
         qCInfo(Logs::island, "stays as it is, without any screen");
         return;
@@ -244,7 +230,7 @@ void NotchWindowController::playApprovalSoundIfNew() {
     const bool haveNew = !std::ranges::includes(m_soundedApprovals, approvals);
     // Replaced whatever happens next: a wait that has begun in silence is not announced later.
     m_soundedApprovals = approvals;
-    if (haveNew && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
+    if (haveNew && !m_agents.areAlertsPaused() && m_settings.boolValue(SettingsKeys::claudeApprovalSound) &&
         m_settings.boolValue(SettingsKeys::claudeApprovalAlerts)) {
         m_platform.sounds.play("Glass");
     }
@@ -291,7 +277,7 @@ void NotchWindowController::settingsChanged() {
     m_isHearing = false;
     // A toggle may have switched off what the island shows right now.
     judge();
-    if (m_appliedDisplayChoice != displayChoice()) {
+    if (m_appliedDisplayChoice != ScreenChoice::of(m_settings)) {
         buildLayout();
         m_fullscreenMonitor.recheck();
     }

@@ -8,6 +8,7 @@
 #include "VesloraUI/Island/FullscreenMonitor.h"
 #include "VesloraUI/Island/IslandContent.h"
 #include "VesloraUI/Island/NotchViewModel.h"
+#include "VesloraUI/Island/ScreenChoice.h"
 #include "VesloraUI/Platform/Platform.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 
@@ -95,8 +96,6 @@ class NotchWindowController : public QObject {
     [[nodiscard]] const IslandPresentation& presentation() const { return m_judge.presentation(); }
     [[nodiscard]] std::optional<Size> alertSize() const;
     [[nodiscard]] bool isShowingAnAlert() const;
-    [[nodiscard]] DisplayChoice displayChoice() const;
-    [[nodiscard]] std::optional<ScreenInfo> targetScreen(DisplayChoice choice) const;
     [[nodiscard]] std::optional<Point> mouseLocation() const;
     [[nodiscard]] Timestamp now() const { return m_platform.scheduler.now(); }
     /// Times hovering, whatever the wall clock is set to meanwhile.
@@ -128,7 +127,7 @@ class NotchWindowController : public QObject {
     FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside
     bool m_isHidden = false;                    ///< it has stepped aside
     EditTimeout m_editTimeout;
-    std::optional<DisplayChoice> m_appliedDisplayChoice;
+    std::optional<ScreenChoice> m_appliedDisplayChoice;
     std::vector<QMetaObject::Connection> m_observers;
 };
 

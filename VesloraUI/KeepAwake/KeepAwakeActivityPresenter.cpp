@@ -2,6 +2,7 @@
 #include "VesloraUI/KeepAwake/KeepAwakeActivityPresenter.h"
 
 #include "VesloraCore/KeepAwake/KeepAwakeText.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 namespace veslora {
 
@@ -17,7 +18,8 @@ void KeepAwakeActivityPresenter::setDate(double date) {
 void KeepAwakeActivityPresenter::read() {
     if (m_keepAwake->isOn()) {
         const auto left = m_keepAwake->remaining();
-        show(m_text, left ? QString::fromStdString(KeepAwakeText::shortText(*left)) : QString());
+        show(m_text,
+             left ? QString::fromStdString(KeepAwakeText::shortText(*left, readersWords())) : QString());
     }
 }
 

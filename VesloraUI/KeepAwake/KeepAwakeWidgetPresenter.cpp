@@ -10,18 +10,17 @@ namespace {
 
 constexpr double hour = 3600;
 
-using Texts = KeepAwakeWidgetPresenter;
-
 QString label(double seconds) {
-    return seconds < hour ? Texts::tr("%1M").arg(static_cast<int>(seconds / 60))
-                          : Texts::tr("%1H").arg(static_cast<int>(seconds / hour));
+    return seconds < hour ? KeepAwakeWidgetPresenter::tr("%1M").arg(static_cast<int>(seconds / 60))
+                          : KeepAwakeWidgetPresenter::tr("%1H").arg(static_cast<int>(seconds / hour));
 }
 
 KeepAwakePreset presetOf(std::optional<double> seconds) {
     if (!seconds) {
-        return {QStringLiteral("∞"), Texts::tr("Stay awake until stopped"), QStringLiteral("infinity")};
+        return {QStringLiteral("∞"), KeepAwakeWidgetPresenter::tr("Stay awake until stopped"),
+                QStringLiteral("infinity")};
     }
-    return {label(*seconds), Texts::tr("Stay awake for %1").arg(label(*seconds)), {}};
+    return {label(*seconds), KeepAwakeWidgetPresenter::tr("Stay awake for %1").arg(label(*seconds)), {}};
 }
 
 } // namespace

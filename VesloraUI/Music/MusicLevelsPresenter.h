@@ -65,6 +65,8 @@ class MusicLevelsPresenter : public veslora::Presenter {
     };
     /// Sends the bars to those levels; they are where they were.
     void moveTo(bool isPlaying, QList<double> levels);
+    /// The bars where the desktop wants nothing to move.
+    void stand(bool isPlaying);
     [[nodiscard]] bool isAtRest() const;
 
     MusicModel* m_music = nullptr;

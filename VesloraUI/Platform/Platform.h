@@ -5,18 +5,22 @@
 
 #include "VesloraUI/Platform/AdapterProcess.h"
 #include "VesloraUI/Platform/AppOpening.h"
+#include "VesloraUI/Platform/Appearance.h"
 #include "VesloraUI/Platform/ArtworkLoading.h"
 #include "VesloraUI/Platform/AutomationPermission.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
+#include "VesloraUI/Platform/DoNotDisturb.h"
 #include "VesloraUI/Platform/Files.h"
 #include "VesloraUI/Platform/FrameClock.h"
 #include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/HostApplications.h"
+#include "VesloraUI/Platform/LoginItem.h"
 #include "VesloraUI/Platform/MetronomePlaying.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
 #include "VesloraUI/Platform/PowerAsserting.h"
 #include "VesloraUI/Platform/Processes.h"
+#include "VesloraUI/Platform/ProgramRunning.h"
 #include "VesloraUI/Platform/Scheduler.h"
 #include "VesloraUI/Platform/ScreenWindows.h"
 #include "VesloraUI/Platform/Screens.h"
@@ -29,6 +33,7 @@
 #include "VesloraUI/Platform/SystemReadings.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
 #include "VesloraUI/Platform/TimerNotifying.h"
+#include "VesloraUI/Platform/Updating.h"
 
 #include <string>
 
@@ -76,6 +81,11 @@ struct Platform {
     ArtworkLoading& artwork;
     AppOpening& apps;
     AutomationPermission& automation;
+    Appearance& appearance;
+    LoginItem& loginItem;
+    ProgramRunning& programs;
+    Updating& updater;
+    DoNotDisturb& doNotDisturb;
 };
 
 } // namespace veslora

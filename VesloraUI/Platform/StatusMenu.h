@@ -21,7 +21,8 @@ class StatusMenu {
   public:
     virtual ~StatusMenu() = default;
 
-    /// Shows the item. On a desktop that has no place for one nothing happens until it gets one.
+    /// Shows the item, or other rows behind it. On a desktop that has no place for one nothing happens until
+    /// it gets one. A choice of a row that was replaced before it was heard of does nothing.
     virtual void show(const QString& title, const QString& symbol, std::vector<StatusMenuRow> rows) = 0;
 };
 

@@ -3,11 +3,9 @@
 
 #include "VesloraCore/Agents/Hooks/InstallError.h"
 #include "VesloraUI/Claude/Hooks/FileError.h"
-#include "VesloraUI/Platform/FileRefusal.h"
+#include "VesloraUI/Support/FileReasons.h"
 
 #include <QCoreApplication>
-
-#include <system_error>
 
 namespace veslora {
 
@@ -55,36 +53,8 @@ QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
 QString AgentHooksPresenter::textOf(const FileError& error) {
     const QString path = QString::fromStdString(error.path());
     return error.action() == FileError::Action::reading
-               ? tr("Couldn't read %1: %2. Nothing was changed.").arg(path, reasonOf(error.code()))
-               : tr("Couldn't write %1: %2. Nothing was changed.").arg(path, reasonOf(error.code()));
-}
-
-QString AgentHooksPresenter::reasonOf(const std::error_code& error) {
-    if (error == FileRefusal::changed) {
-        return tr("another program has just changed it");
-    }
-    if (error == FileRefusal::hasSecondName) {
-        return tr("it has a second name (a hard link) that would keep the old text");
-    }
-    if (error == FileRefusal::losesAttributes) {
-        return tr("its access list or attributes couldn't be kept");
-    }
-    if (error == std::errc::no_space_on_device) {
-        return tr("the disk is full");
-    }
-    if (error == std::errc::read_only_file_system) {
-        return tr("the disk is read-only");
-    }
-    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
-        return tr("it belongs to somebody else or may not be changed");
-    }
-    if (error == std::errc::not_a_directory) {
-        return tr("it is a link or no folder");
-    }
-    if (error == std::errc::file_too_large) {
-        return tr("it is too large");
-    }
-    return QString::fromStdString(error.message());
+               ? tr("Couldn't read %1: %2. Nothing was changed.").arg(path, FileReasons::text(error.code()))
+               : tr("Couldn't write %1: %2. Nothing was changed.").arg(path, FileReasons::text(error.code()));
 }
 
 void AgentHooksPresenter::press() {

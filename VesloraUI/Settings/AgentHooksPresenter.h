@@ -7,8 +7,6 @@
 
 #include <QString>
 
-#include <system_error>
-
 namespace veslora {
 
 class FileError;
@@ -59,7 +57,6 @@ class AgentHooksPresenter : public veslora::Presenter {
     [[nodiscard]] AgentMonitor* monitor() const;
     [[nodiscard]] QString textOf(const char* AgentHookTexts::*text) const;
     [[nodiscard]] static QString textOf(const FileError& error);
-    [[nodiscard]] static QString reasonOf(const std::error_code& error);
 
     AgentsModel* m_agents = nullptr;
     int m_agent = 0;

@@ -55,4 +55,8 @@ Column {
             title: qsTr("Working live activity")
         }
     }
+
+    AlertPauseSettings {
+        width: parent.width
+    }
 }

@@ -23,12 +23,9 @@ void MetronomeSettingsPresenter::read() {
 }
 
 QList<QString> MetronomeSettingsPresenter::sounds() {
-    // For the tool that collects texts to translate.
-    static_cast<void>(std::array{QT_TR_NOOP("Click"), QT_TR_NOOP("Woodblock"), QT_TR_NOOP("Hi-hat"),
-                                 QT_TR_NOOP("Beep"), QT_TR_NOOP("Silent")});
     QList<QString> names;
     for (const MetronomeSound sound : allMetronomeSounds) {
-        names << tr(std::string(displayName(sound)).c_str());
+        names << QCoreApplication::translate("MetronomeSounds", displayName(sound).data());
     }
     return names;
 }

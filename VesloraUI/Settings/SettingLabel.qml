@@ -21,7 +21,7 @@ Column {
         wrapMode: Text.Wrap
 
         font {
-            pixelSize: 13
+            pixelSize: SettingsSizes.title
             weight: Font.Medium
         }
     }
@@ -29,7 +29,7 @@ Column {
     SettingsText {
         Accessible.ignored: !label.isRead
         color: SettingsColors.secondary
-        lineHeight: 15
+        lineHeight: SettingsSizes.detailLine
         lineHeightMode: Text.FixedHeight
         text: label.detail
         visible: text !== ""
@@ -37,7 +37,7 @@ Column {
         wrapMode: Text.Wrap
 
         font {
-            pixelSize: 11
+            pixelSize: SettingsSizes.detail
         }
     }
 }

@@ -15,17 +15,17 @@ T.Button {
     }
 
     Accessible.name: text
-    implicitHeight: 26
-    implicitWidth: Math.max(72, implicitContentWidth + 24)
+    implicitHeight: SettingsSizes.controlHeight
+    implicitWidth: Math.max(72 * SettingsSizes.scale, implicitContentWidth + 24 * SettingsSizes.scale)
     // Qt 6.4 offers a press to assistive programs and leaves it to the control to do something.
     Accessible.onPressAction: act()
     Keys.onEnterPressed: event => event.isAutoRepeat || act()
     Keys.onReturnPressed: event => event.isAutoRepeat || act()
 
     background: Rectangle {
-        border.color: button.visualFocus ? VesloraStyle.accentColor : "transparent"
-        border.width: 1.5
-        color: button.down ? SettingsColors.controlPressed : SettingsColors.control
+        border.color: button.visualFocus ? SettingsColors.accentFill : SettingsColors.controlBorder
+        border.width: button.visualFocus ? 1.5 : 1
+        color: button.down ? SettingsColors.controlPressed : button.hovered ? SettingsColors.controlHovered : SettingsColors.control
         radius: 6
     }
     contentItem: Text {
@@ -37,7 +37,7 @@ T.Button {
 
         font {
             family: VesloraStyle.systemFont
-            pixelSize: 12
+            pixelSize: SettingsSizes.control
             weight: Font.Medium
         }
     }

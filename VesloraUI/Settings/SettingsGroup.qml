@@ -12,6 +12,7 @@ Column {
     spacing: 6
 
     Rectangle {
+        border.color: SettingsColors.groupBorder
         color: SettingsColors.group
         height: content.height + 2 * content.y
         radius: 8
@@ -36,7 +37,7 @@ Column {
         x: 14
 
         font {
-            pixelSize: 11
+            pixelSize: SettingsSizes.detail
         }
     }
 }

@@ -20,12 +20,39 @@ Item {
     SettingLabel {
         id: label
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width - picker.width - 16
     }
 
+    FontMetrics {
+        id: metrics
+
+        font {
+            family: VesloraStyle.systemFont
+            pixelSize: SettingsSizes.control
+            weight: Font.Medium
+        }
+    }
+
     T.ComboBox {
         id: picker
+
+        /// Points before the text.
+        readonly property int textMargin: 10
+        /// What lies on both sides of the text, the arrow included.
+        readonly property real besideText: 25 + 11 * SettingsSizes.scale
+        // The height is asked for because it tells of another size of text, which the function does not.
+        readonly property real longest: metrics.height > 0 ? widest() : 0
+
+        /// Points of the longest choice.
+        function widest(): real {
+            let width = 0;
+            for (let index = 0; index < row.choices.length; ++index) {
+                width = Math.max(width, Math.ceil(metrics.advanceWidth(row.choices[index])));
+            }
+            return width;
+        }
 
         function act() {
             popup.visible = !popup.visible;
@@ -36,8 +63,9 @@ Item {
         Accessible.name: row.title
         anchors.right: parent.right
         currentIndex: row.current
-        implicitHeight: 26
-        implicitWidth: 140
+        implicitHeight: SettingsSizes.controlHeight
+        // As wide as its longest choice, which leaves the title room.
+        implicitWidth: Math.min(0.6 * row.width, Math.max(140 * SettingsSizes.scale, longest + besideText))
         model: row.choices
         // The page scrolls under the wheel; nobody would notice what it chose on the way.
         wheelEnabled: false
@@ -56,21 +84,22 @@ Item {
         }
 
         background: Rectangle {
-            border.color: picker.visualFocus ? VesloraStyle.accentColor : "transparent"
-            border.width: 1.5
-            color: picker.down ? SettingsColors.controlPressed : SettingsColors.control
+            border.color: picker.visualFocus ? SettingsColors.accentFill : SettingsColors.controlBorder
+            border.width: picker.visualFocus ? 1.5 : 1
+            color: picker.down ? SettingsColors.controlPressed : picker.hovered ? SettingsColors.controlHovered : SettingsColors.control
             radius: 6
         }
         contentItem: SystemText {
             color: SettingsColors.text
             elide: Text.ElideRight
-            leftPadding: 10
-            rightPadding: 26
+            horizontalAlignment: Text.AlignLeft
+            leftPadding: picker.mirrored ? picker.besideText - picker.textMargin : picker.textMargin
+            rightPadding: picker.besideText - leftPadding
             text: picker.displayText
             verticalAlignment: Text.AlignVCenter
 
             font {
-                pixelSize: 12
+                pixelSize: SettingsSizes.control
                 weight: Font.Medium
             }
         }
@@ -80,7 +109,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             color: SettingsColors.secondary
             name: "chevron.down"
-            size: 11
+            size: 11 * SettingsSizes.scale
         }
         delegate: T.ItemDelegate {
             id: choice
@@ -91,7 +120,7 @@ Item {
             Accessible.name: modelData
             Accessible.selectable: true
             Accessible.selected: index === row.current
-            height: 26
+            height: SettingsSizes.controlHeight
             highlighted: picker.highlightedIndex === index
             width: ListView.view.width
             Accessible.onPressAction: clicked()
@@ -101,14 +130,16 @@ Item {
                 radius: 4
             }
             contentItem: SystemText {
-                color: choice.index === row.current ? VesloraStyle.accentColor : SettingsColors.text
+                color: choice.index === row.current ? SettingsColors.accentInList : SettingsColors.text
+                horizontalAlignment: Text.AlignLeft
                 // Below the field's text: the list's own padding comes to it.
-                leftPadding: picker.contentItem.leftPadding - picker.popup.padding
+                leftPadding: picker.textMargin - picker.popup.padding
+                rightPadding: leftPadding
                 text: choice.modelData
                 verticalAlignment: Text.AlignVCenter
 
                 font {
-                    pixelSize: 12
+                    pixelSize: SettingsSizes.control
                     weight: Font.Medium
                 }
             }
@@ -121,8 +152,8 @@ Item {
             y: picker.height + 4
 
             background: Rectangle {
-                border.color: SettingsColors.line
-                color: SettingsColors.control
+                border.color: SettingsColors.controlBorder
+                color: SettingsColors.list
                 radius: 6
             }
             contentItem: ListView {

@@ -14,7 +14,7 @@ T.ScrollBar {
     visible: size < 1
 
     contentItem: Rectangle {
-        color: bar.pressed || bar.hovered ? SettingsColors.secondary : SettingsColors.controlPressed
+        color: bar.pressed || bar.hovered ? SettingsColors.secondary : SettingsColors.scrollBar
         radius: width / 2
     }
 }

@@ -12,6 +12,11 @@ Item {
     property alias from: slider.from
     property alias to: slider.to
     required property string key
+    /// Between two values that it can be moved to; 0 for any value, where a key goes on by a twentieth.
+    property real step: 0
+    /// The value in words, which stands beside it; empty for none. `value` is what they are to be about.
+    property string valueText
+    readonly property real value: slider.value
 
     height: Math.max(label.height, slider.height)
     width: parent ? parent.width : 0
@@ -25,21 +30,44 @@ Item {
     SettingLabel {
         id: label
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - slider.width - 16
+        opacity: row.enabled ? 1 : 0.4
+        width: parent.width - slider.width - (words.visible ? words.width : 0) - 16
+    }
+
+    SettingsText {
+        id: words
+
+        Accessible.ignored: true
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        color: SettingsColors.secondary
+        horizontalAlignment: Text.AlignRight
+        opacity: label.opacity
+        text: row.valueText
+        visible: text !== ""
+        width: Math.max(56 * SettingsSizes.scale, implicitWidth)
+
+        font {
+            pixelSize: SettingsSizes.control
+        }
     }
 
     T.Slider {
         id: slider
 
-        Accessible.description: row.detail
+        // Qt 6.4 has no other place for a value in words.
+        Accessible.description: row.valueText === "" || row.detail === "" ? row.valueText + row.detail : row.valueText + ". " + row.detail
         Accessible.name: row.title
-        anchors.right: parent.right
+        anchors.right: words.visible ? words.left : parent.right
         anchors.verticalCenter: parent.verticalCenter
-        implicitHeight: 20
-        implicitWidth: 220
-        // Of a key, and of what assistive programs do: a twentieth.
-        stepSize: (to - from) / 20
+        implicitHeight: 20 * SettingsSizes.scale
+        implicitWidth: (words.visible ? 150 : 220) * SettingsSizes.scale
+        opacity: label.opacity
+        snapMode: row.step > 0 ? T.Slider.SnapAlways : T.Slider.NoSnap
+        // Of a key, and of what assistive programs do.
+        stepSize: row.step > 0 ? row.step : (to - from) / 20
         value: setting.value
         // The page scrolls under the wheel; nobody would notice what it changed on the way.
         wheelEnabled: false
@@ -59,23 +87,26 @@ Item {
 
         background: Rectangle {
             anchors.verticalCenter: parent.verticalCenter
-            color: SettingsColors.control
-            height: 4
-            radius: 2
+            border.color: SettingsColors.trackBorder
+            color: SettingsColors.track
+            height: 4 * SettingsSizes.scale
+            radius: height / 2
             width: slider.width
 
             Rectangle {
-                color: VesloraStyle.accentColor
+                color: SettingsColors.accentFill
                 height: parent.height
-                radius: 2
-                width: slider.visualPosition * parent.width
+                radius: height / 2
+                width: slider.position * parent.width
+                x: slider.mirrored ? parent.width - width : 0
             }
         }
         handle: Rectangle {
-            color: "white"
-            height: 16
-            radius: 8
-            width: 16
+            border.color: SettingsColors.handleBorder
+            color: slider.pressed || slider.hovered ? SettingsColors.handleHovered : SettingsColors.handle
+            height: 16 * SettingsSizes.scale
+            radius: height / 2
+            width: height
             x: slider.visualPosition * (slider.width - width)
             y: (slider.height - height) / 2
 
@@ -83,7 +114,7 @@ Item {
             Rectangle {
                 anchors.fill: parent
                 anchors.margins: -3
-                border.color: VesloraStyle.accentColor
+                border.color: SettingsColors.accentFill
                 border.width: 1.5
                 color: "transparent"
                 radius: height / 2

@@ -8,21 +8,21 @@ T.TabButton {
     id: tab
 
     property string symbol
-    readonly property color tint: checked ? VesloraStyle.accentColor : SettingsColors.secondary
+    readonly property color tint: checked ? SettingsColors.accentText : tab.hovered ? SettingsColors.text : SettingsColors.secondary
 
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: checked
     // Qt wants what has the focus to stay focusable.
     activeFocusOnTab: checked || activeFocus
-    implicitHeight: 50
-    implicitWidth: Math.max(50, implicitContentWidth + 16)
+    implicitHeight: 50 * SettingsSizes.scale
+    implicitWidth: Math.max(50 * SettingsSizes.scale, implicitContentWidth + 16)
     verticalPadding: (implicitHeight - implicitContentHeight) / 2
     Accessible.onPressAction: clicked()
 
     background: Rectangle {
-        border.color: tab.visualFocus ? VesloraStyle.accentColor : "transparent"
-        border.width: 1.5
+        border.color: tab.visualFocus ? SettingsColors.accentFill : tab.checked ? SettingsColors.groupBorder : "transparent"
+        border.width: tab.visualFocus ? 1.5 : 1
         color: tab.checked ? SettingsColors.group : "transparent"
         radius: 8
     }
@@ -33,18 +33,18 @@ T.TabButton {
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
             name: tab.symbol
-            size: 20
+            size: 20 * SettingsSizes.scale
         }
 
         SystemText {
             anchors.horizontalCenter: parent.horizontalCenter
             color: tab.tint
-            height: 14
+            height: 14 * SettingsSizes.scale
             text: tab.text
             verticalAlignment: Text.AlignVCenter
 
             font {
-                pixelSize: 11
+                pixelSize: SettingsSizes.detail
                 weight: Font.Medium
             }
         }

@@ -11,6 +11,8 @@ Row {
     required property var pages
     /// Number of the page that was chosen, from 0.
     property alias current: choice.current
+    /// What an arrow to the right does to the number.
+    readonly property int stepToTheRight: effectiveLayoutDirection === Qt.RightToLeft ? -1 : 1
 
     /// Goes to the page of that name, if there is one.
     function select(name: string) {
@@ -38,14 +40,14 @@ Row {
 
     Accessible.role: Accessible.PageTabList
     spacing: 2
-    Keys.onLeftPressed: step(-1)
+    Keys.onLeftPressed: step(-stepToTheRight)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
             open(event.key === Qt.Key_Home ? 0 : choice.count - 1);
             event.accepted = true;
         }
     }
-    Keys.onRightPressed: step(1)
+    Keys.onRightPressed: step(stepToTheRight)
 
     PageChoice {
         id: choice

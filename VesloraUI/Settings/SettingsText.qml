@@ -6,4 +6,6 @@ import Veslora
 SystemText {
     Accessible.name: text
     Accessible.role: Accessible.StaticText
+    // By the window's direction, not by that of the letters.
+    horizontalAlignment: Text.AlignLeft
 }

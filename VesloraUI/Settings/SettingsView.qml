@@ -10,7 +10,15 @@ Window {
     required property AgentsModel agents
     /// Plays samples of the metronome's sounds, and is not the one that the user may have running.
     required property MetronomeModel metronomePreviewer
+    /// An island of its own, for the looks of the accents.
+    required property AccentPreview accentPreview
+    required property LoginItemManager loginItem
+    required property UpdaterModel updater
     required property string version
+    /// Name of the page that shows.
+    readonly property string page: pages[tabs.current].name
+    /// Wider where a language's names of the tabs need it and the screen has the room.
+    readonly property int pageWidth: Math.max(Math.round(460 * SettingsSizes.scale), Math.min(Screen.desktopAvailableWidth, Math.ceil(tabs.implicitWidth) + 16))
 
     property list<SettingsPage> pages: [
         SettingsPage {
@@ -18,6 +26,8 @@ Window {
             symbol: "gearshape"
             title: qsTr("General")
             view: GeneralSettings {
+                loginItem: window.loginItem
+                updater: window.updater
                 version: window.version
             }
         },
@@ -25,7 +35,9 @@ Window {
             name: "island"
             symbol: "rectangle.topthird.inset.filled"
             title: qsTr("Island")
-            view: IslandSettings {}
+            view: IslandSettings {
+                preview: window.accentPreview
+            }
         },
         SettingsPage {
             name: "timer"
@@ -68,15 +80,25 @@ Window {
         tabs.select(name);
     }
 
+    /// The window manager keeps to the bounds, so that they change first.
+    function fit() {
+        minimumWidth = pageWidth;
+        maximumWidth = pageWidth;
+        width = pageWidth;
+    }
+
+    // In a language that is written from the right the window is laid out from there.
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
     color: SettingsColors.window
     // Tall enough that no page scrolls where the screen has the room. Of several screens the available height is that of
     // all together.
-    height: Math.min(Screen.desktopAvailableHeight - 60, Screen.height - 60, 780)
-    maximumWidth: width
+    height: Math.min(Screen.desktopAvailableHeight - 60, Screen.height - 60, 890 * SettingsSizes.scale)
     minimumHeight: 240
-    minimumWidth: width
     title: qsTr("Veslora Settings")
-    width: 460
+
+    Component.onCompleted: fit()
+    onPageWidthChanged: fit()
 
     Shortcut {
         sequence: "Ctrl+W"
@@ -130,7 +152,7 @@ Window {
             color: SettingsColors.line
             height: 1
             width: parent.width
-            y: 66
+            y: tabs.height + 16
         }
 
         Flickable {

@@ -2,10 +2,15 @@
 // Opens the settings window, and lets all of it go when the user closes it. Main thread only.
 #pragma once
 
+#include "VesloraUI/Settings/AccentPreview.h"
+
+#include <QIcon>
 #include <QObject>
+#include <QRect>
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 class QQmlEngine;
 class QQuickWindow;
@@ -13,21 +18,29 @@ class QQuickWindow;
 namespace veslora {
 
 class AgentsModel;
+class LoginItemManager;
 class MetronomeModel;
+class UpdaterModel;
 
 class SettingsWindow : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SettingsWindow)
 
   public:
-    /// `metronomePreviewer` plays samples of the metronome's sounds.
-    SettingsWindow(QQmlEngine& engine, AgentsModel& agents, MetronomeModel& metronomePreviewer,
-                   QString version);
+    struct Models {
+        AgentsModel& agents;
+        MetronomeModel& metronomePreviewer; ///< plays samples of the metronome's sounds
+        LoginItemManager& loginItem;
+        UpdaterModel& updater;
+    };
+
+    /// Each window has an island of its own that shows the accents, on `preview`.
+    SettingsWindow(QQmlEngine& engine, const Models& models, AccentPreview::Seams preview, QString version);
     ~SettingsWindow() override;
 
     /// Shows the window, or brings it forward if it is there already, and gives it the focus. `tab` is the
-    /// name of a `SettingsPage`; an empty or unknown one leaves the tab as it is, which is the first at
-    /// first.
+    /// name of a `SettingsPage`; an empty or unknown one leaves the tab as it is. A window that
+    /// is opened again has the tab, the place and the height that the last one had.
     void open(const QString& tab = {});
     /// Shows it as any program's window is shown: a user who types elsewhere goes on typing there, where the
     /// window manager sees to that.
@@ -38,12 +51,22 @@ class SettingsWindow : public QObject {
 
   private:
     void make();
+    void keepPlace();
+    void restorePlace();
 
     QQmlEngine& m_engine;
-    AgentsModel& m_agents;
-    MetronomeModel& m_metronomePreviewer;
+    const Models m_models;
+    const AccentPreview::Seams m_preview;
     QString m_version;
     std::unique_ptr<QQuickWindow> m_window;
+    QIcon m_icon; ///< null before the first window
+
+    /// What the last window was left with.
+    struct Place {
+        QString tab;
+        QRect geometry;
+    };
+    std::optional<Place> m_place;
 };
 
 } // namespace veslora

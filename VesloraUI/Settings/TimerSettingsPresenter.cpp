@@ -5,6 +5,8 @@
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <iterator>
 
@@ -28,9 +30,8 @@ void TimerSettingsPresenter::read() {
 QList<QString> TimerSettingsPresenter::sounds() {
     QList<QString> names;
     for (const std::string_view name : timerSounds) {
-        names << QString::fromUtf8(name);
+        names << QCoreApplication::translate("TimerSounds", name.data());
     }
-    names.back() = tr("None");
     return names;
 }
 

@@ -47,6 +47,13 @@ Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string director
     }
 }
 
+Defaults::~Defaults() {
+    if (m_isWaiting) {
+        load();
+        save();
+    }
+}
+
 void Defaults::registerDefaults(std::initializer_list<std::pair<std::string_view, Value>> values) {
     for (const auto& [key, value] : values) {
         m_registered.insert_or_assign(std::string(key), value);
@@ -113,7 +120,7 @@ void Defaults::store(std::string_view key, Json value, const std::function<bool(
     if (!isAlready()) {
         m_unsaved.set(key, value);
         m_values.set(key, std::move(value));
-        save();
+        saveInTime();
         differs = true;
     }
     if (differs) {
@@ -171,6 +178,29 @@ void Defaults::makeDirectory() {
     const std::error_code error = m_files.makeDirectory(m_directory, directoryMode);
     if (m_directoryTrouble.begins(error)) {
         qCWarning(Logs::settings, "can't make %s: %s", m_directory.c_str(), error.message().c_str());
+    }
+}
+
+void Defaults::saveInTime() {
+    if (m_pacing.isActive()) {
+        m_isWaiting = true;
+        return;
+    }
+    save();
+    if (m_scheduler != nullptr) {
+        m_pacing = m_scheduler->after(pace, [this] { paceIsOver(); });
+    }
+}
+
+void Defaults::paceIsOver() {
+    m_pacing = Task();
+    if (std::exchange(m_isWaiting, false)) {
+        // What another program wrote meanwhile stays in the file.
+        const bool differs = load();
+        saveInTime();
+        if (differs) {
+            emit changed();
+        }
     }
 }
 

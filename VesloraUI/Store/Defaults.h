@@ -6,6 +6,8 @@
 #include "VesloraCore/Text/Json.h"
 #include "VesloraUI/Platform/DirectoryWatcher.h"
 #include "VesloraUI/Platform/Files.h"
+#include "VesloraUI/Platform/Scheduler.h"
+#include "VesloraUI/Platform/Task.h"
 #include "VesloraUI/Platform/Trouble.h"
 
 #include <QObject>
@@ -34,6 +36,16 @@ class Defaults : public QObject {
     /// The store in "settings.json" of `directory`, or in "settings.<suite>.json" for a private one. The
     /// directory is made if it is missing; a file is made only by the first write.
     Defaults(Files& files, DirectoryWatcher& watcher, std::string directory, const std::string& suite = {});
+    /// Writes what waits to be written.
+    ~Defaults() override;
+    Q_DISABLE_COPY_MOVE(Defaults)
+
+    /// Between two writes that the scheduler paces, in seconds.
+    static constexpr double pace = 0.5;
+    /// From now on a change that soon follows another is written with all that come until then: each write
+    /// waits for the disk, and a slider that is dragged asks for one with each of its steps. Until this is
+    /// called, every change is written at once. The scheduler must outlive this.
+    void paceWrites(Scheduler& scheduler) { m_scheduler = &scheduler; }
 
     /// Defaults live in memory alone, so that a later version may change them for users who never touched a
     /// setting.
@@ -72,6 +84,8 @@ class Defaults : public QObject {
     void tellOfReading(const std::error_code& error);
     void tellOfOddValues() const;
     void makeDirectory();
+    void saveInTime();
+    void paceIsOver();
     void save();
     [[nodiscard]] bool keepDamaged(const std::string& target);
     void watch();
@@ -88,6 +102,9 @@ class Defaults : public QObject {
     bool m_isReadable = true;          ///< a file that can't be read must not be replaced either
     bool m_isDamaged = false;          ///< the file as last seen holds no settings
     std::unique_ptr<DirectoryWatch> m_watch;
+    Scheduler* m_scheduler = nullptr;
+    Task m_pacing;            ///< there until another write is due
+    bool m_isWaiting = false; ///< something was changed meanwhile
     Trouble m_readTrouble;
     Trouble m_directoryTrouble;
     Trouble m_writeTrouble;

@@ -12,7 +12,8 @@ std::string_view rawValue(DisplayChoice choice) {
 }
 
 std::string_view displayName(DisplayChoice choice) {
-    return choice == DisplayChoice::main ? "Main display" : "Built-in display";
+    return choice == DisplayChoice::main ? translatable("Displays", "Main display")
+                                         : translatable("Displays", "Built-in display");
 }
 
 DisplayChoice displayChoiceFrom(std::optional<std::string_view> rawValue) {
@@ -24,6 +25,7 @@ void SettingsKeys::registerDefaults(Defaults& settings) {
         {hideInFullscreen, true},
         {hoverDelay, 0.1},
         {displayChoice, std::string(rawValue(DisplayChoice::builtIn))},
+        {displayOutput, std::string()},
         {accent, "lime"},
         {timerSound, std::string(timerSounds.front())},
         {timerNotifications, true},
@@ -43,6 +45,8 @@ void SettingsKeys::registerDefaults(Defaults& settings) {
         {claudeFinishedActivity, true},
         {claudeWorkingActivity, true},
         {claudeAnswerFromIsland, true},
+        {alertsPausedUntil, 0.0},
+        {followDoNotDisturb, true},
         {keepAwakeDisplay, false},
         {keepAwakeWhileClaude, true},
         {keepAwakeLiveActivity, true},

@@ -2,6 +2,8 @@
 // The only place where the key of a setting is spelled, with what each may hold and its default.
 #pragma once
 
+#include "VesloraCore/Text/Words.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -16,7 +18,7 @@ class Defaults;
 enum class DisplayChoice : std::uint8_t { builtIn, main };
 
 [[nodiscard]] std::string_view rawValue(DisplayChoice choice);
-/// What people call it, untranslated.
+/// What people call it, untranslated. Ends with a null.
 [[nodiscard]] std::string_view displayName(DisplayChoice choice);
 /// The built-in display for an absent text and for any that is no raw value.
 [[nodiscard]] DisplayChoice displayChoiceFrom(std::optional<std::string_view> rawValue);
@@ -36,8 +38,10 @@ namespace SettingsKeys {
 inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";
 inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds
 inline constexpr std::string_view displayChoice = "displayChoice"; ///< of a `DisplayChoice`
-inline constexpr std::string_view accent = "accent";               ///< of an `Accent`
-inline constexpr std::string_view timerSound = "timerSound";       ///< one of `timerSounds`
+/// Name of the connector whose screen counts before `displayChoice`, as in "DP-1"; empty for none.
+inline constexpr std::string_view displayOutput = "displayOutput";
+inline constexpr std::string_view accent = "accent";         ///< of an `Accent`
+inline constexpr std::string_view timerSound = "timerSound"; ///< one of `timerSounds`
 inline constexpr std::string_view timerNotifications = "timerNotifications";
 inline constexpr std::string_view widgetLayout = "widgetLayout"; ///< of a `WidgetLayout`
 inline constexpr std::string_view widgetSpacingAutomatic = "widgetSpacingAutomatic";
@@ -55,12 +59,18 @@ inline constexpr std::string_view claudeApprovalSound = "claudeApprovalSound";
 inline constexpr std::string_view claudeFinishedActivity = "claudeFinishedActivity";
 inline constexpr std::string_view claudeWorkingActivity = "claudeWorkingActivity";
 inline constexpr std::string_view claudeAnswerFromIsland = "claudeAnswerFromIsland";
+/// Seconds since 1970 at which the user's pause of alerts is over; 0 for none.
+inline constexpr std::string_view alertsPausedUntil = "alertsPausedUntil";
+inline constexpr std::string_view followDoNotDisturb = "followDoNotDisturb";
 inline constexpr std::string_view keepAwakeDisplay = "keepAwakeDisplay";
 inline constexpr std::string_view keepAwakeWhileClaude = "keepAwakeWhileClaude";
 inline constexpr std::string_view keepAwakeLiveActivity = "keepAwakeLiveActivity";
 
 /// The sounds that may end a timer. The last plays nothing.
-inline constexpr std::array<std::string_view, 5> timerSounds{"Glass", "Ping", "Hero", "Submarine", "None"};
+inline constexpr std::array<std::string_view, 5> timerSounds{
+    translatable("TimerSounds", "Glass"), translatable("TimerSounds", "Ping"),
+    translatable("TimerSounds", "Hero"), translatable("TimerSounds", "Submarine"),
+    translatable("TimerSounds", "None")};
 
 /// Every reader of `widgetSpacing` holds it to this; the store keeps what was written.
 inline constexpr ClosedRange widgetSpacingRange{8, 80};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/Accent.h"
 
+#include "VesloraCore/Text/Words.h"
+
 #include <algorithm>
 
 namespace veslora::AccentColors {
@@ -25,10 +27,18 @@ Accent fromStored(const std::optional<std::string>& text) {
     return found == allCases.end() ? Accent::lime : *found;
 }
 
-QString displayName(Accent accent) {
-    QString name = QString::fromStdString(rawValue(accent));
-    name[0] = name[0].toUpper();
-    return name;
+std::string_view displayName(Accent accent) {
+    switch (accent) {
+    case Accent::lime:
+        return translatable("Accents", "Lime");
+    case Accent::cyan:
+        return translatable("Accents", "Cyan");
+    case Accent::amber:
+        return translatable("Accents", "Amber");
+    case Accent::white:
+        return translatable("Accents", "White");
+    }
+    return "";
 }
 
 QColor color(Accent accent) {

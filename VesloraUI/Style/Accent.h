@@ -4,11 +4,11 @@
 #pragma once
 
 #include <QColor>
-#include <QString>
 
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace veslora {
 
@@ -24,8 +24,8 @@ inline constexpr std::array allCases{Accent::lime, Accent::cyan, Accent::amber, 
 /// The accent of a stored text. Absent and unknown texts count as `lime`.
 [[nodiscard]] Accent fromStored(const std::optional<std::string>& text);
 
-/// The raw value with its first letter capitalised.
-[[nodiscard]] QString displayName(Accent accent);
+/// What people call it, untranslated: "Lime". Ends with a null.
+[[nodiscard]] std::string_view displayName(Accent accent);
 
 /// sRGB.
 [[nodiscard]] QColor color(Accent accent);

@@ -25,7 +25,7 @@ Item {
     visible: opacity > 0.001
     z: isShown ? 1 : 0
     transform: Translate {
-        y: (presence.value - 1) * side.travel
+        y: VesloraStyle.reducesMotion ? 0 : (presence.value - 1) * side.travel
     }
 
     Loader {
@@ -37,6 +37,7 @@ Item {
     Spring {
         id: presence
 
+        isFade: true
         target: side.isShown ? 1 : 0
         onIsRunningChanged: if (!isRunning && !side.isShown)
             loader.sourceComponent = null

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One length of a view that moves evenly to its target, in the same time whatever the way.
+// One length of a view that moves evenly to its target, in the same time whatever the way; at once where
+// the desktop wants less motion.
 #pragma once
 
 #include <QObject>
@@ -7,6 +8,8 @@
 #include <QVariantAnimation>
 
 namespace veslora {
+
+class ViewEnvironment;
 
 class Glide : public QObject, public QQmlParserStatus {
     Q_OBJECT
@@ -31,7 +34,7 @@ class Glide : public QObject, public QQmlParserStatus {
     [[nodiscard]] double value() const { return m_value; }
 
     void classBegin() override {}
-    void componentComplete() override { m_isComplete = true; }
+    void componentComplete() override;
 
   signals:
     void targetChanged();
@@ -41,7 +44,8 @@ class Glide : public QObject, public QQmlParserStatus {
   private:
     void setValue(double value);
 
-    double m_start = 0; ///< where the present way began
+    const ViewEnvironment* m_environment = nullptr; ///< null for one that no engine made
+    double m_start = 0;                             ///< where the present way began
     double m_target = 0;
     double m_value = 0;
     bool m_isComplete = false;

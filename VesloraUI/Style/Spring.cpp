@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/Spring.h"
 
+#include "VesloraUI/Style/ViewEnvironment.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -30,6 +32,12 @@ void SpringMotion::advance(double seconds, double response, double damping) {
     velocity = envelope * ((sine * damped - decay * offset) * c - (offset * damped + decay * sine) * s);
 }
 
+void SpringMotion::fade(double seconds) {
+    const double step = std::max(0.0, seconds) / fadeDuration;
+    value = value < target ? std::min(value + step, target) : std::max(value - step, target);
+    velocity = 0;
+}
+
 bool SpringMotion::isAtRest() const {
     return std::abs(value - target) < restDistance && std::abs(velocity) < restVelocity;
 }
@@ -50,13 +58,23 @@ void Spring::Drive::updateState(State newState, State oldState) {
 
 Spring::Spring(QObject* parent) : QObject(parent) {}
 
+void Spring::componentComplete() {
+    m_isComplete = true;
+    const QQmlEngine* const engine = qmlEngine(this);
+    m_environment = engine ? &ViewEnvironment::of(engine) : nullptr;
+}
+
+bool Spring::isStill() const {
+    return m_environment && m_environment->reducesMotion();
+}
+
 void Spring::setTarget(double target) {
     if (target == m_motion.target) {
         return;
     }
     m_motion.target = target;
     emit targetChanged();
-    if (!m_isComplete || !m_isLive) {
+    if (!m_isComplete || !m_isLive || (isStill() && !m_isFade)) {
         m_motion.value = target;
         m_motion.velocity = 0;
         emit valueChanged();
@@ -64,13 +82,20 @@ void Spring::setTarget(double target) {
     } else if (!isRunning()) {
         m_drive.start();
         // The first frame shows the first of the movement already. OPTIMIZATION: two frames' worth bring a
-        // prompt's text, which the growing island uncovers, on screen in 42 ms instead of 58.
-        advance(firstStep);
+        // prompt's text, which the growing island uncovers, on screen in 42 ms instead of 58. A fade has too
+        // few frames to leave any out.
+        if (!isStill()) {
+            advance(firstStep);
+        }
     }
 }
 
 void Spring::advance(double seconds) {
-    m_motion.advance(seconds, m_response, m_damping);
+    if (isStill() && m_isFade) {
+        m_motion.fade(seconds);
+    } else {
+        m_motion.advance(seconds, m_response, m_damping);
+    }
     const bool isAtRest = m_motion.isAtRest();
     if (isAtRest) {
         m_motion.value = m_motion.target;

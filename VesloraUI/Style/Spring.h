@@ -11,6 +11,8 @@
 
 namespace veslora {
 
+class ViewEnvironment;
+
 /// The motion alone, free of any clock: displacement and velocity of a damped harmonic oscillator, advanced
 /// by its closed solution, so that the result does not depend on how a span of time is cut into steps.
 struct SpringMotion {
@@ -21,6 +23,10 @@ struct SpringMotion {
     /// Moves on by `seconds`. `response` is the period of the undamped spring, `damping` the share of
     /// critical damping, below 1.
     void advance(double seconds, double response, double damping);
+
+    /// Moves on by `seconds` at the pace of one per `fadeDuration`, and no further than the target.
+    void fade(double seconds);
+    static constexpr double fadeDuration = 0.1; ///< seconds
 
     /// Whether what is left could not be seen: less than a hundredth of a point, or of whatever is counted,
     /// and too slow to go beyond the target by more.
@@ -39,6 +45,10 @@ class Spring : public QObject, public QQmlParserStatus {
     Q_PROPERTY(double interval MEMBER m_interval FINAL)
     /// Nothing moves while this is false: each target is taken at once.
     Q_PROPERTY(bool isLive MEMBER m_isLive NOTIFY isLiveChanged FINAL)
+    /// Whether it tells how much of something is there, from 0 to 1, rather than where or how large it is.
+    /// Where the desktop wants less motion such a spring fades evenly, and any other is at its target at
+    /// once.
+    Q_PROPERTY(bool isFade MEMBER m_isFade FINAL)
     Q_PROPERTY(double value READ value NOTIFY valueChanged FINAL)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged FINAL)
 
@@ -52,7 +62,7 @@ class Spring : public QObject, public QQmlParserStatus {
     [[nodiscard]] bool isRunning() const { return m_drive.state() == QAbstractAnimation::Running; }
 
     void classBegin() override {}
-    void componentComplete() override { m_isComplete = true; }
+    void componentComplete() override;
 
   signals:
     void targetChanged();
@@ -76,14 +86,17 @@ class Spring : public QObject, public QQmlParserStatus {
         int m_last = 0;
     };
 
+    [[nodiscard]] bool isStill() const;
     void advance(double seconds);
 
+    const ViewEnvironment* m_environment = nullptr; ///< null for one that no engine made
     SpringMotion m_motion;
     double m_response = VesloraStyle::motionResponse;
     double m_damping = VesloraStyle::motionDamping;
     double m_interval = 0;
     bool m_isComplete = false;
     bool m_isLive = true;
+    bool m_isFade = false;
     Drive m_drive{*this};
 };
 

@@ -2,6 +2,7 @@
 #include "VesloraUI/Style/VesloraStyle.h"
 
 #include "VesloraCore/Agents/AgentTraits.h"
+#include "VesloraUI/Platform/Appearance.h"
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
@@ -25,7 +26,9 @@ QString familyOr(const QString& family, QFontDatabase::SystemFont otherwise) {
 
 VesloraStyle::VesloraStyle(ViewEnvironment& environment) : m_environment(environment) {
     connect(&environment.settings(), &Defaults::changed, this, &VesloraStyle::readAccent);
+    connect(&environment.appearance(), &Appearance::changed, this, &VesloraStyle::readMotion);
     readAccent();
+    readMotion();
 }
 
 VesloraStyle* VesloraStyle::create(QQmlEngine* engine, QJSEngine* /*scriptEngine*/) {
@@ -44,6 +47,10 @@ QColor VesloraStyle::claudeOrange() {
 void VesloraStyle::readAccent() {
     const auto stored = m_environment.settings().stringValue(SettingsKeys::accent);
     assign(this, m_accent, AccentColors::fromStored(stored), &VesloraStyle::accentChanged);
+}
+
+void VesloraStyle::readMotion() {
+    assign(this, m_reducesMotion, m_environment.reducesMotion(), &VesloraStyle::reducesMotionChanged);
 }
 
 int VesloraStyle::shadowMargin() {

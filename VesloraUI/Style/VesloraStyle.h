@@ -21,6 +21,8 @@ class VesloraStyle : public QObject {
     QML_SINGLETON
     Q_PROPERTY(QColor accentColor READ accentColor NOTIFY accentChanged FINAL)
     Q_PROPERTY(QColor urgentColor READ urgentColor NOTIFY accentChanged FINAL)
+    /// As `ViewEnvironment::reducesMotion`.
+    Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY reducesMotionChanged FINAL)
     Q_PROPERTY(QColor textPrimary READ textPrimary CONSTANT FINAL)
     Q_PROPERTY(QColor textSecondary READ textSecondary CONSTANT FINAL)
     Q_PROPERTY(QColor keySurface READ keySurface CONSTANT FINAL)
@@ -51,6 +53,7 @@ class VesloraStyle : public QObject {
     /// The singleton of an engine.
     static VesloraStyle* of(QQmlEngine& engine);
 
+    [[nodiscard]] bool reducesMotion() const { return m_reducesMotion; }
     [[nodiscard]] Accent accent() const { return m_accent; }
     [[nodiscard]] QColor accentColor() const { return AccentColors::color(m_accent); }
     [[nodiscard]] QColor urgentColor() const { return AccentColors::urgentColor(m_accent); }
@@ -105,12 +108,15 @@ class VesloraStyle : public QObject {
 
   signals:
     void accentChanged();
+    void reducesMotionChanged();
 
   private:
     void readAccent();
+    void readMotion();
 
     ViewEnvironment& m_environment;
     Accent m_accent = Accent::lime;
+    bool m_reducesMotion = false;
 };
 
 } // namespace veslora

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Style/ViewEnvironment.h"
 
+#include "VesloraUI/Platform/Appearance.h"
+
 #include <QQmlEngine>
 #include <QVariant>
 
@@ -36,6 +38,10 @@ void ViewEnvironment::readClocks() {
     for (auto& [period, ticker] : m_tickers) {
         emit ticker.ticked();
     }
+}
+
+bool ViewEnvironment::reducesMotion() const {
+    return m_appearance.current().reducedMotion;
 }
 
 TimelineTicker& ViewEnvironment::ticker(double period) {

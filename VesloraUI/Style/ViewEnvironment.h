@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What views reach through their engine: the clocks, the settings, taps under the finger, short sounds, what
-// is known of the devices that scroll and of other applications, and the shared ticks of their timelines.
+// is known of the devices that scroll, of the screens, of other applications and of the desktop's look, the
+// pause of alerts, and the shared ticks of their timelines.
 #pragma once
 
 #include "VesloraUI/Platform/HapticPerforming.h"
@@ -14,9 +15,12 @@ class QQmlEngine;
 
 namespace veslora {
 
+class AlertPausing;
+class Appearance;
 class AutomationPermission;
 class Defaults;
 class FrameClock;
+class Screens;
 class ScrollDevices;
 class SoundPlaying;
 
@@ -46,9 +50,11 @@ class ViewEnvironment : public QObject {
   public:
     ViewEnvironment(Scheduler& scheduler, FrameClock& frameClock, Defaults& settings,
                     HapticPerforming& haptics, SoundPlaying& sounds, ScrollDevices& scrollDevices,
-                    AutomationPermission& automation)
+                    AutomationPermission& automation, Appearance& appearance, Screens& screens,
+                    AlertPausing& pausing)
         : m_scheduler(scheduler), m_frameClock(frameClock), m_settings(settings), m_haptics(haptics),
-          m_sounds(sounds), m_scrollDevices(scrollDevices), m_automation(automation) {}
+          m_sounds(sounds), m_scrollDevices(scrollDevices), m_automation(automation),
+          m_appearance(appearance), m_screens(screens), m_pausing(pausing) {}
 
     /// Makes this the environment of every view of `engine`, which it must outlive.
     void installOn(QQmlEngine& engine);
@@ -64,6 +70,13 @@ class ViewEnvironment : public QObject {
     [[nodiscard]] SoundPlaying& sounds() const { return m_sounds; }
     [[nodiscard]] ScrollDevices& scrollDevices() const { return m_scrollDevices; }
     [[nodiscard]] AutomationPermission& automation() const { return m_automation; }
+    [[nodiscard]] Appearance& appearance() const { return m_appearance; }
+    [[nodiscard]] Screens& screens() const { return m_screens; }
+    [[nodiscard]] AlertPausing& pausing() const { return m_pausing; }
+
+    /// Whether the desktop wants nothing to move that need not: lengths and places are then taken at once,
+    /// and what comes and goes fades.
+    [[nodiscard]] bool reducesMotion() const;
 
     /// The ticker of a period in seconds; the same one for equal periods, and alive as long as this.
     [[nodiscard]] TimelineTicker& ticker(double period);
@@ -79,6 +92,9 @@ class ViewEnvironment : public QObject {
     SoundPlaying& m_sounds;
     ScrollDevices& m_scrollDevices;
     AutomationPermission& m_automation;
+    Appearance& m_appearance;
+    Screens& m_screens;
+    AlertPausing& m_pausing;
     std::map<double, TimelineTicker> m_tickers;
 };
 

@@ -3,8 +3,6 @@
 
 #include "VesloraCore/Timer/TimerLengths.h"
 
-#include <QLocale>
-
 namespace veslora {
 
 void TimerPickerPresenter::start() {
@@ -29,7 +27,7 @@ QList<int> TimerPickerPresenter::presets() {
 }
 
 QString TimerPickerPresenter::presetHelp(int minutes) {
-    return tr("%1 minutes").arg(QLocale().toString(minutes));
+    return tr("%Ln minute(s)", nullptr, minutes);
 }
 
 } // namespace veslora

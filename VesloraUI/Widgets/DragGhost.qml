@@ -33,6 +33,8 @@ Item {
 
     Spring {
         id: presence
+
+        isFade: true
     }
 
     BorderImage {

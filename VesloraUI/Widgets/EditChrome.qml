@@ -17,6 +17,7 @@ Item {
     Spring {
         id: presence
 
+        isFade: true
         target: chrome.rack.isEditing ? 1 : 0
     }
 

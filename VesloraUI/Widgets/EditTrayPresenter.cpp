@@ -3,16 +3,11 @@
 
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
-#include "VesloraUI/Style/Accent.h"
+#include "VesloraUI/Style/AccentChoice.h"
 
-#include <QCoreApplication>
-
-#include <algorithm>
 #include <cmath>
 
 namespace veslora {
-
-using AccentColors::allCases;
 
 void EditTrayPresenter::start() {
     m_settings = &environment().settings();
@@ -23,22 +18,14 @@ void EditTrayPresenter::start() {
 
 void EditTrayPresenter::read() {
     const double spacing = m_rack->customSpacing().value_or(m_rack->spacingValue());
-    const Accent accent = AccentColors::fromStored(m_settings->stringValue(SettingsKeys::accent));
     show(m_shown, {.automaticHelp =
                        m_rack->isAutomatic() ? tr("Automatic spacing is on") : tr("Use automatic spacing"),
                    .spacingText = tr("%L1 pt").arg(std::lround(spacing)),
-                   .accent = static_cast<int>(std::ranges::find(allCases, accent) - allCases.begin())});
+                   .accent = AccentChoice::placeOf(m_settings->stringValue(SettingsKeys::accent))});
 }
 
 QVariantList EditTrayPresenter::accents() {
-    QVariantList choices;
-    for (const Accent accent : allCases) {
-        const QByteArray name = AccentColors::displayName(accent).toUtf8();
-        const QString shownName = QCoreApplication::translate("Accents", name.constData());
-        choices << QVariant::fromValue(
-            AccentChoice{tr("%1 accent").arg(shownName), shownName, AccentColors::color(accent)});
-    }
-    return choices;
+    return AccentChoice::all();
 }
 
 void EditTrayPresenter::toggleAutomatic() {
@@ -46,9 +33,8 @@ void EditTrayPresenter::toggleAutomatic() {
 }
 
 void EditTrayPresenter::chooseAccent(int place) {
-    const auto index = static_cast<std::size_t>(place);
-    if (index < allCases.size()) {
-        m_settings->set(SettingsKeys::accent, AccentColors::rawValue(allCases[index]));
+    if (const auto stored = AccentChoice::storedAt(place)) {
+        m_settings->set(SettingsKeys::accent, *stored);
     }
 }
 

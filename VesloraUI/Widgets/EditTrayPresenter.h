@@ -5,26 +5,10 @@
 #include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Widgets/RackModel.h"
 
-#include <QColor>
 #include <QString>
 #include <QVariantList>
 
 namespace veslora {
-
-/// An accent to choose.
-struct AccentChoice {
-    Q_GADGET
-    QML_VALUE_TYPE(accentChoice)
-    /// The name of its key.
-    Q_PROPERTY(QString label MEMBER label FINAL)
-    Q_PROPERTY(QString helpText MEMBER helpText FINAL)
-    Q_PROPERTY(QColor color MEMBER color FINAL)
-
-  public:
-    QString label;
-    QString helpText;
-    QColor color;
-};
 
 class EditTrayPresenter : public veslora::Presenter {
     Q_OBJECT
@@ -35,6 +19,7 @@ class EditTrayPresenter : public veslora::Presenter {
     Q_PROPERTY(QString spacingText READ spacingText NOTIFY changed FINAL)
     /// The same for who cannot see where it stands.
     Q_PROPERTY(QString spacingName READ spacingName NOTIFY changed FINAL)
+    /// `AccentChoice`s.
     Q_PROPERTY(QVariantList accents READ accents CONSTANT FINAL)
     /// The place of the one in use among them.
     Q_PROPERTY(int accent READ accent NOTIFY changed FINAL)

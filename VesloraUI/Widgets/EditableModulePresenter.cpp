@@ -28,13 +28,11 @@ QString EditableModulePresenter::sizeText() const {
 }
 
 QString EditableModulePresenter::sizeName() const {
-    const int count = units(m_size);
-    return (count > 1 ? tr("%1 size %2 units") : tr("%1 size %2 unit")).arg(title(), QString::number(count));
+    return tr("%1 size %Ln unit(s)", nullptr, units(m_size)).arg(title());
 }
 
 QString EditableModulePresenter::sizeHelp() const {
-    const int count = units(next());
-    return (count > 1 ? tr("Switch to %1 units") : tr("Switch to %1 unit")).arg(count);
+    return tr("Switch to %Ln unit(s)", nullptr, units(next()));
 }
 
 QString EditableModulePresenter::removeName() const {

@@ -4,6 +4,7 @@
 
 #include "VesloraUI/Support/Presenter.h"
 #include "VesloraUI/Widgets/RackModel.h"
+#include "VesloraUI/Widgets/WidgetTitle.h"
 
 #include <QString>
 
@@ -44,7 +45,7 @@ class EditableModulePresenter : public veslora::Presenter {
 
   private:
     [[nodiscard]] WidgetSize next() const;
-    [[nodiscard]] QString title() const { return QString::fromUtf8(veslora::title(m_id)); }
+    [[nodiscard]] QString title() const { return shownTitle(m_id); }
 
     RackModel* m_rack = nullptr;
     WidgetID m_id = WidgetID::clock;

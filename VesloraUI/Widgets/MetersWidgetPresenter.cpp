@@ -2,6 +2,7 @@
 #include "VesloraUI/Widgets/MetersWidgetPresenter.h"
 
 #include "VesloraCore/System/MeterMath.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <string>
 
@@ -26,20 +27,21 @@ std::string ofGigabytes(const std::string& used, const std::string& total) {
 MeterRow cpuRow(const SystemSampler& sampler) {
     const auto& cpu = sampler.cpu();
     const auto share = cpu ? std::optional(cpu->total()) : std::nullopt;
-    return makeRow(MetersWidgetPresenter::tr("CPU"), {MeterKind::cpu, share}, MeterMath::cpuDetail(cpu));
+    return makeRow(MetersWidgetPresenter::tr("CPU"), {MeterKind::cpu, share},
+                   MeterMath::cpuDetail(cpu, readersWords()));
 }
 
 MeterRow memoryRow(const SystemSampler& sampler) {
     return makeRow(MetersWidgetPresenter::tr("MEM"),
                    {MeterKind::memory, MeterMath::fraction(sampler.memoryUsed(), sampler.memoryTotal())},
-                   ofGigabytes(MeterMath::memoryGigabytes(sampler.memoryUsed()),
-                               MeterMath::memoryGigabytes(sampler.memoryTotal())));
+                   ofGigabytes(MeterMath::memoryGigabytes(sampler.memoryUsed(), readersWords()),
+                               MeterMath::memoryGigabytes(sampler.memoryTotal(), readersWords())));
 }
 
 MeterRow batteryRow(const BatteryReading& battery) {
     return makeRow(MetersWidgetPresenter::tr("BAT"),
                    {MeterKind::battery, battery.percent, battery.isCharging},
-                   MeterMath::batteryDetail(battery));
+                   MeterMath::batteryDetail(battery, readersWords()));
 }
 
 MeterRow diskRow(const SystemSampler& sampler) {

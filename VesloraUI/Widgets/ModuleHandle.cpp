@@ -2,6 +2,7 @@
 #include "VesloraUI/Widgets/ModuleHandle.h"
 
 #include "VesloraUI/Widgets/ModuleHandleAccessible.h"
+#include "VesloraUI/Widgets/WidgetTitle.h"
 
 #include <algorithm>
 
@@ -18,7 +19,7 @@ std::optional<WidgetID> ModuleHandle::id() const {
 
 QString ModuleHandle::name() const {
     const auto own = id();
-    return own ? QString::fromUtf8(title(*own)) : QString();
+    return own ? shownTitle(*own) : QString();
 }
 
 QString ModuleHandle::place() const {

@@ -3,6 +3,7 @@
 
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Widgets/WidgetTitle.h"
 
 #include <QMouseEvent>
 
@@ -143,7 +144,7 @@ void RackGestures::showGhost() {
     const auto held = dragged ? m_drag->ghostCenter() : std::nullopt;
     if (dragged && held) {
         ghost.id = QString::fromUtf8(rawValue(*dragged));
-        ghost.title = QString::fromUtf8(title(*dragged));
+        ghost.title = shownTitle(*dragged);
     }
     ghost.isHeld = held.has_value();
     const auto page = m_rack->shownPage();

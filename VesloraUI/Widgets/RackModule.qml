@@ -47,6 +47,8 @@ Item {
 
     Spring {
         id: presence
+
+        isFade: true
     }
 
     /// 1 while it is edited.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Widgets/WidgetLibraryPresenter.h"
 
-#include <QCoreApplication>
+#include "VesloraUI/Widgets/WidgetTitle.h"
 
 #include <algorithm>
 
@@ -9,32 +9,26 @@ namespace veslora {
 
 namespace {
 
-using Texts = WidgetLibraryPresenter;
-
 QString blurb(WidgetID id) {
     switch (id) {
     case WidgetID::clock:
-        return Texts::tr("The time and date.");
+        return WidgetLibraryPresenter::tr("The time and date.");
     case WidgetID::timer:
-        return Texts::tr("Countdown with a live activity beside the notch.");
+        return WidgetLibraryPresenter::tr("Countdown with a live activity beside the notch.");
     case WidgetID::meters:
-        return Texts::tr("CPU, memory and battery at a glance.");
+        return WidgetLibraryPresenter::tr("CPU, memory and battery at a glance.");
     case WidgetID::music:
-        return Texts::tr("What's playing, with Spotify first.");
+        return WidgetLibraryPresenter::tr("What's playing, with Spotify first.");
     case WidgetID::metronome:
-        return Texts::tr("A step-sequencer metronome with tap tempo.");
+        return WidgetLibraryPresenter::tr("A step-sequencer metronome with tap tempo.");
     case WidgetID::claude:
-        return Texts::tr("Your Claude Code and Codex sessions, and when they need you.");
+        return WidgetLibraryPresenter::tr("Your Claude Code and Codex sessions, and when they need you.");
     case WidgetID::claudeUsage:
-        return Texts::tr("Plan limits, context and today's tokens for Claude and Codex.");
+        return WidgetLibraryPresenter::tr("Plan limits, context and today's tokens for Claude and Codex.");
     case WidgetID::keepAwake:
-        return Texts::tr("Stop your computer sleeping for a while, or while Claude works.");
+        return WidgetLibraryPresenter::tr("Stop your computer sleeping for a while, or while Claude works.");
     }
     return {};
-}
-
-QString titleOf(WidgetID id) {
-    return QCoreApplication::translate("Widgets", QByteArray::fromStdString(std::string(title(id))));
 }
 
 } // namespace
@@ -58,11 +52,11 @@ WidgetSize WidgetLibraryPresenter::chosenSize(WidgetID id) const {
 
 LibraryRow WidgetLibraryPresenter::rowOf(WidgetID id) const {
     LibraryRow row{.id = QString::fromUtf8(rawValue(id)),
-                   .title = titleOf(id),
+                   .title = shownTitle(id),
                    .blurb = blurb(id),
                    .size = units(chosenSize(id))};
     if (sizes(id).size() < 2) {
-        row.onlySize = row.size == 1 ? tr("1 unit") : tr("%L1 units").arg(row.size);
+        row.onlySize = tr("%Ln unit(s)", nullptr, row.size);
     } else {
         std::ranges::transform(sizes(id), std::back_inserter(row.sizes), units);
     }
@@ -70,7 +64,7 @@ LibraryRow WidgetLibraryPresenter::rowOf(WidgetID id) const {
 }
 
 QString WidgetLibraryPresenter::sizeHelp(int units) {
-    return units == 1 ? tr("1 unit wide") : tr("%L1 units wide").arg(units);
+    return tr("%Ln unit(s) wide", nullptr, units);
 }
 
 void WidgetLibraryPresenter::choose(const QString& id, int units) {

@@ -5,6 +5,7 @@
 #include "VesloraLinux/X11/PanelPlacement.h"
 #include "VesloraLinux/X11/X11Panel.h"
 #include "VesloraUI/Island/NotchWindowController.h"
+#include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Style/Views.h"
@@ -13,6 +14,7 @@
 #include "tests/VesloraLinux/Support/Desktop.h"
 #include "tests/VesloraLinux/Support/Waiting.h"
 #include "tests/VesloraUI/Fixtures/FakeMonitor.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <QQmlEngine>
 
@@ -126,10 +128,18 @@ class IslandOnPanel {
     std::unique_ptr<LinuxPlatform> platform;
     Defaults settings{platform->seams().files, platform->seams().directoryWatcher,
                       platform->seams().directories.configuration};
-    ViewEnvironment environment{
-        platform->seams().scheduler, platform->seams().frameClock, settings,
-        platform->seams().haptics,   platform->seams().sounds,     platform->seams().scrollDevices,
-        platform->seams().automation};
+    AlertPausing pausing{settings, platform->seams().scheduler, platform->seams().doNotDisturb,
+                         test::fixedCalendar()};
+    ViewEnvironment environment{platform->seams().scheduler,
+                                platform->seams().frameClock,
+                                settings,
+                                platform->seams().haptics,
+                                platform->seams().sounds,
+                                platform->seams().scrollDevices,
+                                platform->seams().automation,
+                                platform->seams().appearance,
+                                platform->seams().screens,
+                                pausing};
     QQmlEngine engine;
     QtTextMeasuring measuring;
     FakeMonitor claude;

@@ -7,6 +7,7 @@
 #include "VesloraLinux/System/LinuxScheduler.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/ProcProcesses.h"
+#include "VesloraLinux/System/ProgramRunner.h"
 #include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
 #include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Store/Defaults.h"
@@ -91,8 +92,8 @@ class SpoolFloodTests : public ::testing::Test {
     void TearDown() override { monitor.stop(); }
 
     [[nodiscard]] AgentMonitorSeams seams() {
-        return {directories, scheduler, files,       watcher,
-                processes,   windows,   multiplexer, test::fixedCalendar()};
+        return {directories,          scheduler, files, watcher, processes, windows, multiplexer, programs,
+                test::fixedCalendar()};
     }
     static std::string payload(const std::string& event, const std::string& more) {
         return R"({"session_id":"s1","hook_event_name":")" + event + R"(","tool_name":"Bash")" + more + "}";
@@ -147,6 +148,7 @@ class SpoolFloodTests : public ::testing::Test {
     ProcProcesses processes;
     NoWindows windows;
     NoMultiplexer multiplexer;
+    ProgramRunner programs{scheduler};
     Defaults settings{files, watcher, folder.path("settings")};
     SupportDirectory support{files, folder.path("support"), folder.path("support")};
     HookedAgentMonitor monitor{claudeAgent(seams(), support), seams(), support, settings};

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""Tests of the tools that no other test makes use of: the comparison of pictures, wrong words, and git's hooks."""
+"""Tests of the tools that no other test makes use of: translations, the comparison of pictures, wrong words, and
+git's hooks."""
 
 import os
 import shutil
@@ -34,6 +35,62 @@ class FolderTest(unittest.TestCase):
     def text_of(self, name):
         with open(self.path(name), encoding="utf-8") as file:
             return file.read()
+
+
+class TranslationsTests(FolderTest):
+    """A project of one text, in a folder of its own."""
+
+    TEXT = 'auto text = QCoreApplication::translate("Menu", "%s");\n'
+
+    def setUp(self):
+        super().setUp()
+        os.mkdir(self.path("tools"))
+        shutil.copy(os.path.join(TOOLS, "translations"), self.path("tools"))
+        for room in ("VesloraCore", "VesloraUI", "VesloraLinux"):
+            os.mkdir(self.path(room))
+        os.mkdir(self.path("translations"))
+        self.put("Veslora/Menu.cpp", self.TEXT % "Quit")
+        self.called()
+        self.translate("de", "Beenden")
+
+    def called(self, *options):
+        done = run(self.path("tools", "translations"), *options)
+        return done.stdout.splitlines(), done.returncode
+
+    def translate(self, language, text):
+        name = f"translations/veslora_{language}.ts"
+        unfinished = '<translation type="unfinished"></translation>'
+        self.put(name, self.text_of(name).replace(unfinished, f"<translation>{text}</translation>"))
+
+    def test_passes_what_is_whole(self):
+        self.assertEqual(self.called("--check"), ([], 0))
+
+    def found(self):
+        lines, status = self.called("--check")
+        self.assertEqual(status, 1)
+        return lines[:-1]
+
+    def test_finds_a_text_that_is_missing_and_one_that_is_gone(self):
+        self.put("Veslora/Menu.cpp", self.TEXT % "Leave everything as it is")
+        self.assertEqual(self.found(), ["veslora_de.ts: missing: ('Menu', 'Leave everything as it is', '')",
+                                        "veslora_de.ts: obsolete: ('Menu', 'Quit', '')"])
+
+    def test_lists_what_is_left_to_translate(self):
+        self.put("Veslora/Menu.cpp", self.TEXT % "Quit" + self.TEXT % "Settings")
+        self.assertEqual(self.called(), (["veslora_de.ts: not translated: ('Menu', 'Settings', '')"], 0))
+        self.assertEqual(self.found(), ["veslora_de.ts: not translated: ('Menu', 'Settings', '')"])
+
+    def test_sees_what_the_core_marks_and_asks_for(self):
+        self.put("VesloraCore/Text.cpp", 'auto a = translatable("Core", "marked");\n'
+                                         'auto b = words.translate("Core", R"(asked\nfor)");\n')
+        self.assertEqual(self.found(), ["veslora_de.ts: missing: ('Core', 'marked', '')",
+                                        "veslora_de.ts: missing: ('Core', 'asked\\nfor', '')"])
+
+    def test_wants_every_form_of_a_count(self):
+        self.put("VesloraUI/View.qml", 'Text { text: qsTr("%n sessions", "", 2) }\n')
+        lines, _ = self.called()
+        self.assertEqual(lines, ["veslora_de.ts: not translated: ('View', '%n sessions', '')",
+                                 "veslora_en.ts: not translated: ('View', '%n sessions', '')"])
 
 
 class ComparePicturesTests(FolderTest):

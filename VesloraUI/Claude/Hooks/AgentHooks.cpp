@@ -31,14 +31,17 @@ ClaudeHooksInstaller::Commands AgentHooks::commands() const {
             .permission = m_scripts.commandOf(m_names.permission)};
 }
 
-AgentHooks::State AgentHooks::state() {
+AgentHooksState AgentHooks::state() {
     const auto stat = m_files.stat(m_configuration, Links::follow);
     if (!m_isRead || stat != m_stat) {
         m_stat = stat;
         readConfiguration();
     }
     const bool areInstalled = m_found.all && m_scripts.areReady();
-    return {areInstalled, !areInstalled && m_found.any};
+    return {.areInstalled = areInstalled,
+            .areOutdated = !areInstalled && m_found.any,
+            .areTrusted = !areInstalled || areTrusted(),
+            .changedAt = m_stat ? m_stat->modified : distantPast};
 }
 
 void AgentHooks::readConfiguration() {
@@ -50,12 +53,15 @@ void AgentHooks::readConfiguration() {
     }
     // A read that failed is tried again at the next look.
     m_isRead = read || !m_stat;
-    m_found = find(read ? std::optional<std::string_view>(read.bytes) : std::nullopt);
+    const auto text = read ? std::optional<std::string_view>(read.bytes) : std::nullopt;
+    m_found = find(text);
+    noteConfiguration(text);
 }
 
 void AgentHooks::putIn(ConfigurationFile& file, const std::string& text, bool hadOurs) {
     forgetConfiguration();
     if (text == file.text()) {
+        file.sweep();
         return;
     }
     if (!hadOurs && file.text()) {
@@ -71,6 +77,7 @@ void AgentHooks::putIn(ConfigurationFile& file, const std::string& text, bool ha
 void AgentHooks::takeOut(ConfigurationFile& file, const std::string& text, bool hadOurs) {
     forgetConfiguration();
     if (!hadOurs) {
+        file.sweep();
         return;
     }
     if (ConfigurationText::parseOrThrow(text).members().empty() && haveMade(file.target())) {

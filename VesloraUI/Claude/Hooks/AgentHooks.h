@@ -5,6 +5,7 @@
 
 #include "VesloraCore/Agents/Hooks/AgentHookNames.h"
 #include "VesloraCore/Agents/Hooks/ClaudeHooksInstaller.h"
+#include "VesloraUI/Claude/Hooks/AgentHooksState.h"
 #include "VesloraUI/Claude/Hooks/HookScriptFiles.h"
 #include "VesloraUI/Platform/Files.h"
 #include "VesloraUI/Platform/Trouble.h"
@@ -21,15 +22,10 @@ class SupportDirectory;
 
 class AgentHooks {
   public:
-    struct State {
-        bool areInstalled = false;
-        bool areOutdated = false; ///< some of it is there, not all
-    };
-
     virtual ~AgentHooks() = default;
 
     /// Asks the file system, but reads the configuration only after it changed.
-    [[nodiscard]] State state();
+    [[nodiscard]] AgentHooksState state();
 
     /// Throws `InstallError` or `FileError`; then the configuration is as it was.
     virtual void install() = 0;
@@ -63,6 +59,11 @@ class AgentHooks {
 
     /// `text` is the configuration's; absent where there is none that can be read.
     [[nodiscard]] virtual Found find(std::optional<std::string_view> text) const = 0;
+
+    /// Takes in a configuration that was read again.
+    virtual void noteConfiguration(std::optional<std::string_view> /*text*/) {}
+    /// Whether the agent may run the hooks that the configuration holds.
+    [[nodiscard]] virtual bool areTrusted() { return true; }
 
     /// Lets the next `state` read the configuration, whatever its stat tells.
     void forgetConfiguration() { m_isRead = false; }

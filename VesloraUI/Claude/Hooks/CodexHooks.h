@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veslora {
 
@@ -21,6 +22,16 @@ class CodexHooks final : public AgentHooks {
 
   private:
     [[nodiscard]] Found find(std::optional<std::string_view> text) const override;
+    void noteConfiguration(std::optional<std::string_view> text) override;
+    /// By Codex's own config.toml, which is read again only after it changed.
+    [[nodiscard]] bool areTrusted() override;
+    [[nodiscard]] bool readTrust() const;
+
+    std::string m_trustFile;
+    std::vector<std::string> m_places; ///< of our hooks, as Codex names them
+    bool m_isTrustRead = false;        ///< what follows is what the file says
+    std::optional<FileStat> m_trustStat;
+    bool m_areTrusted = true;
 };
 
 } // namespace veslora

@@ -28,17 +28,21 @@ void ConfigurationFile::backUp() const {
     FileError::throwIfFailed(m_files.write(backup, *m_text, {.mode = mode, .sync = Sync::yes}), backup);
 }
 
+void ConfigurationFile::sweep() {
+    m_files.sweepLeftovers(m_target);
+}
+
 void ConfigurationFile::write(const std::string& text) {
     const std::string folder = m_target.substr(0, m_target.rfind('/'));
     constexpr std::uint32_t newDirectoryMode = 0700;
     FileError::throwIfFailed(m_files.makeDirectory(folder, newDirectoryMode), folder);
-    m_files.sweepLeftovers(m_target);
+    sweep();
     FileError::throwIfFailed(m_files.replaceIfUnchanged(m_target, m_text, text), m_target);
     m_text = text;
 }
 
 void ConfigurationFile::remove() {
-    m_files.sweepLeftovers(m_target);
+    sweep();
     FileError::throwIfFailed(m_files.removeIfUnchanged(m_target, *m_text), m_target);
     m_text.reset();
 }

@@ -36,6 +36,10 @@ class ConfigurationFile {
     /// file is not what was read any more; then nothing was written.
     void write(const std::string& text);
 
+    /// Removes what a program that was killed while it wrote has left beside the file; `write` and `remove`
+    /// do so too.
+    void sweep();
+
     /// Deletes the file itself, on the same conditions.
     void remove();
 

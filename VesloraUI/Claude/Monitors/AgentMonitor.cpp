@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/AgentMonitor.h"
 
+#include "VesloraUI/Platform/Observable.h"
+
 namespace veslora {
 
 void AgentMonitor::publish(std::vector<ClaudeSessionSummary> summaries,
@@ -13,13 +15,12 @@ void AgentMonitor::publish(std::vector<ClaudeSessionSummary> summaries,
     emit changed();
 }
 
-void AgentMonitor::setHooks(bool areInstalled, bool areOutdated) {
-    if (m_hooksInstalled == areInstalled && m_hooksOutdated == areOutdated) {
-        return;
-    }
-    m_hooksInstalled = areInstalled;
-    m_hooksOutdated = areOutdated;
-    emit hooksChanged();
+void AgentMonitor::setHooks(const AgentHooksState& hooks) {
+    assign(this, m_hooks, hooks, &AgentMonitor::hooksChanged);
+}
+
+void AgentMonitor::setLastSign(const std::optional<HookSign>& sign) {
+    assign(this, m_lastSign, sign, &AgentMonitor::lastSignChanged);
 }
 
 } // namespace veslora

@@ -17,6 +17,7 @@ struct AgentMonitorSeams {
     Processes& processes;
     HostApplications& hostApplications;
     TerminalMultiplexer& multiplexer;
+    ProgramRunning& programs;
     std::shared_ptr<const Calendar> calendar; ///< says where days end, for what is counted by the day
 };
 

@@ -6,10 +6,12 @@
 
 #include "VesloraCore/Agents/ClaudePermissionRequest.h"
 #include "VesloraCore/Agents/ClaudeSessionStatus.h"
+#include "VesloraCore/Agents/Hooks/HookSign.h"
 #include "VesloraUI/Claude/Monitors/FrontTerminal.h"
 #include "VesloraUI/Claude/Spool/SpoolRound.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,8 +61,17 @@ class AgentSource {
     /// so its wait no longer shows. What shows it again, should the agent never hear of it; it does nothing
     /// if the session has gone on from that wait by then.
     [[nodiscard]] virtual std::function<void()> answered(const std::string& sessionId) = 0;
+    /// The last thing that the agent's hooks have told of a real session; absent before the first.
+    [[nodiscard]] const std::optional<HookSign>& lastSign() const { return m_lastSign; }
     virtual void markSeen(const std::string& sessionId) = 0;
     virtual void dismissApproval(const std::string& sessionId) = 0;
+
+  protected:
+    /// Takes in a sign unless a later one is known, or it is of a session that nobody has.
+    void note(const std::string& sessionId, const HookSign& sign);
+
+  private:
+    std::optional<HookSign> m_lastSign;
 };
 
 } // namespace veslora

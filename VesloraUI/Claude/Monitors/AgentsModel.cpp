@@ -51,6 +51,7 @@ AgentsModel::AgentsModel(Monitors monitors) : m_monitors(std::move(monitors)) {
 void AgentsModel::connectTo(AgentMonitor& monitor) {
     connect(&monitor, &AgentMonitor::changed, this, &AgentsModel::takeChange);
     connect(&monitor, &AgentMonitor::hooksChanged, this, &AgentsModel::hooksChanged);
+    connect(&monitor, &AgentMonitor::lastSignChanged, this, &AgentsModel::lastSignChanged);
     if (const AgentUsageMonitor* usage = monitor.usage()) {
         connect(usage, &AgentUsageMonitor::changed, this, &AgentsModel::usageChanged);
     }
@@ -75,6 +76,19 @@ void AgentsModel::merge() {
     });
     m_pendingRequests = joined(m_monitors, &AgentMonitor::pendingRequests);
     std::ranges::stable_sort(m_pendingRequests, std::less<>(), &ClaudePermissionRequest::answerBy);
+}
+
+void AgentsModel::obey(const AlertPausing& pausing) {
+    m_pausing = &pausing;
+    // First, so that what is to be shown is judged once no request is left.
+    for (AgentMonitor* monitor : m_monitors) {
+        monitor->obey(pausing);
+    }
+    connect(m_pausing, &AlertPausing::changed, this, [this] {
+        if (m_onChange) {
+            m_onChange();
+        }
+    });
 }
 
 AgentMonitor* AgentsModel::monitorOf(AgentKind kind) const {

@@ -6,6 +6,7 @@
 
 #include "VesloraCore/Agents/AgentTraits.h"
 #include "VesloraUI/Claude/Monitors/AgentMonitor.h"
+#include "VesloraUI/Store/AlertPausing.h"
 
 #include <QList>
 #include <QObject>
@@ -69,14 +70,20 @@ class AgentsModel : public QObject {
     void jump(const std::string& sessionId);
     void dismissApproval(const std::string& sessionId);
 
-    /// Hears of every change of sessions and requests, after the fact and before `changed` tells of it: the
-    /// island settles which view shows before any view reads the change, so that one on its way out keeps
-    /// what it showed. Replaces the one before.
+    /// From now on alerts are paused when that says so, for every agent. To be called at most once; it must
+    /// outlive this. Without it they never are.
+    void obey(const AlertPausing& pausing);
+    [[nodiscard]] bool areAlertsPaused() const { return m_pausing != nullptr && m_pausing->isPaused(); }
+
+    /// Hears of every change of sessions and requests, and when a pause of alerts begins or ends, after the
+    /// fact and before `changed` tells of it: the island settles which view shows before any view reads the
+    /// change, so that one on its way out keeps what it showed. Replaces the one before.
     void setOnChange(std::function<void()> onChange) { m_onChange = std::move(onChange); }
 
   signals:
     void changed();
     void hooksChanged();
+    void lastSignChanged();
     void usageChanged();
 
   private:
@@ -91,6 +98,7 @@ class AgentsModel : public QObject {
     std::vector<ClaudeSessionSummary> m_waiting;
     std::vector<ClaudePermissionRequest> m_pendingRequests;
     std::function<void()> m_onChange;
+    const AlertPausing* m_pausing = nullptr;
     std::uint64_t m_merges = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "VesloraCore/Agents/ClaudePermissions.h"
 #include "VesloraUI/Claude/Spool/AgentAnswers.h"
 #include "VesloraUI/Claude/Spool/AgentSpool.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <algorithm>
 #include <string_view>
@@ -40,9 +41,13 @@ UnderstandSpoolFile ClaudeSource::reader(AgentAnswers& answers) {
             if (!request) {
                 return [&answers, id = *id] { answers.write(ClaudeDecision::pass, id); };
             }
-            return [this, request = std::move(*request)] { m_newRequests.push_back(request); };
+            return [this, request = std::move(*request)] {
+                note(request.sessionId, {HookSign::Kind::request, request.receivedAt});
+                m_newRequests.push_back(request);
+            };
         }
-        auto event = file.content ? ClaudeHookEvent::parse(file.content.bytes, file.time) : std::nullopt;
+        auto event = file.content ? ClaudeHookEvent::parse(file.content.bytes, file.time, readersWords())
+                                  : std::nullopt;
         if (!event) {
             return {};
         }
@@ -52,6 +57,7 @@ UnderstandSpoolFile ClaudeSource::reader(AgentAnswers& answers) {
 
 void ClaudeSource::take(const ClaudeHookEvent& event) {
     if (AgentSpool::isRecent(event.time, m_scheduler.now())) {
+        note(event.sessionId, HookSign::of(event));
         m_state.apply(event);
         m_newEvents.push_back(event);
     }

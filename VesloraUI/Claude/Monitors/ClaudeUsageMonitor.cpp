@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Monitors/ClaudeUsageMonitor.h"
 
 #include "VesloraUI/Platform/Observable.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <QRandomGenerator>
 
@@ -34,7 +35,7 @@ ClaudeUsageMonitor::ClaudeUsageMonitor(const TranscriptSeams& seams, const Suppo
                     [this] { publishToday(); }) {}
 
 AgentUsage ClaudeUsageMonitor::usage() const {
-    return claudeUsage(m_limits, m_context, m_today, m_scheduler.now());
+    return claudeUsage(m_limits, m_context, m_today, m_scheduler.now(), readersWords());
 }
 
 bool ClaudeUsageMonitor::isStale(const ClaudeStatusSnapshot& snapshot) const {

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/CodexSource.h"
 
+#include "VesloraCore/Agents/ApprovalAlert.h"
 #include "VesloraCore/Agents/ClaudePermissions.h"
 #include "VesloraCore/Agents/CodexProcess.h"
+#include "VesloraCore/Agents/HookTrial.h"
 #include "VesloraUI/Claude/Spool/AgentAnswers.h"
 #include "VesloraUI/Claude/Spool/AgentSpool.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,8 +41,9 @@ UnderstandSpoolFile CodexSource::reader(AgentAnswers& answers) {
             }
             return [this, &answers, prompt = std::move(*prompt)] { take(prompt, answers); };
         }
-        auto event =
-            file.content ? CodexHookEvent::parse(file.content.bytes, file.time, name->pid) : std::nullopt;
+        auto event = file.content
+                         ? CodexHookEvent::parse(file.content.bytes, file.time, name->pid, readersWords())
+                         : std::nullopt;
         if (!event) {
             return {};
         }
@@ -68,7 +72,9 @@ std::optional<CodexSource::Prompt> CodexSource::promptOf(const SpoolFile& file, 
 
 void CodexSource::take(CodexHookEvent event) {
     if (AgentSpool::isRecent(event.time, m_scheduler.now())) {
-        event.pid = sessionProcess(event.pid);
+        note(event.sessionId, HookSign::of(event));
+        // Nobody's session runs in no terminal: else it would seem to be in front while our own window is.
+        event.pid = HookTrial::isTrial(event.sessionId) ? std::nullopt : sessionProcess(event.pid);
         m_state.apply(event);
     }
 }
@@ -77,8 +83,10 @@ void CodexSource::take(CodexHookEvent event) {
 /// answer. The script of an old one has ended, and what came of its prompt nobody knows.
 void CodexSource::take(const Prompt& prompt, AgentAnswers& answers) {
     take(prompt.event);
+    note(prompt.event.sessionId, {HookSign::Kind::request, prompt.event.time});
     if (m_scheduler.now() - prompt.event.time <= ClaudePermissions::wait) {
-        m_state.needsApproval(prompt.event.sessionId, "Wants to use " + prompt.tool, prompt.event.time);
+        m_state.needsApproval(prompt.event.sessionId, std::string(AlertNotice::wantsToUse) + prompt.tool,
+                              prompt.event.time);
     }
     if (prompt.request) {
         m_newRequests.push_back(*prompt.request);

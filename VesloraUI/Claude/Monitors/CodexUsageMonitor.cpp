@@ -2,6 +2,7 @@
 #include "VesloraUI/Claude/Monitors/CodexUsageMonitor.h"
 
 #include "VesloraUI/Platform/Observable.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <utility>
 
@@ -15,7 +16,7 @@ CodexUsageMonitor::CodexUsageMonitor(const TranscriptSeams& seams, const std::st
           CodexUsageReadings(seams.scheduler.now(), std::move(calendar)), [this] { publishReadings(); }) {}
 
 AgentUsage CodexUsageMonitor::usage() const {
-    return codexUsage(m_limits, m_context, m_today, m_scheduler.now());
+    return codexUsage(m_limits, m_context, m_today, m_scheduler.now(), readersWords());
 }
 
 bool CodexUsageMonitor::isStale(Timestamp date) const {

@@ -1,14 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/HookedAgentMonitor.h"
 
+#include "VesloraCore/Agents/HookTrial.h"
 #include "VesloraCore/Agents/TmuxText.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Store/SettingsKeys.h"
 
 #include <algorithm>
 
 namespace veslora {
+
+namespace {
+
+constexpr double millisecondsPerSecond = 1000;
+/// Longer than the script waits.
+constexpr double trialLimit = 30;
+
+HookTrialResult trialResultOf(const ProgramRunning::Result& result, double seconds) {
+    // Nobody reads and presses that fast, nor does the script wait so short.
+    constexpr double atOnce = 2;
+    if (!result.isDone) {
+        return HookTrialResult::failed;
+    }
+    if (const auto decision = HookTrial::decisionOf(result.output)) {
+        return *decision == ClaudeDecision::allow ? HookTrialResult::allowed : HookTrialResult::denied;
+    }
+    return seconds < atOnce ? HookTrialResult::passedOn : HookTrialResult::unanswered;
+}
+
+} // namespace
 
 HookedAgentMonitor::HookedAgentMonitor(AgentParts parts, const AgentMonitorSeams& seams,
                                        SupportDirectory& support, Defaults& settings)
@@ -39,6 +61,7 @@ void HookedAgentMonitor::stop() {
     m_presence.reset();
     m_refreshTask.cancel();
     m_raiseTask.cancel();
+    m_trialEnd.cancel();
     m_requests.stop();
     m_untakenAnswers.stop();
     m_spoolWatch.reset();
@@ -56,8 +79,7 @@ void HookedAgentMonitor::refresh() {
     m_spool.take();
     readSessions();
     m_answers.removeStale(m_seams.scheduler.now());
-    const AgentHooks::State state = m_parts.hooks->state();
-    setHooks(state.areInstalled, state.areOutdated);
+    setHooks(m_parts.hooks->state());
     publishState();
     // Last, as nobody waits for it.
     if (usage()) {
@@ -105,9 +127,9 @@ void HookedAgentMonitor::handle(const std::vector<ClaudePermissionRequest>& requ
     }
 }
 
-/// Not when the user wants no alerts, or could not answer it from outside.
+/// Not when the user wants no alerts, for now or at all, or could not answer it from outside.
 bool HookedAgentMonitor::mayAnswer(const ClaudePermissionRequest& request) const {
-    return m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) &&
+    return !areAlertsPaused() && m_settings.boolValue(SettingsKeys::claudeAnswerFromIsland) &&
            m_settings.boolValue(SettingsKeys::claudeApprovalAlerts) &&
            ClaudePermissions::canBeAnsweredOutside(request.tool);
 }
@@ -134,6 +156,7 @@ void HookedAgentMonitor::publishState() {
     if (m_presence) {
         m_requests.awaitDeadline();
     }
+    setLastSign(m_parts.source->lastSign());
     publish(m_parts.source->sessions(), m_requests.shown());
 }
 
@@ -183,6 +206,29 @@ void HookedAgentMonitor::dismissApproval(const std::string& sessionId) {
     publishState();
 }
 
+void HookedAgentMonitor::obey(const AlertPausing& pausing) {
+    m_pausing = &pausing;
+    connect(m_pausing, &AlertPausing::changed, this, &HookedAgentMonitor::letGoWhilePaused);
+}
+
+bool HookedAgentMonitor::areAlertsPaused() const {
+    return m_pausing != nullptr && m_pausing->isPaused();
+}
+
+void HookedAgentMonitor::letGoWhilePaused() {
+    const auto requests = m_requests.open();
+    if (!areAlertsPaused() || requests.empty()) {
+        return;
+    }
+    for (const ClaudePermissionRequest& request : requests) {
+        qCInfo(Logs::agents, "%s goes to its terminal, as alerts are paused",
+               AgentAnswers::named(request.id));
+        m_answers.write(ClaudeDecision::pass, request.id);
+        m_requests.remove(request.id);
+    }
+    publishState();
+}
+
 void HookedAgentMonitor::installHooks() {
     m_parts.hooks->install();
     refresh();
@@ -192,6 +238,22 @@ void HookedAgentMonitor::removeHooks() {
     if (m_parts.hooks->remove()) {
         refresh();
     }
+}
+
+Task HookedAgentMonitor::tryHooks(std::function<void(HookTrialResult)> done) {
+    // By the wall clock, so that no trial takes another's sessions for its own after a restart.
+    const std::string session =
+        HookTrial::sessionId(static_cast<std::uint64_t>(m_seams.scheduler.now() * millisecondsPerSecond));
+    const double begin = m_seams.scheduler.steadyNow();
+    return m_seams.programs.run(
+        {m_support.pathOf(traits().hookNames.permission)}, HookTrial::request(session), trialLimit,
+        [this, session, begin, done = std::move(done)](const ProgramRunning::Result& result) {
+            // Else a session that has no process would stay in the list.
+            m_trialEnd =
+                m_seams.programs.run({m_support.pathOf(traits().hookNames.event)}, HookTrial::end(session),
+                                     trialLimit, [](const auto& /*result*/) {});
+            done(trialResultOf(result, m_seams.scheduler.steadyNow() - begin));
+        });
 }
 
 /// A session in a multiplexer is reached through it, as no window lies above it; a session that says in which

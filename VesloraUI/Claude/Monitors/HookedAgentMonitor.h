@@ -37,8 +37,10 @@ class HookedAgentMonitor final : public AgentMonitor {
     AnswerOutcome answer(const std::string& requestId, ClaudeDecision decision) override;
     void jump(const std::string& sessionId) override;
     void dismissApproval(const std::string& sessionId) override;
+    void obey(const AlertPausing& pausing) override;
     void installHooks() override;
     void removeHooks() override;
+    [[nodiscard]] Task tryHooks(std::function<void(HookTrialResult)> done) override;
 
     /// Reads everything again and publishes what differs.
     void refresh();
@@ -53,6 +55,8 @@ class HookedAgentMonitor final : public AgentMonitor {
     void publishState();
     /// Queues the requests that the user may answer in the island, and leaves the others to the agent.
     void handle(const std::vector<ClaudePermissionRequest>& requests);
+    [[nodiscard]] bool areAlertsPaused() const;
+    void letGoWhilePaused();
     [[nodiscard]] bool mayAnswer(const ClaudePermissionRequest& request) const;
     void end(const std::vector<RequestEnd>& ends);
     [[nodiscard]] SessionPlace placeOf(const ClaudeSessionSummary& session) const;
@@ -64,6 +68,7 @@ class HookedAgentMonitor final : public AgentMonitor {
     AgentMonitorSeams m_seams;
     SupportDirectory& m_support;
     Defaults& m_settings;
+    const AlertPausing* m_pausing = nullptr;
     AgentAnswers m_answers;
     AgentSpool m_spool;
     RequestQueue m_requests;
@@ -73,6 +78,7 @@ class HookedAgentMonitor final : public AgentMonitor {
     std::unique_ptr<DirectoryWatch> m_sessionsWatch;
     Task m_refreshTask;
     Task m_raiseTask;
+    Task m_trialEnd; ///< tells that a made-up session is over
 };
 
 } // namespace veslora

@@ -1,9 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Views/ClaudeActivityPresenter.h"
 
+#include "VesloraUI/Platform/Appearance.h"
+
 namespace veslora {
+namespace {
+
+/// Seconds between two looks at the date of a spinner that does not turn.
+constexpr double restingPeriod = 60;
+
+} // namespace
 
 void ClaudeActivityPresenter::start() {
+    follow(&environment().appearance(), &Appearance::changed);
     connect(m_agents, &AgentsModel::changed, this, [this] {
         if (m_isLive) {
             read();
@@ -22,7 +31,12 @@ void ClaudeActivityPresenter::setDate(double date) {
 }
 
 void ClaudeActivityPresenter::showAgent(const AgentTraits& agent) {
-    show(m_shown, {.agent = &agent, .spinner = QString::fromUtf8(agent.spinner.frame(m_date))});
+    const bool isStill = isComplete() && environment().reducesMotion();
+    // The middle of its fifth frame, which is a whole mark with every agent.
+    const double date = isStill ? 4.5 * agent.spinner.period : m_date;
+    show(m_shown, {.agent = &agent,
+                   .spinner = QString::fromUtf8(agent.spinner.frame(date)),
+                   .period = isStill ? restingPeriod : agent.spinner.period});
 }
 
 } // namespace veslora

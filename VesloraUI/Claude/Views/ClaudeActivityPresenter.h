@@ -37,7 +37,7 @@ class ClaudeActivityPresenter : public veslora::Presenter {
 
     [[nodiscard]] AgentGlyph glyph() const { return AgentGlyph::of(*m_shown.agent); }
     [[nodiscard]] QString spinner() const { return m_shown.spinner; }
-    [[nodiscard]] double spinnerPeriod() const { return m_shown.agent->spinner.period; }
+    [[nodiscard]] double spinnerPeriod() const { return m_shown.period; }
     [[nodiscard]] int spinnerSize() const { return m_shown.agent->spinner.size; }
     [[nodiscard]] double spinnerOffset() const { return m_shown.agent->spinner.offset; }
 
@@ -49,6 +49,7 @@ class ClaudeActivityPresenter : public veslora::Presenter {
     struct Shown {
         const AgentTraits* agent = &agentTraits.front();
         QString spinner;
+        double period = agentTraits.front().spinner.period;
         bool operator==(const Shown&) const = default;
     };
     void showAgent(const AgentTraits& agent);

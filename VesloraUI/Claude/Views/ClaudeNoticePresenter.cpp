@@ -3,6 +3,7 @@
 
 #include "VesloraCore/Agents/ApprovalAlert.h"
 #include "VesloraCore/Text/VisibleText.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 namespace veslora {
 
@@ -22,10 +23,10 @@ void ClaudeNoticePresenter::read() {
     const ClaudeSessionSummary& first = waiting.front();
     const auto& approval = std::get<ClaudeStatus::NeedsApproval>(first.status);
     m_sessionId = first.id;
-    show(m_shown,
-         {.name = QString::fromStdString(VisibleText::line(first.name)),
-          .message = QString::fromStdString(VisibleText::line(AlertNotice::message(approval.message))),
-          .more = static_cast<int>(waiting.size()) - 1});
+    show(m_shown, {.name = QString::fromStdString(VisibleText::line(first.name)),
+                   .message = QString::fromStdString(
+                       VisibleText::line(AlertNotice::message(approval.message, readersWords()))),
+                   .more = static_cast<int>(waiting.size()) - 1});
 }
 
 void ClaudeNoticePresenter::jump() {

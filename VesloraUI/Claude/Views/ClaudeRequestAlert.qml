@@ -12,6 +12,10 @@ Item {
     /// The text that an answer is about.
     readonly property Item body: body
 
+    // Is spoken when it comes to show: a screen reader's user learns of it as others see it.
+    Accessible.name: presenter.spokenText
+    Accessible.role: Accessible.AlertMessage
+
     Timeline {
         id: timeline
 

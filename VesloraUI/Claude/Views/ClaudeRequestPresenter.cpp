@@ -2,11 +2,13 @@
 #include "VesloraUI/Claude/Views/ClaudeRequestPresenter.h"
 
 #include "VesloraCore/Agents/ApprovalAlert.h"
+#include "VesloraCore/Agents/ClaudePermissions.h"
 #include "VesloraCore/Agents/ClaudeRequestText.h"
 #include "VesloraCore/Text/PathText.h"
 #include "VesloraCore/Text/VisibleText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace veslora {
@@ -51,6 +53,8 @@ void ClaudeRequestPresenter::take(const ClaudePermissionRequest& request, Shown&
         const auto display = ClaudeRequestText::display(m_request->text);
         shown.isComplete = display.isComplete;
         shown.text = QString::fromStdString(display.text);
+        const double left = request.answerBy - environment().scheduler().steadyNow();
+        shown.seconds = static_cast<int>(std::ceil(std::clamp(left, 0.0, ClaudePermissions::wait)));
     }
 }
 
@@ -90,7 +94,19 @@ QString ClaudeRequestPresenter::title() const {
 }
 
 QString ClaudeRequestPresenter::waitingText() const {
-    return m_shown.others >= 1 ? tr("+%1 waiting").arg(m_shown.others) : QString();
+    return m_shown.others >= 1 ? tr("+%Ln waiting", nullptr, m_shown.others) : QString();
+}
+
+QString ClaudeRequestPresenter::spokenText() const {
+    if (!m_request) {
+        return {};
+    }
+    const QString agent = QString::fromUtf8(m_agents->traitsOf(m_request->agent).fullName);
+    const QString asked = tr("%1 asks in %2: %3").arg(agent, m_shown.sessionName, m_shown.text);
+    const QString keys =
+        m_shown.isComplete ? tr("Jump, Deny or Allow.") : tr("Too long to show here: Jump or Deny.");
+    const QString time = tr("%n seconds to answer.", nullptr, m_shown.seconds);
+    return tr("%1. %2 %3").arg(asked, time, keys);
 }
 
 QString ClaudeRequestPresenter::note() const {

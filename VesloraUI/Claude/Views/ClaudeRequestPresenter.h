@@ -30,6 +30,8 @@ class ClaudeRequestPresenter : public veslora::Presenter {
     Q_PROPERTY(QString sessionName READ sessionName NOTIFY changed FINAL)
     Q_PROPERTY(QString waitingText READ waitingText NOTIFY changed FINAL)
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
+    /// All of it in a sentence: who asks, for what, how long there is to answer, and by which keys.
+    Q_PROPERTY(QString spokenText READ spokenText NOTIFY changed FINAL)
     Q_PROPERTY(QString note READ note NOTIFY changed FINAL)
     Q_PROPERTY(double progress READ progress NOTIFY changed FINAL)
     Q_PROPERTY(bool isDenyEnabled READ isDenyEnabled NOTIFY changed FINAL)
@@ -50,6 +52,7 @@ class ClaudeRequestPresenter : public veslora::Presenter {
     [[nodiscard]] QString waitingText() const;
     /// The whole text where it can be shown, otherwise its beginning.
     [[nodiscard]] QString text() const { return m_shown.text; }
+    [[nodiscard]] QString spokenText() const;
     /// What went wrong with the last answer, or why "Allow" stays dim for good; empty where neither is so.
     [[nodiscard]] QString note() const;
     [[nodiscard]] double progress() const { return m_shown.progress; }
@@ -68,6 +71,7 @@ class ClaudeRequestPresenter : public veslora::Presenter {
     struct Shown {
         QString sessionName;
         QString text;
+        int seconds = 0;         ///< that there were to answer when the request came to show
         int others = 0;          ///< requests that wait besides
         bool isComplete = false; ///< `text` is all of the request's
         bool isTextProven = false;

@@ -5,6 +5,7 @@
 #include "VesloraCore/Agents/Usage/ClaudeUsageText.h"
 #include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/Support/LocalTime.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -77,7 +78,7 @@ void ClaudeUsageWidgetPresenter::read() {
     const auto usages = m_agents->usages();
     const auto shown = AgentUsageChoice::shown(usages);
     const bool showsLines = m_isWide && shown.size() > 1;
-    const auto tokens = ClaudeUsageText::tokens(AgentUsageChoice::today(usages));
+    const auto tokens = ClaudeUsageText::tokens(AgentUsageChoice::today(usages), readersWords());
     show(m_shown, {.glyph = headerGlyph(shown),
                    .todayText = tr("Today %1").arg(QString::fromStdString(tokens)),
                    .emptyText = noticeFor(shown),
@@ -122,7 +123,7 @@ std::vector<UsageReading> ClaudeUsageWidgetPresenter::rowsOf(const AgentUsage& u
 }
 
 QString ClaudeUsageWidgetPresenter::text(const UsageDetailLine& detail) const {
-    struct Words {
+    struct Texts {
         QString operator()(const UsageDetail::Unknown& /*none*/) const { return QStringLiteral("—"); }
         QString operator()(const UsageDetail::NoPlanLimits& /*none*/) const { return tr("No plan limits"); }
         QString operator()(const UsageDetail::AsOf& old) const {
@@ -138,7 +139,7 @@ QString ClaudeUsageWidgetPresenter::text(const UsageDetailLine& detail) const {
             return QString::fromStdString(VisibleText::line(plain.text));
         }
     };
-    return std::visit(Words(), detail);
+    return std::visit(Texts(), detail);
 }
 
 } // namespace veslora

@@ -5,6 +5,7 @@
 #include "VesloraCore/Text/VisibleText.h"
 #include "VesloraUI/Claude/Views/AgentGlyph.h"
 #include "VesloraUI/Style/VesloraStyle.h"
+#include "VesloraUI/Support/ReadersWords.h"
 
 #include <algorithm>
 
@@ -63,7 +64,7 @@ ClaudeSessionRow ClaudeWidgetPresenter::rowOf(const ClaudeSessionSummary& sessio
     row.mark = showsMarks ? glyph.text : QString();
     row.markIsSymbol = glyph.isSymbol;
     row.markColor = glyph.color;
-    row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date));
+    row.label = QString::fromStdString(ClaudeStatusText::label(session.status, m_date, readersWords()));
     row.labelColor = needsApproval ? m_style->urgentColor()
                      : isFinished  ? m_style->accentColor()
                                    : VesloraStyle::textSecondary();
@@ -92,7 +93,7 @@ QString ClaudeWidgetPresenter::hooksNoteNow() const {
 
 QString ClaudeWidgetPresenter::workingTextNow() const {
     const auto working = std::ranges::count_if(m_agents->summaries(), isWorking);
-    return m_isWide && working >= 1 ? tr("%1 working").arg(working) : QString();
+    return m_isWide && working >= 1 ? tr("%Ln working", nullptr, static_cast<int>(working)) : QString();
 }
 
 void ClaudeWidgetPresenter::jump(const QString& sessionId) {

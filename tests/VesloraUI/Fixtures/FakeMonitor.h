@@ -36,6 +36,7 @@ class FakeMonitor final : public AgentMonitor {
     AnswerOutcome outcome = AnswerOutcome::given;
     std::optional<FileError> fileError; ///< what putting hooks in or taking them out fails with
     std::vector<std::pair<std::string, ClaudeDecision>> answered;
+    int trials = 0;
 
     explicit FakeMonitor(AgentKind kind = AgentKind::claude) : AgentMonitor(traitsOf(kind), &usageMonitor) {}
 
@@ -53,20 +54,39 @@ class FakeMonitor final : public AgentMonitor {
     }
     void jump(const std::string& sessionId) override { log.push_back("jump " + sessionId); }
     void dismissApproval(const std::string& sessionId) override { log.push_back("dismiss " + sessionId); }
+    void obey(const AlertPausing& /*pausing*/) override { log.emplace_back("obey"); }
     void installHooks() override {
         if (failInstalls) {
             throw ClaudeHooksInstaller::InstallError(ClaudeHooksInstaller::InstallError::Reason::notAnObject);
         }
         failAsTold();
-        setHooks(true, false);
+        setHooks({.areInstalled = true});
     }
     void removeHooks() override {
         failAsTold();
-        setHooks(false, false);
+        setHooks({});
+    }
+
+    [[nodiscard]] Task tryHooks(std::function<void(HookTrialResult)> done) override {
+        ++trials;
+        m_trial = std::make_shared<TaskState>();
+        m_trial->run = [this, done = std::move(done)] { done(m_trialResult); };
+        return Task(m_trial);
+    }
+    [[nodiscard]] bool isTrying() const { return m_trial && m_trial->run; }
+    void endTrial(HookTrialResult result) {
+        m_trialResult = result;
+        if (const auto run = std::exchange(m_trial->run, nullptr)) {
+            run();
+        }
     }
 
     using AgentMonitor::publish;
     using AgentMonitor::setHooks;
+    void setHooks(bool areInstalled, bool areOutdated) {
+        setHooks({.areInstalled = areInstalled, .areOutdated = areOutdated});
+    }
+    using AgentMonitor::setLastSign;
 
     static ClaudeSessionSummary session(const std::string& id, ClaudeSessionStatus status,
                                         AgentKind agent = AgentKind::claude) {
@@ -80,6 +100,9 @@ class FakeMonitor final : public AgentMonitor {
     }
 
   private:
+    std::shared_ptr<TaskState> m_trial;
+    HookTrialResult m_trialResult = HookTrialResult::failed;
+
     void failAsTold() const {
         if (fileError) {
             throw *fileError; // NOLINT(misc-throw-by-value-catch-by-reference)

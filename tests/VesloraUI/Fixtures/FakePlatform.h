@@ -8,6 +8,7 @@
 #include "VesloraUI/Store/SettingsKeys.h"
 #include "tests/VesloraUI/Fixtures/FakeMetronome.h"
 #include "tests/VesloraUI/Fixtures/FakeMusic.h"
+#include "tests/VesloraUI/Fixtures/FakeUpdater.h"
 #include "tests/support/FakeDirectoryWatcher.h"
 #include "tests/support/ManualScheduler.h"
 #include "tests/support/MemoryFiles.h"
@@ -232,6 +233,79 @@ class RecordingNotifier final : public TimerNotifying {
     }
 };
 
+/// A desktop that changes its look when a test says so.
+class FakeAppearance final : public Appearance {
+  public:
+    bool isFollowed = false;
+
+    void follow() override { isFollowed = true; }
+    void change(const DesktopAppearance& appearance) { set(appearance); }
+};
+
+/// Does what it is told unless it is to fail.
+class FakeLoginItem final : public LoginItem {
+  public:
+    bool isOn = false;
+    std::error_code failure;
+
+    [[nodiscard]] bool isEnabled() override { return isOn; }
+    std::error_code enable() override { return change(true); }
+    std::error_code disable() override { return change(false); }
+    [[nodiscard]] std::string place() const override { return "~/.config/autostart/entry"; }
+
+  private:
+    std::error_code change(bool toOn) {
+        isOn = failure ? isOn : toOn;
+        return failure;
+    }
+};
+
+/// Programs that end when a test says so.
+class FakePrograms final : public ProgramRunning {
+  public:
+    struct Run {
+        std::vector<std::string> arguments;
+        std::string input;
+        std::shared_ptr<TaskState> state;
+        std::shared_ptr<Result> result;
+    };
+    std::vector<Run> runs;
+
+    [[nodiscard]] Task run(const std::vector<std::string>& arguments, const std::string& input,
+                           double /*limit*/, std::function<void(const Result&)> done) override {
+        const auto result = std::make_shared<Result>();
+        const auto state = std::make_shared<TaskState>();
+        state->run = [result, done = std::move(done)] { done(*result); };
+        runs.push_back({arguments, input, state, result});
+        return Task(state);
+    }
+    /// Whether somebody still waits for that one.
+    [[nodiscard]] bool isAwaited(std::size_t place) const { return runs.at(place).state->run != nullptr; }
+    void end(std::size_t place, const Result& result) {
+        *runs.at(place).result = result;
+        if (const auto run = std::exchange(runs.at(place).state->run, nullptr)) {
+            run();
+        }
+    }
+};
+
+/// A desktop whose do-not-disturb a test turns on and off.
+class FakeDoNotDisturb final : public DoNotDisturb {
+  public:
+    bool isFollowed = false;
+
+    void follow() override { isFollowed = true; }
+    [[nodiscard]] bool isOn() const override { return m_isOn; }
+    void turn(bool isOn) {
+        turnSilently(isOn);
+        emit changed();
+    }
+    void turnSilently(bool isOn) { m_isOn = isOn; }
+
+  private:
+    bool m_isOn = false;
+};
+
 class FakePlatform {
   public:
     FakePlatform();
@@ -265,6 +339,11 @@ class FakePlatform {
     FakeArtwork web{time};
     RecordingApps apps;
     FakeAutomation automation;
+    FakeAppearance look;
+    FakeLoginItem login;
+    FakePrograms programs;
+    FakeUpdater updates;
+    FakeDoNotDisturb quiet;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -296,7 +375,12 @@ class FakePlatform {
                    .mediaAdapter = adapter,
                    .artwork = web,
                    .apps = apps,
-                   .automation = automation};
+                   .automation = automation,
+                   .appearance = look,
+                   .loginItem = login,
+                   .programs = programs,
+                   .updater = updates,
+                   .doNotDisturb = quiet};
 };
 
 /// The settings of a user who never touched any.

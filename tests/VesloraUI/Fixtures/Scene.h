@@ -3,11 +3,15 @@
 // would.
 #pragma once
 
+#include "VesloraUI/Settings/LoginItemManager.h"
+#include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
+#include "VesloraUI/Updates/UpdaterModel.h"
 #include "VesloraUI/Widgets/IslandModels.h"
 #include "tests/VesloraUI/Fixtures/FakeMonitor.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/support/FixedCalendar.h"
 
 #include <QPointF>
 #include <QQmlEngine>
@@ -47,9 +51,13 @@ class Scene {
                       .adapter = platform.adapter,
                       .artwork = platform.web,
                       .apps = platform.apps}};
+    LoginItemManager loginItem{platform.login};
+    UpdaterModel updater{platform.updates};
     IslandModels models{{agents, keepAwake, metronome, music, timer, rack, sampler}};
-    ViewEnvironment environment{platform.time,  platform.frames,    settings,           platform.taps,
-                                platform.sound, platform.scrolling, platform.automation};
+    AlertPausing pausing{settings, platform.time, platform.quiet, test::fixedCalendar()};
+    ViewEnvironment environment{
+        platform.time,      platform.frames,     settings,      platform.taps,     platform.sound,
+        platform.scrolling, platform.automation, platform.look, platform.displays, pausing};
     QQmlEngine engine;
     /// Device pixels to a point, on the screen where windows are shown from now on: one of `screenScales`.
     double scale = 1;

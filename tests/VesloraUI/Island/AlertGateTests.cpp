@@ -39,6 +39,21 @@ class AlertGateTest : public ::testing::Test {
         return isDrawn && scene.isEnabled("Allow");
     }
     void clickAllow() { scene.press("Allow"); }
+    void expectItIsWholeWhenItIsOnScreen() {
+        ask();
+        EXPECT_FALSE(model.isAlertOnScreen());
+        ASSERT_TRUE(drawsTheAlert());
+        const auto* body = scene.itemNamed("text of r1");
+        ASSERT_TRUE(body);
+        double opacity = 1;
+        for (const QQuickItem* item = body; item; item = item->parentItem()) {
+            opacity *= item->opacity();
+        }
+        EXPECT_GE(opacity, 0.95);
+        EXPECT_FALSE(model.isAlertOnScreen()) << "the window system has not drawn it yet";
+        scene.advance(0);
+        EXPECT_TRUE(model.isAlertOnScreen());
+    }
 
     Scene scene;
     SceneIsland island{scene};
@@ -46,19 +61,17 @@ class AlertGateTest : public ::testing::Test {
 };
 
 TEST_F(AlertGateTest, TheAlertIsOnScreenWithItsFirstWholeFrameAndNotBefore) {
-    ask();
-    EXPECT_FALSE(model.isAlertOnScreen());
-    ASSERT_TRUE(drawsTheAlert());
-    const auto* body = scene.itemNamed("text of r1");
-    ASSERT_TRUE(body);
-    double opacity = 1;
-    for (const QQuickItem* item = body; item; item = item->parentItem()) {
-        opacity *= item->opacity();
-    }
-    EXPECT_GE(opacity, 0.95);
-    EXPECT_FALSE(model.isAlertOnScreen()) << "the window system has not drawn it yet";
-    scene.advance(0);
-    EXPECT_TRUE(model.isAlertOnScreen());
+    expectItIsWholeWhenItIsOnScreen();
+}
+
+/// The island has its size at once then, and the text fades in on it.
+TEST_F(AlertGateTest, WithLessMotionTooTheTextIsThereFirst) {
+    scene.platform.look.change({.isTold = true, .reducedMotion = true});
+    expectItIsWholeWhenItIsOnScreen();
+    scene.advance(0.5);
+    EXPECT_FALSE(scene.isEnabled("Allow")) << "it was not there for long enough";
+    scene.advance(0.2);
+    EXPECT_TRUE(scene.isEnabled("Allow"));
 }
 
 TEST_F(AlertGateTest, ItIsToldWhenTheAlertIsOnScreenAndWhyAPressAnswersNothing) {

@@ -394,6 +394,25 @@ TEST_F(NotchWindowControllerTest, DisplayChoiceLaysOutAgainAndOnlyThen) {
     EXPECT_EQ(platform.window.placements, 2);
 }
 
+TEST_F(NotchWindowControllerTest, AScreenThatIsNamedIsKeptWhileItIsUnplugged) {
+    const auto dock = FakeScreens::make("HDMI-2", 1920, 1080, false);
+    platform.displays.screens = {FakeScreens::make("DP-1", 1920, 1080, false),
+                                 FakeScreens::make("eDP-1", 1440, 900, true), dock};
+    settings.set(SettingsKeys::displayOutput, std::string("HDMI-2"));
+    start();
+    EXPECT_EQ(platform.window.screenName, "HDMI-2");
+    platform.displays.screens.pop_back();
+    emit platform.displays.changed();
+    EXPECT_EQ(platform.window.screenName, "eDP-1");
+    settings.set(SettingsKeys::displayChoice, std::string("main"));
+    EXPECT_EQ(platform.window.screenName, "DP-1");
+    platform.displays.screens.push_back(dock);
+    emit platform.displays.changed();
+    EXPECT_EQ(platform.window.screenName, "HDMI-2");
+    settings.set(SettingsKeys::displayOutput, std::string());
+    EXPECT_EQ(platform.window.screenName, "DP-1");
+}
+
 TEST_F(NotchWindowControllerTest, WithoutABuiltInDisplayThePrimaryServes) {
     platform.displays.screens = {FakeScreens::make("DP-1", 1920, 1080, false)};
     start();

@@ -206,6 +206,24 @@ TEST_F(MusicWingsTest, TheBarsMoveWhileItPlaysOnly) {
     EXPECT_EQ(scene.platform.time.pending(), pending) << "and nothing ticks";
 }
 
+TEST_F(MusicWingsTest, TheBarsStandStillWhereTheDesktopWantsLessMotion) {
+    scene.platform.look.change({.isTold = true, .reducedMotion = true});
+    spotify("Slow Harbour");
+    showWings();
+    const auto heights = levels().heights();
+    EXPECT_THAT(heights, Each(testing::Gt(0.2)));
+    scene.advance(1);
+    EXPECT_EQ(levels().heights(), heights);
+    EXPECT_FALSE(levels().isMoving());
+    spotify("Slow Harbour", "Paused");
+    EXPECT_THAT(levels().heights(), Each(0.2));
+    EXPECT_FALSE(levels().isMoving());
+    spotify("Slow Harbour");
+    scene.platform.look.change({});
+    scene.advance(1);
+    EXPECT_NE(levels().levels(), heights) << "they move again";
+}
+
 TEST_F(MusicWingsTest, TheBarsAreDrawnFifteenTimesASecondAtMost) {
     spotify("Slow Harbour");
     showWings();

@@ -24,16 +24,25 @@ std::vector<std::string> namesOf(const std::vector<QAccessibleInterface*>& parts
 
 /// What each page holds below the tabs, in the order in which it is read.
 const std::map<std::string, std::vector<std::string>> controlsOf{
-    {"General", {"Hide when an app is fullscreen", "Quit Veslora"}},
-    {"Island", {"Live activity priority"}},
+    {"General",
+     {"Launch at login", "Hide when an app is fullscreen", "Check for updates automatically", "Check Now",
+      "Quit Veslora"}},
+    {"Island",
+     {"Show on", "Lime accent", "Cyan accent", "Amber accent", "White accent", "Open on hover after",
+      "Automatic spacing", "Space between widgets", "Live activity priority"}},
     {"Timer", {"Sound when done", "Notify when a timer ends"}},
     {"Music", {"Show other apps", "Music live activity"}},
     {"Metronome", {"Sound", "Volume", "Downbeat accent"}},
     {"Agents",
      {"Install", "Install", "Approval alerts", "Answer approvals from the island", "Sound for approvals",
-      "Finished turns", "Working live activity"}},
+      "Finished turns", "Working live activity", "Follow Do Not Disturb", "1 Hour", "Until Tomorrow"}},
     {"Keep Awake", {"Keep the display on", "Stay awake while an agent is working", "Show a live activity"}},
 };
+
+/// The island that shows the accent is a picture with a name; the digits on it are nobody's time.
+bool isOfPreview(const QString& text) {
+    return text.size() == 1 && (text[0].isDigit() || text == ":");
+}
 
 /// Runs once for each tab.
 class SettingsAccessTest : public testing::TestWithParam<std::string> {
@@ -47,13 +56,14 @@ class SettingsAccessTest : public testing::TestWithParam<std::string> {
         const QStringList before = clicked.state();
         QAccessibleInterface& control = *clicked.controls().at(place);
         const QString name = control.text(QAccessible::Name);
+        const bool isChosen = control.role() == QAccessible::RadioButton && control.state().checked;
         clicked.click(control);
         clicked.advance(0);
         ASSERT_TRUE(SettingsScene::act(*acted.controls().at(place), action))
             << name.toStdString() << " offers no " << action.toStdString();
         acted.advance(0);
         EXPECT_EQ(acted.state(), clicked.state()) << name.toStdString() << ": " << action.toStdString();
-        if (name != tab) {
+        if (name != tab && !isChosen) {
             EXPECT_NE(clicked.state(), before) << name.toStdString() << " does nothing at all";
         }
     }
@@ -109,11 +119,14 @@ TEST_P(SettingsAccessTest, EveryTextIsReadOnce) {
     const auto parts = scene.parts();
     // What shows as a value is told by the control that it is the value of.
     for (const QString& text : scene.texts()) {
+        if (isOfPreview(text)) {
+            continue;
+        }
         const auto says = [&](const auto* part, QAccessible::Text kind) { return part->text(kind) == text; };
-        // A list's button describes itself by what is chosen, and by its detail after that.
+        // A list's button, or a slider, describes itself by its value, and by its detail after that.
         const auto saysInOne = [&](const auto* part) {
             const QString description = part->text(QAccessible::Description);
-            return part->role() == QAccessible::ComboBox &&
+            return (part->role() == QAccessible::ComboBox || part->role() == QAccessible::Slider) &&
                    (description.startsWith(text + ". ") || description.endsWith(". " + text));
         };
         const auto times = std::ranges::count_if(parts, [&](const auto* part) {

@@ -167,9 +167,7 @@ TEST(SettingsKeyboard, SpaceAndEnterDoWhatAClickDoes) {
         scene.key(Qt::Key_Tab);
         scene.key(key);
         EXPECT_TRUE(scene.claude.hooksInstalled()) << key;
-        scene.key(Qt::Key_Tab);
-        scene.key(Qt::Key_Tab);
-        ASSERT_EQ(scene.focused(), "Approval alerts");
+        scene.focus("Approval alerts");
         scene.key(key);
         EXPECT_FALSE(scene.settings.boolValue(SettingsKeys::claudeApprovalAlerts)) << key;
     }
@@ -206,7 +204,10 @@ TEST(SettingsScrolling, FocusThatAKeyMovesScrollsIntoView) {
                                      "Answer approvals from the island",
                                      "Sound for approvals",
                                      "Finished turns",
-                                     "Working live activity"};
+                                     "Working live activity",
+                                     "Follow Do Not Disturb",
+                                     "1 Hour",
+                                     "Until Tomorrow"};
     for (const QString& name : order) {
         scene.key(Qt::Key_Tab);
         ASSERT_EQ(scene.focused(), name);
@@ -217,7 +218,7 @@ TEST(SettingsScrolling, FocusThatAKeyMovesScrollsIntoView) {
         EXPECT_LE(row.bottom(), scene.page().height()) << name.toStdString();
     }
     EXPECT_GT(scrolled(scene), 100);
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 9; ++i) {
         scene.key(Qt::Key_Backtab, Qt::ShiftModifier);
     }
     EXPECT_TRUE(isInSight(scene, "Install"));
@@ -240,7 +241,7 @@ TEST(SettingsScrolling, ABarShowsWhereThePageIsTallerThanTheWindowAndElseNot) {
     EXPECT_GE(bar->width(), 6);
     const SettingsScene roomy("Agents");
     EXPECT_FALSE(scrollBar(roomy));
-    const SettingsScene brief("General", shortHeight);
+    const SettingsScene brief("Timer", shortHeight);
     EXPECT_FALSE(scrollBar(brief));
 }
 

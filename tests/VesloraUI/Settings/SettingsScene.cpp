@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace veslora {
 
@@ -43,10 +44,7 @@ QQuickItem* flickableBelow(const QQuickItem& item) {
 } // namespace
 
 SettingsScene::SettingsScene(const QString& tab, int height) {
-    auto view = createView(engine, "Settings/SettingsView.qml",
-                           {{"agents", QVariant::fromValue(&agents)},
-                            {"metronomePreviewer", QVariant::fromValue(&previewer)},
-                            {"version", "1.2.3"}});
+    auto view = createView(engine, "Settings/SettingsView.qml", settingsParts.properties);
     view->setProperty("height", height);
     showWindow(std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow*>(view.release())));
     window().requestActivate();
@@ -102,6 +100,16 @@ void SettingsScene::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     advance(0);
 }
 
+void SettingsScene::focus(const QString& name) {
+    constexpr int mostStops = 50;
+    for (int stops = 0; focused() != name; ++stops) {
+        if (stops == mostStops) {
+            throw std::runtime_error("no control has the name " + name.toStdString());
+        }
+        key(Qt::Key_Tab);
+    }
+}
+
 QString SettingsScene::focused() const {
     auto* const node = QAccessible::queryAccessibleInterface(window().activeFocusItem());
     return node ? node->text(QAccessible::Name) : QString();
@@ -131,9 +139,9 @@ QStringList SettingsScene::state() const {
          {SettingsKeys::timerNotifications, SettingsKeys::claudeApprovalAlerts,
           SettingsKeys::claudeAnswerFromIsland, SettingsKeys::claudeApprovalSound,
           SettingsKeys::claudeFinishedActivity, SettingsKeys::claudeWorkingActivity,
-          SettingsKeys::keepAwakeDisplay, SettingsKeys::keepAwakeWhileClaude,
-          SettingsKeys::keepAwakeLiveActivity, SettingsKeys::musicShowOtherApps,
-          SettingsKeys::musicLiveActivity, SettingsKeys::metronomeAccent}) {
+          SettingsKeys::followDoNotDisturb, SettingsKeys::keepAwakeDisplay,
+          SettingsKeys::keepAwakeWhileClaude, SettingsKeys::keepAwakeLiveActivity,
+          SettingsKeys::musicShowOtherApps, SettingsKeys::musicLiveActivity, SettingsKeys::metronomeAccent}) {
         state << QString::fromUtf8(key) + (settings.boolValue(key) ? " on" : " off");
     }
     for (const std::string_view key :
@@ -146,6 +154,10 @@ QStringList SettingsScene::state() const {
     }
     state << (claude.hooksInstalled() ? "Claude's hooks are in" : "Claude's hooks are out")
           << (codex.hooksInstalled() ? "Codex's hooks are in" : "Codex's hooks are out")
+          << (platform.login.isOn ? "starts at login" : "is started by hand")
+          << QStringLiteral("%1 checks, automatic %2")
+                 .arg(platform.updates.checks)
+                 .arg(platform.updates.isAutomatic)
           << QStringLiteral("quit %1 times").arg(quits.count());
     return state;
 }

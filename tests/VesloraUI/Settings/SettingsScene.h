@@ -3,7 +3,7 @@
 // offers.
 #pragma once
 
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Settings/SettingsParts.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -31,6 +31,8 @@ class SettingsScene : public Scene {
     void click(const QAccessibleInterface& control);
 
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Goes on by Tab to what has that accessible name; throws if nothing on the page has it.
+    void focus(const QString& name);
     /// The accessible name of what has the focus; empty for nothing that has a name.
     [[nodiscard]] QString focused() const;
     /// The name of the tab whose page shows.
@@ -41,6 +43,7 @@ class SettingsScene : public Scene {
     /// All that a control may change: what shows, what is stored, what was asked of agents and machine.
     [[nodiscard]] QStringList state() const;
 
+    SettingsParts settingsParts{*this};
     QSignalSpy quits{&engine, &QQmlEngine::quit};
 };
 

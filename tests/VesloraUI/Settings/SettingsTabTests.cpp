@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Opening the settings window at a tab by its name, as a command or the first start does.
 #include "VesloraUI/Settings/SettingsWindow.h"
-#include "tests/VesloraUI/Fixtures/Scene.h"
+#include "tests/VesloraUI/Settings/SettingsParts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,7 +19,8 @@ class SettingsTabTest : public testing::Test {
     }
 
     Scene scene;
-    SettingsWindow window{scene.engine, scene.agents, scene.previewer, "1.2.3"};
+    SettingsWindow window{scene.engine, SettingsParts::models(scene), SettingsParts::previewSeams(scene),
+                          "1.2.3"};
 
   private:
     static void collect(const QQuickItem& item, QStringList& texts) {
@@ -59,6 +60,36 @@ TEST_F(SettingsTabTest, OneThatIsOpenAlreadyGoesToTheTabAndStaysThereWithoutANam
     EXPECT_EQ(chosen(), "Agents");
     window.open("no such tab");
     EXPECT_EQ(chosen(), "Agents");
+}
+
+TEST_F(SettingsTabTest, OpenedAgainItIsWhereItWasLeft) {
+    window.open("timer");
+    const QRect left(40, 30, window.window()->width(), 400);
+    window.window()->setGeometry(left);
+    window.window()->close();
+    window.open();
+    EXPECT_EQ(chosen(), "Timer");
+    EXPECT_EQ(window.window()->geometry(), left);
+    window.window()->close();
+    window.open("agents");
+    EXPECT_EQ(chosen(), "Agents") << "a tab that is asked for comes before";
+}
+
+TEST_F(SettingsTabTest, APlaceThatNoScreenHasAnyMoreIsNotTaken) {
+    window.open();
+    window.window()->setGeometry({90000, 30, window.window()->width(), 400});
+    window.window()->close();
+    window.open();
+    EXPECT_LT(window.window()->x(), 10000);
+}
+
+TEST_F(SettingsTabTest, TheWindowHasTheProgramsIcon) {
+    window.open();
+    const QImage icon = window.window()->icon().pixmap(64, 64).toImage();
+    ASSERT_EQ(icon.size(), QSize(64, 64));
+    EXPECT_EQ(icon.pixelColor(32, 12), QColor(Qt::black)) << "the island";
+    EXPECT_GT(icon.pixelColor(32, 45).lightness(), 60) << "the screen";
+    EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
 }
 
 TEST_F(SettingsTabTest, ShownItStandsThereToo) {

@@ -35,11 +35,12 @@ class SettingsKeysTest : public testing::Test {
 
 } // namespace
 
-TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllTwentyFiveKeysWithoutAFile) {
+TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllKeysWithoutAFile) {
     const std::pair<const char*, Value> defaults[] = {
         {"hideInFullscreen", true},
         {"hoverDelay", 0.1},
         {"displayChoice", "builtIn"},
+        {"displayOutput", ""},
         {"accent", "lime"},
         {"timerSound", "Glass"},
         {"timerNotifications", true},
@@ -59,11 +60,13 @@ TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllTwentyFiveKeysWithoutAFil
         {"claudeFinishedActivity", true},
         {"claudeWorkingActivity", true},
         {"claudeAnswerFromIsland", true},
+        {"alertsPausedUntil", 0.0},
+        {"followDoNotDisturb", true},
         {"keepAwakeDisplay", false},
         {"keepAwakeWhileClaude", true},
         {"keepAwakeLiveActivity", true},
     };
-    EXPECT_EQ(std::size(defaults), 25U);
+    EXPECT_EQ(std::size(defaults), 28U);
     for (const auto& [key, value] : defaults) {
         expectDefault(key, value);
     }

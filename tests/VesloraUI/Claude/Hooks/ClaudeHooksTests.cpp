@@ -375,6 +375,19 @@ TEST_F(ClaudeHooksTest, WhatAKilledInstallLeftIsSweptAndNothingElse) {
     EXPECT_TRUE(platform.disk.exists(folder + "tmp.0123456789ab"));
 }
 
+TEST_F(ClaudeHooksTest, WhatAKilledInstallLeftIsSweptWhereNothingElseIsToDo) {
+    const std::string left = "/home/me/.claude/.veslora-tmp.0123456789ab";
+    platform.disk.put(settingsPath, "{}");
+    hooks.install();
+    platform.disk.put(left, "a copy");
+    hooks.install();
+    EXPECT_FALSE(platform.disk.exists(left));
+    hooks.remove();
+    platform.disk.put(left, "a copy");
+    hooks.remove();
+    EXPECT_FALSE(platform.disk.exists(left));
+}
+
 TEST_F(ClaudeHooksTest, BringsOldScriptsUpToDateButMakesNone) {
     hooks.updateScripts();
     EXPECT_FALSE(text(SupportNames::claudeHook));

@@ -176,7 +176,8 @@ TEST_F(CodexHooksTest, ReadsTheFileOnlyWhenItChanged) {
     EXPECT_TRUE(counted.state().areInstalled) << "nothing was read again";
     const int before = files.operations();
     EXPECT_TRUE(counted.state().areInstalled);
-    EXPECT_EQ(files.operations() - before, 4) << "one look at the file, one at the folder and at each script";
+    EXPECT_EQ(files.operations() - before, 5)
+        << "one look at the file, one at Codex's own, one at the folder and at each script";
 }
 
 TEST_F(CodexHooksTest, AReadThatFailedIsTriedAgain) {
@@ -260,9 +261,9 @@ TEST_F(CodexHooksTest, BringsOldScriptsUpToDateButMakesNone) {
 TEST_F(CodexHooksTest, TheMonitorPutsThemWhereCodexWasMovedTo) {
     platform.paths.codex = "/srv/codex";
     FakeDefaults settings(platform);
-    const AgentMonitorSeams seams{platform.paths,       platform.time,        platform.disk,
-                                  platform.watches,     platform.tasks,       platform.hosts,
-                                  platform.multiplexer, test::fixedCalendar()};
+    const AgentMonitorSeams seams{platform.paths,       platform.time,     platform.disk,
+                                  platform.watches,     platform.tasks,    platform.hosts,
+                                  platform.multiplexer, platform.programs, test::fixedCalendar()};
     HookedAgentMonitor monitor(codexAgent(seams, support), seams, support, settings);
     monitor.installHooks();
     EXPECT_TRUE(monitor.hooksInstalled());
@@ -274,6 +275,26 @@ TEST_F(CodexHooksTest, TheMonitorPutsThemWhereCodexWasMovedTo) {
     monitor.removeHooks();
     EXPECT_FALSE(monitor.hooksOutdated());
     EXPECT_FALSE(platform.disk.exists("/srv/codex/hooks.json"));
+}
+
+TEST_F(CodexHooksTest, AreTrustedOnceCodexNamesEachOfThem) {
+    constexpr auto trustFile = "/home/me/.codex/config.toml";
+    EXPECT_TRUE(hooks.state().areTrusted) << "nothing is there that could be trusted";
+    hooks.install();
+    EXPECT_FALSE(hooks.state().areTrusted) << "Codex has no configuration yet";
+    std::string trust = "model = \"m\"\n";
+    platform.disk.put(trustFile, trust);
+    EXPECT_FALSE(hooks.state().areTrusted);
+    for (const char* event : {"pre_tool_use", "permission_request", "post_tool_use", "session_start",
+                              "session_end", "user_prompt_submit", "stop", "interrupt"}) {
+        EXPECT_FALSE(hooks.state().areTrusted) << event;
+        trust += "[hooks.state.\"" + std::string(hooksPath) + ":" + event + ":0:0\"]\n";
+        platform.advance(1);
+        platform.disk.put(trustFile, trust);
+    }
+    EXPECT_TRUE(hooks.state().areTrusted);
+    platform.disk.setMode(trustFile, 0);
+    EXPECT_TRUE(hooks.state().areTrusted) << "what can't be read says nothing";
 }
 
 } // namespace

@@ -29,8 +29,8 @@ class HookedMonitorTest : public testing::Test {
     }
 
     [[nodiscard]] AgentMonitorSeams seams() {
-        return {platform.paths, platform.time,  platform.disk,        platform.watches,
-                platform.tasks, platform.hosts, platform.multiplexer, test::fixedCalendar()};
+        return {platform.paths, platform.time,        platform.disk,     platform.watches,     platform.tasks,
+                platform.hosts, platform.multiplexer, platform.programs, test::fixedCalendar()};
     }
     /// A file as a hook's script leaves it.
     void putIntoSpool(const std::string& name, const std::string& payload) {

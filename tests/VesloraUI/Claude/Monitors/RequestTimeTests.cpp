@@ -83,9 +83,9 @@ class RequestTimeTest : public testing::Test {
     FaultInjectingFiles files{platform.disk};
     FakeDefaults settings{platform};
     SupportDirectory support{files, platform.paths.support, platform.paths.runtime};
-    AgentMonitorSeams seams{platform.paths,       platform.time,        files,
-                            platform.watches,     platform.tasks,       platform.hosts,
-                            platform.multiplexer, test::fixedCalendar()};
+    AgentMonitorSeams seams{platform.paths,       platform.time,     files,
+                            platform.watches,     platform.tasks,    platform.hosts,
+                            platform.multiplexer, platform.programs, test::fixedCalendar()};
     HookedAgentMonitor monitor{Ways::makeAgent(seams, support), seams, support, settings};
     const std::string first = Ways::first;
     const std::string second = Ways::second;

@@ -122,6 +122,23 @@ TEST_F(ClaudeRequestAlertTest, AnAccessibleActionAsksTheJudgeToo) {
     EXPECT_THAT(scene.claude.answered, ElementsAre(Pair("r1", ClaudeDecision::allow)));
 }
 
+TEST_F(ClaudeRequestAlertTest, AScreenReaderIsToldAllOfItWhenItComesToShow) {
+    ask("ls");
+    showAlert();
+    const QString spoken = "Claude Code asks in folder: ls. 20 seconds to answer. Jump, Deny or Allow.";
+    auto* alert = QAccessible::queryAccessibleInterface(scene.itemNamed(spoken));
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->role(), QAccessible::AlertMessage);
+}
+
+TEST_F(ClaudeRequestAlertTest, AScreenReaderIsToldThatATextIsTooLong) {
+    ask(std::string(400, 'x'));
+    showAlert();
+    const QStringList names = scene.names();
+    EXPECT_TRUE(std::ranges::any_of(
+        names, [](const QString& name) { return name.endsWith("Too long to show here: Jump or Deny."); }));
+}
+
 TEST_F(ClaudeRequestAlertTest, ADeadKeyIsDisabledAndOffersNoPressToAccessibility) {
     judge.setArmed(false);
     ask("ls");

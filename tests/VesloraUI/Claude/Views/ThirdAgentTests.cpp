@@ -116,9 +116,9 @@ class ThirdAgentTest : public testing::Test {
     FakeJudge judge;
     Scene scene;
     SupportDirectory support{scene.platform.disk, scene.platform.paths.support, scene.platform.paths.runtime};
-    AgentMonitorSeams seams{scene.platform.paths,       scene.platform.time,  scene.platform.disk,
-                            scene.platform.watches,     scene.platform.tasks, scene.platform.hosts,
-                            scene.platform.multiplexer, test::fixedCalendar()};
+    AgentMonitorSeams seams{scene.platform.paths,       scene.platform.time,     scene.platform.disk,
+                            scene.platform.watches,     scene.platform.tasks,    scene.platform.hosts,
+                            scene.platform.multiplexer, scene.platform.programs, test::fixedCalendar()};
     HookedAgentMonitor monitor{{scribeTraits,
                                 std::make_unique<ScribeSource>(seams.scheduler),
                                 std::make_unique<ScribeHooks>(seams.files, support),
