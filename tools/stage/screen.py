@@ -8,7 +8,7 @@ import subprocess
 
 import gi
 
-from .waiting import wait_for
+from .waiting import WITNESSES, wait_for
 
 gi.require_version("Atspi", "2.0")
 # Its version has to be asked for first.
@@ -35,6 +35,17 @@ class Screen:
         # The accessibility library reads the environment of this process.
         os.environ.update(stage.env)
         Atspi.init()
+        WITNESSES.append(self.words)
+
+    @staticmethod
+    def words():
+        """All names that can be seen, as a line of text."""
+        names = []
+        for node in _walk(Atspi.get_desktop(0)):
+            with contextlib.suppress(Exception):
+                if node.get_name() and node.get_state_set().contains(Atspi.StateType.SHOWING):
+                    names.append(node.get_name())
+        return "to be seen: " + ", ".join(names)
 
     @staticmethod
     def find(name, role=None):

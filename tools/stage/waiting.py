@@ -3,6 +3,9 @@
 
 import time
 
+# What says, in words, how things are while somebody waits in vain.
+WITNESSES = []
+
 
 def wait_for(what, condition, seconds=20):
     """Returns the first true value of `condition`; raises TimeoutError when there is none in time."""
@@ -12,5 +15,5 @@ def wait_for(what, condition, seconds=20):
         if value:
             return value
         if time.monotonic() > end:
-            raise TimeoutError(f"waited in vain for {what}")
+            raise TimeoutError("; ".join([f"waited in vain for {what}"] + [witness() for witness in WITNESSES]))
         time.sleep(0.02)
