@@ -6,11 +6,15 @@ git's hooks."""
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TOOLS = os.path.join(ROOT, "tools")
+sys.path.insert(0, TOOLS)
+
+from chapters.looks import URGENT, holds_tint  # pylint: disable=wrong-import-position
 
 
 def run(*command, **options):
@@ -130,6 +134,16 @@ class ComparePicturesTests(FolderTest):
         lines, status = self.compared()
         self.assertEqual(lines[1], f"2-box.png: only in {self.path('before')}")
         self.assertEqual(status, 1)
+
+
+class TintTests(unittest.TestCase):
+    def test_finds_a_tint_in_full_in_the_dark_of_a_flicker_and_at_an_edge(self):
+        for share in (1, 0.6, 0.25):
+            self.assertTrue(holds_tint([(0, 0, 0), tuple(round(part * share) for part in URGENT)], URGENT), share)
+
+    def test_finds_it_in_no_other_colour(self):
+        others = [(0, 0, 0), (40, 12, 7), (242, 242, 242), (80, 80, 80), (200, 255, 61), (255, 176, 32), (215, 119, 87)]
+        self.assertFalse(holds_tint(others, URGENT))
 
 
 class WrongWordsTests(unittest.TestCase):

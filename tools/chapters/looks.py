@@ -14,6 +14,15 @@ def wing_colours(screen, path, points=_WING):
     return [screen.pixels(f"{wing}x{height}+{side}+0", path) for side in (left - wing, right)]
 
 
+def holds_tint(colours, tint):
+    """Whether one of them is this tint on black, dimmed to a fifth at most, as at an edge or in a flicker."""
+    def is_tint(colour):
+        share = max(colour) / max(tint)
+        return share > 0.2 and all(abs(value - part * share) < 6 for value, part in zip(colour, tint))
+
+    return any(map(is_tint, colours))
+
+
 def _notch_colours(screen, path):
     """Those of the notch, but for its sides and its foot, where it is drawn round."""
     width, height = screen.stage.pixels(180), screen.stage.pixels(20)
