@@ -48,7 +48,14 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
       m_settingsWindow(m_engine, {m_agents, m_metronomePreviewer, m_loginItem, m_updater},
                        {platform.scheduler, platform.files, platform.directoryWatcher, m_measuring,
                         platform.directories.configuration},
-                       QStringLiteral(VESLORA_VERSION)) {
+                       QStringLiteral(VESLORA_VERSION)),
+      m_upgrade({platform.scheduler, platform.files, platform.directoryWatcher, platform.programs},
+                QCoreApplication::applicationFilePath().toStdString(),
+                {[this] { return isAtRest(); },
+                 [this] {
+                     m_makesWay = true;
+                     QCoreApplication::quit();
+                 }}) {
     prepareEngine(m_engine, m_environment);
     m_agents.obey(m_pausing);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
@@ -69,6 +76,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     });
     m_platform.appearance.follow();
     m_platform.doNotDisturb.follow();
+    m_upgrade.follow();
     if (takeFirstStart(m_support, m_settings, m_agents)) {
         m_settingsWindow.show(QStringLiteral("agents"));
     }
@@ -76,6 +84,18 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     m_notch.stop();
+}
+
+bool AppDelegate::isAtRest() {
+    const auto& tracker = m_notch.tracker();
+    const LiveActivityKind activity = m_notch.closedActivity();
+    const bool isTelling = activity == LiveActivityKind::timerAlert ||
+                           activity == LiveActivityKind::claudeAlert ||
+                           activity == LiveActivityKind::claudeFinished;
+    const bool isInUse = m_notch.timer().countdown() || m_notch.metronome().isRunning() ||
+                         m_notch.keepAwake().isOn() || (tracker && tracker->isExpanded()) ||
+                         m_settingsWindow.window();
+    return !isTelling && !isInUse && m_agents.pendingRequests().empty();
 }
 
 CommandOutcome AppDelegate::perform(const CommandLine::Ask& ask) {

@@ -12,6 +12,7 @@
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Support/QtTextMeasuring.h"
 #include "VesloraUI/Updates/UpdaterModel.h"
+#include "VesloraUI/Updates/UpgradeWatch.h"
 
 #include <QQmlEngine>
 
@@ -29,10 +30,15 @@ class AppDelegate {
     /// The whole order of stopping; afterwards no script waits for an answer any more.
     void applicationWillTerminate();
 
+    /// Whether the program ends so that another version, which was installed in its place, starts.
+    [[nodiscard]] bool makesWay() const { return m_makesWay; }
+
     /// Does what another process asked for. What is not to quit was done, or not, when this returns.
     CommandOutcome perform(const CommandLine::Ask& ask);
 
   private:
+    /// Whether nothing would be lost, and nothing seen, if the program ended and began again.
+    [[nodiscard]] bool isAtRest();
     CommandOutcome openSettings();
     /// What was asked of an island that may be out of sight.
     [[nodiscard]] static CommandOutcome outcomeOf(bool isDone);
@@ -54,6 +60,8 @@ class AppDelegate {
     LoginItemManager m_loginItem;
     UpdaterModel m_updater;
     SettingsWindow m_settingsWindow;
+    UpgradeWatch m_upgrade;
+    bool m_makesWay = false;
     bool m_offersResume = false; ///< the status menu does
 };
 

@@ -3,6 +3,7 @@
 
 #include "Veslora/AppDelegate.h"
 #include "Veslora/Report.h"
+#include "Veslora/Successor.h"
 #include "VesloraCore/Island/CommandLine.h"
 #include "VesloraCore/Overloaded.h"
 #include "VesloraLinux/DBus/RunningInstance.h"
@@ -38,6 +39,9 @@ namespace veslora::VesloraApp {
 namespace {
 
 using namespace std::chrono_literals;
+
+/// Beyond all that a process can end with: another version is to be started in this one's place.
+constexpr int makesWay = 0x100;
 
 int print(std::string_view text) {
     const bool isOut =
@@ -125,7 +129,7 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance, const Words& 
     const int status = QCoreApplication::exec();
     qCInfo(Logs::start, "ends with status %d", status);
     delegate.applicationWillTerminate();
-    return status;
+    return delegate.makesWay() ? makesWay : status;
 }
 
 int refuseWithoutDisplay(const Words& words) {
@@ -188,6 +192,13 @@ int start(int argc, char** argv, Translations& translations) {
     return report({RunningInstance::Result::silent, {}}, words);
 }
 
+/// With the versions that take over from it.
+int startForGood(int argc, char** argv, Translations& translations) {
+    Successor successor(argc, argv);
+    const int status = start(argc, argv, translations);
+    return status == makesWay ? refuse(successor.become()) : status;
+}
+
 int refuseWord(const CommandLine::Wrong& wrong, const Words& words) {
     std::fputs(CommandLine::usage(words).c_str(), stderr);
     if (wrong.isLength) {
@@ -210,7 +221,7 @@ int run(int argc, char** argv) {
                 if (request.isVerbose) {
                     Logs::beVerbose();
                 }
-                return start(argc, argv, translations);
+                return startForGood(argc, argv, translations);
             },
             [&](CommandLine::Help) {
                 return print(CommandLine::usage(language) + CommandLine::explanation(language));

@@ -40,14 +40,18 @@ bool isOwnDirectory(const std::string& path) {
 }
 
 std::string directoryOfProgram() {
-    char path[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-    const std::string program(path, length > 0 ? static_cast<std::size_t>(length) : 0);
+    const std::string program = executable();
     const std::size_t slash = program.rfind('/');
     return slash == std::string::npos || slash == 0 ? "/" : program.substr(0, slash);
 }
 
 } // namespace
+
+std::string executable() {
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    return {path, length > 0 ? static_cast<std::size_t>(length) : 0};
+}
 
 Directories find(const Environment& environment) {
     const auto variable = [&environment](const char* name) { return absolute(environment(name)); };
