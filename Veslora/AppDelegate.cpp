@@ -59,6 +59,8 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     prepareEngine(m_engine, m_environment);
     m_agents.obey(m_pausing);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
+    QObject::connect(&m_settingsWindow, &SettingsWindow::closed, &m_engine,
+                     [this] { forgetSettingsViews(); });
     QObject::connect(&platform.suspension, &Suspension::didWake, &m_environment,
                      &ViewEnvironment::readClocks);
 }
@@ -84,6 +86,13 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     m_notch.stop();
+}
+
+/// What the engine keeps of them for a next time, which is rare, is most of what the window costs.
+void AppDelegate::forgetSettingsViews() {
+    m_engine.collectGarbage();
+    m_engine.trimComponentCache();
+    m_platform.memory.releaseSoon();
 }
 
 bool AppDelegate::isAtRest() {

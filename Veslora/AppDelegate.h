@@ -39,6 +39,7 @@ class AppDelegate {
   private:
     /// Whether nothing would be lost, and nothing seen, if the program ended and began again.
     [[nodiscard]] bool isAtRest();
+    void forgetSettingsViews();
     CommandOutcome openSettings();
     /// What was asked of an island that may be out of sight.
     [[nodiscard]] static CommandOutcome outcomeOf(bool isDone);

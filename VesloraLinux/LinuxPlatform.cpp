@@ -20,6 +20,7 @@
 #include "VesloraLinux/DBus/TimerNotifier.h"
 #include "VesloraLinux/System/AdapterProcessRunner.h"
 #include "VesloraLinux/System/ArtworkLoader.h"
+#include "VesloraLinux/System/FreedMemory.h"
 #include "VesloraLinux/System/InotifyDirectoryWatcher.h"
 #include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/LinuxScheduler.h"
@@ -134,6 +135,7 @@ struct LinuxPlatform::Parts {
     NoOpUpdater updater;
     ProgramRunner programs{scheduler};
     LinuxDoNotDisturb doNotDisturb{SessionBus::connection(), qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
+    FreedMemory memory{scheduler};
     std::unique_ptr<WindowSystem> windowSystem = makeWindowSystem(scheduler);
     PowerAssertions power{scheduler, makeInhibitors(systemBus, windowSystem.get())};
     /// Absent without a window system.
@@ -183,7 +185,8 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .loginItem = loginItem,
                     .programs = programs,
                     .updater = updater,
-                    .doNotDisturb = doNotDisturb};
+                    .doNotDisturb = doNotDisturb,
+                    .memory = memory};
 }
 
 void LinuxPlatform::prepareEnvironment() {

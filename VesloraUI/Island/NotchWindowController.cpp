@@ -250,7 +250,7 @@ void NotchWindowController::editingChanged(bool isEditing) {
         return;
     }
     if (m_model) {
-        m_model->setExpanded(true);
+        showExpanded(true);
     }
     updateClickThrough();
 }
@@ -323,7 +323,7 @@ bool NotchWindowController::toggle() {
     }
     m_rack.exitEditing();
     m_tracker->shut();
-    m_model->setExpanded(false);
+    showExpanded(false);
     mouseMoved();
     return true;
 }
@@ -331,7 +331,7 @@ bool NotchWindowController::toggle() {
 void NotchWindowController::openByCommand() {
     m_tracker->holdOpen();
     m_rack.didOpen();
-    m_model->setExpanded(true);
+    showExpanded(true);
     // Takes in where the pointer is already.
     mouseMoved();
 }
@@ -365,8 +365,15 @@ void NotchWindowController::collapse() {
     }
     m_tracker->shut();
     m_tracker->update(nowhere, steadyNow());
-    m_model->setExpanded(false);
+    showExpanded(false);
     updateClickThrough();
+}
+
+void NotchWindowController::showExpanded(bool isExpanded) {
+    if (m_model->isExpanded() && !isExpanded) {
+        m_platform.memory.releaseSoon();
+    }
+    m_model->setExpanded(isExpanded);
 }
 
 void NotchWindowController::mouseMoved() {
@@ -375,7 +382,7 @@ void NotchWindowController::mouseMoved() {
     }
     const Point mouse = mouseLocation().value_or(nowhere);
     if (m_tracker->update(mouse, steadyNow())) {
-        m_model->setExpanded(m_tracker->isExpanded());
+        showExpanded(m_tracker->isExpanded());
         if (m_tracker->isExpanded()) {
             m_rack.didOpen();
         }

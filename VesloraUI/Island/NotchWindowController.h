@@ -84,6 +84,8 @@ class NotchWindowController : public QObject {
     void applyVisibility();
     void openByCommand();
     void collapse();
+    /// Opens or closes the view, by the tracker's word.
+    void showExpanded(bool isExpanded);
     [[nodiscard]] bool isOnScreen() const { return !m_isHidden && m_tracker.has_value(); }
     void updateClickThrough();
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);

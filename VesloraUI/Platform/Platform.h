@@ -15,6 +15,7 @@
 #include "VesloraUI/Platform/HapticPerforming.h"
 #include "VesloraUI/Platform/HostApplications.h"
 #include "VesloraUI/Platform/LoginItem.h"
+#include "VesloraUI/Platform/MemoryReleasing.h"
 #include "VesloraUI/Platform/MetronomePlaying.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
@@ -86,6 +87,7 @@ struct Platform {
     ProgramRunning& programs;
     Updating& updater;
     DoNotDisturb& doNotDisturb;
+    MemoryReleasing& memory;
 };
 
 } // namespace veslora

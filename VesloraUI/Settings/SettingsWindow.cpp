@@ -66,6 +66,7 @@ void SettingsWindow::make() {
     connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
         if (!isVisible && m_window) {
             keepPlace();
+            connect(m_window.get(), &QObject::destroyed, this, &SettingsWindow::closed);
             m_window.release()->deleteLater();
         }
     });

@@ -49,6 +49,10 @@ class SettingsWindow : public QObject {
     /// Null while it is closed.
     [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
 
+  signals:
+    /// All of it is gone.
+    void closed();
+
   private:
     void make();
     void keepPlace();

@@ -260,6 +260,13 @@ class FakeLoginItem final : public LoginItem {
     }
 };
 
+class FakeMemory final : public MemoryReleasing {
+  public:
+    int releases = 0;
+
+    void releaseSoon() override { ++releases; }
+};
+
 /// Programs that end when a test says so.
 class FakePrograms final : public ProgramRunning {
   public:
@@ -344,6 +351,7 @@ class FakePlatform {
     FakePrograms programs;
     FakeUpdater updates;
     FakeDoNotDisturb quiet;
+    FakeMemory freed;
 
     /// Lets time pass, and the files' stamps with it.
     void advance(double seconds);
@@ -380,7 +388,8 @@ class FakePlatform {
                    .loginItem = login,
                    .programs = programs,
                    .updater = updates,
-                   .doNotDisturb = quiet};
+                   .doNotDisturb = quiet,
+                   .memory = freed};
 };
 
 /// The settings of a user who never touched any.

@@ -121,6 +121,19 @@ TEST_F(NotchWindowControllerTest, LeavingClosesAtOnceAndForgetsTheWait) {
     EXPECT_EQ(state(), IslandState::closed);
 }
 
+TEST_F(NotchWindowControllerTest, AsksForTheRacksMemoryBackEachTimeItCloses) {
+    start();
+    openByHover();
+    EXPECT_EQ(platform.freed.releases, 0);
+    platform.mouse.moveTo(farAway);
+    EXPECT_EQ(platform.freed.releases, 1);
+    platform.mouse.moveTo({{721, 500}});
+    EXPECT_EQ(platform.freed.releases, 1) << "a closed island that the pointer passes by";
+    controller.toggle();
+    controller.toggle();
+    EXPECT_EQ(platform.freed.releases, 2);
+}
+
 TEST_F(NotchWindowControllerTest, TakesClicksOnlyWhereTheIslandIs) {
     start();
     EXPECT_FALSE(platform.window.takesClicksAt(onNotch));

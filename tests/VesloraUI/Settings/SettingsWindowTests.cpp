@@ -388,9 +388,12 @@ TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {
     ASSERT_TRUE(first);
     settings.open();
     EXPECT_EQ(settings.window(), first);
+    const QSignalSpy closed(&settings, &SettingsWindow::closed);
     first->close();
     EXPECT_EQ(settings.window(), nullptr);
+    EXPECT_EQ(closed.count(), 0) << "it is still there, out of sight";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(closed.count(), 1);
     settings.open();
     EXPECT_TRUE(settings.window());
 }
