@@ -23,13 +23,32 @@ void select(SettingsScene& scene, const char* page) {
     scene.advance(0);
 }
 
-TEST(SettingsInPseudo, EveryTextIsTranslatedAndHasRoom) {
-    const PseudoTexts pseudo;
+/// For people to look at: keeps what the window shows in the folder that VESLORA_PICTURES names, if it names
+/// one.
+void keepPicture(SettingsScene& scene, const QString& language, int place) {
+    if (const QString folder = qEnvironmentVariable("VESLORA_PICTURES"); !folder.isEmpty()) {
+        const QString path = QStringLiteral("%1/%2-%3.png").arg(folder, language).arg(place);
+        EXPECT_TRUE(scene.window().grabWindow().save(path)) << path.toStdString();
+    }
+}
+
+/// In either direction of writing.
+class SettingsInPseudoLayout : public testing::TestWithParam<Qt::LayoutDirection> {};
+
+INSTANTIATE_TEST_SUITE_P(Either, SettingsInPseudoLayout, testing::Values(Qt::LeftToRight, Qt::RightToLeft),
+                         [](const auto& setting) {
+                             return setting.param == Qt::LeftToRight ? "FromTheLeft" : "FromTheRight";
+                         });
+
+TEST_P(SettingsInPseudoLayout, EveryTextIsTranslatedAndHasRoom) {
+    const PseudoTexts pseudo(GetParam());
     SettingsScene scene;
+    int place = 0;
     for (const char* page : pages) {
         select(scene, page);
         SpokenTexts(scene).expectTranslated(page);
         expectRoomInWindow(scene, page);
+        keepPicture(scene, GetParam() == Qt::LeftToRight ? "pseudo" : "pseudo-right", place++);
     }
     const CatalogFile catalog("de");
     for (const auto& [context, source] : pseudo.asked()) {
