@@ -13,7 +13,7 @@ class Successor {
     /// that.
     Successor(int argc, char** argv);
 
-    /// Goes on as that program, started as this one was: the process stays, so that whoever supervises it
+    /// Goes on as that program, started as this one was: the process stays, so that its supervisor
     /// sees no end. Returns only when that fails, with the reason.
     [[nodiscard]] std::string become();
 

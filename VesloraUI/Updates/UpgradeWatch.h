@@ -43,7 +43,7 @@ class UpgradeWatch {
     UpgradeWatch(const UpgradeWatch&) = delete;
     UpgradeWatch& operator=(const UpgradeWatch&) = delete;
 
-    /// Begins. A program that belongs to our own user is left alone: it was built here, and whoever builds it
+    /// Begins. A program that belongs to our own user is left alone: it was built here, and who builds it
     /// starts it too. Nothing happens either where its folder can't be watched.
     void follow();
 

@@ -7,6 +7,7 @@
 #include "tests/VesloraUI/Settings/SettingsParts.h"
 
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
