@@ -3,8 +3,13 @@
 
 namespace veslora {
 
+std::string_view rawValue(LiveActivityPriority priority) {
+    return priority == LiveActivityPriority::timer ? "timer" : "music";
+}
+
 LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> storedValue) {
-    return storedValue == "timer" ? LiveActivityPriority::timer : LiveActivityPriority::music;
+    return storedValue == rawValue(LiveActivityPriority::timer) ? LiveActivityPriority::timer
+                                                                : LiveActivityPriority::music;
 }
 
 std::string_view name(LiveActivityKind kind) {

@@ -5,6 +5,7 @@
 #include "VesloraCore/Music/NowPlaying.h"
 #include "VesloraCore/Timestamp.h"
 
+#include <array>
 #include <optional>
 #include <string_view>
 
@@ -26,6 +27,11 @@ enum class LiveActivityKind {
 /// Which of these two goes first where both are there.
 enum class LiveActivityPriority { music, timer };
 
+inline constexpr std::array allLiveActivityPriorities{LiveActivityPriority::music,
+                                                      LiveActivityPriority::timer};
+
+/// How the settings spell it.
+[[nodiscard]] std::string_view rawValue(LiveActivityPriority priority);
 /// The priority stored as "timer" or "music"; music first for an absent or any other text.
 [[nodiscard]] LiveActivityPriority liveActivityPriorityFrom(std::optional<std::string_view> storedValue);
 

@@ -3,9 +3,9 @@
 
 #include "VesloraCore/Overloaded.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Store/SettingJson.h"
 
 #include <array>
-#include <charconv>
 
 namespace veslora {
 
@@ -18,25 +18,10 @@ std::string fileName(const std::string& suite) {
     return suite.empty() ? "settings.json" : "settings." + suite + ".json";
 }
 
-bool isReadAs(const Defaults::Value& value, const Json& stored) {
-    return std::visit(Overloaded{[&](bool) { return stored.boolean().has_value(); },
-                                 [&](double) { return stored.number().has_value(); },
-                                 [&](int) { return stored.integer32().has_value(); },
-                                 [&](const std::string&) { return stored.string() != nullptr; }},
-                      value);
-}
-
-/// The shortest text that reads as that very number. Absent for one that is not finite.
-std::optional<Json> jsonOf(double number) {
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), number);
-    return Json::parse({text.data(), result.ptr});
-}
-
 } // namespace
 
 Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string directory, const std::string& suite)
-    : m_files(files), m_watcher(watcher), m_directory(std::move(directory)),
+    : m_files(files), m_watcher(&watcher), m_directory(std::move(directory)),
       m_path(m_directory + "/" + fileName(suite)), m_values(Json::makeObject()),
       m_unsaved(Json::makeObject()) {
     makeDirectory();
@@ -47,6 +32,12 @@ Defaults::Defaults(Files& files, DirectoryWatcher& watcher, std::string director
     }
 }
 
+Defaults::Defaults(Files& files, std::string directory)
+    : m_files(files), m_directory(std::move(directory)), m_path(m_directory + "/" + fileName({})),
+      m_values(Json::makeObject()), m_unsaved(Json::makeObject()) {
+    load();
+}
+
 Defaults::~Defaults() {
     if (m_isWaiting) {
         load();
@@ -54,7 +45,7 @@ Defaults::~Defaults() {
     }
 }
 
-void Defaults::registerDefaults(std::initializer_list<std::pair<std::string_view, Value>> values) {
+void Defaults::registerDefaults(std::span<const Change> values) {
     for (const auto& [key, value] : values) {
         m_registered.insert_or_assign(std::string(key), value);
     }
@@ -96,30 +87,49 @@ std::optional<std::string> Defaults::stringValue(std::string_view key) const {
     return fallback != nullptr ? std::optional(*fallback) : std::nullopt;
 }
 
+Defaults::Value Defaults::value(std::string_view key) const {
+    const Value& standard = m_registered.find(key)->second;
+    const Json* stored = m_values.find(key);
+    return (stored != nullptr ? SettingJson::read(*stored, standard) : std::nullopt).value_or(standard);
+}
+
 void Defaults::set(std::string_view key, bool value) {
-    store(key, Json::makeBoolean(value), [&] { return boolValue(key) == value; });
+    set(std::array{Change(key, value)});
 }
 
 void Defaults::set(std::string_view key, double value) {
-    if (auto json = jsonOf(value)) {
-        store(key, *std::move(json), [&] { return doubleValue(key) == value; });
-    }
+    set(std::array{Change(key, value)});
 }
 
 void Defaults::set(std::string_view key, int value) {
-    store(key, Json::makeInteger(value), [&] { return integerValue(key) == value; });
+    set(std::array{Change(key, value)});
 }
 
 void Defaults::set(std::string_view key, std::string_view value) {
-    store(key, Json::makeString(std::string(value)), [&] { return stringValue(key) == value; });
+    set(std::array{Change(key, std::string(value))});
 }
 
-void Defaults::store(std::string_view key, Json value, const std::function<bool()>& isAlready) {
+bool Defaults::isReadAs(std::string_view key, const Value& value) const {
+    return std::visit(Overloaded{[&](bool flag) { return boolValue(key) == flag; },
+                                 [&](int integer) { return integerValue(key) == integer; },
+                                 [&](double number) { return doubleValue(key) == number; },
+                                 [&](const std::string& text) { return stringValue(key) == text; }},
+                      value);
+}
+
+void Defaults::set(std::span<const Change> changes) {
     // Another program may have written since the last event: its other values must not be lost.
     bool differs = load();
-    if (!isAlready()) {
-        m_unsaved.set(key, value);
-        m_values.set(key, std::move(value));
+    bool isNew = false;
+    for (const auto& [key, value] : changes) {
+        auto json = SettingJson::make(value);
+        if (json && !isReadAs(key, value)) {
+            m_unsaved.set(key, *json);
+            m_values.set(key, *std::move(json));
+            isNew = true;
+        }
+    }
+    if (isNew) {
         saveInTime();
         differs = true;
     }
@@ -128,15 +138,28 @@ void Defaults::store(std::string_view key, Json value, const std::function<bool(
     }
 }
 
+std::error_code Defaults::writeNow() {
+    if (m_unsaved.members().empty()) {
+        return {};
+    }
+    m_isWaiting = false;
+    const bool differs = load();
+    save();
+    if (differs) {
+        emit changed();
+    }
+    return m_unsaved.members().empty() ? std::error_code() : m_writeError;
+}
+
 /// Takes over what the file holds now. True when the values differ. A file that can't be read, or that holds
 /// no settings, leaves the last good ones.
 bool Defaults::load() {
     ReadResult file = m_files.read(m_path, {.links = Links::follow});
     const bool isMissing = file.error == std::errc::no_such_file_or_directory;
-    m_isReadable = file || isMissing;
-    tellOfReading(isMissing ? std::error_code() : file.error);
+    m_readError = isMissing ? std::error_code() : file.error;
+    tellOfReading(m_readError);
     auto text = isMissing ? std::nullopt : std::optional(std::move(file.bytes));
-    if (!m_isReadable || text == m_text) {
+    if (m_readError || text == m_text) {
         return false;
     }
     m_text = std::move(text);
@@ -168,7 +191,7 @@ void Defaults::tellOfOddValues() const {
     }
     for (const auto& [key, value] : m_registered) {
         const Json* stored = m_values.find(key);
-        if (stored != nullptr && !isReadAs(value, *stored)) {
+        if (stored != nullptr && !SettingJson::read(*stored, value)) {
             qCWarning(Logs::settings, "%s in %s is of another type", key.c_str(), m_path.c_str());
         }
     }
@@ -208,25 +231,35 @@ void Defaults::save() {
     makeDirectory();
     watch();
     const std::string target = m_files.resolve(m_path);
-    if (!m_isReadable || (m_isDamaged && !keepDamaged(target))) {
-        return;
-    }
     std::string text = m_values.print(Json::Layout::pretty) + "\n";
-    const std::error_code error = m_files.write(target, text, privately);
-    if (m_writeTrouble.begins(error)) {
-        qCWarning(Logs::settings, "can't write %s: %s", target.c_str(), error.message().c_str());
-    }
-    if (!error) {
+    m_writeError = write(target, text);
+    if (!m_writeError) {
         m_text = std::move(text);
         m_isDamaged = false;
         m_unsaved = Json::makeObject();
     }
 }
 
+std::error_code Defaults::write(const std::string& target, const std::string& text) {
+    if (m_readError) {
+        return m_readError;
+    }
+    if (m_isDamaged) {
+        if (const std::error_code error = keepDamaged(target)) {
+            return error;
+        }
+    }
+    const std::error_code error = m_files.write(target, text, privately);
+    if (m_writeTrouble.begins(error)) {
+        qCWarning(Logs::settings, "can't write %s: %s", target.c_str(), error.message().c_str());
+    }
+    return error;
+}
+
 /// Puts a file that holds no settings aside before it is replaced: it may be a slip of the user's editor.
-bool Defaults::keepDamaged(const std::string& target) {
+std::error_code Defaults::keepDamaged(const std::string& target) {
     if (m_text->empty()) {
-        return true;
+        return {};
     }
     const std::string aside = target + ".damaged";
     const std::error_code error = m_files.write(aside, *m_text, privately);
@@ -236,13 +269,13 @@ bool Defaults::keepDamaged(const std::string& target) {
     } else {
         qCInfo(Logs::settings, "put the damaged file aside as %s", aside.c_str());
     }
-    return !error;
+    return error;
 }
 
 /// Watches the directory, unless that is already done or can't be.
 void Defaults::watch() {
-    if (!m_watch || !m_watch->isActive()) {
-        m_watch = m_watcher.watch(m_directory, DirectoryChanges::any, [this] { directoryChanged(); });
+    if (m_watcher != nullptr && (!m_watch || !m_watch->isActive())) {
+        m_watch = m_watcher->watch(m_directory, DirectoryChanges::any, [this] { directoryChanged(); });
     }
 }
 

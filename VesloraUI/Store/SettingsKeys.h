@@ -3,12 +3,13 @@
 #pragma once
 
 #include "VesloraCore/Text/Words.h"
+#include "VesloraUI/Store/Setting.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace veslora {
 
@@ -23,24 +24,15 @@ enum class DisplayChoice : std::uint8_t { builtIn, main };
 /// The built-in display for an absent text and for any that is no raw value.
 [[nodiscard]] DisplayChoice displayChoiceFrom(std::optional<std::string_view> rawValue);
 
-/// A range that holds both its ends.
-struct ClosedRange {
-    double lower = 0;
-    double upper = 0;
-
-    [[nodiscard]] constexpr double clamped(double value) const { return std::clamp(value, lower, upper); }
-    bool operator==(const ClosedRange&) const = default;
-};
-
 /// Words with "claude" in them serve every agent; the spelling stays for the sake of existing files.
 namespace SettingsKeys {
 
 inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";
-inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds
+inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds, none or more
 inline constexpr std::string_view displayChoice = "displayChoice"; ///< of a `DisplayChoice`
 /// Name of the connector whose screen counts before `displayChoice`, as in "DP-1"; empty for none.
 inline constexpr std::string_view displayOutput = "displayOutput";
-inline constexpr std::string_view accent = "accent";         ///< of an `Accent`
+inline constexpr std::string_view accent = "accent";         ///< one of `accents`
 inline constexpr std::string_view timerSound = "timerSound"; ///< one of `timerSounds`
 inline constexpr std::string_view timerNotifications = "timerNotifications";
 inline constexpr std::string_view widgetLayout = "widgetLayout"; ///< of a `WidgetLayout`
@@ -66,6 +58,9 @@ inline constexpr std::string_view keepAwakeDisplay = "keepAwakeDisplay";
 inline constexpr std::string_view keepAwakeWhileClaude = "keepAwakeWhileClaude";
 inline constexpr std::string_view keepAwakeLiveActivity = "keepAwakeLiveActivity";
 
+/// The colours to choose from, in the order of an `Accent`.
+inline constexpr std::array<std::string_view, 4> accents{"lime", "cyan", "amber", "white"};
+
 /// The sounds that may end a timer. The last plays nothing.
 inline constexpr std::array<std::string_view, 5> timerSounds{
     translatable("TimerSounds", "Glass"), translatable("TimerSounds", "Ping"),
@@ -74,6 +69,11 @@ inline constexpr std::array<std::string_view, 5> timerSounds{
 
 /// Every reader of `widgetSpacing` holds it to this; the store keeps what was written.
 inline constexpr ClosedRange widgetSpacingRange{8, 80};
+
+/// Every setting, in the order of the list above.
+[[nodiscard]] const std::vector<Setting>& all();
+/// Null for a text that is no key.
+[[nodiscard]] const Setting* named(std::string_view key);
 
 /// Registers the default of every key. To be called once on each store before anything reads it.
 void registerDefaults(Defaults& settings);

@@ -2,23 +2,15 @@
 #include "VesloraUI/Style/Accent.h"
 
 #include "VesloraCore/Text/Words.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace veslora::AccentColors {
 
 std::string rawValue(Accent accent) {
-    switch (accent) {
-    case Accent::lime:
-        return "lime";
-    case Accent::cyan:
-        return "cyan";
-    case Accent::amber:
-        return "amber";
-    case Accent::white:
-        return "white";
-    }
-    return "lime";
+    return std::string(SettingsKeys::accents[static_cast<std::size_t>(accent)]);
 }
 
 Accent fromStored(const std::optional<std::string>& text) {

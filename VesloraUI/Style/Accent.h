@@ -12,6 +12,7 @@
 
 namespace veslora {
 
+/// In the order of `SettingsKeys::accents`.
 enum class Accent { lime, cyan, amber, white };
 
 namespace AccentColors {

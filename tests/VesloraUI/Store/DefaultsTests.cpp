@@ -8,7 +8,9 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 #include <utility>
+#include <vector>
 
 using namespace veslora;
 
@@ -411,4 +413,52 @@ TEST_F(DefaultsTest, ObserverMayWriteInItsTurn) {
     EXPECT_EQ(store.defaults.integerValue("count"), 8);
     EXPECT_EQ(store.changes, 2);
     EXPECT_EQ(Store(files, watcher).defaults.integerValue("count"), 8);
+}
+
+TEST_F(DefaultsTest, ManyChangesAreOneWriteAndOneSignal) {
+    Store store(files, watcher);
+    const int before = memory.writes();
+    store.defaults.set(std::vector<Defaults::Change>{{"flag", false}, {"share", 0.25}, {"word", "cyan"}});
+    EXPECT_EQ(memory.writes(), before + 1);
+    EXPECT_EQ(store.changes, 1);
+    EXPECT_FALSE(store.defaults.boolValue("flag"));
+    EXPECT_EQ(freshWord(), "cyan");
+    store.defaults.set(std::vector<Defaults::Change>{{"flag", false}, {"word", "cyan"}});
+    store.defaults.set(std::span<const Defaults::Change>());
+    EXPECT_EQ(memory.writes(), before + 1) << "all of it is so already";
+    EXPECT_EQ(store.changes, 1);
+}
+
+TEST_F(DefaultsTest, WhatIsNotOnTheDiskIsTold) {
+    Store store(files, watcher);
+    EXPECT_FALSE(store.defaults.writeNow());
+    files.writeError = std::errc::no_space_on_device;
+    store.defaults.set("word", "cyan");
+    EXPECT_EQ(store.defaults.writeNow(), std::errc::no_space_on_device);
+    files.writeError.reset();
+    EXPECT_FALSE(store.defaults.writeNow());
+    EXPECT_EQ(freshWord(), "cyan");
+    files.readError = std::errc::io_error;
+    store.defaults.set("word", "amber");
+    EXPECT_EQ(store.defaults.writeNow(), std::errc::io_error) << "what can't be read is not replaced";
+    files.readError.reset();
+    EXPECT_EQ(freshWord(), "cyan");
+}
+
+TEST_F(DefaultsTest, OneForALookMakesNothingAndFollowsNothing) {
+    {
+        Defaults look(files, directory);
+        look.registerDefaults({{"word", "lime"}});
+        EXPECT_EQ(std::get<std::string>(look.value("word")), "lime");
+    }
+    EXPECT_FALSE(memory.exists(directory));
+    memory.put(path, R"({"word": "cyan", "other": 1})");
+    Defaults look(files, directory);
+    look.registerDefaults({{"word", "lime"}});
+    EXPECT_EQ(std::get<std::string>(look.value("word")), "cyan");
+    EXPECT_TRUE(watcher.watched().empty());
+    look.set("word", "amber");
+    EXPECT_FALSE(look.writeNow());
+    EXPECT_EQ(freshWord(), "amber");
+    EXPECT_NE(memory.text(path)->find("other"), std::string::npos) << "keys of others stay";
 }
