@@ -41,18 +41,26 @@ MetronomeModel::~MetronomeModel() {
 }
 
 void MetronomeModel::setBpm(int bpm) {
-    assign(this, m_tempo, MetronomeTempo::clamped(bpm), &MetronomeModel::bpmChanged);
+    takeTempo(MetronomeTempo::clamped(bpm));
     m_settings.set(SettingsKeys::metronomeBPM, m_tempo);
+    changed();
+}
+
+void MetronomeModel::takeTempo(int bpm) {
+    assign(this, m_tempo, bpm, &MetronomeModel::bpmChanged);
     if (m_clock) {
         // The last beat that is queued stays, and the next one follows it at the new tempo.
         m_clock = m_clock->withTempo(m_tempo, std::max<std::int64_t>(m_nextBeat - 1, 0));
     }
-    changed();
 }
 
 void MetronomeModel::setSignature(TimeSignature signature) {
-    assign(this, m_signature, signature, &MetronomeModel::signatureChanged);
+    takeSignature(signature);
     m_settings.set(SettingsKeys::metronomeSignature, m_signature.storedValue());
+}
+
+void MetronomeModel::takeSignature(TimeSignature signature) {
+    assign(this, m_signature, signature, &MetronomeModel::signatureChanged);
     if (m_clock) {
         m_clock = m_clock->withBeatsPerBar(m_signature.beats, m_nextBeat);
     }
@@ -63,8 +71,16 @@ void MetronomeModel::setSound(MetronomeSound sound) {
     m_settings.set(SettingsKeys::metronomeSound, rawValue(m_sound));
 }
 
-/// Tempo and signature are written by nobody else.
 void MetronomeModel::applySettings() {
+    const auto signature =
+        TimeSignature::fromStoredValue(m_settings.stringValue(SettingsKeys::metronomeSignature));
+    if (signature != m_signature) {
+        takeSignature(signature);
+    }
+    if (const int tempo = storedTempo(m_settings); tempo != m_tempo) {
+        takeTempo(tempo);
+        changed();
+    }
     // Not by `setSound`, since a text that names no sound stays in the store.
     assign(this, m_sound, metronomeSoundFrom(m_settings.stringValue(SettingsKeys::metronomeSound)),
            &MetronomeModel::soundChanged);

@@ -96,7 +96,10 @@ class MetronomeModel : public QObject {
     void isRunningChanged();
 
   private:
+    /// Takes over what somebody else has stored.
     void applySettings();
+    void takeTempo(int bpm);
+    void takeSignature(TimeSignature signature);
     void configurationChanged();
     void playerFailed();
     void pump();

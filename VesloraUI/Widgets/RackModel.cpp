@@ -153,8 +153,19 @@ std::optional<double> RackModel::readCustomSpacing() const {
 }
 
 void RackModel::settingsChanged() {
+    takeStoredLayout();
     assign(this, m_customSpacing, readCustomSpacing(), &RackModel::spacingChanged);
     reportIslandWidth();
+}
+
+/// Takes over an arrangement that somebody else has stored.
+void RackModel::takeStoredLayout() {
+    auto stored = WidgetLayout::fromStoredValue(m_settings.stringValue(SettingsKeys::widgetLayout));
+    if (m_layout != stored) {
+        m_layout = std::move(stored);
+        setPage(m_page);
+        emit layoutChanged();
+    }
 }
 
 /// Keeps the arrangement in the settings first, so that it survives whatever its observers do.

@@ -126,6 +126,7 @@ class RackModel : public QObject {
     void changed();
 
   private:
+    void takeStoredLayout();
     void setLayout(WidgetLayout layout);
     [[nodiscard]] std::optional<int> pageIn(const WidgetLayout& layout, WidgetID id) const;
     void showPageOf(WidgetID id);

@@ -63,6 +63,19 @@ TEST_F(MetronomeModelTest, WhatDoesNotParseFallsBackAndStaysInTheStore) {
     EXPECT_EQ(stored(SettingsKeys::metronomeSound), "gong");
 }
 
+TEST_F(MetronomeModelTest, TempoAndSignatureThatSomebodyElseStoresAreTakenOver) {
+    const QSignalSpy tempos(metronome.get(), &MetronomeModel::bpmChanged);
+    metronome->start();
+    settings.set(std::vector<Defaults::Change>{{SettingsKeys::metronomeBPM, 90},
+                                               {SettingsKeys::metronomeSignature, "3/4"}});
+    EXPECT_EQ(metronome->bpm(), 90);
+    EXPECT_EQ(metronome->signature(), (TimeSignature{3, 4}));
+    EXPECT_EQ(tempos.count(), 1);
+    EXPECT_TRUE(metronome->isRunning());
+    metronome->adjust(1);
+    EXPECT_EQ(settings.integerValue(SettingsKeys::metronomeBPM), 91);
+}
+
 TEST_F(MetronomeModelTest, TheTempoIsHeldAndStored) {
     metronome->setBpm(29);
     EXPECT_EQ(metronome->bpm(), 30);
@@ -76,6 +89,7 @@ TEST_F(MetronomeModelTest, TheTempoIsHeldAndStored) {
 TEST_F(MetronomeModelTest, AStepBeyondTheEndStillStoresAndTells) {
     settings.set(SettingsKeys::metronomeBPM, 1000);
     make();
+    changes = 0; // the one before took the stored tempo over
     const QSignalSpy bpmChanged(metronome.get(), &MetronomeModel::bpmChanged);
     metronome->adjust(5);
     EXPECT_EQ(metronome->bpm(), 300);

@@ -517,3 +517,14 @@ TEST_F(RackModelTest, WhateverIsDoneOnWhateverScreenTheRackKeepsItsRules) {
         }
     }
 }
+
+TEST_F(RackModelTest, AnArrangementThatSomebodyElseStoresIsTakenOver) {
+    RackModel& model = make("timer,music");
+    model.enterEditing();
+    settings.set(SettingsKeys::widgetLayout, "clock,music,meters");
+    model.settingsChanged();
+    EXPECT_THAT(model.layout().ids(), ElementsAre(WidgetID::clock, WidgetID::music, WidgetID::meters));
+    EXPECT_EQ(widths.back(), model.islandWidth());
+    model.remove(WidgetID::music);
+    EXPECT_EQ(settings.stringValue(SettingsKeys::widgetLayout), "clock,meters") << "it is no longer the old";
+}
