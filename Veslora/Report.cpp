@@ -8,8 +8,7 @@
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/X11/X11DesktopReport.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
-#include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
-#include "VesloraUI/Claude/Hooks/CodexHooks.h"
+#include "VesloraUI/Claude/Hooks/KnownHooks.h"
 #include "VesloraUI/Claude/Monitors/ClaudeSessionDirectory.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 
@@ -57,9 +56,8 @@ std::vector<BugReport::Agent> findAgents() {
     const Directories directories = LinuxDirectories::find(LinuxDirectories::processEnvironment);
     PosixFiles files;
     SupportDirectory support(files, directories.support, directories.runtime);
-    const auto claude =
-        ClaudeHooks(files, support, directories.claude + "/settings.json", directories.executables).state();
-    const auto codex = CodexHooks(files, support, directories.codex + "/hooks.json").state();
+    const auto claude = makeAgentHooks(AgentKind::claude, files, support, directories)->state();
+    const auto codex = makeAgentHooks(AgentKind::codex, files, support, directories)->state();
     return {{.name = std::string(traitsOf(AgentKind::claude).name),
              .hasHooks = claude.areInstalled,
              .areHooksOutdated = claude.areOutdated,

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Settings/AgentHooksPresenter.h"
 
-#include "VesloraCore/Agents/Hooks/InstallError.h"
-#include "VesloraUI/Claude/Hooks/FileError.h"
-#include "VesloraUI/Support/FileReasons.h"
+#include "VesloraUI/Claude/Hooks/HookFailures.h"
 
 #include <QCoreApplication>
 
@@ -50,30 +48,20 @@ QString AgentHooksPresenter::textOf(const char* AgentHookTexts::*text) const {
     return agent ? QCoreApplication::translate("AgentHooks", agent->traits().hookTexts.*text) : QString();
 }
 
-QString AgentHooksPresenter::textOf(const FileError& error) {
-    const QString path = QString::fromStdString(error.path());
-    return error.action() == FileError::Action::reading
-               ? tr("Couldn't read %1: %2. Nothing was changed.").arg(path, FileReasons::text(error.code()))
-               : tr("Couldn't write %1: %2. Nothing was changed.").arg(path, FileReasons::text(error.code()));
-}
-
 void AgentHooksPresenter::press() {
     AgentMonitor* agent = monitor();
     if (!agent) {
         return;
     }
-    try {
-        if (agent->hooksInstalled()) {
-            agent->removeHooks();
-        } else {
-            agent->installHooks();
-        }
-        m_errorText.clear();
-    } catch (const ClaudeHooksInstaller::InstallError&) {
-        m_errorText = textOf(&AgentHookTexts::notUnderstood);
-    } catch (const FileError& error) {
-        m_errorText = textOf(error);
-    }
+    m_errorText = HookFailures::textOf(
+        [agent] {
+            if (agent->hooksInstalled()) {
+                agent->removeHooks();
+            } else {
+                agent->installHooks();
+            }
+        },
+        agent->traits());
     refresh();
 }
 

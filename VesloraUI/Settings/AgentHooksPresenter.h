@@ -9,8 +9,6 @@
 
 namespace veslora {
 
-class FileError;
-
 class AgentHooksPresenter : public veslora::Presenter {
     Q_OBJECT
     QML_ELEMENT
@@ -56,7 +54,6 @@ class AgentHooksPresenter : public veslora::Presenter {
     /// Null while nothing is known of that agent.
     [[nodiscard]] AgentMonitor* monitor() const;
     [[nodiscard]] QString textOf(const char* AgentHookTexts::*text) const;
-    [[nodiscard]] static QString textOf(const FileError& error);
 
     AgentsModel* m_agents = nullptr;
     int m_agent = 0;

@@ -27,6 +27,8 @@ class AgentHooks {
     /// Asks the file system, but reads the configuration only after it changed.
     [[nodiscard]] AgentHooksState state();
 
+    /// Throws what `install` would for the configuration as it is; changes nothing.
+    virtual void check() = 0;
     /// Throws `InstallError` or `FileError`; then the configuration is as it was.
     virtual void install() = 0;
     /// False when there was no configuration to take anything out of. Throws as `install` does.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
 
-#include "VesloraCore/Agents/Hooks/ClaudeStatusLineInstaller.h"
 #include "VesloraCore/Agents/Hooks/SupportNames.h"
 #include "VesloraUI/Claude/Hooks/ConfigurationFile.h"
 #include "VesloraUI/Claude/Hooks/FileError.h"
@@ -40,13 +39,23 @@ bool ClaudeHooks::holdsOurs(const std::optional<std::string>& text) const {
            ClaudeStatusLineInstaller::isInstalled(text, m_scripts.commandOf(SupportNames::claudeStatusLine));
 }
 
+ClaudeStatusLineInstaller::Installed ClaudeHooks::installing(const std::optional<std::string>& text) const {
+    return ClaudeStatusLineInstaller::installing(
+        ClaudeHooksInstaller::installing(text, commands(), HookSet::claude()),
+        m_scripts.commandOf(SupportNames::claudeStatusLine));
+}
+
+void ClaudeHooks::check() {
+    ConfigurationFile settings(m_files, m_configuration);
+    std::ignore = installing(settings.read());
+}
+
 void ClaudeHooks::install() {
     ConfigurationFile settings(m_files, m_configuration);
     const std::string lineCommand = m_scripts.commandOf(SupportNames::claudeStatusLine);
     const bool hadOurs = holdsOurs(settings.read());
     const bool hadLine = ClaudeStatusLineInstaller::isInstalled(settings.text(), lineCommand);
-    const auto installed = ClaudeStatusLineInstaller::installing(
-        ClaudeHooksInstaller::installing(settings.text(), commands(), HookSet::claude()), lineCommand);
+    const auto installed = installing(settings.text());
     FileError::throwIfFailed(m_support.create(), m_support.path());
     saveStatusLine(installed.previous, hadLine);
     m_scripts.write();

@@ -6,6 +6,7 @@
 #include "VesloraUI/Claude/Hooks/FileError.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 
+#include <tuple>
 #include <utility>
 
 namespace veslora {
@@ -46,6 +47,11 @@ bool CodexHooks::readTrust() const {
     const bool isMissing = read.error == std::errc::no_such_file_or_directory;
     return (read.error && !isMissing) || CodexHookTrust::namesAll(read.bytes, m_configuration, m_places) ||
            CodexHookTrust::namesAll(read.bytes, m_files.resolve(m_configuration), m_places);
+}
+
+void CodexHooks::check() {
+    ConfigurationFile hooks(m_files, m_configuration);
+    std::ignore = ClaudeHooksInstaller::installing(hooks.read(), commands(), HookSet::codex());
 }
 
 void CodexHooks::install() {

@@ -17,6 +17,7 @@ class CodexHooks final : public AgentHooks {
   public:
     CodexHooks(Files& files, SupportDirectory& support, std::string hooksFile);
 
+    void check() override;
     void install() override;
     bool remove() override;
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Claude/Monitors/KnownAgents.h"
 
-#include "VesloraUI/Claude/Hooks/ClaudeHooks.h"
-#include "VesloraUI/Claude/Hooks/CodexHooks.h"
+#include "VesloraUI/Claude/Hooks/KnownHooks.h"
 #include "VesloraUI/Claude/Monitors/ClaudeSource.h"
 #include "VesloraUI/Claude/Monitors/ClaudeUsageMonitor.h"
 #include "VesloraUI/Claude/Monitors/CodexSource.h"
@@ -29,16 +28,15 @@ AgentParts claudeAgent(const AgentMonitorSeams& seams, SupportDirectory& support
         [asked = source.get()] { return asked->liveSessionIds(); });
     std::string sessionsFolder = source->sessionsFolder();
     return {traitsOf(AgentKind::claude), std::move(source),
-            std::make_unique<ClaudeHooks>(seams.files, support, home + "/settings.json",
-                                          seams.directories.executables),
-            std::move(usage), std::move(sessionsFolder)};
+            makeAgentHooks(AgentKind::claude, seams.files, support, seams.directories), std::move(usage),
+            std::move(sessionsFolder)};
 }
 
 AgentParts codexAgent(const AgentMonitorSeams& seams, SupportDirectory& support) {
     const std::string& home = seams.directories.codex;
     return {traitsOf(AgentKind::codex),
             std::make_unique<CodexSource>(seams),
-            std::make_unique<CodexHooks>(seams.files, support, home + "/hooks.json"),
+            makeAgentHooks(AgentKind::codex, seams.files, support, seams.directories),
             std::make_unique<CodexUsageMonitor>(transcriptSeamsOf(seams), home + "/sessions", seams.calendar),
             {}};
 }

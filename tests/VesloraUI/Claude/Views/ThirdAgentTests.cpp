@@ -83,6 +83,7 @@ class ScribeHooks final : public AgentHooks {
   public:
     ScribeHooks(Files& files, SupportDirectory& support)
         : AgentHooks(files, support, "/home/me/.scribe", scribeTraits.hookNames) {}
+    void check() override {}
     void install() override {}
     bool remove() override { return false; }
 
