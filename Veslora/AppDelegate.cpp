@@ -3,8 +3,11 @@
 
 #include "VesloraCore/Island/StatusLine.h"
 #include "VesloraCore/Text/Words.h"
+#include "VesloraUI/Claude/Hooks/HooksCommand.h"
+#include "VesloraUI/Claude/Hooks/KnownHooks.h"
 #include "VesloraUI/Claude/Monitors/KnownAgents.h"
 #include "VesloraUI/Settings/FirstStart.h"
+#include "VesloraUI/Settings/SettingsCommand.h"
 #include "VesloraUI/Style/Views.h"
 #include "VesloraUI/Support/LocalCalendar.h"
 
@@ -128,10 +131,30 @@ CommandOutcome AppDelegate::perform(const CommandLine::Ask& ask) {
     case Command::quit:
         QCoreApplication::quit();
         return {};
+    case Command::exportSettings:
+        return SettingsCommand::exported(m_settings);
+    case Command::importSettings:
+        return SettingsCommand::import(m_settings, ask.text);
+    case Command::installHooks:
+    case Command::removeHooks:
+    case Command::hooksStatus:
+        return performOnHooks(ask);
     case Command::status:
         break;
     }
     return {true, statusLine()};
+}
+
+/// By hooks of its own: the monitor notices each change of the configuration, also by others.
+CommandOutcome AppDelegate::performOnHooks(const CommandLine::Ask& ask) {
+    const auto kind = agentKindOf(ask.text);
+    if (!kind) {
+        return {.isDone = false};
+    }
+    const auto hooks = makeAgentHooks(*kind, m_platform.files, m_support, m_platform.directories);
+    const AgentMonitor* monitor = m_agents.monitorOf(*kind);
+    return HooksCommand::perform(ask.command, *hooks, traitsOf(*kind),
+                                 monitor ? monitor->lastSign() : std::nullopt);
 }
 
 CommandOutcome AppDelegate::openSettings() {

@@ -41,6 +41,7 @@ class AppDelegate {
     [[nodiscard]] bool isAtRest();
     void forgetSettingsViews();
     CommandOutcome openSettings();
+    CommandOutcome performOnHooks(const CommandLine::Ask& ask);
     /// What was asked of an island that may be out of sight.
     [[nodiscard]] static CommandOutcome outcomeOf(bool isDone);
     [[nodiscard]] std::string statusLine();

@@ -2,15 +2,18 @@
 #include "Veslora/VesloraApp.h"
 
 #include "Veslora/AppDelegate.h"
+#include "Veslora/Asking.h"
+#include "Veslora/HooksWords.h"
 #include "Veslora/Report.h"
+#include "Veslora/SettingsWords.h"
 #include "Veslora/Successor.h"
+#include "Veslora/Terminal.h"
 #include "VesloraCore/Island/CommandLine.h"
 #include "VesloraCore/Overloaded.h"
 #include "VesloraLinux/DBus/RunningInstance.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/LinuxPlatform.h"
-#include "VesloraLinux/System/LinuxDirectories.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/Signals.h"
 #include "VesloraLinux/System/SupportLock.h"
@@ -21,12 +24,10 @@
 
 #include <QGuiApplication>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,64 +41,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
+using Terminal::print;
+using Terminal::refuse;
+
 /// Beyond all that a process can end with: another version is to be started in this one's place.
 constexpr int makesWay = 0x100;
 
-int print(std::string_view text) {
-    const bool isOut =
-        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    return isOut ? 0 : 1;
-}
-
-int refuse(const std::string& why) {
-    std::fprintf(stderr, "%s\n", why.c_str());
-    return 1;
-}
-
-std::string supportDirectory() {
-    return LinuxDirectories::find(LinuxDirectories::processEnvironment).support;
-}
-
-/// Made beforehand: a signal's handler may not.
-std::string& lineOfSilentBus() {
-    static std::string line;
-    return line;
-}
-
-void giveUpOnBus(int) {
-    const std::string& line = lineOfSilentBus();
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
-    _exit(1);
-}
-
-/// Connecting to a bus that hangs has no time limit of its own; every call over it has one.
-std::optional<QDBusConnection> connectInTime(const Words& words) {
-    constexpr unsigned seconds = 5;
-    lineOfSilentBus() = words.translate("CommandLine", "The session bus does not answer.") + "\n";
-    std::signal(SIGALRM, giveUpOnBus);
-    alarm(seconds);
-    auto bus = SessionBus::connection();
-    alarm(0);
-    return bus;
-}
-
-RunningInstance::Answer ask(const CommandLine::Ask& question, const Words& words) {
-    return RunningInstance(supportDirectory(), connectInTime(words)).ask(question);
-}
-
-int report(const RunningInstance::Answer& answer, const Words& words) {
-    if (answer.result != RunningInstance::Result::done) {
-        return refuse(RunningInstance::explain(answer, words));
-    }
-    return answer.text.empty() ? 0 : print(answer.text + "\n");
-}
-
-/// As a process of its own, which needs nothing but the bus or the socket.
-int askFromOutside(const CommandLine::Ask& question, int argc, char** argv, const Words& words) {
+/// As a process of its own, which needs nothing but the bus, the socket or the files.
+int fromOutside(int argc, char** argv, Translations& translations, const std::function<int()>& work) {
     // Else the toolkit complains of a shell without a locale; the language was read from it before.
     qputenv("LC_ALL", "C.UTF-8");
     const QCoreApplication application(argc, argv);
-    return report(ask(question, words), words);
+    translations.install();
+    return work();
 }
 
 /// As a process of its own too, with a display where there is one.
@@ -110,7 +66,7 @@ int reportFault(int argc, char** argv, const Words& words) {
     } else {
         application = std::make_unique<QCoreApplication>(argc, argv);
     }
-    const auto answer = ask({Command::status}, words);
+    const auto answer = Asking::ask({Command::status}, words);
     const bool isRunning = answer.result == RunningInstance::Result::done;
     return print(text(gatherReport(isRunning ? std::optional(answer.text) : std::nullopt)));
 }
@@ -122,7 +78,7 @@ int runDelegate(LinuxPlatform& platform, SingleInstance& instance, const Words& 
     SettingsKeys::registerDefaults(settings);
     AppDelegate delegate(platform.seams(), settings);
     if (!instance.claim([&delegate](const CommandLine::Ask& ask) { return delegate.perform(ask); })) {
-        return report(ask({Command::settings}, words), words);
+        return Asking::report(Asking::ask({Command::settings}, words), words);
     }
     const Signals signalWatch([] { QCoreApplication::quit(); });
     delegate.applicationDidFinishLaunching();
@@ -157,11 +113,6 @@ int runWith(SupportLock lock, int argc, char** argv, Translations& translations)
     return runDelegate(*platform, instance, translations.words());
 }
 
-int refuseSupport(const std::string& folder, const std::string& reason, const Words& words) {
-    const std::string pattern = words.translate("CommandLine", "Veslora can't use its folder %1: %2.");
-    return refuse(Words::filled(pattern, {folder, words.translate("SupportLock", reason.c_str())}));
-}
-
 int start(int argc, char** argv, Translations& translations) {
     qCInfo(Logs::start, "Veslora %s with Qt %s", VESLORA_VERSION, qVersion());
     LinuxPlatform::prepareEnvironment();
@@ -170,7 +121,7 @@ int start(int argc, char** argv, Translations& translations) {
     if (!LinuxPlatform::hasDisplay()) {
         return refuseWithoutDisplay(words);
     }
-    const std::string support = supportDirectory();
+    const std::string support = Asking::supportDirectory();
     PosixFiles files;
     // The program that has the lock listens beside it, but for one that has only just begun or is about to
     // end.
@@ -181,15 +132,15 @@ int start(int argc, char** argv, Translations& translations) {
             return runWith(std::move(*lock), argc, argv, translations);
         }
         if (const auto* why = std::get_if<SupportLock::Unusable>(&attempt)) {
-            return refuseSupport(support, why->reason, words);
+            return refuse(Asking::unusable(*why, words));
         }
         const auto answer = RunningInstance(support, std::nullopt).ask({Command::settings});
         if (answer.result != RunningInstance::Result::notThere) {
-            return report(answer, words);
+            return Asking::report(answer, words);
         }
         std::this_thread::sleep_for(20ms);
     }
-    return report({RunningInstance::Result::silent, {}}, words);
+    return Asking::report({RunningInstance::Result::silent, {}}, words);
 }
 
 /// With the versions that take over from it.
@@ -210,28 +161,48 @@ int refuseWord(const CommandLine::Wrong& wrong, const Words& words) {
 } // namespace
 
 int run(int argc, char** argv) {
-    const std::vector<std::string_view> words(argv + std::min(argc, 1), argv + argc);
+    const std::vector<std::string_view> arguments(argv + std::min(argc, 1), argv + argc);
     // Before anything changes what the environment says of it.
     Translations translations;
-    const Words language = translations.words();
+    const Words words = translations.words();
+    const auto outside = [&](const std::function<int()>& work) {
+        return fromOutside(argc, argv, translations, work);
+    };
     // Before anything that needs a display, a home or a bus.
-    return std::visit(
-        Overloaded{
-            [&](CommandLine::Start request) {
-                if (request.isVerbose) {
-                    Logs::beVerbose();
-                }
-                return startForGood(argc, argv, translations);
-            },
-            [&](CommandLine::Help) {
-                return print(CommandLine::usage(language) + CommandLine::explanation(language));
-            },
-            [](CommandLine::Version) { return print("Veslora " VESLORA_VERSION "\n"); },
-            [&](CommandLine::Report) { return reportFault(argc, argv, language); },
-            [&](const CommandLine::Ask& request) { return askFromOutside(request, argc, argv, language); },
-            [&](CommandLine::Wrong wrong) { return refuseWord(wrong, language); },
-        },
-        CommandLine::parse(words));
+    return std::visit(Overloaded{
+                          [&](CommandLine::Start request) {
+                              if (request.isVerbose) {
+                                  Logs::beVerbose();
+                              }
+                              return startForGood(argc, argv, translations);
+                          },
+                          [&](CommandLine::Help) {
+                              return print(CommandLine::usage(words) + CommandLine::explanation(words));
+                          },
+                          [](CommandLine::Version) { return print("Veslora " VESLORA_VERSION "\n"); },
+                          [&](CommandLine::Report) { return reportFault(argc, argv, words); },
+                          [&](const CommandLine::Ask& request) {
+                              return outside(
+                                  [&] { return Asking::report(Asking::ask(request, words), words); });
+                          },
+                          [&](const CommandLine::Get& request) {
+                              return outside([&] { return SettingsWords::get(request, words); });
+                          },
+                          [&](const CommandLine::Set& request) {
+                              return outside([&] { return SettingsWords::set(request, words); });
+                          },
+                          [&](const CommandLine::Export& request) {
+                              return outside([&] { return SettingsWords::exportThem(request, words); });
+                          },
+                          [&](const CommandLine::Import& request) {
+                              return outside([&] { return SettingsWords::import(request, words); });
+                          },
+                          [&](const CommandLine::Hooks& request) {
+                              return outside([&] { return HooksWords::run(request, words); });
+                          },
+                          [&](CommandLine::Wrong wrong) { return refuseWord(wrong, words); },
+                      },
+                      CommandLine::parse(arguments));
 }
 
 } // namespace veslora::VesloraApp

@@ -92,6 +92,14 @@
         <source>Couldn&apos;t read ~/.codex/hooks.json (it must be a JSON object); nothing was changed.</source>
         <translation>~/.codex/hooks.json ist nicht lesbar (es muss ein JSON-Objekt sein); nichts wurde geändert.</translation>
     </message>
+    <message>
+        <source>Couldn&apos;t read %1: %2. Nothing was changed.</source>
+        <translation>%1 war nicht lesbar: %2. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t write %1: %2. Nothing was changed.</source>
+        <translation>%1 war nicht schreibbar: %2. Nichts wurde geändert.</translation>
+    </message>
 </context>
 <context>
     <name>AgentHooksSection</name>
@@ -320,8 +328,8 @@
     <message>
         <source>
 Without a word Veslora starts; if it runs already, it opens its settings.
-The other words work from a shell without a display too, and ask the one that
-runs:
+The other words work from a shell without a display too. Those of the first
+list ask the one that runs:
 
   settings       open the settings window
   toggle         open the island until the pointer has been in it and has left
@@ -348,6 +356,21 @@ runs:
                    pausedUntil  until when alerts are paused by you, in seconds
                              since 1970; only while they are
 
+Those of the second list serve also while it does not run:
+
+  get            print the setting KEY; without one all of them, each on a line
+                 with its value, its default and what it may be, and tabs
+                 between
+  set            give the setting KEY the value VALUE
+  export         print the settings that differ from their defaults as JSON;
+                 with &quot;--all&quot; the others too
+  import         take over the settings of such a text from FILE, or from
+                 standard input; nothing of one in which anything is wrong
+  hooks install  put hooks into the configuration of AGENT, &quot;claude&quot; or &quot;codex&quot;,
+                 or of both, as the tab &quot;Agents&quot; does
+  hooks remove   take them out; agents that run go on working
+  hooks status   print a line on how they stand
+
   report         print what a report of a fault needs: versions, desktop,
                  screens, services and whether the agents&apos; hooks are in; nothing
                  private
@@ -358,12 +381,12 @@ runs:
   --version      print the version
 
 The status is 0 when it was done, 1 when it could not be done or Veslora is
-not running, and 2 for any other words.
+not running, 2 for any other words, and 3 when hooks are not installed.
 </source>
         <translation>
 Ohne ein Wort startet Veslora; läuft es schon, öffnet es seine Einstellungen.
-Die anderen Wörter gelten auch in einer Shell ohne Bildschirm und fragen das
-laufende Programm:
+Die anderen Wörter gelten auch in einer Shell ohne Bildschirm. Die der ersten
+Liste fragen das laufende Programm:
 
   settings       das Fenster der Einstellungen öffnen
   toggle         die Insel öffnen, bis der Zeiger in ihr war und sie verlassen
@@ -391,6 +414,21 @@ laufende Programm:
                    pausedUntil  bis wann Meldungen angehalten sind, in Sekunden
                              seit 1970; nur solange sie es sind
 
+Die der zweiten Liste gelten auch, solange es nicht läuft:
+
+  get            die Einstellung KEY ausgeben; ohne eine alle, jede in einer
+                 Zeile mit Wert, Vorgabe und dem, was sie sein darf, dazwischen
+                 Tabulatoren
+  set            der Einstellung KEY den Wert VALUE geben
+  export         die Einstellungen, die von ihrer Vorgabe abweichen, als JSON
+                 ausgeben; mit &quot;--all&quot; auch die anderen
+  import         die Einstellungen eines solchen Textes aus FILE oder von der
+                 Standardeingabe übernehmen; nichts, wenn darin etwas falsch ist
+  hooks install  Hooks in die Konfiguration von AGENT, &quot;claude&quot; oder &quot;codex&quot;,
+                 eintragen, oder in beide, wie der Reiter &quot;Agenten&quot; es tut
+  hooks remove   sie herausnehmen; laufende Agenten arbeiten weiter
+  hooks status   in einer Zeile ausgeben, wie es um sie steht
+
   report         ausgeben, was eine Fehlermeldung braucht: Versionen, Desktop,
                  Bildschirme, Dienste und ob die Hooks der Agenten installiert
                  sind; nichts Privates
@@ -401,8 +439,16 @@ laufende Programm:
   --version      die Version ausgeben
 
 Der Status ist 0, wenn es getan ist, 1, wenn es nicht ging oder Veslora nicht
-läuft, und 2 bei allen anderen Wörtern.
+läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
 </translation>
+    </message>
+    <message>
+        <source>Can&apos;t read %1: %2.</source>
+        <translation>%1 ist nicht lesbar: %2.</translation>
+    </message>
+    <message>
+        <source>standard input</source>
+        <translation>die Standardeingabe</translation>
     </message>
 </context>
 <context>
@@ -559,6 +605,21 @@ läuft, und 2 bei allen anderen Wörtern.
     <message>
         <source>Check Now</source>
         <translation>Jetzt suchen</translation>
+    </message>
+</context>
+<context>
+    <name>HooksCommand</name>
+    <message>
+        <source>%1: the hooks are in.</source>
+        <translation>%1: Die Hooks sind eingetragen.</translation>
+    </message>
+    <message>
+        <source>%1: the hooks are in. Run /hooks in it and trust them.</source>
+        <translation>%1: Die Hooks sind eingetragen. Dort /hooks aufrufen und ihnen vertrauen.</translation>
+    </message>
+    <message>
+        <source>%1: the hooks are out. Sessions that run go on working, and ask in their terminals.</source>
+        <translation>%1: Die Hooks sind herausgenommen. Laufende Sitzungen arbeiten weiter und fragen in ihren Terminals.</translation>
     </message>
 </context>
 <context>
@@ -982,6 +1043,68 @@ läuft, und 2 bei allen anderen Wörtern.
     </message>
 </context>
 <context>
+    <name>Settings</name>
+    <message>
+        <source>a number from %1 on</source>
+        <translation>eine Zahl ab %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2</source>
+        <translation>eine ganze Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>a number from %1 to %2</source>
+        <translation>eine Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>names of widgets with commas between them, each once and with a size only where that is not its usual one</source>
+        <translation>Namen von Widgets mit Kommas dazwischen, jeder einmal und mit einer Größe nur, wenn sie nicht die übliche ist</translation>
+    </message>
+    <message>
+        <source>the name of a connector, of up to 255 bytes without controls</source>
+        <translation>der Name eines Anschlusses mit bis zu 255 Bytes ohne Steuerzeichen</translation>
+    </message>
+    <message>
+        <source>The text is too long to be one of settings.</source>
+        <translation>Der Text ist zu lang für Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The text is not a JSON object.</source>
+        <translation>Der Text ist kein JSON-Objekt.</translation>
+    </message>
+    <message>
+        <source>%1: there is no such setting.</source>
+        <translation>%1: Diese Einstellung gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>%1: it is there more than once.</source>
+        <translation>%1: Das kommt mehr als einmal vor.</translation>
+    </message>
+    <message>
+        <source>%1: it must be %2.</source>
+        <translation>%1: Erlaubt ist: %2.</translation>
+    </message>
+    <message>
+        <source>%1: that is no setting. &quot;veslora pause&quot; and &quot;veslora resume&quot; change it.</source>
+        <translation>%1: Das ist keine Einstellung. „veslora pause“ und „veslora resume“ ändern es.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsCommand</name>
+    <message>
+        <source>The settings couldn&apos;t be written: %1.</source>
+        <translation>Die Einstellungen waren nicht schreibbar: %1.</translation>
+    </message>
+</context>
+<context>
     <name>SettingsScrollBar</name>
     <message>
         <source>Scroll</source>
@@ -1252,14 +1375,6 @@ läuft, und 2 bei allen anderen Wörtern.
     <message>
         <source>Install</source>
         <translation>Installieren</translation>
-    </message>
-    <message>
-        <source>Couldn&apos;t read %1: %2. Nothing was changed.</source>
-        <translation>%1 war nicht lesbar: %2. Nichts wurde geändert.</translation>
-    </message>
-    <message>
-        <source>Couldn&apos;t write %1: %2. Nothing was changed.</source>
-        <translation>%1 war nicht schreibbar: %2. Nichts wurde geändert.</translation>
     </message>
 </context>
 <context>

@@ -26,7 +26,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Result = RunningInstance::Result;
 
-constexpr std::size_t longestText = 200;
+/// Of a sentence; a path in it may be long.
+constexpr std::size_t longestText = 1000;
 
 QString methodFor(Command command) {
     switch (command) {
@@ -46,17 +47,50 @@ QString methodFor(Command command) {
         return QStringLiteral("Resume");
     case Command::quit:
         return QStringLiteral("Quit");
+    case Command::exportSettings:
+        return QStringLiteral("ExportSettings");
+    case Command::importSettings:
+        return QStringLiteral("ImportSettings");
+    case Command::installHooks:
+        return QStringLiteral("InstallHooks");
+    case Command::removeHooks:
+        return QStringLiteral("RemoveHooks");
+    case Command::hooksStatus:
+        return QStringLiteral("HooksStatus");
     case Command::status:
         break;
     }
     return QStringLiteral("Status");
 }
 
-/// What was done tells nothing but of the status, and that in its own form.
+bool tellsSomething(Command command) {
+    switch (command) {
+    case Command::status:
+    case Command::exportSettings:
+    case Command::installHooks:
+    case Command::removeHooks:
+    case Command::hooksStatus:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Whether that may be the answer of a Veslora to what was done; what settings it holds is for others to see.
+bool isOfForm(Command command, const std::string& text) {
+    if (!tellsSomething(command)) {
+        return text.empty();
+    }
+    if (command == Command::status) {
+        return StatusLine::isOne(text);
+    }
+    return !text.empty() && text.size() < CommandSocket::longestAnswer &&
+           TerminalText::withoutControls(text) == text;
+}
+
 RunningInstance::Answer doneWith(Command command, const std::string& text) {
-    const bool isRight = command == Command::status ? StatusLine::isOne(text) : text.empty();
-    return isRight ? RunningInstance::Answer{Result::done, text}
-                   : RunningInstance::Answer{Result::strange, {}};
+    return isOfForm(command, text) ? RunningInstance::Answer{Result::done, text}
+                                   : RunningInstance::Answer{Result::strange, {}};
 }
 
 RunningInstance::Answer failedWith(const std::string& text) {
@@ -139,13 +173,15 @@ RunningInstance::Answer RunningInstance::askOverBus(const CommandLine::Ask& ques
                                                        methodFor(command));
     if (command == Command::pause) {
         call.setArguments({QString::fromStdString(AlertPause::text(question.length))});
+    } else if (!question.text.empty()) {
+        call.setArguments({QString::fromStdString(question.text)});
     }
     call.setAutoStartService(false);
     const QDBusMessage reply = m_bus->call(call, QDBus::Block, static_cast<int>(m_patience.answer.count()));
     if (reply.type() != QDBusMessage::ReplyMessage) {
         return errorOverBus(reply, command);
     }
-    const QString signature = command == Command::status ? QStringLiteral("s") : QString();
+    const QString signature = tellsSomething(command) ? QStringLiteral("s") : QString();
     if (reply.signature() != signature) {
         return {Result::strange, {}};
     }

@@ -32,7 +32,7 @@ class RunningInstance {
     };
     struct Answer {
         Result result = Result::notThere;
-        std::string text; ///< the status line, or what it said; nothing that a terminal would obey
+        std::string text; ///< what was asked for, or what it said; nothing that a terminal would obey
     };
 
     /// Without a bus only the socket is tried, which needs nothing of the toolkit's.
@@ -40,6 +40,7 @@ class RunningInstance {
     RunningInstance(std::string supportDirectory, std::optional<QDBusConnection> bus)
         : RunningInstance(std::move(supportDirectory), std::move(bus), Patience()) {}
 
+    /// The text of a question must not have an end of a line in it.
     [[nodiscard]] Answer ask(const CommandLine::Ask& question);
 
     /// One sentence for the user about an answer that is not `done`, without a line end.

@@ -64,7 +64,8 @@ void SingleInstance::listen() {
 
 CommandOutcome SingleInstance::perform(const CommandLine::Ask& ask) const {
     CommandOutcome outcome = m_perform(ask);
-    qCInfo(Logs::start, "command %s: %s", CommandLine::lineFor(ask).c_str(),
+    // Not with what belongs to it, which may be a text of the user's.
+    qCInfo(Logs::start, "command %s: %s", std::string(CommandLine::wordFor(ask.command)).c_str(),
            outcome.isDone ? "done" : "failed");
     return outcome;
 }
@@ -86,6 +87,16 @@ QString SingleInstance::performForBus(const CommandLine::Ask& ask) {
         refuse(QString::fromStdString(outcome.text));
     }
     return QString::fromStdString(outcome.text);
+}
+
+/// For a command with a text, which may be any; it is judged as the socket's.
+QString SingleInstance::performWithText(Command command, const QString& text) {
+    const auto ask = CommandLine::askFor(CommandLine::lineFor({command, {}, text.toStdString()}));
+    if (!ask || ask->command != command) {
+        refuse(QStringLiteral("That is nothing for this command."));
+        return {};
+    }
+    return performForBus(*ask);
 }
 
 void SingleInstance::refuse(const QString& why) {
@@ -132,6 +143,26 @@ void SingleInstance::Quit() {
 
 QString SingleInstance::Status() {
     return performForBus({Command::status});
+}
+
+QString SingleInstance::ExportSettings() {
+    return performForBus({Command::exportSettings});
+}
+
+void SingleInstance::ImportSettings(const QString& settings) {
+    performWithText(Command::importSettings, settings);
+}
+
+QString SingleInstance::InstallHooks(const QString& agent) {
+    return performWithText(Command::installHooks, agent);
+}
+
+QString SingleInstance::RemoveHooks(const QString& agent) {
+    return performWithText(Command::removeHooks, agent);
+}
+
+QString SingleInstance::HooksStatus(const QString& agent) {
+    return performWithText(Command::hooksStatus, agent);
 }
 
 } // namespace veslora

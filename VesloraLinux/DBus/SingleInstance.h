@@ -54,12 +54,18 @@ class SingleInstance final : public QObject, protected QDBusContext {
     void Resume();
     void Quit();
     QString Status();
+    QString ExportSettings();
+    void ImportSettings(const QString& settings);
+    QString InstallHooks(const QString& agent);
+    QString RemoveHooks(const QString& agent);
+    QString HooksStatus(const QString& agent);
 
   private:
     [[nodiscard]] bool takeName();
     void listen();
     CommandOutcome perform(const CommandLine::Ask& ask) const;
     QString performForBus(const CommandLine::Ask& ask);
+    QString performWithText(Command command, const QString& text);
     void refuse(const QString& why);
     [[nodiscard]] CommandListener::Answer respond(const std::optional<std::string>& line) const;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The socket in the support directory by which a program that runs is asked for something where there is no
-// bus. A client writes one line and reads one line: the word of a command, and "done" or "failed", each
-// with what there is to tell after a blank. To connect and to leave without a word asks for the settings, as
+// bus. A client writes one line and reads one line: the words of a command, and "done" or "failed", each
+// with what belongs to it after a blank. To connect and to leave without a word asks for the settings, as
 // earlier versions do.
 #pragma once
 
@@ -15,8 +15,8 @@ inline constexpr const char* name = "socket";
 inline constexpr std::string_view done = "done";
 inline constexpr std::string_view failed = "failed";
 /// Bytes of a line, its end included. Nobody reads on beyond that.
-inline constexpr std::size_t longestQuestion = 64;
-inline constexpr std::size_t longestAnswer = 2048;
+inline constexpr std::size_t longestQuestion = 8192;
+inline constexpr std::size_t longestAnswer = 8192;
 
 /// Listens in an opened directory, in place of a socket that one that was killed has left there. Absent, with
 /// `errno`, where that can't be done.

@@ -4,10 +4,7 @@
 #include "VesloraCore/Island/StatusLine.h"
 #include "VesloraLinux/System/PosixFiles.h"
 #include "VesloraLinux/System/SupportLock.h"
-#include "tests/VesloraLinux/Support/Patience.h"
-#include "tests/VesloraLinux/Support/PrivateDisplay.h"
-#include "tests/VesloraLinux/Support/Program.h"
-#include "tests/VesloraLinux/Support/TemporaryFolder.h"
+#include "tests/VesloraLinux/Support/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,14 +13,10 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <future>
-#include <iterator>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,53 +28,9 @@ using testing::becomesTrue;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
-using testing::PrivateDisplay;
 using testing::Program;
-using testing::TemporaryFolder;
 
-const std::string veslora = std::string(VESLORA_BINARIES) + "/veslora";
-
-class CommandLineProgramTests : public ::testing::Test {
-  protected:
-    struct Ended {
-        int status = -1;
-        std::string out;
-        std::string error;
-    };
-    /// What a sanitizer is told, as `env` takes it; none of it means anything to the program.
-    [[nodiscard]] static std::vector<std::string> sanitizers() {
-        std::vector<std::string> variables;
-        for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
-            if (const char* value = getenv(name)) {
-                variables.push_back(std::string(name) + "=" + value);
-            }
-        }
-        return variables;
-    }
-    /// Runs the program with nothing in its environment but what is given.
-    [[nodiscard]] Ended run(const std::vector<std::string>& words,
-                            const std::vector<std::string>& environment) const {
-        const std::string own = std::to_string(++runs);
-        std::vector<std::string> command{
-            "sh",
-            "-c",
-            R"(exec "$@" >")" + folder.path("out" + own) + R"(" 2>")" + folder.path("error" + own) + '"',
-            "sh",
-            "env",
-            "-i"};
-        std::ranges::copy(sanitizers(), std::back_inserter(command));
-        command.insert(command.end(), environment.begin(), environment.end());
-        command.push_back(veslora);
-        command.insert(command.end(), words.begin(), words.end());
-        const int status = Program(command).wait().value_or(-1);
-        return {status, folder.bytesOf("out" + own), folder.bytesOf("error" + own)};
-    }
-
-    TemporaryFolder folder;
-
-  private:
-    mutable std::atomic<int> runs = 0;
-};
+using CommandLineProgramTests = testing::ProgramFixture;
 
 TEST_F(CommandLineProgramTests, ExplainsItselfWithoutADisplayOrAHome) {
     const Ended help = run({"--help"}, {"HOME=/dev/null"});
@@ -190,56 +139,7 @@ TEST_F(CommandLineProgramTests, WhatProgramsReadIsTheSameInEveryLanguage) {
     EXPECT_EQ(run({"--version"}, germanHome).out, run({"--version"}, home).out);
 }
 
-/// With a display, and with a bus or without one.
-class RunningProgramTests : public CommandLineProgramTests, public ::testing::WithParamInterface<bool> {
-  protected:
-    RunningProgramTests() {
-        if (GetParam()) {
-            bus = std::make_unique<Program>(std::vector<std::string>{"dbus-daemon", "--session", "--nofork",
-                                                                     "--nopidfile", "--print-address=3"},
-                                            3);
-            busAddress = bus->nextLine();
-        }
-    }
-
-    [[nodiscard]] std::vector<std::string> shell() const {
-        return {"HOME=" + home, "XDG_RUNTIME_DIR=" + folder.path(), "DBUS_SESSION_BUS_ADDRESS=" + busAddress};
-    }
-    [[nodiscard]] std::vector<std::string> session() const {
-        auto variables = shell();
-        variables.insert(variables.end(), {"DISPLAY=" + display.name(), "QT_QPA_PLATFORM=xcb",
-                                           "DBUS_SYSTEM_BUS_ADDRESS=disabled:", "LANG=C.UTF-8"});
-        return variables;
-    }
-    void start() {
-        std::vector<std::string> command{"env", "-i"};
-        std::ranges::copy(sanitizers(), std::back_inserter(command));
-        const auto variables = session();
-        command.insert(command.end(), variables.begin(), variables.end());
-        command.push_back(veslora);
-        program = std::make_unique<Program>(command);
-        ASSERT_TRUE(becomesTrue([&] { return ask("status").status == 0; }));
-    }
-    [[nodiscard]] Ended ask(const std::string& word) const { return run({word}, shell()); }
-    void expectDone(const std::string& word, const std::string& other) const {
-        const Ended ended = run({word, other}, shell());
-        EXPECT_EQ(ended.status, 0) << word << " " << other << ": " << ended.error;
-        EXPECT_THAT(ended.out + ended.error, IsEmpty());
-    }
-    [[nodiscard]] std::string status() const { return ask("status").out; }
-    void expectDone(const std::string& word) const {
-        const Ended ended = ask(word);
-        EXPECT_EQ(ended.status, 0) << word << ": " << ended.error;
-        EXPECT_THAT(ended.out, IsEmpty());
-        EXPECT_THAT(ended.error, IsEmpty());
-    }
-
-    std::string home = folder.path("home");
-    std::string busAddress = "disabled:";
-    std::unique_ptr<Program> bus;
-    PrivateDisplay display{"800x600"};
-    std::unique_ptr<Program> program;
-};
+using RunningProgramTests = testing::RunningProgramFixture;
 
 TEST_P(RunningProgramTests, DoesWhatItIsAskedFromAShellWithoutADisplay) {
     start();

@@ -52,10 +52,15 @@ def keys_of_settings():
     return set(re.findall(r'string_view (\w+) = "\1"', text_of("VesloraUI", "Store", "SettingsKeys.h")))
 
 
+def states():
+    """The keys that are no setting of the command line's."""
+    return set(re.findall(r"\{(\w+), .*, true\},$", text_of("VesloraUI", "Store", "SettingsKeys.cpp"), re.M))
+
+
 def defaults_of_settings():
     """Only those that are spelled where they are registered."""
     source = text_of("VesloraUI", "Store", "SettingsKeys.cpp")
-    return dict(re.findall(r'\{(\w+), (true|false|[\d.]+|"\w*")\}', source))
+    return dict(re.findall(r'\{([a-z]\w+), (true|false|[\d.]+|"\w*")[,}]', source))
 
 
 def variables():
@@ -90,7 +95,7 @@ class ManualTests(unittest.TestCase):
         words = words_of_command_line()
         self.assertIn("page next", words)
         told = {*entries(section("COMMANDS")), *entries(section("OPTIONS"))}
-        self.assertEqual({heading.removesuffix("[LENGTH]").strip() for heading in told}, words)
+        self.assertEqual({re.sub(r" \[?(--all|[A-Z ]+)\]?$", "", heading).strip() for heading in told}, words)
 
     def test_tells_every_setting_and_none_besides(self):
         keys = keys_of_settings()
@@ -118,17 +123,26 @@ class ManualTests(unittest.TestCase):
         self.assertEqual({name for name in names if not re.search(rf"^\.IR? {re.escape(name)}\b", told, re.M)}, set())
 
     def test_tells_every_status_of_an_end(self):
-        self.assertEqual(set(entries(section("EXIT STATUS"))), {"0", "1", "2"})
+        self.assertEqual(set(entries(section("EXIT STATUS"))), {"0", "1", "2", "3"})
 
 
 class CompletionTests(unittest.TestCase):
     def test_each_knows_every_word_and_what_may_follow(self):
-        words = {part for word in words_of_command_line() for part in word.split()} | {"tomorrow"}
+        words = {part for word in words_of_command_line() for part in word.split()}
+        words |= {"tomorrow", "--all", "claude", "codex"}
         for name in COMPLETIONS:
             text = re.sub(r"-l (\w+)", r"--\1", text_of("packaging", "completions", name))
             text = re.sub(r"^ *#.*|(?<=:)[^'\"]*|-d '.*'", "", text, flags=re.M)
             missing = {word for word in words if not re.search(rf"(?<![\w-]){word}(?![\w-])", text)}
             self.assertEqual(missing, set(), name)
+
+    def test_each_knows_every_setting_that_can_be_set(self):
+        keys = keys_of_settings() - states()
+        self.assertIn("hoverDelay", keys)
+        for name in COMPLETIONS:
+            found = set(re.findall(r"[a-z]+[A-Z]\w+|accent", text_of("packaging", "completions", name)))
+            self.assertEqual(keys - found, set(), name)
+            self.assertEqual(found & states(), set(), name)
 
 
 class DesktopEntryTests(unittest.TestCase):

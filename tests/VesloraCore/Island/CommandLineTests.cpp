@@ -107,6 +107,78 @@ TEST(CommandLineTest, EachCommandHasAWordOfItsOwn) {
     EXPECT_EQ(CommandLine::askFor("--help"), std::nullopt);
 }
 
+TEST(CommandLineTest, AKeyAndAValueMayBeAnyText) {
+    EXPECT_EQ(parse({"get"}), CommandLine::Request(CommandLine::Get{}));
+    EXPECT_EQ(parse({"get", "accent"}), CommandLine::Request(CommandLine::Get{"accent"}));
+    EXPECT_EQ(parse({"get", "no key"}), CommandLine::Request(CommandLine::Get{"no key"}));
+    EXPECT_EQ(parse({"set", "accent", "cyan"}), CommandLine::Request(CommandLine::Set{"accent", "cyan"}));
+    EXPECT_EQ(parse({"set", "displayOutput", ""}),
+              CommandLine::Request(CommandLine::Set{"displayOutput", ""}));
+    EXPECT_EQ(parse({"set", "widgetLayout", "timer, music\n"}),
+              CommandLine::Request(CommandLine::Set{"widgetLayout", "timer, music\n"}));
+    for (const auto& words : std::vector<std::vector<std::string_view>>{{"get", ""},
+                                                                        {"get", "a", "b"},
+                                                                        {"set"},
+                                                                        {"set", "accent"},
+                                                                        {"set", "", "x"},
+                                                                        {"set", "accent", "a", "b"},
+                                                                        {"get accent"},
+                                                                        {"get "}}) {
+        EXPECT_EQ(parse(words), CommandLine::Request(CommandLine::Wrong{})) << words.front();
+    }
+}
+
+TEST(CommandLineTest, SettingsGoOutAndComeIn) {
+    EXPECT_EQ(parse({"export"}), CommandLine::Request(CommandLine::Export{}));
+    EXPECT_EQ(parse({"export", "--all"}), CommandLine::Request(CommandLine::Export{.isWhole = true}));
+    EXPECT_EQ(parse({"import"}), CommandLine::Request(CommandLine::Import{}));
+    EXPECT_EQ(parse({"import", "-"}), CommandLine::Request(CommandLine::Import{}));
+    EXPECT_EQ(parse({"import", "my settings.json"}),
+              CommandLine::Request(CommandLine::Import{"my settings.json"}));
+    for (const auto& words : std::vector<std::vector<std::string_view>>{{"export", "all"},
+                                                                        {"export", "--all", "--all"},
+                                                                        {"export", ""},
+                                                                        {"import", ""},
+                                                                        {"import", "a", "b"},
+                                                                        {"import {}"},
+                                                                        {"--all"}}) {
+        EXPECT_EQ(parse(words), CommandLine::Request(CommandLine::Wrong{})) << words.front();
+    }
+}
+
+TEST(CommandLineTest, HooksAreOfOneAgentOrOfAll) {
+    EXPECT_EQ(parse({"hooks", "install"}),
+              CommandLine::Request(CommandLine::Hooks{Command::installHooks, {}}));
+    EXPECT_EQ(parse({"hooks", "remove", "claude"}),
+              CommandLine::Request(CommandLine::Hooks{Command::removeHooks, AgentKind::claude}));
+    EXPECT_EQ(parse({"hooks", "status", "codex"}),
+              CommandLine::Request(CommandLine::Hooks{Command::hooksStatus, AgentKind::codex}));
+    for (const auto& words :
+         std::vector<std::vector<std::string_view>>{{"hooks"},
+                                                    {"hooks", "toggle"},
+                                                    {"hooks", ""},
+                                                    {"hooks", "install", "Claude"},
+                                                    {"hooks", "install", ""},
+                                                    {"hooks", "install", "claude", "codex"},
+                                                    {"hooks install"}}) {
+        EXPECT_EQ(parse(words), CommandLine::Request(CommandLine::Wrong{})) << words.front();
+    }
+}
+
+TEST(CommandLineTest, ALineHoldsWhatBelongsToItsCommand) {
+    for (const CommandLine::Ask& ask : {CommandLine::Ask{Command::exportSettings, {}, {}},
+                                        CommandLine::Ask{Command::importSettings, {}, R"({"accent": "x y"})"},
+                                        CommandLine::Ask{Command::installHooks, {}, "claude"},
+                                        CommandLine::Ask{Command::removeHooks, {}, "codex"},
+                                        CommandLine::Ask{Command::hooksStatus, {}, "codex"}}) {
+        EXPECT_EQ(CommandLine::askFor(CommandLine::lineFor(ask)), ask) << CommandLine::lineFor(ask);
+    }
+    for (const char* line : {"import", "import ", "hooks install", "hooks install ", "hooks install cl",
+                             "hooks", "export --all", "get accent", "set accent cyan"}) {
+        EXPECT_EQ(CommandLine::askFor(line), std::nullopt) << line;
+    }
+}
+
 TEST(CommandLineTest, UsageIsOneLineWithEveryWordAndTheExplanationTellsOfEach) {
     const std::string usage(CommandLine::usage());
     EXPECT_EQ(usage.find('\n'), usage.size() - 1);
@@ -114,6 +186,8 @@ TEST(CommandLineTest, UsageIsOneLineWithEveryWordAndTheExplanationTellsOfEach) {
     for (const Command command : all) {
         words.emplace_back(CommandLine::wordFor(command));
     }
+    words.insert(words.end(),
+                 {"get", "set", "export", "import", "hooks install", "hooks remove", "hooks status"});
     for (const std::string& word : words) {
         EXPECT_THAT(usage, HasSubstr(word));
         EXPECT_THAT(std::string(CommandLine::explanation()), HasSubstr("\n  " + word + " "));

@@ -82,6 +82,24 @@ class RunningInstanceTests : public ::testing::Test {
         EXPECT_EQ(status.text, outcome.text);
         EXPECT_EQ(asked.back(), CommandLine::Ask{Command::status});
     }
+    void expectTextsToGoBothWays() {
+        const CommandLine::Ask import{Command::importSettings, {}, R"({"displayOutput": "DP-1 ä"})"};
+        EXPECT_EQ(ask(import).result, Result::done);
+        EXPECT_EQ(asked.back(), import);
+        outcome.text = R"({"accent":"cyan"})";
+        EXPECT_EQ(ask({Command::exportSettings}).text, outcome.text);
+        outcome.text = "claude: installed";
+        for (const Command command : {Command::installHooks, Command::removeHooks, Command::hooksStatus}) {
+            const CommandLine::Ask question{command, {}, "claude"};
+            EXPECT_EQ(ask(question).text, outcome.text);
+            EXPECT_EQ(asked.back(), question);
+        }
+        for (const std::string& text : {std::string(), std::string("\x1b[2J"), std::string(100'000, 'x')}) {
+            outcome.text = text;
+            EXPECT_EQ(ask({Command::exportSettings}).result, Result::strange) << text.substr(0, 9);
+            EXPECT_EQ(ask({Command::hooksStatus, {}, "codex"}).result, Result::strange);
+        }
+    }
     void expectFailureToBeTold() {
         outcome = {false, "The island is not on screen."};
         const Answer answer = ask({Command::toggle});
@@ -91,7 +109,7 @@ class RunningInstanceTests : public ::testing::Test {
         const Answer wild = ask({Command::toggle});
         EXPECT_NE(wild.result, Result::done);
         EXPECT_EQ(RunningInstance::explain(wild).find('\x1b'), std::string::npos);
-        EXPECT_LT(RunningInstance::explain(wild).size(), 300U);
+        EXPECT_LT(RunningInstance::explain(wild).size(), 1100U);
     }
     void expectAStrangeStatus() {
         for (const std::string& text : {std::string(), std::string("{}"), std::string("\x1b[2J")}) {
@@ -139,6 +157,11 @@ TEST_F(RunningInstanceTests, TellsThatNoneRunsWhereOneWasKilled) {
 TEST_F(RunningInstanceTests, OverTheSocketEachCommandIsDone) {
     run();
     expectsEachCommandToBeDone();
+}
+
+TEST_F(RunningInstanceTests, OverTheSocketTextsGoBothWays) {
+    run();
+    expectTextsToGoBothWays();
 }
 
 TEST_F(RunningInstanceTests, OverTheSocketWhatFailedIsTold) {
@@ -230,6 +253,18 @@ TEST_F(RunningInstanceBusTests, TellsThatNoneRuns) {
 TEST_F(RunningInstanceBusTests, EachCommandIsDone) {
     runOnBusAlone();
     expectsEachCommandToBeDone();
+}
+
+TEST_F(RunningInstanceBusTests, TextsGoBothWays) {
+    runOnBusAlone();
+    expectTextsToGoBothWays();
+}
+
+TEST_F(RunningInstanceBusTests, AnAgentThatNobodyKnowsIsRefused) {
+    runOnBusAlone();
+    EXPECT_EQ(ask({Command::installHooks, {}, "nobody"}).result, Result::failed);
+    EXPECT_EQ(ask({Command::importSettings, {}, " "}).result, Result::done) << "that is for its performer";
+    EXPECT_EQ(asked.size(), 1U);
 }
 
 TEST_F(RunningInstanceBusTests, WhatFailedIsTold) {

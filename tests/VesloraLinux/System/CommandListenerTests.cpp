@@ -120,12 +120,13 @@ TEST_F(CommandListenerTests, ALineThatHasNoEndIsReadNoFurther) {
     EXPECT_EQ(time.pending(), 0U);
 }
 
-TEST_F(CommandListenerTests, TheLongestLineThatIsTakenHas63Letters) {
-    const FileDescriptor longest = say(std::string(63, 'a') + "\n");
-    const FileDescriptor longer = say(std::string(64, 'b') + "\n");
+TEST_F(CommandListenerTests, ALineMayBeAsLongAsThereIsRoomForItsEnd) {
+    const std::string most(CommandSocket::longestQuestion - 1, 'a');
+    const FileDescriptor longest = say(most + "\n");
+    const FileDescriptor longer = say(most + "b\n");
     EXPECT_TRUE(waitUntil([&] { return isClosed(longer); }));
     EXPECT_TRUE(waitUntil([&] { return !asked.empty(); }));
-    EXPECT_THAT(asked, ElementsAre(std::string(63, 'a')));
+    EXPECT_THAT(asked, ElementsAre(most));
 }
 
 TEST_F(CommandListenerTests, WhoGoesBeforeTheAnswerHurtsNobody) {

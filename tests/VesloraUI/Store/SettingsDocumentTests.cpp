@@ -16,9 +16,7 @@ using namespace veslora;
 using namespace veslora::SettingsDocument;
 using StoredSettings::print;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 namespace {
 
