@@ -15,6 +15,8 @@
 #include "VesloraLinux/DBus/SingleInstance.h"
 #include "VesloraLinux/LinuxPlatform.h"
 #include "VesloraLinux/System/PosixFiles.h"
+#include "VesloraLinux/System/ServiceLife.h"
+#include "VesloraLinux/System/ServiceManager.h"
 #include "VesloraLinux/System/Signals.h"
 #include "VesloraLinux/System/SupportLock.h"
 #include "VesloraUI/Platform/Logs.h"
@@ -71,19 +73,34 @@ int reportFault(int argc, char** argv, const Words& words) {
     return print(text(gatherReport(isRunning ? std::optional(answer.text) : std::nullopt)));
 }
 
-int runDelegate(LinuxPlatform& platform, SingleInstance& instance, const Words& words) {
+/// To the program that runs already. A manager that has started this one as a service besides hears that it
+/// did what it was for, and does not start it again.
+int giveWay(const RunningInstance::Answer& answer, const ServiceManager& manager, const Words& words) {
+    if (answer.result == RunningInstance::Result::done) {
+        manager.tell("READY=1");
+    }
+    return Asking::report(answer, words);
+}
+
+int runDelegate(LinuxPlatform& platform, SingleInstance& instance, const ServiceManager& manager,
+                const Words& words) {
     Defaults settings(platform.seams().files, platform.seams().directoryWatcher,
                       platform.seams().directories.configuration);
     settings.paceWrites(platform.seams().scheduler);
     SettingsKeys::registerDefaults(settings);
     AppDelegate delegate(platform.seams(), settings);
     if (!instance.claim([&delegate](const CommandLine::Ask& ask) { return delegate.perform(ask); })) {
-        return Asking::report(Asking::ask({Command::settings}, words), words);
+        return giveWay(Asking::ask({Command::settings}, words), manager, words);
     }
     const Signals signalWatch([] { QCoreApplication::quit(); });
     delegate.applicationDidFinishLaunching();
+    ServiceLife life(platform.seams().scheduler, manager.watchdogInterval(),
+                     [&manager](std::string_view lines) { return manager.tell(lines); });
     const int status = QCoreApplication::exec();
     qCInfo(Logs::start, "ends with status %d", status);
+    if (!delegate.makesWay()) {
+        life.stop();
+    }
     delegate.applicationWillTerminate();
     return delegate.makesWay() ? makesWay : status;
 }
@@ -93,7 +110,8 @@ int refuseWithoutDisplay(const Words& words) {
         words.translate("CommandLine", "Veslora needs an X server, or a Wayland desktop with XWayland."));
 }
 
-int runWith(SupportLock lock, int argc, char** argv, Translations& translations) {
+int runWith(SupportLock lock, int argc, char** argv, const ServiceManager& manager,
+            Translations& translations) {
     // A session's manager would start it again with an option of the toolkit's, besides the session's own
     // list of what to start, and so open the settings at each login.
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
@@ -110,11 +128,12 @@ int runWith(SupportLock lock, int argc, char** argv, Translations& translations)
         return refuseWithoutDisplay(translations.words());
     }
     SingleInstance instance(platform->seams().scheduler, std::move(lock), SessionBus::connection());
-    return runDelegate(*platform, instance, translations.words());
+    return runDelegate(*platform, instance, manager, translations.words());
 }
 
 int start(int argc, char** argv, Translations& translations) {
     qCInfo(Logs::start, "Veslora %s with Qt %s", VESLORA_VERSION, qVersion());
+    const ServiceManager manager = ServiceManager::fromEnvironment();
     LinuxPlatform::prepareEnvironment();
     LinuxPlatform::giveBackLargeBlocks();
     const Words words = translations.words();
@@ -129,14 +148,14 @@ int start(int argc, char** argv, Translations& translations) {
     while (std::chrono::steady_clock::now() < deadline) {
         auto attempt = SupportLock::take(files, support);
         if (auto* lock = std::get_if<SupportLock>(&attempt)) {
-            return runWith(std::move(*lock), argc, argv, translations);
+            return runWith(std::move(*lock), argc, argv, manager, translations);
         }
         if (const auto* why = std::get_if<SupportLock::Unusable>(&attempt)) {
             return refuse(Asking::unusable(*why, words));
         }
         const auto answer = RunningInstance(support, std::nullopt).ask({Command::settings});
         if (answer.result != RunningInstance::Result::notThere) {
-            return Asking::report(answer, words);
+            return giveWay(answer, manager, words);
         }
         std::this_thread::sleep_for(20ms);
     }

@@ -5,7 +5,10 @@ is told must be there. Reads files only."""
 
 import os
 import re
+import shutil
+import subprocess
 import sys
+import tempfile
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
@@ -151,6 +154,30 @@ class DesktopEntryTests(unittest.TestCase):
         self.assertEqual(len(lines), 2)
         for words in lines:
             self.assertIn(words, {"", *words_of_command_line()})
+
+
+class UnitTests(unittest.TestCase):
+    UNIT = text_of("packaging", "veslora.service")
+
+    def test_is_started_again_when_it_falls_silent(self):
+        for line in ("Type=notify", "Restart=on-failure"):
+            self.assertIn(line, self.UNIT.splitlines())
+        self.assertGreaterEqual(int(re.search(r"^WatchdogSec=(\d+)$", self.UNIT, re.M).group(1)), 10)
+
+    def test_brings_no_namespace(self):
+        self.assertEqual(re.findall(r"^(?:Private|Protect)\w*=|^\w+Paths=", self.UNIT, re.M), [])
+
+    @unittest.skipUnless(shutil.which("systemd-analyze"), "systemd's tools are not here")
+    def test_is_understood_by_its_manager(self):
+        with tempfile.TemporaryDirectory() as folder:
+            # The program need not be installed for that.
+            unit = os.path.join(folder, "veslora.service")
+            with open(unit, "w", encoding="utf-8") as file:
+                file.write(self.UNIT.replace("/usr/bin/veslora", "/bin/true"))
+            verified = subprocess.run(["systemd-analyze", "verify", "--user", "--man=no", unit], text=True,
+                                      capture_output=True, check=False,
+                                      env={**os.environ, "XDG_RUNTIME_DIR": folder, "HOME": folder})
+            self.assertEqual((verified.returncode, verified.stderr), (0, ""))
 
 
 class ControlTests(unittest.TestCase):

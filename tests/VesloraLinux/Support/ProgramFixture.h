@@ -82,6 +82,7 @@ class RunningProgramFixture : public ProgramFixture, public ::testing::WithParam
         auto variables = shell();
         variables.insert(variables.end(), {"DISPLAY=" + display.name(), "QT_QPA_PLATFORM=xcb",
                                            "DBUS_SYSTEM_BUS_ADDRESS=disabled:", "LANG=C.UTF-8"});
+        variables.insert(variables.end(), more.begin(), more.end());
         return variables;
     }
     void start() {
@@ -108,6 +109,7 @@ class RunningProgramFixture : public ProgramFixture, public ::testing::WithParam
     }
 
     std::string home = folder.path("home");
+    std::vector<std::string> more; ///< variables of the session besides
     std::string busAddress = "disabled:";
     std::unique_ptr<Program> bus;
     PrivateDisplay display{"800x600"};
