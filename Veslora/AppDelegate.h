@@ -8,10 +8,10 @@
 #include "VesloraUI/Island/NotchWindowController.h"
 #include "VesloraUI/Settings/LoginItemManager.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
+#include "VesloraUI/Settings/UpdaterModel.h"
 #include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Support/QtTextMeasuring.h"
-#include "VesloraUI/Updates/UpdaterModel.h"
 #include "VesloraUI/Updates/UpgradeWatch.h"
 
 #include <QQmlEngine>

@@ -4,9 +4,9 @@
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/Metronome/MetronomeModel.h"
 #include "VesloraUI/Settings/LoginItemManager.h"
+#include "VesloraUI/Settings/UpdaterModel.h"
 #include "VesloraUI/Style/ProgramIcon.h"
 #include "VesloraUI/Style/Views.h"
-#include "VesloraUI/Updates/UpdaterModel.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>

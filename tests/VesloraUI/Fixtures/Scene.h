@@ -4,10 +4,10 @@
 #pragma once
 
 #include "VesloraUI/Settings/LoginItemManager.h"
+#include "VesloraUI/Settings/UpdaterModel.h"
 #include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Store/Defaults.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
-#include "VesloraUI/Updates/UpdaterModel.h"
 #include "VesloraUI/Widgets/IslandModels.h"
 #include "tests/VesloraUI/Fixtures/FakeMonitor.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"

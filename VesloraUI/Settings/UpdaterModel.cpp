@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VesloraUI/Updates/UpdaterModel.h"
+#include "VesloraUI/Settings/UpdaterModel.h"
 
 #include "VesloraUI/Platform/Observable.h"
 #include "VesloraUI/Platform/Updating.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Platform/NoOpUpdater.h"
-#include "VesloraUI/Updates/UpdaterModel.h"
+#include "VesloraUI/Settings/UpdaterModel.h"
 #include "tests/VesloraUI/Fixtures/FakeUpdater.h"
 
 #include <QSignalSpy>
