@@ -12,6 +12,7 @@
 #include "VesloraUI/Support/LocalCalendar.h"
 
 #include <QCoreApplication>
+#include <QSysInfo>
 
 #include <algorithm>
 #include <iterator>
@@ -24,6 +25,24 @@ AgentMonitorSeams seamsOf(const Platform& platform) {
     return {platform.directories,         platform.scheduler, platform.files,
             platform.directoryWatcher,    platform.processes, platform.hostApplications,
             platform.terminalMultiplexer, platform.programs,  std::make_shared<LocalCalendar>()};
+}
+
+/// Null in a build that was given no feed.
+std::unique_ptr<AppcastUpdater> makeUpdater(const Platform& platform, Defaults& settings) {
+    const std::string feed = VESLORA_UPDATE_FEED;
+    if (feed.empty()) {
+        return nullptr;
+    }
+    const std::string processor = QSysInfo::buildCpuArchitecture().toStdString();
+    return std::make_unique<AppcastUpdater>(
+        AppcastUpdater::Build{.feed = feed,
+                              .key = VESLORA_UPDATE_KEY,
+                              .version = VESLORA_VERSION,
+                              .architecture = std::string(Appcast::debianArchitecture(processor)),
+                              .helper = platform.directories.executables + "/veslora-updates",
+                              .folder = platform.directories.cache + "/updates"},
+        AppcastUpdater::Seams{platform.scheduler, platform.files, platform.programs, platform.packages},
+        settings);
 }
 
 AgentsModel::Monitors pointersTo(const std::vector<std::unique_ptr<AgentMonitor>>& monitors) {
@@ -47,7 +66,9 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
       m_notch(platform, m_measuring, settings, m_agents,
               [this](NotchViewModel& model) { return makeIslandContent(m_engine, model); }),
       m_metronomePreviewer(settings, {platform.scheduler, platform.metronomePreview, platform.suspension}),
-      m_loginItem(platform.loginItem), m_updater(platform.updater),
+      m_loginItem(platform.loginItem), m_appcast(makeUpdater(platform, settings)),
+      m_updater(m_appcast ? static_cast<Updating&>(*m_appcast) : m_noUpdater),
+      m_updateWindow(m_appcast ? std::make_unique<UpdateWindow>(m_engine, *m_appcast) : nullptr),
       m_settingsWindow(m_engine, {m_agents, m_metronomePreviewer, m_loginItem, m_updater},
                        {platform.scheduler, platform.files, platform.directoryWatcher, m_measuring,
                         platform.directories.configuration},
@@ -82,6 +103,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     m_platform.appearance.follow();
     m_platform.doNotDisturb.follow();
     m_upgrade.follow();
+    if (m_appcast) {
+        m_appcast->start();
+    }
     if (takeFirstStart(m_support, m_settings, m_agents)) {
         m_settingsWindow.show(QStringLiteral("agents"));
     }
@@ -107,7 +131,8 @@ bool AppDelegate::isAtRest() {
     const bool isInUse = m_notch.timer().countdown() || m_notch.metronome().isRunning() ||
                          m_notch.keepAwake().isOn() || (tracker && tracker->isExpanded()) ||
                          m_settingsWindow.window();
-    return !isTelling && !isInUse && m_agents.pendingRequests().empty();
+    const bool isUpdating = m_appcast && m_appcast->state().step != AppcastUpdater::Step::none;
+    return !isTelling && !isInUse && !isUpdating && m_agents.pendingRequests().empty();
 }
 
 CommandOutcome AppDelegate::perform(const CommandLine::Ask& ask) {

@@ -6,12 +6,15 @@
 #include "VesloraUI/Claude/Monitors/AgentsModel.h"
 #include "VesloraUI/Claude/Spool/SupportDirectory.h"
 #include "VesloraUI/Island/NotchWindowController.h"
+#include "VesloraUI/Platform/NoOpUpdater.h"
 #include "VesloraUI/Settings/LoginItemManager.h"
 #include "VesloraUI/Settings/SettingsWindow.h"
 #include "VesloraUI/Settings/UpdaterModel.h"
 #include "VesloraUI/Store/AlertPausing.h"
 #include "VesloraUI/Style/ViewEnvironment.h"
 #include "VesloraUI/Support/QtTextMeasuring.h"
+#include "VesloraUI/Updates/AppcastUpdater.h"
+#include "VesloraUI/Updates/UpdateWindow.h"
 #include "VesloraUI/Updates/UpgradeWatch.h"
 
 #include <QQmlEngine>
@@ -60,7 +63,10 @@ class AppDelegate {
     NotchWindowController m_notch;
     MetronomeModel m_metronomePreviewer;
     LoginItemManager m_loginItem;
+    std::unique_ptr<AppcastUpdater> m_appcast; ///< null in a build without a feed
+    NoOpUpdater m_noUpdater;
     UpdaterModel m_updater;
+    std::unique_ptr<UpdateWindow> m_updateWindow; ///< null without an updater
     SettingsWindow m_settingsWindow;
     UpgradeWatch m_upgrade;
     bool m_makesWay = false;

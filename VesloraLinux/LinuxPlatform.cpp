@@ -12,6 +12,7 @@
 #include "VesloraLinux/DBus/LinuxDoNotDisturb.h"
 #include "VesloraLinux/DBus/Login1Suspension.h"
 #include "VesloraLinux/DBus/LoginManager.h"
+#include "VesloraLinux/DBus/PackageKitInstaller.h"
 #include "VesloraLinux/DBus/PowerAssertions.h"
 #include "VesloraLinux/DBus/SessionBus.h"
 #include "VesloraLinux/DBus/SpotifyOnBus.h"
@@ -34,7 +35,6 @@
 #include "VesloraLinux/System/XdgAutostart.h"
 #include "VesloraLinux/X11/X11WindowSystem.h"
 #include "VesloraUI/Platform/Logs.h"
-#include "VesloraUI/Platform/NoOpUpdater.h"
 
 #include <QGuiApplication>
 
@@ -132,7 +132,7 @@ struct LinuxPlatform::Parts {
     LinuxAppearance appearance{SessionBus::connection(),
                                AppearanceFiles(files, directoryWatcher, parentOf(directories.configuration))};
     XdgAutostart loginItem{files, autostart(parentOf(directories.configuration))};
-    NoOpUpdater updater;
+    PackageKitInstaller packages{scheduler, systemBus};
     ProgramRunner programs{scheduler};
     LinuxDoNotDisturb doNotDisturb{SessionBus::connection(), qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
     FreedMemory memory{scheduler};
@@ -184,7 +184,7 @@ std::optional<Platform> LinuxPlatform::Parts::refer() {
                     .appearance = appearance,
                     .loginItem = loginItem,
                     .programs = programs,
-                    .updater = updater,
+                    .packages = packages,
                     .doNotDisturb = doNotDisturb,
                     .memory = memory};
 }

@@ -1283,6 +1283,29 @@ läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
     </message>
 </context>
 <context>
+    <name>UpdateView</name>
+    <message>
+        <source>Veslora Update</source>
+        <translation>Veslora-Aktualisierung</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1&#xa0;%</translation>
+    </message>
+    <message>
+        <source>Skip This Version</source>
+        <translation>Version auslassen</translation>
+    </message>
+    <message>
+        <source>Copy Command</source>
+        <translation>Befehl kopieren</translation>
+    </message>
+    <message>
+        <source>Install Update</source>
+        <translation>Installieren</translation>
+    </message>
+</context>
+<context>
     <name>Usage</name>
     <message>
         <source>of %1</source>
@@ -1759,6 +1782,129 @@ läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
             <numerusform>%Ln Minute</numerusform>
             <numerusform>%Ln Minuten</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>veslora::UpdatePresenter</name>
+    <message>
+        <source>You have %1.</source>
+        <translation>Installiert ist %1.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Looking for updates…</source>
+        <translation>Suche nach Aktualisierungen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Veslora is up to date.</source>
+        <translation>Veslora ist aktuell.</translation>
+    </message>
+    <message>
+        <source>The update failed.</source>
+        <translation>Die Aktualisierung ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Veslora %1 is available</source>
+        <translation>Veslora %1 ist verfügbar</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Downloading Veslora %1…</source>
+        <translation>Veslora %1 wird geladen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Installing Veslora %1…</source>
+        <translation>Veslora %1 wird installiert&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Your system may ask for a password.</source>
+        <translation>Das System fragt vielleicht nach einem Passwort.</translation>
+    </message>
+    <message>
+        <source>Veslora %1 is installed.</source>
+        <translation>Veslora %1 ist installiert.</translation>
+    </message>
+    <message>
+        <source>You use it as soon as Veslora is started again.</source>
+        <translation>Sie gilt, sobald Veslora neu gestartet wird.</translation>
+    </message>
+    <message>
+        <source>Veslora %1 can be installed by hand.</source>
+        <translation>Veslora %1 lässt sich von Hand installieren.</translation>
+    </message>
+    <message>
+        <source>The server can&apos;t be reached. Is the computer online?</source>
+        <translation>Der Server ist nicht erreichbar. Ist der Computer online?</translation>
+    </message>
+    <message>
+        <source>The server took too long to answer.</source>
+        <translation>Der Server hat zu lange nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>There is no safe connection to the server.</source>
+        <translation>Es gibt keine sichere Verbindung zum Server.</translation>
+    </message>
+    <message>
+        <source>The server doesn&apos;t have what it should have.</source>
+        <translation>Auf dem Server fehlt, was dort sein sollte.</translation>
+    </message>
+    <message>
+        <source>The server sent more than it should.</source>
+        <translation>Der Server hat mehr gesendet, als er sollte.</translation>
+    </message>
+    <message>
+        <source>The server sent less than it should.</source>
+        <translation>Der Server hat weniger gesendet, als er sollte.</translation>
+    </message>
+    <message>
+        <source>What the server sent isn&apos;t signed by Veslora&apos;s makers. Nothing of it was used.</source>
+        <translation>Was der Server gesendet hat, ist nicht von Veslora signiert. Nichts davon wurde verwendet.</translation>
+    </message>
+    <message>
+        <source>This version can&apos;t read what the server sent.</source>
+        <translation>Diese Version kann nicht lesen, was der Server gesendet hat.</translation>
+    </message>
+    <message>
+        <source>There is no version for this kind of computer.</source>
+        <translation>Für diese Art von Computer gibt es keine Version.</translation>
+    </message>
+    <message>
+        <source>The download can&apos;t be saved. Is the disk full?</source>
+        <translation>Der Download lässt sich nicht speichern. Ist der Datenträger voll?</translation>
+    </message>
+    <message>
+        <source>The download was changed after it was checked. It was not installed.</source>
+        <translation>Der Download wurde nach der Prüfung verändert. Er wurde nicht installiert.</translation>
+    </message>
+    <message>
+        <source>A part of Veslora doesn&apos;t work. Installing Veslora again may help.</source>
+        <translation>Ein Teil von Veslora funktioniert nicht. Vielleicht hilft es, Veslora neu zu installieren.</translation>
+    </message>
+    <message>
+        <source>This system has no installer that Veslora can ask. In a terminal, type:</source>
+        <translation>Dieses System hat kein Installationsprogramm, das Veslora fragen kann. Im Terminal:</translation>
+    </message>
+    <message>
+        <source>The system&apos;s installer doesn&apos;t allow it. In a terminal, an administrator may type:</source>
+        <translation>Das Installationsprogramm des Systems erlaubt es nicht. Mit Verwaltungsrechten im Terminal:</translation>
+    </message>
+    <message>
+        <source>The system&apos;s installer is busy. Later, in a terminal, type:</source>
+        <translation>Das Installationsprogramm des Systems ist beschäftigt. Später im Terminal:</translation>
+    </message>
+    <message>
+        <source>The system&apos;s installer couldn&apos;t do it. In a terminal, type:</source>
+        <translation>Dem Installationsprogramm des Systems ist es nicht gelungen. Im Terminal:</translation>
     </message>
 </context>
 <context>

@@ -63,6 +63,7 @@ Directories find(const Environment& environment) {
     result.runtime = runtime && isOwnDirectory(*runtime) ? below(*runtime, "veslora") : result.support;
     result.configuration =
         below(variable("XDG_CONFIG_HOME").value_or(below(result.home, ".config")), "Veslora");
+    result.cache = below(variable("XDG_CACHE_HOME").value_or(below(result.home, ".cache")), "Veslora");
     result.claude = variable("CLAUDE_CONFIG_DIR").value_or(below(result.home, ".claude"));
     result.codex = variable("CODEX_HOME").value_or(below(result.home, ".codex"));
     result.executables = directoryOfProgram();

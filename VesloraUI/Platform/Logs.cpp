@@ -19,6 +19,7 @@ VESLORA_LOG(spool, "veslora.spool")
 VESLORA_LOG(start, "veslora.start")
 VESLORA_LOG(system, "veslora.system")
 VESLORA_LOG(transcripts, "veslora.transcripts")
+VESLORA_LOG(updates, "veslora.updates")
 VESLORA_LOG(views, "veslora.views")
 VESLORA_LOG(x11, "veslora.x11")
 #undef VESLORA_LOG

@@ -23,6 +23,7 @@ Q_DECLARE_LOGGING_CATEGORY(spool)       ///< what the hooks file, and the answer
 Q_DECLARE_LOGGING_CATEGORY(start)       ///< backends chosen, commands from outside
 Q_DECLARE_LOGGING_CATEGORY(system)      ///< files, processes, watches and clocks of the machine
 Q_DECLARE_LOGGING_CATEGORY(transcripts) ///< the agents' use of tokens
+Q_DECLARE_LOGGING_CATEGORY(updates)     ///< newer versions of the program
 Q_DECLARE_LOGGING_CATEGORY(views)       ///< the views' files
 Q_DECLARE_LOGGING_CATEGORY(x11)         ///< the display
 

@@ -17,6 +17,7 @@
 #include "VesloraUI/Platform/LoginItem.h"
 #include "VesloraUI/Platform/MemoryReleasing.h"
 #include "VesloraUI/Platform/MetronomePlaying.h"
+#include "VesloraUI/Platform/PackageInstalling.h"
 #include "VesloraUI/Platform/Panel.h"
 #include "VesloraUI/Platform/Pointer.h"
 #include "VesloraUI/Platform/PowerAsserting.h"
@@ -34,7 +35,6 @@
 #include "VesloraUI/Platform/SystemReadings.h"
 #include "VesloraUI/Platform/TerminalMultiplexer.h"
 #include "VesloraUI/Platform/TimerNotifying.h"
-#include "VesloraUI/Platform/Updating.h"
 
 #include <string>
 
@@ -46,6 +46,7 @@ struct Directories {
     std::string support; ///< the program's own data: scripts, spools, answers
     std::string runtime; ///< for what need not outlive the session; equal to `support` where there is none
     std::string configuration; ///< the settings file's
+    std::string cache;         ///< for what can be made again at any time
     std::string claude;        ///< Claude Code's configuration
     std::string codex;         ///< Codex's configuration
     std::string executables;   ///< where the program's helper executables lie
@@ -85,7 +86,7 @@ struct Platform {
     Appearance& appearance;
     LoginItem& loginItem;
     ProgramRunning& programs;
-    Updating& updater;
+    PackageInstalling& packages;
     DoNotDisturb& doNotDisturb;
     MemoryReleasing& memory;
 };

@@ -103,6 +103,12 @@ const std::vector<Setting>& all() {
         // A pause is of here and now: "pause" and "resume" are for that.
         {alertsPausedUntil, 0.0, noneOrMore, true},
         {followDoNotDisturb, true},
+        {checkForUpdates, true},
+        // What was offered, or skipped, belongs to this installation.
+        {updateCheckedAt, 0.0, noneOrMore, true},
+        {updateSkipped, std::string(), {}, true},
+        {updateShown, std::string(), {}, true},
+        {updateShownAt, 0.0, noneOrMore, true},
         {keepAwakeDisplay, false},
         {keepAwakeWhileClaude, true},
         {keepAwakeLiveActivity, true},

@@ -29,6 +29,14 @@ namespace SettingsKeys {
 
 inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";
 inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds, none or more
+inline constexpr std::string_view checkForUpdates = "checkForUpdates"; ///< once a day, by itself
+/// Seconds since 1970 at which the program last looked for updates; 0 for never.
+inline constexpr std::string_view updateCheckedAt = "updateCheckedAt";
+/// The version that the user does not want to be offered; empty for none.
+inline constexpr std::string_view updateSkipped = "updateSkipped";
+/// The version that was last offered, and when, in seconds since 1970.
+inline constexpr std::string_view updateShown = "updateShown";
+inline constexpr std::string_view updateShownAt = "updateShownAt";
 inline constexpr std::string_view displayChoice = "displayChoice"; ///< of a `DisplayChoice`
 /// Name of the connector whose screen counts before `displayChoice`, as in "DP-1"; empty for none.
 inline constexpr std::string_view displayOutput = "displayOutput";

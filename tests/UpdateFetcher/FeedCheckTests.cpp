@@ -63,6 +63,12 @@ TEST_F(FeedCheckTests, AServerThatNobodyVouchesFor) {
     EXPECT_EQ(ask(), failure(UpdateFailure::insecure));
 }
 
+TEST_F(FeedCheckTests, TheInstalledHelperTrustsNoServerOfATest) {
+    publish("0.2.0");
+    server.askTheRealOne();
+    EXPECT_EQ(ask(), failure(UpdateFailure::insecure));
+}
+
 TEST_F(FeedCheckTests, AFeedThatIsNotSigned) {
     const std::string feed = testing::ReleaseServer::feedOf(publish("0.2.0"));
     for (const std::string& signature :

@@ -72,6 +72,13 @@ TEST_F(PackageFetchTests, BringsThePackageAndNothingElse) {
     EXPECT_EQ(verify(), ready);
 }
 
+TEST_F(PackageFetchTests, TheInstalledHelperHasTheMemoryForTheLargest) {
+    const std::string large(static_cast<std::size_t>(AppcastItem::largestPackage), 'v');
+    server.packages().put(name, large);
+    server.askTheRealOne();
+    EXPECT_EQ(server.ask(server.question(Job::verify, server.itemFor("0.2.0", large))), ready);
+}
+
 TEST_F(PackageFetchTests, AForgedPackage) {
     AppcastItem forged = item;
     forged.signature = server.signatureOf("another package");

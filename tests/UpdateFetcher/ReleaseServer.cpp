@@ -104,7 +104,7 @@ std::optional<UpdateAnswer> ReleaseServer::ask(const UpdateQuestion& question, i
     environment.insert(QStringLiteral("VESLORA_TEST_CERTIFICATE"), QString::fromStdString(m_certificate));
     environment.insert(QStringLiteral("VESLORA_TEST_LIMIT"), QString::number(limit));
     helper.setProcessEnvironment(environment);
-    helper.start(QStringLiteral(VESLORA_TRUSTING_HELPER), {});
+    helper.start(QString::fromStdString(m_helper), {});
     helper.write(QByteArray::fromStdString(UpdateMessages::print(question)));
     helper.closeWriteChannel();
     constexpr int patience = 60'000;

@@ -43,6 +43,8 @@ class ReleaseServer {
     [[nodiscard]] std::optional<UpdateAnswer> ask(const UpdateQuestion& question, int limit = 20'000) const;
     /// The same, without a trusted certificate.
     void trustTheWorld() { m_certificate.clear(); }
+    /// From now on asks the helper that is installed, which knows nothing of tests.
+    void askTheRealOne() { m_helper = VESLORA_BINARIES "/veslora-updates"; }
 
     /// Where packages come to lie.
     [[nodiscard]] const TemporaryFolder& packages() const { return m_packages; }
@@ -51,6 +53,7 @@ class ReleaseServer {
     TemporaryFolder m_folder;
     TemporaryFolder m_packages;
     std::string m_certificate = m_folder.path("certificate.pem");
+    std::string m_helper = VESLORA_TRUSTING_HELPER;
     Program m_server;
     int m_securePort = 0;
     int m_plainPort = 0;

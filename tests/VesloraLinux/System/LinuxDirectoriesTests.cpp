@@ -23,6 +23,7 @@ TEST(LinuxDirectoriesTests, KeepsToTheUsualPlacesBelowTheHome) {
     EXPECT_EQ(found.support, "/home/anna/.local/share/Veslora");
     EXPECT_EQ(found.runtime, found.support);
     EXPECT_EQ(found.configuration, "/home/anna/.config/Veslora");
+    EXPECT_EQ(found.cache, "/home/anna/.cache/Veslora");
     EXPECT_EQ(found.claude, "/home/anna/.claude");
     EXPECT_EQ(found.codex, "/home/anna/.codex");
 }
@@ -33,11 +34,13 @@ TEST(LinuxDirectoriesTests, FollowsTheVariables) {
                                         {"XDG_DATA_HOME", "/data/"},
                                         {"XDG_CONFIG_HOME", "/config"},
                                         {"XDG_RUNTIME_DIR", runtime.path()},
+                                        {"XDG_CACHE_HOME", "/cache"},
                                         {"CLAUDE_CONFIG_DIR", "/agents/claude"},
                                         {"CODEX_HOME", "/agents/codex"}});
     EXPECT_EQ(found.home, "/home/anna");
     EXPECT_EQ(found.support, "/data/Veslora");
     EXPECT_EQ(found.configuration, "/config/Veslora");
+    EXPECT_EQ(found.cache, "/cache/Veslora");
     EXPECT_EQ(found.runtime, runtime.path("veslora"));
     EXPECT_EQ(found.claude, "/agents/claude");
     EXPECT_EQ(found.codex, "/agents/codex");

@@ -84,6 +84,7 @@ FakePlatform::FakePlatform() {
              .support = "/home/me/.local/share/Veslora",
              .runtime = "/run/user/1000/veslora",
              .configuration = "/home/me/.config/Veslora",
+             .cache = "/home/me/.cache/Veslora",
              .claude = "/home/me/.claude",
              .codex = "/home/me/.codex",
              .executables = "/opt/veslora"};

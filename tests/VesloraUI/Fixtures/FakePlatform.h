@@ -296,6 +296,29 @@ class FakePrograms final : public ProgramRunning {
     }
 };
 
+/// An installer that ends when a test says so.
+class FakeInstaller final : public PackageInstalling {
+  public:
+    std::vector<std::string> paths; ///< that it was given
+
+    [[nodiscard]] Task install(const std::string& path, std::function<void(InstallOutcome)> done) override {
+        paths.push_back(path);
+        m_state = std::make_shared<TaskState>();
+        m_state->run = [this, done = std::move(done)] { done(m_outcome); };
+        return Task(m_state);
+    }
+    void end(InstallOutcome outcome) {
+        m_outcome = outcome;
+        if (const auto run = std::exchange(m_state->run, nullptr)) {
+            run();
+        }
+    }
+
+  private:
+    InstallOutcome m_outcome = InstallOutcome::failed;
+    std::shared_ptr<TaskState> m_state;
+};
+
 /// A desktop whose do-not-disturb a test turns on and off.
 class FakeDoNotDisturb final : public DoNotDisturb {
   public:
@@ -350,6 +373,7 @@ class FakePlatform {
     FakeLoginItem login;
     FakePrograms programs;
     FakeUpdater updates;
+    FakeInstaller installer;
     FakeDoNotDisturb quiet;
     FakeMemory freed;
 
@@ -387,7 +411,7 @@ class FakePlatform {
                    .appearance = look,
                    .loginItem = login,
                    .programs = programs,
-                   .updater = updates,
+                   .packages = installer,
                    .doNotDisturb = quiet,
                    .memory = freed};
 };

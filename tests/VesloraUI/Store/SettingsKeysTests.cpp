@@ -39,6 +39,11 @@ TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllKeysWithoutAFile) {
     const std::pair<const char*, Value> defaults[] = {
         {"hideInFullscreen", true},
         {"hoverDelay", 0.1},
+        {"checkForUpdates", true},
+        {"updateCheckedAt", 0.0},
+        {"updateSkipped", ""},
+        {"updateShown", ""},
+        {"updateShownAt", 0.0},
         {"displayChoice", "builtIn"},
         {"displayOutput", ""},
         {"accent", "lime"},
@@ -66,7 +71,7 @@ TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllKeysWithoutAFile) {
         {"keepAwakeWhileClaude", true},
         {"keepAwakeLiveActivity", true},
     };
-    EXPECT_EQ(std::size(defaults), 28U);
+    EXPECT_EQ(std::size(defaults), 33U);
     for (const auto& [key, value] : defaults) {
         expectDefault(key, value);
     }
