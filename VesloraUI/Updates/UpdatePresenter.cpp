@@ -38,7 +38,8 @@ UpdatePresenter::Shown UpdatePresenter::shownOf(const AppcastUpdater::State& sta
     using Step = AppcastUpdater::Step;
     const QString version = QString::fromStdString(state.item.version.text());
     const QString running = tr("You have %1.").arg(QString::fromStdString(m_updater->version()));
-    Shown shown{.notes = harmless(state.item.notes), .closing = tr("Close")};
+    const bool isDone = state.step == Step::installed || state.step == Step::byHand;
+    Shown shown{.notes = isDone ? QString() : harmless(state.item.notes), .closing = tr("Close")};
     switch (state.step) {
     case Step::none:
         break;

@@ -105,7 +105,7 @@ Window {
             Rectangle {
                 border.color: SettingsColors.groupBorder
                 color: SettingsColors.group
-                height: Math.min(flickable.contentHeight, 260 * SettingsSizes.scale)
+                height: Math.min(flickable.contentHeight + 2, 260 * SettingsSizes.scale)
                 radius: 8
                 visible: notes.text !== ""
                 width: parent.width
