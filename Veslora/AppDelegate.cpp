@@ -83,8 +83,10 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
     prepareEngine(m_engine, m_environment);
     m_agents.obey(m_pausing);
     QObject::connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
-    QObject::connect(&m_settingsWindow, &SettingsWindow::closed, &m_engine,
-                     [this] { forgetSettingsViews(); });
+    QObject::connect(&m_settingsWindow, &SettingsWindow::closed, &m_engine, [this] { forgetViews(); });
+    if (m_updateWindow) {
+        QObject::connect(m_updateWindow.get(), &UpdateWindow::closed, &m_engine, [this] { forgetViews(); });
+    }
     QObject::connect(&platform.suspension, &Suspension::didWake, &m_environment,
                      &ViewEnvironment::readClocks);
 }
@@ -116,7 +118,7 @@ void AppDelegate::applicationWillTerminate() {
 }
 
 /// What the engine keeps of them for a next time, which is rare, is most of what the window costs.
-void AppDelegate::forgetSettingsViews() {
+void AppDelegate::forgetViews() {
     m_engine.collectGarbage();
     m_engine.trimComponentCache();
     m_platform.memory.releaseSoon();

@@ -42,7 +42,7 @@ class AppDelegate {
   private:
     /// Whether nothing would be lost, and nothing seen, if the program ended and began again.
     [[nodiscard]] bool isAtRest();
-    void forgetSettingsViews();
+    void forgetViews();
     CommandOutcome openSettings();
     CommandOutcome performOnHooks(const CommandLine::Ask& ask);
     /// What was asked of an island that may be out of sight.

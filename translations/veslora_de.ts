@@ -1835,8 +1835,8 @@ läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
         <translation>Veslora %1 ist installiert.</translation>
     </message>
     <message>
-        <source>You use it as soon as Veslora is started again.</source>
-        <translation>Sie gilt, sobald Veslora neu gestartet wird.</translation>
+        <source>It takes over once this window is closed and nothing is going on.</source>
+        <translation>Sie übernimmt, sobald dieses Fenster zu ist und nichts mehr läuft.</translation>
     </message>
     <message>
         <source>Veslora %1 can be installed by hand.</source>

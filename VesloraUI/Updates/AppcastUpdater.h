@@ -50,7 +50,7 @@ class AppcastUpdater final : public QObject, public Updating {
         offered,     ///< see `item`; so for the next ones
         downloading, ///< see `progress`
         installing,  ///< the package is checked once more, or the system has it
-        installed,   ///< the new version counts from the next start on
+        installed,   ///< the new version takes over when this program makes way for it
         byHand,      ///< the system's installer did not do it; see `outcome`, `packagePath`
     };
     struct State {

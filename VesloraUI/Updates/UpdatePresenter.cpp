@@ -73,7 +73,7 @@ UpdatePresenter::Shown UpdatePresenter::shownOf(const AppcastUpdater::State& sta
         break;
     case Step::installed:
         shown.headline = tr("Veslora %1 is installed.").arg(version);
-        shown.detail = tr("You use it as soon as Veslora is started again.");
+        shown.detail = tr("It takes over once this window is closed and nothing is going on.");
         break;
     case Step::byHand:
         shown.headline = tr("Veslora %1 can be installed by hand.").arg(version);

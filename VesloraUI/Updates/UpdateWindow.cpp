@@ -53,7 +53,9 @@ void UpdateWindow::make() {
     m_window->setIcon(m_icon);
     connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
         if (!isVisible && m_window) {
-            m_window.release()->deleteLater();
+            QQuickWindow* const window = m_window.release();
+            connect(window, &QObject::destroyed, this, &UpdateWindow::closed);
+            window->deleteLater();
             m_updater.dismiss();
         }
     });

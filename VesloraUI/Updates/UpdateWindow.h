@@ -27,6 +27,10 @@ class UpdateWindow : public QObject {
     /// Null while it is closed.
     [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
 
+  signals:
+    /// The user is done with it, or there is nothing to see any more, and all of it is gone.
+    void closed();
+
   private:
     /// Unasked for it never takes the focus, and lets a window that is there already lie where it lies.
     void show(bool isAskedFor);

@@ -8,6 +8,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -107,8 +108,9 @@ TEST_F(UpdateWindowTest, InstallsWithABarAndTellsWhatCameOfIt) {
                                      "Quieter.", "Close"));
     parts.answer(PackageReady{});
     scene.platform.installer.end(InstallOutcome::installed);
-    EXPECT_THAT(texts(), ElementsAre("Veslora 0.2.0 is installed.",
-                                     "You use it as soon as Veslora is started again.", "Close"));
+    EXPECT_THAT(texts(),
+                ElementsAre("Veslora 0.2.0 is installed.",
+                            "It takes over once this window is closed and nothing is going on.", "Close"));
 }
 
 TEST_F(UpdateWindowTest, ADownloadIsCancelled) {
@@ -197,6 +199,7 @@ TEST_F(UpdateWindowTest, NothingIsPressedByWhoTypesElsewhere) {
 
 TEST_F(UpdateWindowTest, OpensWithoutTheFocusAndGoesWhenItIsClosed) {
     const UpdateWindow window(scene.engine, *parts.updates);
+    const QSignalSpy closed(&window, &UpdateWindow::closed);
     parts.updates->start();
     scene.platform.advance(120);
     EXPECT_EQ(window.window(), nullptr) << "a check by itself shows nothing";
@@ -213,7 +216,9 @@ TEST_F(UpdateWindowTest, OpensWithoutTheFocusAndGoesWhenItIsClosed) {
     parts.answer(UpdateParts::item("0.2.0"));
     parts.updates->skip();
     EXPECT_EQ(window.window(), nullptr);
+    EXPECT_EQ(closed.count(), 0) << "what it was made of is still there";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(closed.count(), 2);
 }
 
 TEST_F(UpdateWindowTest, ThePresenterOutlivesNoMoreThanItsWindow) {
