@@ -66,7 +66,7 @@ UpdateAnswer FeedCheck::judged(const FeedQuestion& question, const QByteArray& f
     if (!newest) {
         return UpdateFailure::noPackage;
     }
-    return newest->version > *running ? UpdateAnswer(*newest) : UpdateAnswer(UpToDate{});
+    return newest->version > *running ? UpdateAnswer(*newest) : UpdateAnswer(NothingNewer{});
 }
 
 } // namespace veslora

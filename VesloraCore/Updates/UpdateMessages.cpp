@@ -15,7 +15,7 @@ constexpr std::string_view check = "check";
 constexpr std::string_view download = "download";
 constexpr std::string_view verify = "verify";
 constexpr std::string_view failed = "failed";
-constexpr std::string_view upToDate = "upToDate";
+constexpr std::string_view nothingNewer = "nothingNewer";
 constexpr std::string_view ready = "ready";
 constexpr std::string_view offer = "offer";
 
@@ -117,7 +117,7 @@ std::string print(const UpdateAnswer& answer) {
                                      setText(message, "reason", rawValue(failure));
                                      return line(message);
                                  },
-                                 [](UpToDate) { return line(messageOf("result", upToDate)); },
+                                 [](NothingNewer) { return line(messageOf("result", nothingNewer)); },
                                  [](PackageReady) { return line(messageOf("result", ready)); },
                                  [](const AppcastItem& item) {
                                      Json message = messageOf("result", offer);
@@ -153,8 +153,8 @@ std::optional<UpdateQuestion> parseQuestion(std::string_view text) {
 std::optional<UpdateAnswer> parseAnswer(std::string_view text) {
     const auto message = Json::parse(text);
     const std::string result = message ? message->textAt("result") : std::string();
-    if (result == upToDate) {
-        return UpToDate{};
+    if (result == nothingNewer) {
+        return NothingNewer{};
     }
     if (result == ready) {
         return PackageReady{};

@@ -40,8 +40,8 @@ struct PackageQuestion {
 using UpdateQuestion = std::variant<FeedQuestion, PackageQuestion>;
 
 /// Nothing in the feed is newer.
-struct UpToDate {
-    bool operator==(const UpToDate&) const = default;
+struct NothingNewer {
+    bool operator==(const NothingNewer&) const = default;
 };
 /// The package lies in the folder and is what was signed.
 struct PackageReady {
@@ -49,7 +49,7 @@ struct PackageReady {
 };
 
 /// The last of these is the newest release that fits, newer than the program that asked.
-using UpdateAnswer = std::variant<UpdateFailure, UpToDate, PackageReady, AppcastItem>;
+using UpdateAnswer = std::variant<UpdateFailure, NothingNewer, PackageReady, AppcastItem>;
 
 namespace UpdateMessages {
 

@@ -84,9 +84,9 @@ void AppcastUpdater::check(bool isAskedFor) {
 void AppcastUpdater::checked(const UpdateAnswer& answer) {
     if (const auto* const item = std::get_if<AppcastItem>(&answer)) {
         offer(*item);
-    } else if (std::holds_alternative<UpToDate>(answer)) {
+    } else if (std::holds_alternative<NothingNewer>(answer)) {
         qCInfo(Logs::updates, "there is no newer version");
-        conclude({.step = Step::upToDate});
+        conclude({.step = Step::nothingNewer});
     } else {
         const auto* const failure = std::get_if<UpdateFailure>(&answer);
         const UpdateFailure why = failure != nullptr ? *failure : UpdateFailure::helper;
@@ -108,7 +108,7 @@ void AppcastUpdater::conclude(State state) {
 void AppcastUpdater::offer(const AppcastItem& item) {
     const auto running = ReleaseVersion::parse(m_build.version);
     if (!running || item.version <= *running) {
-        conclude({.step = Step::upToDate});
+        conclude({.step = Step::nothingNewer});
         return;
     }
     if (!m_isAskedFor && !mayOffer(item)) {

@@ -43,15 +43,15 @@ class AppcastUpdater final : public QObject, public Updating {
     };
 
     enum class Step : std::uint8_t {
-        none,        ///< there is nothing to show
-        checking,    ///< also while nobody asked for it
-        upToDate,    ///< the user asked, and there is nothing newer
-        failed,      ///< see `failure`
-        offered,     ///< see `item`; so for the next ones
-        downloading, ///< see `progress`
-        installing,  ///< the package is checked once more, or the system has it
-        installed,   ///< the new version takes over when this program makes way for it
-        byHand,      ///< the system's installer did not do it; see `outcome`, `packagePath`
+        none,         ///< there is nothing to show
+        checking,     ///< also while nobody asked for it
+        nothingNewer, ///< the user asked, and there is nothing newer
+        failed,       ///< see `failure`
+        offered,      ///< see `item`; so for the next ones
+        downloading,  ///< see `progress`
+        installing,   ///< the package is checked once more, or the system has it
+        installed,    ///< the new version takes over when this program makes way for it
+        byHand,       ///< the system's installer did not do it; see `outcome`, `packagePath`
     };
     struct State {
         Step step = Step::none;

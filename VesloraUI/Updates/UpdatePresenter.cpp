@@ -47,7 +47,7 @@ UpdatePresenter::Shown UpdatePresenter::shownOf(const AppcastUpdater::State& sta
         shown.headline = tr("Looking for updates…");
         shown.closing = tr("Cancel");
         break;
-    case Step::upToDate:
+    case Step::nothingNewer:
         shown.headline = tr("Veslora is up to date.");
         shown.detail = running;
         break;

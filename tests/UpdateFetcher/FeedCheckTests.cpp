@@ -39,7 +39,7 @@ TEST_F(FeedCheckTests, FindsANewerRelease) {
 TEST_F(FeedCheckTests, AnOlderAndTheSameVersionAreNoUpdate) {
     for (const std::string version : {"0.1.0", "0.1", "0.0.9", "0.1.0~rc1", "0"}) {
         publish(version);
-        EXPECT_EQ(ask(), std::optional<UpdateAnswer>(UpToDate{})) << version;
+        EXPECT_EQ(ask(), std::optional<UpdateAnswer>(NothingNewer{})) << version;
     }
 }
 
@@ -99,7 +99,7 @@ TEST_F(FeedCheckTests, ATruncatedFeed) {
 TEST_F(FeedCheckTests, AHugeFeed) {
     const std::string feed = testing::ReleaseServer::feedOf(publish("0.2.0"));
     server.putSigned("feed.xml", feed + std::string((1 << 20) - feed.size(), ' '));
-    EXPECT_TRUE(std::holds_alternative<AppcastItem>(ask().value_or(UpToDate{}))) << "as long as may be";
+    EXPECT_TRUE(std::holds_alternative<AppcastItem>(ask().value_or(NothingNewer{}))) << "as long as may be";
     server.putSigned("feed.xml", feed + std::string((1 << 20) - feed.size() + 1, ' '));
     EXPECT_EQ(ask(), failure(UpdateFailure::tooLarge));
     server.put("endless-feed.xml", "");
@@ -120,7 +120,7 @@ TEST_F(FeedCheckTests, AServerThatHangs) {
 
 TEST_F(FeedCheckTests, WhatIsSaidToBePackedIsNotUnpacked) {
     server.putSigned("zipped-feed.xml", testing::ReleaseServer::feedOf(publish("0.2.0")));
-    EXPECT_TRUE(std::holds_alternative<AppcastItem>(ask("zipped-feed.xml").value_or(UpToDate{})));
+    EXPECT_TRUE(std::holds_alternative<AppcastItem>(ask("zipped-feed.xml").value_or(NothingNewer{})));
 }
 
 TEST_F(FeedCheckTests, SignedBytesThatAreNoFeed) {

@@ -82,7 +82,7 @@ TEST_F(SignReleaseTests, AddsToWhatIsThere) {
     ASSERT_TRUE(add({package("0.3~rc1")}));
     ASSERT_TRUE(add({package("0.3~rc1")})) << "once more, in its own place";
     EXPECT_EQ(std::get<AppcastItem>(judged("0.1.0")).version.text(), "0.3~rc1");
-    EXPECT_EQ(judged("0.3"), UpdateAnswer(UpToDate{}));
+    EXPECT_EQ(judged("0.3"), UpdateAnswer(NothingNewer{}));
     const std::string feed = folder.bytesOf("feed.xml");
     EXPECT_NE(feed.find("0.2.0"), std::string::npos);
     EXPECT_EQ(feed.find("<title>Veslora 0.3~rc1"), feed.rfind("<title>Veslora 0.3~rc1"));

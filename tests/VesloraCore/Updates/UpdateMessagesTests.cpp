@@ -37,7 +37,7 @@ TEST(UpdateMessagesTests, AQuestionComesBackAsItWas) {
 
 TEST(UpdateMessagesTests, AnAnswerComesBackAsItWas) {
     for (const UpdateAnswer& answer :
-         {UpdateAnswer(UpToDate{}), UpdateAnswer(PackageReady{}), UpdateAnswer(item()),
+         {UpdateAnswer(NothingNewer{}), UpdateAnswer(PackageReady{}), UpdateAnswer(item()),
           UpdateAnswer(UpdateFailure::badSignature), UpdateAnswer(UpdateFailure::helper)}) {
         const std::string line = print(answer);
         EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
@@ -49,7 +49,7 @@ TEST(UpdateMessagesTests, NothingElseIsAQuestionOrAnAnswer) {
     for (const std::string text :
          {"", "{}", "[]", "null", "{\"job\":\"dance\"}", "{\"result\":\"dance\"}", "{\"result\":\"failed\"}",
           "{\"result\":\"failed\",\"reason\":\"dance\"}", "{\"result\":\"offer\"}", "{\"job\":\"check\"}",
-          "{\"job\":\"download\"}", "{\"result\":\"upToDate\""}) {
+          "{\"job\":\"download\"}", "{\"result\":\"nothingNewer\""}) {
         EXPECT_FALSE(parseQuestion(text)) << text;
         EXPECT_FALSE(parseAnswer(text)) << text;
     }

@@ -47,7 +47,7 @@ TEST_F(AppcastUpdaterTest, LooksByItselfOnceADay) {
     EXPECT_EQ(parts.asked(), 0U) << "the network may come later";
     platform.advance(1);
     ASSERT_EQ(parts.asked(), 1U);
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     platform.advance(period - 1);
     EXPECT_EQ(parts.asked(), 1U);
     platform.advance(1);
@@ -66,7 +66,7 @@ TEST_F(AppcastUpdaterTest, AsksForWhatFitsThisBuild) {
 
 TEST_F(AppcastUpdaterTest, ANewStartWaitsForTheRestOfTheDay) {
     startAndSettle();
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     platform.advance(1000);
     parts.restart();
     startAndSettle();
@@ -79,7 +79,7 @@ TEST_F(AppcastUpdaterTest, ANewStartWaitsForTheRestOfTheDay) {
 
 TEST_F(AppcastUpdaterTest, AStepOfTheClockNeitherHurriesNorDelays) {
     startAndSettle();
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     const Timestamp before = platform.time.now();
     platform.time.setClock(before + 10 * period);
     platform.advance(period / 2);
@@ -87,7 +87,7 @@ TEST_F(AppcastUpdaterTest, AStepOfTheClockNeitherHurriesNorDelays) {
     platform.time.setClock(before - 10 * period);
     platform.advance(period / 2);
     EXPECT_EQ(parts.asked(), 2U) << "nor less";
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     // The record is in the future of a clock that is set back while the program is gone.
     platform.time.setClock(before - 20 * period);
     parts.restart();
@@ -141,7 +141,7 @@ TEST_F(AppcastUpdaterTest, ObeysItsSwitchAtOnce) {
 TEST_F(AppcastUpdaterTest, AtRestNothingButTheNextLookIsWaitedFor) {
     const std::size_t before = platform.time.pending();
     startAndSettle();
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     EXPECT_EQ(platform.time.pending(), before + 1);
 }
 
@@ -202,8 +202,8 @@ TEST_F(AppcastUpdaterTest, WhoAsksSeesWhateverComesOfIt) {
     parts.updates->checkForUpdates();
     EXPECT_EQ(parts.step(), Step::checking);
     EXPECT_THAT(parts.shown, ElementsAre(true)) << "at once";
-    parts.answer(UpToDate{});
-    EXPECT_EQ(parts.step(), Step::upToDate);
+    parts.answer(NothingNewer{});
+    EXPECT_EQ(parts.step(), Step::nothingNewer);
     for (int place = 0; place <= static_cast<int>(UpdateFailure::helper); ++place) {
         const auto failure = static_cast<UpdateFailure>(place);
         parts.updates->checkForUpdates();
@@ -230,7 +230,7 @@ TEST_F(AppcastUpdaterTest, AHelperThatBreaksOffOrTalksNonsenseIsAFailure) {
 TEST_F(AppcastUpdaterTest, NeverOffersWhatIsNotNewerWhateverTheHelperSays) {
     for (const char* version : {"0.1.0", "0.1", "0.0.9", "0.1.0~rc1"}) {
         parts.offer(version);
-        EXPECT_EQ(parts.step(), Step::upToDate) << version;
+        EXPECT_EQ(parts.step(), Step::nothingNewer) << version;
     }
 }
 
@@ -242,8 +242,8 @@ TEST_F(AppcastUpdaterTest, ACheckUnderWayIsNotBegunAgain) {
     parts.updates->checkForUpdates();
     EXPECT_EQ(parts.asked(), 1U);
     EXPECT_THAT(parts.shown, ElementsAre(true));
-    parts.answer(UpToDate{});
-    EXPECT_EQ(parts.step(), Step::upToDate) << "it has been asked for meanwhile";
+    parts.answer(NothingNewer{});
+    EXPECT_EQ(parts.step(), Step::nothingNewer) << "it has been asked for meanwhile";
     EXPECT_THAT(told, ElementsAre(false, true));
 }
 
@@ -320,7 +320,7 @@ TEST_F(AppcastUpdaterTest, WhateverFailsOnTheWayInstallsNothing) {
         EXPECT_EQ(parts.step(), Step::failed);
     }
     download();
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     EXPECT_EQ(parts.updates->state().failure, UpdateFailure::helper) << "no answer to that question";
     EXPECT_THAT(platform.installer.paths, IsEmpty());
 }

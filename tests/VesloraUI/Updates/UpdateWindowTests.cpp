@@ -161,7 +161,7 @@ TEST_F(UpdateWindowTest, SaysWhatCameOfACheck) {
     parts.updates->checkForUpdates();
     open();
     EXPECT_THAT(texts(), ElementsAre("Looking for updates…", "Cancel"));
-    parts.answer(UpToDate{});
+    parts.answer(NothingNewer{});
     EXPECT_THAT(texts(), ElementsAre("Veslora is up to date.", "You have 0.1.0.", "Close"));
     QStringList reasons;
     for (int place = 0; place <= static_cast<int>(UpdateFailure::helper); ++place) {

@@ -388,7 +388,7 @@ TEST_F(ClaudeHooksTest, WhatAKilledInstallLeftIsSweptWhereNothingElseIsToDo) {
     EXPECT_FALSE(platform.disk.exists(left));
 }
 
-TEST_F(ClaudeHooksTest, BringsOldScriptsUpToDateButMakesNone) {
+TEST_F(ClaudeHooksTest, BringsOldScriptsNothingNewerButMakesNone) {
     hooks.updateScripts();
     EXPECT_FALSE(text(SupportNames::claudeHook));
     hooks.install();

@@ -249,7 +249,7 @@ TEST_F(CodexHooksTest, AFileThatChangesMeanwhileIsNotDeleted) {
     EXPECT_EQ(platform.disk.text(hooksPath), R"({"a":2})");
 }
 
-TEST_F(CodexHooksTest, BringsOldScriptsUpToDateButMakesNone) {
+TEST_F(CodexHooksTest, BringsOldScriptsNothingNewerButMakesNone) {
     hooks.updateScripts();
     EXPECT_FALSE(text(SupportNames::codexHook));
     hooks.install();
