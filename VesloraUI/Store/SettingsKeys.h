@@ -28,7 +28,7 @@ enum class DisplayChoice : std::uint8_t { builtIn, main };
 namespace SettingsKeys {
 
 inline constexpr std::string_view hideInFullscreen = "hideInFullscreen";
-inline constexpr std::string_view hoverDelay = "hoverDelay";       ///< seconds, none or more
+inline constexpr std::string_view hoverDelay = "hoverDelay";           ///< seconds, none or more
 inline constexpr std::string_view checkForUpdates = "checkForUpdates"; ///< once a day, by itself
 /// Seconds since 1970 at which the program last looked for updates; 0 for never.
 inline constexpr std::string_view updateCheckedAt = "updateCheckedAt";
