@@ -28,7 +28,7 @@ class ReleaseVersion {
     /// By age. In a mark, runs of digits count as numbers and stand below letters; of two marks of which one
     /// goes on where the other ends, the shorter one is older.
     [[nodiscard]] std::strong_ordering operator<=>(const ReleaseVersion& other) const;
-    [[nodiscard]] bool operator==(const ReleaseVersion& other) const { return (*this <=> other) == 0; }
+    [[nodiscard]] bool operator==(const ReleaseVersion& other) const { return std::is_eq(*this <=> other); }
 
   private:
     std::string m_text;
