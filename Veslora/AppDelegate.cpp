@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace veslora {
 
@@ -29,13 +30,13 @@ AgentMonitorSeams seamsOf(const Platform& platform) {
 
 /// Null in a build that was given no feed.
 std::unique_ptr<AppcastUpdater> makeUpdater(const Platform& platform, Defaults& settings) {
-    const std::string feed = VESLORA_UPDATE_FEED;
+    constexpr std::string_view feed = VESLORA_UPDATE_FEED;
     if (feed.empty()) {
         return nullptr;
     }
     const std::string processor = QSysInfo::buildCpuArchitecture().toStdString();
     return std::make_unique<AppcastUpdater>(
-        AppcastUpdater::Build{.feed = feed,
+        AppcastUpdater::Build{.feed = std::string(feed),
                               .key = VESLORA_UPDATE_KEY,
                               .version = VESLORA_VERSION,
                               .architecture = std::string(Appcast::debianArchitecture(processor)),

@@ -114,7 +114,7 @@ std::optional<ReleaseVersion> ReleaseVersion::parse(std::string_view text) {
 std::strong_ordering ReleaseVersion::operator<=>(const ReleaseVersion& other) const {
     const auto byNumbers = std::lexicographical_compare_three_way(
         m_numbers.begin(), m_numbers.end(), other.m_numbers.begin(), other.m_numbers.end(), compareNumbers);
-    if (byNumbers != 0) {
+    if (std::is_neq(byNumbers)) {
         return byNumbers;
     }
     if (m_mark.empty() || other.m_mark.empty()) {

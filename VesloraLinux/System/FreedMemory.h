@@ -17,7 +17,7 @@ class FreedMemory final : public MemoryReleasing {
     static constexpr double delay = 1.5; ///< seconds, in which what goes by an animation has gone
 
     /// `release` gives all of it back; some tenths of a millisecond for each megabyte.
-    FreedMemory(Scheduler& scheduler, std::function<void()> release = &FreedMemory::trim);
+    explicit FreedMemory(Scheduler& scheduler, std::function<void()> release = &FreedMemory::trim);
 
     void releaseSoon() override;
 

@@ -8,7 +8,7 @@ _veslora() {
         widgetLayout widgetSpacingAutomatic widgetSpacing liveActivityPriority musicShowOtherApps
         musicLiveActivity metronomeBPM metronomeSignature metronomeSound metronomeVolume metronomeAccent
         claudeApprovalAlerts claudeApprovalSound claudeFinishedActivity claudeWorkingActivity
-        claudeAnswerFromIsland followDoNotDisturb keepAwakeDisplay keepAwakeWhileClaude keepAwakeLiveActivity'
+        claudeAnswerFromIsland checkForUpdates followDoNotDisturb keepAwakeDisplay keepAwakeWhileClaude keepAwakeLiveActivity'
     COMPREPLY=()
     case $COMP_CWORD in
     1) mapfile -t COMPREPLY < <(compgen -W "$first" -- "${COMP_WORDS[1]}") ;;

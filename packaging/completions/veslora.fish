@@ -26,7 +26,7 @@ complete -c veslora -n '__fish_seen_subcommand_from get set; and test (count (co
         widgetLayout widgetSpacingAutomatic widgetSpacing liveActivityPriority musicShowOtherApps
         musicLiveActivity metronomeBPM metronomeSignature metronomeSound metronomeVolume metronomeAccent
         claudeApprovalAlerts claudeApprovalSound claudeFinishedActivity claudeWorkingActivity
-        claudeAnswerFromIsland followDoNotDisturb keepAwakeDisplay keepAwakeWhileClaude
+        claudeAnswerFromIsland checkForUpdates followDoNotDisturb keepAwakeDisplay keepAwakeWhileClaude
         keepAwakeLiveActivity'
 complete -c veslora -n '__fish_seen_subcommand_from export' -l all -d 'Also those that are as they are by default'
 complete -c veslora -n '__fish_seen_subcommand_from import; and test (count (commandline -opc)) -eq 2' -F

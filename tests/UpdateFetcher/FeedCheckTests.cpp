@@ -14,7 +14,7 @@ class FeedCheckTests : public ::testing::Test {
   protected:
     /// A release of that version in the feed that is asked.
     AppcastItem publish(const std::string& version) {
-        const AppcastItem item = server.itemFor(version, "a package");
+        AppcastItem item = server.itemFor(version, "a package");
         server.putSigned("feed.xml", testing::ReleaseServer::feedOf(item));
         return item;
     }

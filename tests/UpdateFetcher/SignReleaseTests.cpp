@@ -38,7 +38,7 @@ class SignReleaseTests : public ::testing::Test {
         folder.put("tree/DEBIAN/control", "Package: veslora\nVersion: " + version +
                                               "\nArchitecture: " + architecture +
                                               "\nMaintainer: a <a@example.org>\nDescription: a\n");
-        const QString file = path("veslora_" + version + "_" + architecture + ".deb");
+        QString file = path("veslora_" + version + "_" + architecture + ".deb");
         EXPECT_TRUE(run("dpkg-deb", {"--root-owner-group", "--build", path("tree"), file}));
         return file;
     }
