@@ -2,7 +2,6 @@
 // A version of the program, as a release's feed and the program itself name it. Plain value, any thread.
 #pragma once
 
-#include <compare>
 #include <optional>
 #include <string>
 #include <string_view>
