@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 namespace veslora {
 
@@ -30,13 +29,13 @@ AgentMonitorSeams seamsOf(const Platform& platform) {
 
 /// Null in a build that was given no feed.
 std::unique_ptr<AppcastUpdater> makeUpdater(const Platform& platform, Defaults& settings) {
-    constexpr std::string_view feed = VESLORA_UPDATE_FEED;
-    if (feed.empty()) {
+    const char* const feed = VESLORA_UPDATE_FEED;
+    if (*feed == '\0') {
         return nullptr;
     }
     const std::string processor = QSysInfo::buildCpuArchitecture().toStdString();
     return std::make_unique<AppcastUpdater>(
-        AppcastUpdater::Build{.feed = std::string(feed),
+        AppcastUpdater::Build{.feed = feed,
                               .key = VESLORA_UPDATE_KEY,
                               .version = VESLORA_VERSION,
                               .architecture = std::string(Appcast::debianArchitecture(processor)),
