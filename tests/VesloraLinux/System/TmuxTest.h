@@ -70,8 +70,19 @@ class TmuxTest : public ::testing::Test {
         tmux({"split-window", "-t", "main", "exec sleep 1000"});
         tmux({"new-window", "-t", "main", "exec sleep 1000"});
     }
+    /// The pane's, once it is what runs there for good: the process that begins there has the server's
+    /// environment, and while it becomes another program it has none.
     [[nodiscard]] std::int32_t processIn(const QString& pane) const {
-        return tmux({"display-message", "-p", "-t", pane, "#{pane_pid}"}).toInt();
+        const std::int32_t pid = tmux({"display-message", "-p", "-t", pane, "#{pane_pid}"}).toInt();
+        EXPECT_TRUE(
+            waitUntil([&] { return nameOf(pid) == "sleep" && processes.environmentOf(pid, "TMUX_PANE"); }));
+        return pid;
+    }
+    [[nodiscard]] static std::string nameOf(std::int32_t pid) {
+        std::ifstream file("/proc/" + std::to_string(pid) + "/comm");
+        std::string name;
+        std::getline(file, name);
+        return name;
     }
     [[nodiscard]] QString activePaneOf(const QString& session) const {
         return tmux({"display-message", "-p", "-t", session + ":", "#{pane_id}"});
@@ -119,9 +130,7 @@ class TmuxTest : public ::testing::Test {
         for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
             const std::int32_t pid = std::atoi(entry.path().filename().c_str());
             const auto stat = pid > 0 ? ProcessTree::statOf(pid) : std::nullopt;
-            std::ifstream file(entry.path() / "comm");
-            std::string text;
-            count += stat && stat->parent == getpid() && std::getline(file, text) && text.starts_with(name);
+            count += stat && stat->parent == getpid() && nameOf(pid).starts_with(name);
         }
         return count;
     }
