@@ -51,13 +51,14 @@ class NoApplications final : public HostApplications {
 /// A monitor without a program round it.
 struct Machine {
     explicit Machine(const Home& home, const std::string& executables)
-        : directories{home.path(),
-                      home.support(),
-                      home.support(),
-                      home.path() + "/.config/Veslora",
-                      home.path() + "/.claude",
-                      home.path() + "/.codex",
-                      executables} {
+        : directories{.home = home.path(),
+                      .support = home.support(),
+                      .runtime = home.support(),
+                      .configuration = home.path() + "/.config/Veslora",
+                      .cache = home.path() + "/.cache/Veslora",
+                      .claude = home.path() + "/.claude",
+                      .codex = home.path() + "/.codex",
+                      .executables = executables} {
         SettingsKeys::registerDefaults(settings);
     }
 
