@@ -102,16 +102,18 @@ TEST_F(UpgradeWatchTests, WhatWasReplacedDuringItsTrialIsTriedAgain) {
     install("new");
     machine.advance(UpgradeWatch::settling);
     // The word of it is still on its way.
-    machine.disk.put(program, "newest", 0755);
-    machine.disk.giveAway(program);
     machine.disk.put("/usr/lib/veslora/veslora.new", "newer", 0755);
     machine.disk.giveAway("/usr/lib/veslora/veslora.new");
     machine.disk.move("/usr/lib/veslora/veslora.new", program);
     answerTrial(true);
-    EXPECT_EQ(takeovers, 0);
+    EXPECT_EQ(takeovers, 0) << "what has answered is not what lies there";
+    machine.advance(UpgradeWatch::patience);
+    ASSERT_EQ(trials(), 2U);
+    answerTrial(true);
+    EXPECT_EQ(takeovers, 1);
 }
 
-TEST_F(UpgradeWatchTests, GoesOnAfterARemovalAndWhenTheSameFileComesBack) {
+TEST_F(UpgradeWatchTests, GoesOnAfterARemoval) {
     machine.disk.remove(program);
     machine.watches.fire(folder);
     machine.advance(UpgradeWatch::patience);
