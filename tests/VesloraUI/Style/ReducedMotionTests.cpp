@@ -11,7 +11,7 @@ namespace {
 
 class ReducedMotionTests : public ::testing::Test {
   protected:
-    ~ReducedMotionTests() override { scene.close(); }
+    void TearDown() override { scene.close(); }
 
     void reduce(bool isReduced = true) {
         scene.platform.look.change({.isTold = true, .reducedMotion = isReduced});
