@@ -17,7 +17,8 @@ IslandContent makeIslandContent(QQmlEngine& engine, NotchViewModel& model) {
     const QPointer outline =
         content.item ? content.item->property("outline").value<NotchOutline*>() : nullptr;
     content.outline = [outline, root = QPointer(content.item.get())] {
-        return outline && root ? outline->path().translated(outline->mapToItem(root, {})) : QPainterPath();
+        return outline && root ? outline->path().translated(outline->mapToItem(root, QPointF()))
+                               : QPainterPath();
     };
     return content;
 }

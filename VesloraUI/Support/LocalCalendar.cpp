@@ -16,13 +16,13 @@ constexpr double farthest = 1e12;
 QDateTime dateTime(Timestamp time, const std::optional<QTimeZone>& zone) {
     const auto milliseconds = static_cast<qint64>(std::floor(std::clamp(time, -farthest, farthest) * 1000));
     return zone ? QDateTime::fromMSecsSinceEpoch(milliseconds, *zone)
-                : QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::LocalTime);
+                : QDateTime::fromMSecsSinceEpoch(milliseconds);
 }
 
 /// Not always midnight: where clocks go forward at that hour the day begins later. Where they go back to it
 /// midnight comes twice, and the day begins with the first.
 Timestamp startOf(QDate day, const std::optional<QTimeZone>& zone) {
-    const QDateTime start = zone ? day.startOfDay(*zone) : day.startOfDay(Qt::LocalTime);
+    const QDateTime start = zone ? day.startOfDay(*zone) : day.startOfDay();
     qint64 first = start.toMSecsSinceEpoch();
     const auto isOfDay = [&](qint64 moment) {
         return dateTime(static_cast<double>(moment) / 1000, zone).date() == day;
