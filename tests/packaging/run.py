@@ -186,12 +186,14 @@ class ControlTests(unittest.TestCase):
     # What tests alone are built with, and what every build of a package has or does without.
     NOT_OF_A_PACKAGE = {"libxcb-ewmh-dev", "libxcb-icccm4-dev", "libxcb-xtest0-dev", "libxcb-damage0-dev",
                         "libqt6opengl6-dev", "g++", "ccache", "git", "ca-certificates"}
+    # The second only where the package is to look for updates.
+    OF_A_PACKAGE = {"debhelper-compat", "libsodium-dev"}
 
     def test_depends_on_what_the_program_needs_to_run(self):
         self.assertEqual(field("Depends"), packages_to_run() - self.LINKED)
 
     def test_is_built_with_what_a_build_needs(self):
-        self.assertEqual(field("Build-Depends"), packages_to_build() - self.NOT_OF_A_PACKAGE | {"debhelper-compat"})
+        self.assertEqual(field("Build-Depends"), packages_to_build() - self.NOT_OF_A_PACKAGE | self.OF_A_PACKAGE)
 
 
 if __name__ == "__main__":
