@@ -69,7 +69,7 @@ AppDelegate::AppDelegate(const Platform& platform, Defaults& settings)
       m_loginItem(platform.loginItem), m_appcast(makeUpdater(platform, settings)),
       m_updater(m_appcast ? static_cast<Updating&>(*m_appcast) : m_noUpdater),
       m_updateWindow(m_appcast ? std::make_unique<UpdateWindow>(m_engine, *m_appcast) : nullptr),
-      m_settingsWindow(m_engine, {m_agents, m_metronomePreviewer, m_loginItem, m_updater},
+      m_settingsWindow(m_engine, settings, {m_agents, m_metronomePreviewer, m_loginItem, m_updater},
                        {platform.scheduler, platform.files, platform.directoryWatcher, m_measuring,
                         platform.directories.configuration},
                        QStringLiteral(VESLORA_VERSION)),

@@ -5,23 +5,64 @@
 #include "VesloraUI/Metronome/MetronomeModel.h"
 #include "VesloraUI/Settings/LoginItemManager.h"
 #include "VesloraUI/Settings/UpdaterModel.h"
+#include "VesloraUI/Store/Defaults.h"
+#include "VesloraUI/Store/SettingsKeys.h"
 #include "VesloraUI/Style/ProgramIcon.h"
 #include "VesloraUI/Style/Views.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQuickWindow>
+#include <QRect>
 #include <QScreen>
 
+#include <array>
+#include <optional>
 #include <utility>
 
 namespace veslora {
 
-SettingsWindow::SettingsWindow(QQmlEngine& engine, const Models& models, AccentPreview::Seams preview,
-                               QString version)
-    : m_engine(engine), m_models(models), m_preview(std::move(preview)), m_version(std::move(version)) {}
+namespace {
 
-SettingsWindow::~SettingsWindow() = default;
+std::string stored(const QRect& geometry) {
+    return QStringLiteral("%1,%2,%3,%4")
+        .arg(geometry.x())
+        .arg(geometry.y())
+        .arg(geometry.width())
+        .arg(geometry.height())
+        .toStdString();
+}
+
+/// Absent for what is no geometry.
+std::optional<QRect> geometryOf(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).split(QLatin1Char(','));
+    std::array<int, 4> numbers{};
+    if (parts.size() != static_cast<qsizetype>(numbers.size())) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        bool isNumber = false;
+        numbers.at(i) = parts[static_cast<qsizetype>(i)].toInt(&isNumber);
+        if (!isNumber) {
+            return std::nullopt;
+        }
+    }
+    const auto [x, y, width, height] = numbers;
+    return width > 0 && height > 0 ? std::optional(QRect(x, y, width, height)) : std::nullopt;
+}
+
+} // namespace
+
+SettingsWindow::SettingsWindow(QQmlEngine& engine, Defaults& settings, const Models& models,
+                               AccentPreview::Seams preview, QString version)
+    : m_engine(engine), m_settings(settings), m_models(models), m_preview(std::move(preview)),
+      m_version(std::move(version)) {}
+
+SettingsWindow::~SettingsWindow() {
+    if (m_window) {
+        keepPlace();
+    }
+}
 
 void SettingsWindow::open(const QString& tab) {
     show(tab);
@@ -73,18 +114,19 @@ void SettingsWindow::make() {
 }
 
 void SettingsWindow::keepPlace() {
-    m_place = Place{m_window->property("page").toString(), m_window->geometry()};
+    m_settings.set(SettingsKeys::settingsTab, m_window->property("page").toString().toStdString());
+    m_settings.set(SettingsKeys::settingsPlace, stored(m_window->geometry()));
 }
 
 /// A screen that is gone meanwhile, or another size of text, has the window manager place it again.
 void SettingsWindow::restorePlace() {
-    if (!m_place) {
-        return;
-    }
-    QMetaObject::invokeMethod(m_window.get(), "select", Q_ARG(QString, m_place->tab));
-    const QScreen* const screen = QGuiApplication::screenAt(m_place->geometry.center());
-    if (screen != nullptr && m_place->geometry.width() == m_window->width()) {
-        m_window->setGeometry(m_place->geometry);
+    const QString tab =
+        QString::fromStdString(m_settings.stringValue(SettingsKeys::settingsTab).value_or(""));
+    QMetaObject::invokeMethod(m_window.get(), "select", Q_ARG(QString, tab));
+    const auto place = geometryOf(m_settings.stringValue(SettingsKeys::settingsPlace).value_or(""));
+    if (place && place->width() == m_window->width() &&
+        QGuiApplication::screenAt(place->center()) != nullptr) {
+        m_window->setGeometry(*place);
     }
 }
 

@@ -6,11 +6,9 @@
 
 #include <QIcon>
 #include <QObject>
-#include <QRect>
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 class QQmlEngine;
 class QQuickWindow;
@@ -18,6 +16,7 @@ class QQuickWindow;
 namespace veslora {
 
 class AgentsModel;
+class Defaults;
 class LoginItemManager;
 class MetronomeModel;
 class UpdaterModel;
@@ -35,12 +34,14 @@ class SettingsWindow : public QObject {
     };
 
     /// Each window has an island of its own that shows the accents, on `preview`.
-    SettingsWindow(QQmlEngine& engine, const Models& models, AccentPreview::Seams preview, QString version);
+    SettingsWindow(QQmlEngine& engine, Defaults& settings, const Models& models, AccentPreview::Seams preview,
+                   QString version);
     ~SettingsWindow() override;
 
     /// Shows the window, or brings it forward if it is there already, and gives it the focus. `tab` is the
     /// name of a `SettingsPage`; an empty or unknown one leaves the tab as it is. A window that
-    /// is opened again has the tab, the place and the height that the last one had.
+    /// is opened again has the tab, the place and the height that the last one had, also one of an earlier
+    /// run.
     void open(const QString& tab = {});
     /// Shows it as any program's window is shown: a user who types elsewhere goes on typing there, where the
     /// window manager sees to that.
@@ -59,18 +60,12 @@ class SettingsWindow : public QObject {
     void restorePlace();
 
     QQmlEngine& m_engine;
+    Defaults& m_settings;
     const Models m_models;
     const AccentPreview::Seams m_preview;
     QString m_version;
     std::unique_ptr<QQuickWindow> m_window;
     QIcon m_icon; ///< null before the first window
-
-    /// What the last window was left with.
-    struct Place {
-        QString tab;
-        QRect geometry;
-    };
-    std::optional<Place> m_place;
 };
 
 } // namespace veslora

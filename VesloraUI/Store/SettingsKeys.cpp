@@ -109,6 +109,8 @@ const std::vector<Setting>& all() {
         {updateSkipped, std::string(), {}, true},
         {updateShown, std::string(), {}, true},
         {updateShownAt, 0.0, noneOrMore, true},
+        {settingsTab, std::string(), {}, true},
+        {settingsPlace, std::string(), {}, true},
         {keepAwakeDisplay, false},
         {keepAwakeWhileClaude, true},
         {keepAwakeLiveActivity, true},

@@ -37,6 +37,10 @@ inline constexpr std::string_view updateSkipped = "updateSkipped";
 /// The version that was last offered, and when, in seconds since 1970.
 inline constexpr std::string_view updateShown = "updateShown";
 inline constexpr std::string_view updateShownAt = "updateShownAt";
+/// How the settings window was left: the name of a `SettingsPage`, and "x,y,width,height" in points, as the
+/// toolkit counts them. Empty for never.
+inline constexpr std::string_view settingsTab = "settingsTab";
+inline constexpr std::string_view settingsPlace = "settingsPlace";
 inline constexpr std::string_view displayChoice = "displayChoice"; ///< of a `DisplayChoice`
 /// Name of the connector whose screen counts before `displayChoice`, as in "DP-1"; empty for none.
 inline constexpr std::string_view displayOutput = "displayOutput";

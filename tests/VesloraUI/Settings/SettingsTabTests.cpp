@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace veslora {
 namespace {
 
@@ -14,13 +16,21 @@ class SettingsTabTest : public testing::Test {
     /// The text of the one tab that is chosen.
     [[nodiscard]] QString chosen() const {
         QStringList texts;
-        collect(*window.window()->contentItem(), texts);
+        collect(*window->window()->contentItem(), texts);
         return texts.join('+');
     }
 
+    [[nodiscard]] std::unique_ptr<SettingsWindow> made() {
+        return std::make_unique<SettingsWindow>(scene.engine, scene.settings, SettingsParts::models(scene),
+                                                SettingsParts::previewSeams(scene), "1.2.3");
+    }
+    void startAgain() {
+        window.reset();
+        window = made();
+    }
+
     Scene scene;
-    SettingsWindow window{scene.engine, SettingsParts::models(scene), SettingsParts::previewSeams(scene),
-                          "1.2.3"};
+    std::unique_ptr<SettingsWindow> window = made();
 
   private:
     static void collect(const QQuickItem& item, QStringList& texts) {
@@ -34,8 +44,8 @@ class SettingsTabTest : public testing::Test {
 };
 
 TEST_F(SettingsTabTest, WithoutANameItBeginsWithTheFirst) {
-    window.open();
-    ASSERT_TRUE(window.window());
+    window->open();
+    ASSERT_TRUE(window->window());
     EXPECT_EQ(chosen(), "General");
 }
 
@@ -44,48 +54,81 @@ TEST_F(SettingsTabTest, OpensEachTabByItsName) {
          {std::pair("general", "General"), std::pair("island", "Island"), std::pair("timer", "Timer"),
           std::pair("music", "Music"), std::pair("metronome", "Metronome"), std::pair("agents", "Agents"),
           std::pair("keepAwake", "Keep Awake")}) {
-        window.open(name);
+        window->open(name);
         EXPECT_EQ(chosen(), title);
-        window.window()->close();
+        window->window()->close();
     }
 }
 
 TEST_F(SettingsTabTest, OneThatIsOpenAlreadyGoesToTheTabAndStaysThereWithoutAName) {
-    window.open("agents");
-    window.open();
+    window->open("agents");
+    window->open();
     EXPECT_EQ(chosen(), "Agents");
-    window.open("general");
+    window->open("general");
     EXPECT_EQ(chosen(), "General");
-    window.open("agents");
+    window->open("agents");
     EXPECT_EQ(chosen(), "Agents");
-    window.open("no such tab");
+    window->open("no such tab");
     EXPECT_EQ(chosen(), "Agents");
 }
 
 TEST_F(SettingsTabTest, OpenedAgainItIsWhereItWasLeft) {
-    window.open("timer");
-    const QRect left(40, 30, window.window()->width(), 400);
-    window.window()->setGeometry(left);
-    window.window()->close();
-    window.open();
+    window->open("timer");
+    const QRect left(40, 30, window->window()->width(), 400);
+    window->window()->setGeometry(left);
+    window->window()->close();
+    window->open();
     EXPECT_EQ(chosen(), "Timer");
-    EXPECT_EQ(window.window()->geometry(), left);
-    window.window()->close();
-    window.open("agents");
+    EXPECT_EQ(window->window()->geometry(), left);
+    window->window()->close();
+    window->open("agents");
     EXPECT_EQ(chosen(), "Agents") << "a tab that is asked for comes before";
 }
 
+TEST_F(SettingsTabTest, AfterAStartAgainItIsWhereItWasLeft) {
+    window->open("timer");
+    const QRect left(40, 30, window->window()->width(), 400);
+    window->window()->setGeometry(left);
+    window->window()->close();
+    startAgain();
+    window->open();
+    EXPECT_EQ(chosen(), "Timer");
+    EXPECT_EQ(window->window()->geometry(), left);
+}
+
+TEST_F(SettingsTabTest, AnEndOfTheProgramLeavesItToo) {
+    window->open("music");
+    startAgain();
+    window->open();
+    EXPECT_EQ(chosen(), "Music");
+}
+
+TEST_F(SettingsTabTest, APlaceThatIsNoneIsNotTaken) {
+    window->open();
+    const QRect usual = window->window()->geometry();
+    for (const std::string text :
+         {"", "1,2,3", "1,2,3,4,5", "a,b,c,d", "30,40," + std::to_string(usual.width()) + ",0",
+          "30,40," + std::to_string(usual.width()) + ",-400", "99999999999,40,460,400"}) {
+        window->window()->close();
+        scene.settings.set(SettingsKeys::settingsTab, "no such tab");
+        scene.settings.set(SettingsKeys::settingsPlace, text);
+        window->open();
+        EXPECT_EQ(window->window()->geometry().size(), usual.size()) << text;
+        EXPECT_EQ(chosen(), "General") << text;
+    }
+}
+
 TEST_F(SettingsTabTest, APlaceThatNoScreenHasAnyMoreIsNotTaken) {
-    window.open();
-    window.window()->setGeometry({90000, 30, window.window()->width(), 400});
-    window.window()->close();
-    window.open();
-    EXPECT_LT(window.window()->x(), 10000);
+    window->open();
+    window->window()->setGeometry({90000, 30, window->window()->width(), 400});
+    window->window()->close();
+    window->open();
+    EXPECT_LT(window->window()->x(), 10000);
 }
 
 TEST_F(SettingsTabTest, TheWindowHasTheProgramsIcon) {
-    window.open();
-    const QImage icon = window.window()->icon().pixmap(64, 64).toImage();
+    window->open();
+    const QImage icon = window->window()->icon().pixmap(64, 64).toImage();
     ASSERT_EQ(icon.size(), QSize(64, 64));
     EXPECT_EQ(icon.pixelColor(32, 12), QColor(Qt::black)) << "the island";
     EXPECT_GT(icon.pixelColor(32, 45).lightness(), 60) << "the screen";
@@ -93,9 +136,9 @@ TEST_F(SettingsTabTest, TheWindowHasTheProgramsIcon) {
 }
 
 TEST_F(SettingsTabTest, ShownItStandsThereToo) {
-    window.show("agents");
-    ASSERT_TRUE(window.window());
-    EXPECT_TRUE(window.window()->isVisible());
+    window->show("agents");
+    ASSERT_TRUE(window->window());
+    EXPECT_TRUE(window->window()->isVisible());
     EXPECT_EQ(chosen(), "Agents");
 }
 

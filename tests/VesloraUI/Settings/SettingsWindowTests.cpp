@@ -382,8 +382,8 @@ TEST_F(SettingsWindowTest, TheSoundThatShowsIsTheOneThatIsStored) {
 }
 
 TEST_F(SettingsWindowTest, OpensOnceAndLetsEverythingGoWhenClosed) {
-    SettingsWindow settings(scene.engine, SettingsParts::models(scene), SettingsParts::previewSeams(scene),
-                            "1.2.3");
+    SettingsWindow settings(scene.engine, scene.settings, SettingsParts::models(scene),
+                            SettingsParts::previewSeams(scene), "1.2.3");
     settings.open();
     auto* first = settings.window();
     ASSERT_TRUE(first);

@@ -44,6 +44,8 @@ TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllKeysWithoutAFile) {
         {"updateSkipped", ""},
         {"updateShown", ""},
         {"updateShownAt", 0.0},
+        {"settingsTab", ""},
+        {"settingsPlace", ""},
         {"displayChoice", "builtIn"},
         {"displayOutput", ""},
         {"accent", "lime"},
