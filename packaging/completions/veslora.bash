@@ -18,7 +18,8 @@ _veslora() {
         pause) mapfile -t COMPREPLY < <(compgen -W '30m 1h 2h30m tomorrow' -- "${COMP_WORDS[2]}") ;;
         get | set) mapfile -t COMPREPLY < <(compgen -W "$keys" -- "${COMP_WORDS[2]}") ;;
         export) mapfile -t COMPREPLY < <(compgen -W '--all' -- "${COMP_WORDS[2]}") ;;
-        import) mapfile -t COMPREPLY < <(compgen -f -- "${COMP_WORDS[2]}") ;;
+        # As bash itself completes files: with blanks quoted and a slash behind a folder.
+        import) compopt -o default ;;
         hooks) mapfile -t COMPREPLY < <(compgen -W 'install remove status' -- "${COMP_WORDS[2]}") ;;
         esac
         ;;

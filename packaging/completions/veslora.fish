@@ -28,7 +28,8 @@ complete -c veslora -n '__fish_seen_subcommand_from get set; and test (count (co
         claudeApprovalAlerts claudeApprovalSound claudeFinishedActivity claudeWorkingActivity
         claudeAnswerFromIsland checkForUpdates followDoNotDisturb keepAwakeDisplay keepAwakeWhileClaude
         keepAwakeLiveActivity'
-complete -c veslora -n '__fish_seen_subcommand_from export' -l all -d 'Also those that are as they are by default'
+complete -c veslora -n '__fish_seen_subcommand_from export; and test (count (commandline -opc)) -eq 2' \
+    -l all -d 'Also those that are as they are by default'
 complete -c veslora -n '__fish_seen_subcommand_from import; and test (count (commandline -opc)) -eq 2' -F
 complete -c veslora -n '__fish_seen_subcommand_from hooks; and test (count (commandline -opc)) -eq 2' \
     -a 'install remove status'

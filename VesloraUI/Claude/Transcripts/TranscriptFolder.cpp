@@ -103,13 +103,16 @@ void TranscriptFolder::takeWalk(Walk& walk) {
 /// True if any of them was not watched before and is now.
 bool TranscriptFolder::watchNew(const std::vector<std::string>& directories) {
     bool isAnyNew = false;
-    for (const std::string& directory : directories) {
-        std::unique_ptr<DirectoryWatch>& watch = m_watches[directory];
+    for (const std::string& path : directories) {
+        auto& [directory, watch] = *m_watches.try_emplace(path).first;
         if (watch && watch->isActive()) {
             continue;
         }
-        watch = m_watcher.watchFiles(directory,
-                                     [this, directory](const DirectoryNews& news) { hear(directory, news); });
+        // OPTIMIZATION: the name beside the watch serves it, as long as it lives. One of its own for each
+        // took 160 KB with 1,359 directories. What is heard may end the watch, and so a copy goes along.
+        watch = m_watcher.watchFiles(directory, [this, &name = directory](const DirectoryNews& news) {
+            hear(std::string(name), news);
+        });
         if (watch) {
             isAnyNew = true;
             m_unwatched.erase(directory);
