@@ -4,7 +4,7 @@
 #pragma once
 
 #include "UpdateFetcher/FetchLimits.h"
-#include "UpdateFetcher/HttpsFetch.h"
+#include "Web/HttpsFetch.h"
 #include "UpdateFetcher/PackageFolder.h"
 #include "VesloraCore/Updates/UpdateMessages.h"
 

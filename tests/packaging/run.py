@@ -12,7 +12,7 @@ import tempfile
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-ROOMS = ("JsonValue", "MediaAdapter", "UpdateFetcher", "Veslora", "VesloraCore", "VesloraLinux", "VesloraUI")
+ROOMS = ("JsonValue", "MediaAdapter", "UpdateFetcher", "Veslora", "VesloraCore", "VesloraLinux", "VesloraUI", "Web")
 COMPLETIONS = ("veslora.bash", "_veslora", "veslora.fish")
 
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateFetcher/HttpsFetch.h"
+#include "Web/HttpsFetch.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
