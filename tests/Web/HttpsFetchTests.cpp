@@ -122,8 +122,10 @@ TEST_F(HttpsFetchTests, BringsNoCookieBack) {
 
 TEST_F(HttpsFetchTests, GivesUpOnAServerThatHangs) {
     server.put("hang-file", "bytes");
+    server.put("hang-before-it", "b");
     limits.stall = 200ms;
     EXPECT_EQ(fetched(server.secure("hang-file")), Answer(FetchFailure::slow));
+    EXPECT_EQ(fetched(server.secure("hang-before-it")), Answer(FetchFailure::slow)) << "half of one is none";
     limits = {.most = 1000, .whole = 200ms, .stall = 60s};
     EXPECT_EQ(fetched(server.secure("hang-file")), Answer(FetchFailure::slow));
 }
