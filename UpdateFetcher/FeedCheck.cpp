@@ -3,6 +3,7 @@
 
 #include "UpdateFetcher/AppcastReader.h"
 #include "UpdateFetcher/Ed25519.h"
+#include "UpdateFetcher/FetchFailures.h"
 
 #include <utility>
 
@@ -13,7 +14,7 @@ namespace {
 HttpsFetch::Sink sinkInto(QByteArray& bytes) {
     return [&bytes](const QByteArray& more) {
         bytes += more;
-        return std::optional<UpdateFailure>();
+        return true;
     };
 }
 
@@ -28,9 +29,9 @@ FeedCheck::FeedCheck(FeedQuestion question, const FetchLimits& limits)
 void FeedCheck::start(Done done) {
     m_done = std::move(done);
     m_feedFetch.fetch(QString::fromStdString(m_question.feed), sinkInto(m_feed),
-                      [this](std::optional<UpdateFailure> failure) {
+                      [this](std::optional<FetchFailure> failure) {
                           if (failure) {
-                              m_done(*failure);
+                              m_done(updateFailureOf(*failure));
                           } else {
                               fetchSignature();
                           }
@@ -38,17 +39,17 @@ void FeedCheck::start(Done done) {
 }
 
 void FeedCheck::fetchSignature() {
-    m_signatureFetch.fetch(QString::fromStdString(m_question.feed) + QStringLiteral(".sig"),
-                           sinkInto(m_signature), [this](std::optional<UpdateFailure> failure) {
-                               // A feed without one, or with something else in its place, is not signed.
-                               const bool isUnsigned =
-                                   failure == UpdateFailure::missing || failure == UpdateFailure::tooLarge;
-                               if (failure) {
-                                   m_done(isUnsigned ? UpdateFailure::badSignature : *failure);
-                               } else {
-                                   m_done(judged(m_question, m_feed, m_signature));
-                               }
-                           });
+    m_signatureFetch.fetch(
+        QString::fromStdString(m_question.feed) + QStringLiteral(".sig"), sinkInto(m_signature),
+        [this](std::optional<FetchFailure> failure) {
+            // A feed without one, or with something else in its place, is not signed.
+            const bool isUnsigned = failure == FetchFailure::missing || failure == FetchFailure::tooLarge;
+            if (failure) {
+                m_done(isUnsigned ? UpdateFailure::badSignature : updateFailureOf(*failure));
+            } else {
+                m_done(judged(m_question, m_feed, m_signature));
+            }
+        });
 }
 
 UpdateAnswer FeedCheck::judged(const FeedQuestion& question, const QByteArray& feed,

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "UpdateFetcher/FetchLimits.h"
-#include "UpdateFetcher/HttpsFetch.h"
 #include "VesloraCore/Updates/UpdateMessages.h"
+#include "Web/HttpsFetch.h"
 
 #include <QByteArray>
 

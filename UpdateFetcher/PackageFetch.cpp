@@ -2,6 +2,7 @@
 #include "UpdateFetcher/PackageFetch.h"
 
 #include "UpdateFetcher/Ed25519.h"
+#include "UpdateFetcher/FetchFailures.h"
 
 #include <QTimer>
 
@@ -32,10 +33,9 @@ void PackageFetch::start(Done done) {
     m_fetch.fetch(
         QString::fromStdString(m_question.item.url),
         [this](const QByteArray& bytes) {
-            const bool isTaken = m_folder.add({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-            return isTaken ? std::nullopt : std::optional(UpdateFailure::folder);
+            return m_folder.add({bytes.constData(), static_cast<std::size_t>(bytes.size())});
         },
-        [this](std::optional<UpdateFailure> failure) {
+        [this](std::optional<FetchFailure> failure) {
             const UpdateAnswer answer = judged(failure);
             m_folder.drop();
             m_done(answer);
@@ -43,9 +43,9 @@ void PackageFetch::start(Done done) {
 }
 
 /// By what was written, not by what was received.
-UpdateAnswer PackageFetch::judged(std::optional<UpdateFailure> failure) {
+UpdateAnswer PackageFetch::judged(std::optional<FetchFailure> failure) {
     if (failure) {
-        return *failure;
+        return updateFailureOf(*failure);
     }
     const auto bytes = m_folder.written();
     if (!bytes) {

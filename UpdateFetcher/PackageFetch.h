@@ -4,9 +4,9 @@
 #pragma once
 
 #include "UpdateFetcher/FetchLimits.h"
-#include "UpdateFetcher/HttpsFetch.h"
 #include "UpdateFetcher/PackageFolder.h"
 #include "VesloraCore/Updates/UpdateMessages.h"
+#include "Web/HttpsFetch.h"
 
 #include <functional>
 
@@ -25,7 +25,7 @@ class PackageFetch {
     [[nodiscard]] static UpdateAnswer verified(const PackageQuestion& question);
 
   private:
-    [[nodiscard]] UpdateAnswer judged(std::optional<UpdateFailure> failure);
+    [[nodiscard]] UpdateAnswer judged(std::optional<FetchFailure> failure);
 
     PackageQuestion m_question;
     HttpsFetch m_fetch;

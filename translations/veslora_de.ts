@@ -1906,6 +1906,10 @@ läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
         <source>The system&apos;s installer couldn&apos;t do it. In a terminal, type:</source>
         <translation>Dem Installationsprogramm des Systems ist es nicht gelungen. Im Terminal:</translation>
     </message>
+    <message>
+        <source>The system&apos;s installer is taking long. If nothing comes of it, in a terminal, type:</source>
+        <translation>Das Installationsprogramm des Systems braucht lange. Falls nichts daraus wird, im Terminal:</translation>
+    </message>
 </context>
 <context>
     <name>veslora::WidgetLibraryPresenter</name>

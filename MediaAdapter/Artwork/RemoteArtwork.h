@@ -2,47 +2,32 @@
 // Fetches a picture from the web. Main thread only.
 #pragma once
 
+#include "Web/HttpsFetch.h"
+
 #include <QByteArray>
-#include <QObject>
-#include <QSslConfiguration>
 #include <QString>
 
 #include <chrono>
-#include <memory>
-
-class QNetworkAccessManager;
-class QNetworkReply;
+#include <functional>
 
 namespace veslora {
 
-class RemoteArtwork : public QObject {
-    Q_OBJECT
-
+class RemoteArtwork {
   public:
     static constexpr std::chrono::milliseconds longestFetch{5000};
 
+    /// Called once, later and never within `fetch`, with the bytes, or with nothing for an error, for more
+    /// than is read of a file, and after the timeout.
+    using Done = std::function<void(const QByteArray&)>;
+
     explicit RemoteArtwork(const QSslConfiguration& security = QSslConfiguration::defaultConfiguration(),
                            std::chrono::milliseconds timeout = longestFetch);
-    ~RemoteArtwork() override;
-    RemoteArtwork(const RemoteArtwork&) = delete;
-    RemoteArtwork& operator=(const RemoteArtwork&) = delete;
 
-    /// Begins to fetch, by https alone, redirects included.
-    void fetch(const QString& url);
-
-  signals:
-    /// Said once: the bytes, or nothing for an error, for more than is read of a file, and after
-    /// the timeout.
-    void fetched(const QByteArray& bytes);
+    /// Begins to fetch, by https alone, redirects included. Called once.
+    void fetch(const QString& url, Done done);
 
   private:
-    void read();
-    void finish(const QByteArray& bytes);
-
-    QSslConfiguration m_security;
-    std::chrono::milliseconds m_timeout;
-    std::unique_ptr<QNetworkAccessManager> m_manager;
-    QNetworkReply* m_reply = nullptr;
+    HttpsFetch m_fetch;
     QByteArray m_bytes;
 };
 

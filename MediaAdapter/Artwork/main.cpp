@@ -8,7 +8,6 @@
 #include "MediaAdapter/Artwork/RemoteArtwork.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -67,8 +66,7 @@ int main(int count, char** arguments) {
         return print(veslora::ArtworkFile::read(*path));
     }
     veslora::RemoteArtwork remote;
-    QObject::connect(&remote, &veslora::RemoteArtwork::fetched,
-                     [](const QByteArray& bytes) { QCoreApplication::exit(print(bytes)); });
-    QTimer::singleShot(0, &remote, [&] { remote.fetch(QString::fromStdString(address)); });
+    remote.fetch(QString::fromStdString(address),
+                 [](const QByteArray& bytes) { QCoreApplication::exit(print(bytes)); });
     return QCoreApplication::exec();
 }

@@ -25,7 +25,7 @@ Task PackageKitInstaller::install(const std::string& path, std::function<void(In
                 finish(InstallOutcome::absent);
                 return;
             }
-            auto* const transaction = new PackageKitTransaction(*bus, this);
+            auto* const transaction = new PackageKitTransaction(*bus, m_scheduler, this);
             connect(transaction, &PackageKitTransaction::ended, this, finish);
             transaction->install(path);
         });

@@ -3,6 +3,7 @@
 
 #include "VesloraLinux/DBus/BusErrors.h"
 #include "VesloraUI/Platform/Logs.h"
+#include "VesloraUI/Platform/Scheduler.h"
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -54,8 +55,8 @@ InstallOutcome outcomeOfError(const QDBusError& error) {
 
 } // namespace
 
-PackageKitTransaction::PackageKitTransaction(QDBusConnection bus, QObject* parent)
-    : QObject(parent), m_bus(std::move(bus)) {
+PackageKitTransaction::PackageKitTransaction(QDBusConnection bus, Scheduler& scheduler, QObject* parent)
+    : QObject(parent), m_bus(std::move(bus)), m_scheduler(scheduler) {
     m_watcher.setConnection(m_bus);
     m_watcher.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
@@ -80,11 +81,19 @@ InstallOutcome PackageKitTransaction::outcomeOf(quint32 exit, std::optional<quin
 
 void PackageKitTransaction::install(const std::string& path) {
     const QString file = QFile::decodeName(QByteArray::fromStdString(path));
+    m_limit = m_scheduler.after(longestMaking, [this] {
+        qCWarning(Logs::updates, "PackageKit does not answer");
+        end(InstallOutcome::failed);
+    });
     call(packageKit, packageKitPath, packageKit, QStringLiteral("CreateTransaction"), {},
          [this, file](const QDBusMessage& reply) { made(reply, file); });
 }
 
 void PackageKitTransaction::made(const QDBusMessage& reply, const QString& path) {
+    m_limit.cancel();
+    if (m_hasEnded) {
+        return;
+    }
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("o")) {
         refused(reply);
         return;

@@ -17,12 +17,17 @@
 
 namespace veslora {
 
+class Scheduler;
+
 class PackageKitTransaction : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PackageKitTransaction)
 
   public:
-    PackageKitTransaction(QDBusConnection bus, QObject* parent);
+    /// Seconds in which the service makes a transaction; nobody is asked anything until then.
+    static constexpr double longestMaking = 60;
+
+    PackageKitTransaction(QDBusConnection bus, Scheduler& scheduler, QObject* parent);
     ~PackageKitTransaction() override = default;
 
     /// Begins; the bus may start the service for it. Called once.
@@ -48,10 +53,12 @@ class PackageKitTransaction : public QObject {
     void end(InstallOutcome outcome);
 
     QDBusConnection m_bus;
+    Scheduler& m_scheduler;
     QDBusServiceWatcher m_watcher;
     QString m_service; ///< the program's own name on the bus, which nobody else ever gets
     QString m_object;
     std::optional<quint32> m_error;
+    Task m_limit; ///< of its making
     bool m_hasEnded = false;
 };
 

@@ -33,6 +33,7 @@ NotchWindowController::NotchWindowController(const Platform& platform, const Tex
                          .adapter = platform.mediaAdapter,
                          .artwork = platform.artwork,
                          .apps = platform.apps}),
+      m_musicOnIsland(m_music, m_rack, settings, platform.scheduler, [this] { presentationChanged(); }),
       m_metronome(settings, {platform.scheduler, platform.metronome, platform.suspension}),
       m_judge(m_models, settings, measuring), m_makeContent(std::move(makeContent)),
       m_fullscreenMonitor(platform.screenWindows, platform.scheduler),
@@ -48,7 +49,6 @@ void NotchWindowController::start() {
     m_rack.onIslandWidthChange = [this](double width) { islandWidthChanged(width); };
     m_agents.setOnChange([this] { agentsChanged(); });
     m_keepAwake.onChange = [this] { presentationChanged(); };
-    m_music.onChange = [this] { musicChanged(); };
     m_metronome.onChange = [this] { presentationChanged(); };
     m_fullscreenMonitor.onChange = [this](bool) { applyVisibility(); };
     m_agents.start();
@@ -64,17 +64,14 @@ void NotchWindowController::start() {
         connect(&m_platform.suspension, &Suspension::didWake, this, [this] { m_sampler.startAgain(); }),
     };
     watchFullscreen();
-    m_music.startObservingSpotify();
-    updateMusicNeed();
+    m_musicOnIsland.start();
     pointer.setTracking(true);
 }
 
 void NotchWindowController::stop() {
     m_fullscreenMonitor.stop();
     m_rack.exitEditing();
-    m_music.onChange = nullptr;
-    m_graceTask.cancel();
-    m_music.setNeeded(false);
+    m_musicOnIsland.stop();
     m_metronome.onChange = nullptr;
     m_metronome.stop();
     m_agents.stop();
@@ -178,24 +175,6 @@ void NotchWindowController::agentsChanged() {
     presentationChanged();
 }
 
-/// The wings of music that was paused linger for a while, whose end no event marks.
-void NotchWindowController::musicChanged() {
-    presentationChanged();
-    m_graceTask.cancel();
-    const auto since = m_music.pausedSince();
-    const double left = since ? *since + MusicLiveActivity::pausedGrace - now() : 0;
-    if (left > 0) {
-        m_graceTask = m_platform.scheduler.after(std::min(left, MusicLiveActivity::pausedGrace),
-                                                 [this] { musicChanged(); });
-    }
-}
-
-/// Players are watched only while something can show them.
-void NotchWindowController::updateMusicNeed() {
-    m_music.setNeeded(m_rack.layout().contains(WidgetID::music) ||
-                      m_settings.boolValue(SettingsKeys::musicLiveActivity));
-}
-
 void NotchWindowController::presentationChanged() {
     if (!m_isHearing) {
         judge();
@@ -272,8 +251,7 @@ void NotchWindowController::settingsChanged() {
     m_rack.settingsChanged();
     // All of it is one change, judged below.
     m_isHearing = true;
-    m_music.settingsChanged();
-    updateMusicNeed();
+    m_musicOnIsland.settingsChanged();
     m_isHearing = false;
     // A toggle may have switched off what the island shows right now.
     judge();

@@ -7,6 +7,7 @@
 #include "VesloraUI/Island/EditTimeout.h"
 #include "VesloraUI/Island/FullscreenMonitor.h"
 #include "VesloraUI/Island/IslandContent.h"
+#include "VesloraUI/Island/MusicOnIsland.h"
 #include "VesloraUI/Island/NotchViewModel.h"
 #include "VesloraUI/Island/ScreenChoice.h"
 #include "VesloraUI/Platform/Platform.h"
@@ -91,8 +92,6 @@ class NotchWindowController : public QObject {
     void scheduleOpenDelayCheck(std::optional<Timestamp> deadline);
     void playApprovalSoundIfNew();
     void agentsChanged();
-    void musicChanged();
-    void updateMusicNeed();
     void fillTracker(HoverTracker& tracker);
     void showContent(const NotchGeometry& geometry);
     [[nodiscard]] const IslandPresentation& presentation() const { return m_judge.presentation(); }
@@ -111,6 +110,7 @@ class NotchWindowController : public QObject {
     AgentsModel& m_agents;
     KeepAwakeModel m_keepAwake;
     MusicModel m_music;
+    MusicOnIsland m_musicOnIsland;
     MetronomeModel m_metronome;
     IslandModels m_models{{m_agents, m_keepAwake, m_metronome, m_music, m_timer, m_rack, m_sampler}};
     PresentationJudge m_judge;
@@ -123,7 +123,6 @@ class NotchWindowController : public QObject {
     std::optional<HoverTracker> m_tracker;
     std::optional<ScreenInfo> m_screen;
     PanelZones m_zones;
-    Task m_graceTask;                           ///< ends the wings of music that was paused
     Task m_openDelayTask;                       ///< sleeps until the hover deadline
     std::optional<Timestamp> m_pendingDeadline; ///< by `steadyNow`
     FullscreenMonitor m_fullscreenMonitor;      ///< runs while somebody wants the island to step aside

@@ -10,7 +10,7 @@ class Updating {
   public:
     virtual ~Updating() = default;
 
-    /// Whether a check may be started now.
+    /// Whether a check may be started now, or what is under way unseen be looked at.
     [[nodiscard]] virtual bool canCheckForUpdates() const = 0;
     /// Whether checks are made in the background.
     [[nodiscard]] virtual bool automaticallyChecksForUpdates() const = 0;
@@ -21,7 +21,8 @@ class Updating {
     std::function<void(bool)> onCanCheckForUpdatesChange;
     std::function<void(bool)> onAutomaticallyChecksForUpdatesChange;
 
-    /// Starts a check that the user has asked for, and shows what it finds.
+    /// Starts a check that the user has asked for, and shows what it finds; where something is under way,
+    /// shows that and starts nothing.
     virtual void checkForUpdates() = 0;
 };
 

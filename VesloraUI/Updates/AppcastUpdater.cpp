@@ -46,7 +46,7 @@ void AppcastUpdater::start() {
 }
 
 bool AppcastUpdater::canCheckForUpdates() const {
-    return !isBusy(m_state.step);
+    return !isBusy(m_state.step) || (m_state.step == Step::installing && m_isOutOfSight);
 }
 
 void AppcastUpdater::setAutomaticallyChecksForUpdates(bool isOn) {
@@ -54,11 +54,12 @@ void AppcastUpdater::setAutomaticallyChecksForUpdates(bool isOn) {
 }
 
 void AppcastUpdater::checkForUpdates() {
-    if (canCheckForUpdates()) {
+    if (!isBusy(m_state.step)) {
         check(true);
         return;
     }
     m_isAskedFor = true;
+    setOutOfSight(false);
     emit wantsToShow(true);
 }
 
@@ -203,6 +204,7 @@ void AppcastUpdater::downloaded(const UpdateAnswer& answer) {
     // again right before.
     m_task = m_helper.ask(question(PackageQuestion::Job::verify), verifyLimit,
                           [this](const UpdateAnswer& again) { verified(again); });
+    setOutOfSight(false);
     State state = m_state;
     state.step = Step::installing;
     show(std::move(state));
@@ -214,12 +216,20 @@ void AppcastUpdater::verified(const UpdateAnswer& answer) {
         return;
     }
     m_task = m_seams.packages.install(packagePath(), [this](InstallOutcome outcome) { ended(outcome); });
+    m_watch = m_seams.scheduler.after(overdueAfter, [this] {
+        qCWarning(Logs::updates, "the system's installer is taking long");
+        State state = m_state;
+        state.isOverdue = true;
+        show(std::move(state));
+    });
 }
 
 void AppcastUpdater::ended(InstallOutcome outcome) {
     qCInfo(Logs::updates, "the system's installer ended with %d", static_cast<int>(outcome));
+    m_watch.cancel();
     State state = m_state;
     state.outcome = outcome;
+    state.isOverdue = false;
     switch (outcome) {
     case InstallOutcome::installed:
         state.step = Step::installed;
@@ -252,20 +262,31 @@ void AppcastUpdater::skip() {
 
 void AppcastUpdater::dismiss() {
     cancel();
-    if (m_state.step != Step::installing) {
-        m_task.cancel();
-        show({});
+    if (m_state.step == Step::installing) {
+        setOutOfSight(true);
+        return;
     }
+    m_task.cancel();
+    show({});
 }
 
 void AppcastUpdater::show(State state) {
-    const bool couldCheck = canCheckForUpdates();
     if (std::exchange(m_state, std::move(state)) == m_state) {
         return;
     }
     emit changed();
-    if (canCheckForUpdates() != couldCheck && onCanCheckForUpdatesChange) {
-        onCanCheckForUpdatesChange(canCheckForUpdates());
+    tellWhetherOneMayCheck();
+}
+
+void AppcastUpdater::setOutOfSight(bool isOutOfSight) {
+    m_isOutOfSight = isOutOfSight;
+    tellWhetherOneMayCheck();
+}
+
+void AppcastUpdater::tellWhetherOneMayCheck() {
+    const bool canCheck = canCheckForUpdates();
+    if (std::exchange(m_couldCheck, canCheck) != canCheck && onCanCheckForUpdatesChange) {
+        onCanCheckForUpdatesChange(canCheck);
     }
 }
 

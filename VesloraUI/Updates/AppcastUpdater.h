@@ -42,6 +42,9 @@ class AppcastUpdater final : public QObject, public Updating {
         PackageInstalling& packages;
     };
 
+    /// Seconds after which an installation is overdue.
+    static constexpr double overdueAfter = 600;
+
     enum class Step : std::uint8_t {
         none,         ///< there is nothing to show
         checking,     ///< also while nobody asked for it
@@ -59,6 +62,7 @@ class AppcastUpdater final : public QObject, public Updating {
         AppcastItem item;
         double progress = 0; ///< 0 to 1
         InstallOutcome outcome = InstallOutcome::installed;
+        bool isOverdue = false; ///< the system has had the package for long and may never be done
         bool operator==(const State&) const = default;
     };
 
@@ -77,7 +81,7 @@ class AppcastUpdater final : public QObject, public Updating {
     [[nodiscard]] bool automaticallyChecksForUpdates() const override { return m_timer.isOn(); }
     void setAutomaticallyChecksForUpdates(bool isOn) override;
     [[nodiscard]] bool isAvailable() const override { return true; }
-    /// One that is under way shows its result from now on.
+    /// Where something is under way, shows that and what comes of it instead.
     void checkForUpdates() override;
 
     /// Brings the offered package and has it installed; nothing at any other step.
@@ -109,6 +113,8 @@ class AppcastUpdater final : public QObject, public Updating {
     void fail(const UpdateAnswer& answer);
     [[nodiscard]] PackageQuestion question(PackageQuestion::Job job) const;
     void show(State state);
+    void setOutOfSight(bool isOutOfSight);
+    void tellWhetherOneMayCheck();
 
     const Build m_build;
     Seams m_seams;
@@ -117,8 +123,10 @@ class AppcastUpdater final : public QObject, public Updating {
     UpdateTimer m_timer;
     State m_state;
     bool m_isAskedFor = false;
-    Task m_task; ///< the helper, or the installer
-    Task m_watch;
+    bool m_isOutOfSight = false; ///< what is being installed was dismissed
+    bool m_couldCheck = true;    ///< as it was told last
+    Task m_task;                 ///< the helper, or the installer
+    Task m_watch;                ///< of a download's progress, or an installation's length
 };
 
 } // namespace veslora

@@ -70,6 +70,11 @@ UpdatePresenter::Shown UpdatePresenter::shownOf(const AppcastUpdater::State& sta
     case Step::installing:
         shown.headline = tr("Installing Veslora %1…").arg(version);
         shown.detail = tr("Your system may ask for a password.");
+        if (state.isOverdue) {
+            shown.detail =
+                tr("The system's installer is taking long. If nothing comes of it, in a terminal, type:");
+            shown.command = installCommand();
+        }
         break;
     case Step::installed:
         shown.headline = tr("Veslora %1 is installed.").arg(version);
@@ -78,11 +83,15 @@ UpdatePresenter::Shown UpdatePresenter::shownOf(const AppcastUpdater::State& sta
     case Step::byHand:
         shown.headline = tr("Veslora %1 can be installed by hand.").arg(version);
         shown.detail = reason(state.outcome);
-        shown.command = QStringLiteral("sudo apt install ") +
-                        QString::fromStdString(shellQuoted(m_updater->packagePath()));
+        shown.command = installCommand();
         break;
     }
     return shown;
+}
+
+QString UpdatePresenter::installCommand() const {
+    return QStringLiteral("sudo apt install ") +
+           QString::fromStdString(shellQuoted(m_updater->packagePath()));
 }
 
 QString UpdatePresenter::reason(UpdateFailure failure) {

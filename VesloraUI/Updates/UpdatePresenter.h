@@ -66,6 +66,7 @@ class UpdatePresenter : public veslora::Presenter {
     };
 
     [[nodiscard]] Shown shownOf(const AppcastUpdater::State& state) const;
+    [[nodiscard]] QString installCommand() const;
     [[nodiscard]] static QString reason(UpdateFailure failure);
     [[nodiscard]] static QString reason(InstallOutcome outcome);
 

@@ -77,10 +77,12 @@ void UpgradeWatch::tryNow() {
 
 void UpgradeWatch::finish(const FileStat& tried, bool isSound) {
     const auto file = present();
-    if (!isSound || !file || !isSameFile(*file, tried)) {
+    // Of a file that has been replaced meanwhile the trial says nothing.
+    const bool isStillThere = file && isSameFile(*file, tried);
+    if (isStillThere && !isSound) {
         qCWarning(Logs::start, "the version that is installed does not start; this one goes on");
         tryLater(patience);
-    } else if (!m_client.isAtRest()) {
+    } else if (!isStillThere || !m_client.isAtRest()) {
         tryLater(settling);
     } else {
         m_running.reset();

@@ -19,7 +19,7 @@ class FeedCheckTests : public ::testing::Test {
         return item;
     }
     std::optional<UpdateAnswer> ask(const std::string& name = "feed.xml", int limit = 20'000) {
-        return server.ask(server.question(server.secure(name)), limit);
+        return server.ask(server.question(server.web().secure(name)), limit);
     }
     /// What a failure answers.
     static std::optional<UpdateAnswer> failure(UpdateFailure why) { return why; }
@@ -32,7 +32,7 @@ TEST_F(FeedCheckTests, FindsANewerRelease) {
     const AppcastItem item = publish("0.2.0");
     EXPECT_EQ(ask(), std::optional<UpdateAnswer>(item));
     server.putSigned("around-feed.xml", "");
-    server.put("around-feed.xml.sig", server.signatureOf(testing::ReleaseServer::feedOf(item)));
+    server.web().put("around-feed.xml.sig", server.signatureOf(testing::ReleaseServer::feedOf(item)));
     EXPECT_EQ(ask("around-feed.xml"), std::optional<UpdateAnswer>(item)) << "a redirect on https is followed";
 }
 
@@ -46,7 +46,7 @@ TEST_F(FeedCheckTests, AnOlderAndTheSameVersionAreNoUpdate) {
 TEST_F(FeedCheckTests, NoFeed) {
     EXPECT_EQ(ask("elsewhere.xml"), failure(UpdateFailure::missing));
     publish("0.2.0");
-    server.put("broken-feed.xml", testing::ReleaseServer::feedOf(server.itemFor("0.2.0", "a package")));
+    server.web().put("broken-feed.xml", testing::ReleaseServer::feedOf(server.itemFor("0.2.0", "a package")));
     EXPECT_EQ(ask("broken-feed.xml"), failure(UpdateFailure::missing)) << "an error's page is no feed";
 }
 
@@ -74,16 +74,16 @@ TEST_F(FeedCheckTests, AFeedThatIsNotSigned) {
     for (const std::string& signature :
          {std::string(), std::string("AAAA"), server.signatureOf(feed + " "),
           std::string(86, 'A') + "==", server.signatureOf(feed).substr(4), std::string(300, 'A')}) {
-        server.put("feed.xml.sig", signature);
+        server.web().put("feed.xml.sig", signature);
         EXPECT_EQ(ask(), failure(UpdateFailure::badSignature)) << signature;
     }
-    server.remove("feed.xml.sig");
+    server.web().remove("feed.xml.sig");
     EXPECT_EQ(ask(), failure(UpdateFailure::badSignature));
     server.putSigned("feed.xml", feed);
-    server.put("feed.xml", feed + "\n");
+    server.web().put("feed.xml", feed + "\n");
     EXPECT_EQ(ask(), failure(UpdateFailure::badSignature)) << "one byte more";
     server.putSigned("feed.xml", feed);
-    FeedQuestion other = server.question(server.secure("feed.xml"));
+    FeedQuestion other = server.question(server.web().secure("feed.xml"));
     other.key = testing::ReleaseServer().key();
     EXPECT_EQ(server.ask(other), failure(UpdateFailure::badSignature)) << "another's key";
     other.key = "no key";
@@ -102,7 +102,7 @@ TEST_F(FeedCheckTests, AHugeFeed) {
     EXPECT_TRUE(std::holds_alternative<AppcastItem>(ask().value_or(NothingNewer{}))) << "as long as may be";
     server.putSigned("feed.xml", feed + std::string((1 << 20) - feed.size() + 1, ' '));
     EXPECT_EQ(ask(), failure(UpdateFailure::tooLarge));
-    server.put("endless-feed.xml", "");
+    server.web().put("endless-feed.xml", "");
     EXPECT_EQ(ask("endless-feed.xml"), failure(UpdateFailure::tooLarge));
 }
 
@@ -110,11 +110,11 @@ TEST_F(FeedCheckTests, ARedirectOffHttps) {
     publish("0.2.0");
     EXPECT_EQ(ask("off-feed.xml"), failure(UpdateFailure::insecure));
     EXPECT_EQ(ask("loop-feed.xml"), failure(UpdateFailure::missing));
-    EXPECT_EQ(server.ask(server.question(server.plain("feed.xml"))), std::nullopt) << "never asked for";
+    EXPECT_EQ(server.ask(server.question(server.web().plain("feed.xml"))), std::nullopt) << "never asked for";
 }
 
 TEST_F(FeedCheckTests, AServerThatHangs) {
-    server.put("hang-feed.xml", testing::ReleaseServer::feedOf(publish("0.2.0")));
+    server.web().put("hang-feed.xml", testing::ReleaseServer::feedOf(publish("0.2.0")));
     EXPECT_EQ(ask("hang-feed.xml", 300), failure(UpdateFailure::slow));
 }
 

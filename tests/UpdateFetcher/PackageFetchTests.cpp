@@ -38,9 +38,9 @@ class PackageFetchTests : public ::testing::Test {
     std::optional<UpdateAnswer> verify() { return server.ask(server.question(Job::verify, item)); }
     /// The same item at another place of the server, with a file there.
     AppcastItem at(const std::string& place) {
-        server.put(place, package);
+        server.web().put(place, package);
         AppcastItem moved = item;
-        moved.url = server.secure(place);
+        moved.url = server.web().secure(place);
         return moved;
     }
     [[nodiscard]] std::vector<std::string> files() const {
@@ -84,15 +84,15 @@ TEST_F(PackageFetchTests, AForgedPackage) {
     forged.signature = server.signatureOf("another package");
     EXPECT_EQ(download(forged), failure(UpdateFailure::badSignature));
     EXPECT_THAT(files(), IsEmpty());
-    server.put("veslora.deb", std::string(package.size(), 'w'));
+    server.web().put("veslora.deb", std::string(package.size(), 'w'));
     EXPECT_EQ(download(item), failure(UpdateFailure::badSignature));
     EXPECT_THAT(files(), IsEmpty());
 }
 
 TEST_F(PackageFetchTests, APackageThatIsShorterOrLongerThanTold) {
-    server.put("veslora.deb", package.substr(1));
+    server.web().put("veslora.deb", package.substr(1));
     EXPECT_EQ(download(item), failure(UpdateFailure::incomplete));
-    server.put("veslora.deb", package + "!");
+    server.web().put("veslora.deb", package + "!");
     EXPECT_EQ(download(item), failure(UpdateFailure::tooLarge));
     EXPECT_EQ(download(at("short-veslora.deb")), failure(UpdateFailure::incomplete));
     EXPECT_EQ(download(at("endless-veslora.deb")), failure(UpdateFailure::tooLarge));
@@ -105,9 +105,9 @@ TEST_F(PackageFetchTests, APackageThatIsGoneOutOfReachOrOffHttps) {
     AppcastItem gone = item;
     gone.url = "https://localhost:1/veslora.deb";
     EXPECT_EQ(download(gone), failure(UpdateFailure::unreachable));
-    gone.url = server.plain("veslora.deb");
+    gone.url = server.web().plain("veslora.deb");
     EXPECT_EQ(download(gone), std::nullopt) << "never asked for";
-    server.remove("veslora.deb");
+    server.web().remove("veslora.deb");
     EXPECT_EQ(download(item), failure(UpdateFailure::missing));
     EXPECT_THAT(files(), IsEmpty());
 }
@@ -152,6 +152,17 @@ TEST_F(PackageFetchTests, ADiskThatTakesNoMore) {
     limitFiles(before);
     EXPECT_FALSE(isAdded);
     folder.drop();
+    EXPECT_THAT(files(), IsEmpty());
+}
+
+TEST_F(PackageFetchTests, ADownloadThatTheDiskDoesNotTake) {
+    PackageFetch job(server.question(Job::download, item), {.security = server.web().trusting()});
+    std::vector<UpdateAnswer> answers;
+    const rlimit before = limitFiles({1000, RLIM_INFINITY});
+    job.start([&answers](const UpdateAnswer& answer) { answers.push_back(answer); });
+    testing::waitUntil([&answers] { return !answers.empty(); });
+    limitFiles(before);
+    EXPECT_THAT(answers, ElementsAre(UpdateAnswer(UpdateFailure::folder)));
     EXPECT_THAT(files(), IsEmpty());
 }
 

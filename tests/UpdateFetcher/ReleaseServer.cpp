@@ -5,8 +5,6 @@
 
 #include <sodium.h>
 
-#include <filesystem>
-#include <sstream>
 #include <stdexcept>
 #include <vector>
 
@@ -24,10 +22,7 @@ std::string base64(const Bytes& bytes) {
 
 } // namespace
 
-ReleaseServer::ReleaseServer()
-    : m_server({VESLORA_TEST_SCRIPTS "/server.py", m_folder.path()}, 3, ProgramInput::told) {
-    std::istringstream(m_server.nextLine()) >> m_securePort >> m_plainPort;
-    std::filesystem::create_directory(m_folder.path("web"));
+ReleaseServer::ReleaseServer() {
     Bytes publicKey(crypto_sign_PUBLICKEYBYTES);
     m_secretKey.resize(crypto_sign_SECRETKEYBYTES);
     if (sodium_init() < 0 ||
@@ -37,25 +32,9 @@ ReleaseServer::ReleaseServer()
     m_publicKey = base64(publicKey);
 }
 
-std::string ReleaseServer::secure(const std::string& name) const {
-    return "https://localhost:" + std::to_string(m_securePort) + "/" + name;
-}
-
-std::string ReleaseServer::plain(const std::string& name) const {
-    return "http://localhost:" + std::to_string(m_plainPort) + "/" + name;
-}
-
-void ReleaseServer::put(const std::string& name, const std::string& bytes) const {
-    m_folder.put("web/" + name, bytes);
-}
-
 void ReleaseServer::putSigned(const std::string& name, const std::string& bytes) const {
-    put(name, bytes);
-    put(name + ".sig", signatureOf(bytes) + "\n");
-}
-
-void ReleaseServer::remove(const std::string& name) const {
-    std::filesystem::remove(m_folder.path("web/" + name));
+    m_web.put(name, bytes);
+    m_web.put(name + ".sig", signatureOf(bytes) + "\n");
 }
 
 std::string ReleaseServer::signatureOf(const std::string& bytes) const {
@@ -66,10 +45,10 @@ std::string ReleaseServer::signatureOf(const std::string& bytes) const {
 }
 
 AppcastItem ReleaseServer::itemFor(const std::string& version, const std::string& package) const {
-    put("veslora.deb", package);
+    m_web.put("veslora.deb", package);
     return {.version = *ReleaseVersion::parse(version),
             .notes = "Quieter.",
-            .url = secure("veslora.deb"),
+            .url = m_web.secure("veslora.deb"),
             .length = static_cast<std::int64_t>(package.size()),
             .signature = signatureOf(package),
             .kind = std::string(Appcast::debianPackage),

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Releases on a web server of the test's own, signed by a key of the test's own, and the helper that asks for
-// them.
+// Releases on the tests' web server, signed by a key of the test's own, and the helper that asks for them.
 #pragma once
 
 #include "VesloraCore/Updates/UpdateMessages.h"
-#include "tests/VesloraLinux/Support/Program.h"
 #include "tests/VesloraLinux/Support/TemporaryFolder.h"
+#include "tests/Web/WebServer.h"
 
 #include <optional>
 #include <string>
@@ -16,15 +15,10 @@ class ReleaseServer {
   public:
     ReleaseServer();
 
-    /// The address of a file; see the server for what a name may begin with.
-    [[nodiscard]] std::string secure(const std::string& name) const;
-    [[nodiscard]] std::string plain(const std::string& name) const;
-
-    /// Puts a file where the server finds it.
-    void put(const std::string& name, const std::string& bytes) const;
-    /// Puts it with its signature beside it.
+    /// Where the files lie.
+    [[nodiscard]] const WebServer& web() const { return m_web; }
+    /// Puts a file with its signature beside it.
     void putSigned(const std::string& name, const std::string& bytes) const;
-    void remove(const std::string& name) const;
 
     /// Base64 of the signature of these bytes, and of the key that it is checked by.
     [[nodiscard]] std::string signatureOf(const std::string& bytes) const;
@@ -50,13 +44,10 @@ class ReleaseServer {
     [[nodiscard]] const TemporaryFolder& packages() const { return m_packages; }
 
   private:
-    TemporaryFolder m_folder;
+    WebServer m_web;
     TemporaryFolder m_packages;
-    std::string m_certificate = m_folder.path("certificate.pem");
+    std::string m_certificate = m_web.certificate();
     std::string m_helper = VESLORA_TRUSTING_HELPER;
-    Program m_server;
-    int m_securePort = 0;
-    int m_plainPort = 0;
     std::string m_secretKey;
     std::string m_publicKey;
 };

@@ -61,7 +61,7 @@ def compiled_by_release(folder):
            "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON")
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         commands = {os.path.relpath(entry["file"], ROOT): entry for entry in json.load(file)}
-    ours = [entry for name, entry in commands.items() if name.startswith(("Veslora", "JsonValue", "MediaAdapter"))]
+    ours = [entry for name, entry in commands.items() if name.startswith(("Veslora", "JsonValue", "MediaAdapter", "Web"))]
     for flag in ("-fstack-protector-strong", "-D_FORTIFY_SOURCE=3", "-D_GLIBCXX_ASSERTIONS"):
         check(ours and all(flag in entry["command"].split() for entry in ours), f"release: {flag} for all {len(ours)} sources")
     # Copies are only checked in what is optimized. The last of these options counts.

@@ -5,7 +5,7 @@ import os
 import re
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-ROOMS = ("JsonValue", "MediaAdapter", "UpdateFetcher", "Veslora", "VesloraCore", "VesloraLinux", "VesloraUI")
+ROOMS = ("JsonValue", "MediaAdapter", "UpdateFetcher", "Veslora", "VesloraCore", "VesloraLinux", "VesloraUI", "Web")
 
 
 def text_of(*names):

@@ -45,10 +45,20 @@ class MockPackageKit : public QDBusVirtualObject {
     QString creationError;   ///< answers `CreateTransaction` where it is not empty
     QString installError;    ///< answers `InstallFiles` where it is not empty
     bool endsAtOnce = false; ///< successfully, before it has even answered
+    bool hangs = false;      ///< at `CreateTransaction`, until it is to `answerLate`
+
+    /// Answers what it hung at.
+    void answerLate() {
+        m_bus.send(m_pending.createReply(QVariant::fromValue(QDBusObjectPath(transaction))));
+    }
+    [[nodiscard]] bool isHanging() const { return m_pending.type() == QDBusMessage::MethodCallMessage; }
 
     [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) override {
-        if (message.member() == QLatin1String("CreateTransaction")) {
+        if (message.member() == QLatin1String("CreateTransaction") && hangs) {
+            message.setDelayedReply(true);
+            m_pending = message;
+        } else if (message.member() == QLatin1String("CreateTransaction")) {
             answer(message, creationError, {QVariant::fromValue(QDBusObjectPath(transaction))});
         } else if (message.member() == QLatin1String("SetHints")) {
             hints = message.arguments().value(0).toStringList();
@@ -81,6 +91,7 @@ class MockPackageKit : public QDBusVirtualObject {
     }
 
     QDBusConnection m_bus;
+    QDBusMessage m_pending;
 };
 
 } // namespace veslora::testing

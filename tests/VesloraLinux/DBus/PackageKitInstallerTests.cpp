@@ -138,6 +138,31 @@ TEST_F(PackageKitInstallerTest, OneThatGoesMeanwhileHasFailed) {
     EXPECT_TRUE(endsWith(InstallOutcome::failed));
 }
 
+TEST_F(PackageKitInstallerTest, OneThatHangsBeforeItHasBegunHasFailed) {
+    ASSERT_TRUE(service.come());
+    service.hangs = true;
+    install();
+    ASSERT_TRUE(waitFor([this] { return service.isHanging(); }));
+    time.advance(PackageKitTransaction::longestMaking - 1);
+    EXPECT_THAT(outcomes, IsEmpty());
+    time.advance(1);
+    EXPECT_THAT(outcomes, ElementsAre(InstallOutcome::failed));
+    service.answerLate();
+    handleEventsFor(50);
+    EXPECT_THAT(service.installed, IsEmpty()) << "it was given up";
+}
+
+TEST_F(PackageKitInstallerTest, WhatHasBegunMayTakeAnyTime) {
+    ASSERT_TRUE(service.come());
+    install();
+    ASSERT_TRUE(isAsked());
+    time.advance(24 * 60 * 60);
+    handleEventsFor(50);
+    EXPECT_THAT(outcomes, IsEmpty()) << "the user may look for a password";
+    service.finish(1);
+    EXPECT_TRUE(endsWith(InstallOutcome::installed));
+}
+
 TEST_F(PackageKitInstallerTest, WhoLetsGoHearsNothingMore) {
     ASSERT_TRUE(service.come());
     install();

@@ -367,6 +367,62 @@ TEST_F(AppcastUpdaterTest, WhatTheSystemInstallsGoesOnUnseenAndIsToldOf) {
     EXPECT_THAT(parts.shown, ElementsAre(false));
 }
 
+TEST_F(AppcastUpdaterTest, WhatIsInstalledUnseenIsBroughtBackByWhoAsks) {
+    std::vector<bool> told;
+    handOver();
+    parts.updates->onCanCheckForUpdatesChange = [&](bool canCheck) { told.push_back(canCheck); };
+    EXPECT_FALSE(parts.updates->canCheckForUpdates()) << "its window is there";
+    parts.updates->dismiss();
+    EXPECT_TRUE(parts.updates->canCheckForUpdates());
+    const auto state = parts.updates->state();
+    const std::size_t asked = parts.asked();
+    parts.shown.clear();
+    parts.updates->checkForUpdates();
+    EXPECT_THAT(parts.shown, ElementsAre(true));
+    EXPECT_EQ(parts.updates->state(), state);
+    EXPECT_EQ(parts.asked(), asked) << "nothing is begun beside it";
+    EXPECT_EQ(platform.installer.paths.size(), 1U);
+    EXPECT_FALSE(parts.updates->canCheckForUpdates());
+    parts.updates->dismiss();
+    EXPECT_THAT(told, ElementsAre(true, false, true));
+    platform.installer.end(InstallOutcome::installed);
+    EXPECT_EQ(parts.step(), Step::installed);
+    EXPECT_THAT(told, ElementsAre(true, false, true)) << "as before";
+}
+
+TEST_F(AppcastUpdaterTest, WhatWasDismissedOnceIsInSightTheNextTime) {
+    handOver();
+    parts.updates->dismiss();
+    platform.installer.end(InstallOutcome::cancelled);
+    parts.updates->install();
+    parts.answer(PackageReady{});
+    EXPECT_EQ(parts.step(), Step::installing);
+    EXPECT_FALSE(parts.updates->canCheckForUpdates());
+}
+
+TEST_F(AppcastUpdaterTest, AnInstallationThatDoesNotEndIsOverdueAndGoesOn) {
+    handOver();
+    platform.advance(AppcastUpdater::overdueAfter - 1);
+    EXPECT_FALSE(parts.updates->state().isOverdue);
+    parts.shown.clear();
+    platform.advance(1);
+    EXPECT_TRUE(parts.updates->state().isOverdue);
+    EXPECT_EQ(parts.step(), Step::installing);
+    EXPECT_THAT(parts.shown, IsEmpty()) << "nobody is disturbed";
+    platform.installer.end(InstallOutcome::cancelled);
+    EXPECT_EQ(parts.step(), Step::offered);
+    EXPECT_FALSE(parts.updates->state().isOverdue);
+    parts.updates->install();
+    parts.answer(PackageReady{});
+    parts.answer(PackageReady{});
+    platform.advance(AppcastUpdater::overdueAfter - 1);
+    EXPECT_FALSE(parts.updates->state().isOverdue) << "each has its own time";
+    platform.installer.end(InstallOutcome::installed);
+    platform.advance(AppcastUpdater::overdueAfter);
+    EXPECT_EQ(parts.step(), Step::installed);
+    EXPECT_FALSE(parts.updates->state().isOverdue);
+}
+
 TEST_F(AppcastUpdaterTest, InstallsOnlyWhatIsOffered) {
     parts.updates->install();
     parts.updates->cancel();

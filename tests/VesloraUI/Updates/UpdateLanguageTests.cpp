@@ -42,6 +42,8 @@ class UpdateLanguage : public testing::Test {
             parts.answer(PackageReady{});
             looked("installing");
             parts.answer(PackageReady{});
+            scene.advance(AppcastUpdater::overdueAfter);
+            looked("taking long");
             scene.platform.installer.end(outcome);
             looked("outcome " + std::to_string(static_cast<int>(outcome)));
         }

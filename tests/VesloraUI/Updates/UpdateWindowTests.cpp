@@ -157,6 +157,34 @@ TEST_F(UpdateWindowTest, GivesTheCommandWhereNobodyInstalls) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), command);
 }
 
+TEST_F(UpdateWindowTest, GivesTheCommandWhereTheInstallerHangs) {
+    parts.offer("0.2.0");
+    open();
+    handOver();
+    scene.advance(AppcastUpdater::overdueAfter);
+    EXPECT_THAT(
+        texts(),
+        ElementsAre("Installing Veslora 0.2.0…",
+                    "The system's installer is taking long. If nothing comes of it, in a terminal, type:",
+                    "Quieter.", "sudo apt install '/home/me/.cache/Veslora/updates/veslora_0.2.0_amd64.deb'",
+                    "Copy Command", "Close"));
+}
+
+TEST_F(UpdateWindowTest, AnInstallationThatWasDismissedComesBackAsItIs) {
+    const UpdateWindow window(scene.engine, *parts.updates);
+    parts.offer("0.2.0");
+    handOver();
+    ASSERT_TRUE(window.window());
+    window.window()->close();
+    EXPECT_EQ(window.window(), nullptr);
+    parts.updates->checkForUpdates();
+    ASSERT_TRUE(window.window());
+    EXPECT_EQ(parts.step(), AppcastUpdater::Step::installing);
+    window.window()->close();
+    scene.platform.installer.end(InstallOutcome::installed);
+    EXPECT_TRUE(window.window()) << "its end is told";
+}
+
 TEST_F(UpdateWindowTest, SaysWhatCameOfACheck) {
     parts.updates->checkForUpdates();
     open();

@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "VesloraUI/Updates/UpgradeWatch.h"
 #include "tests/VesloraUI/Fixtures/FakePlatform.h"
+#include "tests/support/LogRecorder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace veslora {
 namespace {
+
+using ::testing::ElementsAre;
+using ::testing::Field;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::LogRecorder;
 
 constexpr auto folder = "/usr/lib/veslora";
 constexpr auto program = "/usr/lib/veslora/veslora";
@@ -25,10 +33,14 @@ class UpgradeWatchTests : public ::testing::Test {
     }
 
     /// As an installer does: beside it, then renamed.
-    void install(const std::string& bytes) {
+    void put(const std::string& bytes) {
         machine.disk.put("/usr/lib/veslora/veslora.new", bytes, 0755);
         machine.disk.giveAway("/usr/lib/veslora/veslora.new");
         machine.disk.move("/usr/lib/veslora/veslora.new", program);
+    }
+    /// The same, with the word of it.
+    void install(const std::string& bytes) {
+        put(bytes);
         machine.watches.fire(folder);
     }
     void answerTrial(bool isDone) {
@@ -76,8 +88,10 @@ TEST_F(UpgradeWatchTests, WaitsUntilNothingGoesOn) {
 TEST_F(UpgradeWatchTests, AProgramThatDoesNotStartDoesNotTakeOver) {
     install("broken");
     machine.advance(UpgradeWatch::settling);
+    const LogRecorder log;
     answerTrial(false);
     EXPECT_EQ(takeovers, 0);
+    EXPECT_THAT(log.warnings(), ElementsAre(Field(&LogRecorder::Line::text, HasSubstr("does not start"))));
     machine.advance(UpgradeWatch::patience - 1);
     EXPECT_EQ(trials(), 1U);
     machine.advance(1);
@@ -98,19 +112,38 @@ TEST_F(UpgradeWatchTests, AnUpgradeOfTheUpgradeBeginsAnew) {
     EXPECT_EQ(takeovers, 1);
 }
 
-TEST_F(UpgradeWatchTests, WhatWasReplacedDuringItsTrialIsTriedAgain) {
-    install("new");
-    machine.advance(UpgradeWatch::settling);
-    // The word of it is still on its way.
-    machine.disk.put("/usr/lib/veslora/veslora.new", "newer", 0755);
-    machine.disk.giveAway("/usr/lib/veslora/veslora.new");
-    machine.disk.move("/usr/lib/veslora/veslora.new", program);
-    answerTrial(true);
-    EXPECT_EQ(takeovers, 0) << "what has answered is not what lies there";
+TEST_F(UpgradeWatchTests, WhatWasReplacedDuringItsTrialIsTriedAgainSoon) {
+    for (const bool isDone : {true, false}) {
+        install("new");
+        machine.advance(UpgradeWatch::settling);
+        const std::size_t before = trials();
+        const LogRecorder log;
+        // The word of it is still on its way.
+        put("newer");
+        answerTrial(isDone);
+        EXPECT_EQ(takeovers, 0) << "what has answered is not what lies there";
+        EXPECT_THAT(log.warnings(), IsEmpty()) << "nor does its failure say anything of that";
+        machine.advance(UpgradeWatch::settling - 1);
+        EXPECT_EQ(trials(), before);
+        machine.advance(1);
+        EXPECT_EQ(trials(), before + 1);
+        answerTrial(false);
+    }
     machine.advance(UpgradeWatch::patience);
-    ASSERT_EQ(trials(), 2U);
     answerTrial(true);
     EXPECT_EQ(takeovers, 1);
+}
+
+TEST_F(UpgradeWatchTests, WhatWasRemovedDuringItsTrialIsNoFailure) {
+    install("new");
+    machine.advance(UpgradeWatch::settling);
+    const LogRecorder log;
+    machine.disk.remove(program);
+    answerTrial(false);
+    machine.advance(10 * UpgradeWatch::patience);
+    EXPECT_EQ(trials(), 1U);
+    EXPECT_EQ(machine.time.pending(), 0U);
+    EXPECT_THAT(log.warnings(), IsEmpty());
 }
 
 TEST_F(UpgradeWatchTests, GoesOnAfterARemoval) {

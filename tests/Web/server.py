@@ -7,11 +7,13 @@ words gets its file in another way:
     off-       a redirect to the server without https
     around-    a redirect that stays on https
     loop-      a redirect to itself
+    local-     a redirect to a file of this machine
     short-     half of the file, though all of it is announced
     hang-      half of the file, and then silence until the other side gives up
     endless-   bytes without end
     zipped-    the file, said to be packed though it is not
     broken-    an error of the server's, with the file as its page
+    cookie-    a redirect that sets a cookie, to a page that tells the cookies that came with it
 """
 
 import http.server
@@ -38,11 +40,15 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def do_GET(self):  # pylint: disable=invalid-name
         way, _, name = self.path.lstrip("/").partition("-")
-        targets = {"off": f"http://localhost:{PORTS['http']}/{name}", "loop": self.path,
+        targets = {"off": f"http://localhost:{PORTS['http']}/{name}", "loop": self.path, "local": "file:///etc/hostname",
                    "around": f"https://localhost:{PORTS['https']}/{name}"}
         ways = {"short": self.half, "hang": self.half, "endless": self.endless}
         body = bytes_of(self.path)
-        if way in targets:
+        if way == "cookie":
+            self.answer(302, b"", ("Location", "/cookies"), ("Set-Cookie", "seen=yes; Path=/"))
+        elif self.path == "/cookies":
+            self.answer(200, self.headers.get("Cookie", "no cookie").encode())
+        elif way in targets:
             self.answer(302, b"", ("Location", targets[way]))
         elif body is None:
             self.answer(404, b"not here")

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Fetches one file from the web, by https alone. Main thread only.
+// Fetches one file from the web, by https alone, for a process that lives for little else. Main thread only.
 #pragma once
 
-#include "VesloraCore/Updates/UpdateFailure.h"
+#include "Web/FetchFailure.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -34,10 +34,10 @@ class HttpsFetch : public QObject {
         std::chrono::milliseconds stall{0}; ///< without a single byte
     };
 
-    /// Takes the next bytes; what it gives ends the fetch.
-    using Sink = std::function<std::optional<UpdateFailure>(const QByteArray&)>;
+    /// Takes the next bytes; false where it can't, which ends the fetch.
+    using Sink = std::function<bool(const QByteArray&)>;
     /// Called once, later and never within `fetch`; absent when all of it went into the sink.
-    using Done = std::function<void(std::optional<UpdateFailure>)>;
+    using Done = std::function<void(std::optional<FetchFailure>)>;
 
     HttpsFetch(const QSslConfiguration& security, Limits limits);
     ~HttpsFetch() override;
@@ -50,7 +50,7 @@ class HttpsFetch : public QObject {
     void follow(const QUrl& target);
     void read();
     void ended();
-    void finish(std::optional<UpdateFailure> failure);
+    void finish(std::optional<FetchFailure> failure);
 
     QSslConfiguration m_security;
     Limits m_limits;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UpdateFetcher/HttpsFetch.h"
+#include "Web/HttpsFetch.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -18,7 +18,7 @@ bool isHttps(const QUrl& url) {
     return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty();
 }
 
-UpdateFailure failureOf(QNetworkReply::NetworkError error) {
+FetchFailure failureOf(QNetworkReply::NetworkError error) {
     switch (error) {
     case QNetworkReply::ConnectionRefusedError:
     case QNetworkReply::HostNotFoundError:
@@ -27,17 +27,19 @@ UpdateFailure failureOf(QNetworkReply::NetworkError error) {
     case QNetworkReply::ProxyConnectionRefusedError:
     case QNetworkReply::ProxyNotFoundError:
     case QNetworkReply::UnknownNetworkError:
-        return UpdateFailure::unreachable;
+        return FetchFailure::unreachable;
     case QNetworkReply::TimeoutError:
     case QNetworkReply::OperationCanceledError:
-        return UpdateFailure::slow;
+        return FetchFailure::slow;
     case QNetworkReply::SslHandshakeFailedError:
     case QNetworkReply::InsecureRedirectError:
-        return UpdateFailure::insecure;
+    // A redirect to a file or the like, which the toolkit refuses by itself.
+    case QNetworkReply::ProtocolUnknownError:
+        return FetchFailure::insecure;
     case QNetworkReply::RemoteHostClosedError:
-        return UpdateFailure::incomplete;
+        return FetchFailure::incomplete;
     default:
-        return UpdateFailure::missing;
+        return FetchFailure::missing;
     }
 }
 
@@ -47,8 +49,8 @@ HttpsFetch::HttpsFetch(const QSslConfiguration& security, Limits limits)
     : m_security(security), m_limits(limits), m_manager(std::make_unique<QNetworkAccessManager>()) {
     m_whole.setSingleShot(true);
     m_stall.setSingleShot(true);
-    connect(&m_whole, &QTimer::timeout, this, [this] { finish(UpdateFailure::slow); });
-    connect(&m_stall, &QTimer::timeout, this, [this] { finish(UpdateFailure::slow); });
+    connect(&m_whole, &QTimer::timeout, this, [this] { finish(FetchFailure::slow); });
+    connect(&m_stall, &QTimer::timeout, this, [this] { finish(FetchFailure::slow); });
 }
 
 HttpsFetch::~HttpsFetch() = default;
@@ -58,7 +60,7 @@ void HttpsFetch::fetch(const QString& url, Sink sink, Done done) {
     m_done = std::move(done);
     const QUrl address(url, QUrl::StrictMode);
     if (!isHttps(address)) {
-        QTimer::singleShot(0, this, [this] { finish(UpdateFailure::insecure); });
+        QTimer::singleShot(0, this, [this] { finish(FetchFailure::insecure); });
         return;
     }
     QNetworkRequest request(address);
@@ -88,7 +90,7 @@ void HttpsFetch::follow(const QUrl& target) {
     if (isHttps(target)) {
         emit m_reply->redirectAllowed();
     } else {
-        finish(UpdateFailure::insecure);
+        finish(FetchFailure::insecure);
     }
 }
 
@@ -102,9 +104,9 @@ void HttpsFetch::read() {
         m_reply->read(std::min(m_reply->bytesAvailable(), m_limits.most + 1 - m_received));
     m_received += bytes.size();
     if (m_received > m_limits.most) {
-        finish(UpdateFailure::tooLarge);
-    } else if (const auto failure = m_sink(bytes)) {
-        finish(failure);
+        finish(FetchFailure::tooLarge);
+    } else if (!m_sink(bytes)) {
+        finish(FetchFailure::notKept);
     }
 }
 
@@ -118,10 +120,10 @@ void HttpsFetch::ended() {
         return;
     }
     const bool isFine = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == fine;
-    finish(isFine ? std::nullopt : std::optional(UpdateFailure::missing));
+    finish(isFine ? std::nullopt : std::optional(FetchFailure::missing));
 }
 
-void HttpsFetch::finish(std::optional<UpdateFailure> failure) {
+void HttpsFetch::finish(std::optional<FetchFailure> failure) {
     m_whole.stop();
     m_stall.stop();
     if (QNetworkReply* const reply = std::exchange(m_reply, nullptr)) {
