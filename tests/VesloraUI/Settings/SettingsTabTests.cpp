@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace veslora {
 namespace {
@@ -106,9 +108,15 @@ TEST_F(SettingsTabTest, AnEndOfTheProgramLeavesItToo) {
 TEST_F(SettingsTabTest, APlaceThatIsNoneIsNotTaken) {
     window->open();
     const QRect usual = window->window()->geometry();
-    for (const std::string text :
-         {"", "1,2,3", "1,2,3,4,5", "a,b,c,d", "30,40," + std::to_string(usual.width()) + ",0",
-          "30,40," + std::to_string(usual.width()) + ",-400", "99999999999,40,460,400"}) {
+    const std::string width = std::to_string(usual.width());
+    const std::vector<std::string> none{"",
+                                        "1,2,3",
+                                        "1,2,3,4,5",
+                                        "a,b,c,d",
+                                        "30,40," + width + ",0",
+                                        "30,40," + width + ",-400",
+                                        "99999999999,40," + width + ",400"};
+    for (const std::string& text : none) {
         window->window()->close();
         scene.settings.set(SettingsKeys::settingsTab, "no such tab");
         scene.settings.set(SettingsKeys::settingsPlace, text);

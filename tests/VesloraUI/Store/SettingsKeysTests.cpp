@@ -73,7 +73,7 @@ TEST_F(SettingsKeysTest, FreshStoreReadsTheDefaultOfAllKeysWithoutAFile) {
         {"keepAwakeWhileClaude", true},
         {"keepAwakeLiveActivity", true},
     };
-    EXPECT_EQ(std::size(defaults), 33U);
+    EXPECT_EQ(std::size(defaults), 35U);
     for (const auto& [key, value] : defaults) {
         expectDefault(key, value);
     }
