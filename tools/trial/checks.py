@@ -27,7 +27,7 @@ def run(*command, **options):
 def must(*command, **options):
     done = run(*command, **options)
     if done.returncode != 0:
-        stop(f"{' '.join(command)}: {(done.stderr or done.stdout)[-2000:]}")
+        stop(f"{' '.join(command)}: {(done.stdout + done.stderr)[-2000:]}")
     return done.stdout
 
 
