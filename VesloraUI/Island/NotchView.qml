@@ -62,7 +62,8 @@ Item {
 
             height: island.height + 2 * margin
             opacity: openSpring.value
-            source: "image://veslora/shadow"
+            // OPTIMIZATION: drawn when it is first seen, as the start waits for every picture.
+            source: visible ? "image://veslora/shadow" : ""
             visible: opacity > 0.001
             width: island.width - 2 * shape.topRadius + 2 * margin
             x: shape.topRadius - margin
