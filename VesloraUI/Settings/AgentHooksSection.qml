@@ -88,7 +88,7 @@ SettingsGroup {
 
             SettingsText {
                 // Is spoken when it comes to show.
-                Accessible.role: Accessible.AlertMessage
+                Accessible.role: Accessible.Notification
                 color: SettingsColors.text
                 text: signals.trialText
                 visible: text !== ""

@@ -5,7 +5,7 @@ import Veslora
 
 SettingsText {
     // Is spoken when it comes to show.
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Notification
     color: SettingsColors.error
     visible: text !== ""
     wrapMode: Text.Wrap

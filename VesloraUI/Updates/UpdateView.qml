@@ -77,7 +77,7 @@ Window {
 
                 SettingsText {
                     // Is spoken when it comes to show.
-                    Accessible.role: Accessible.AlertMessage
+                    Accessible.role: Accessible.Notification
                     color: SettingsColors.text
                     text: presenter.headline
                     width: parent.width

@@ -12,9 +12,10 @@ Item {
     /// The text that an answer is about.
     readonly property Item body: body
 
-    // Is spoken when it comes to show: a screen reader's user learns of it as others see it.
+    // Is spoken when it comes to show: a screen reader's user learns of it as others see it. Of an alert's role
+    // Orca says nothing when it shows, of a notification's all.
     Accessible.name: presenter.spokenText
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Notification
 
     Timeline {
         id: timeline

@@ -45,7 +45,7 @@ TEST(LoginItemSettings, ASwitchThatFailedGoesBackAndSaysWhy) {
     scene.advance(0);
     EXPECT_FALSE(scene.part("Launch at login")->state().checked);
     ASSERT_TRUE(scene.part(failure));
-    EXPECT_EQ(scene.part(failure)->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(scene.part(failure)->role(), QAccessible::Notification);
     scene.platform.login.failure = {};
     scene.press("Launch at login");
     scene.advance(0);

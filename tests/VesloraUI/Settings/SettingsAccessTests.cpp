@@ -169,7 +169,7 @@ TEST(SettingsAccess, AFailedInstallIsAlertedOf) {
     const auto* alert = scene.part(failure);
     ASSERT_TRUE(alert);
     // Screen readers speak an alert when it comes to show.
-    EXPECT_EQ(alert->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(alert->role(), QAccessible::Notification);
 }
 
 TEST(SettingsAccess, APickersListIsWorkedWithoutAPointer) {

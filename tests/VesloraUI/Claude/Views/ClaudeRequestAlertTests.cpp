@@ -128,7 +128,7 @@ TEST_F(ClaudeRequestAlertTest, AScreenReaderIsToldAllOfItWhenItComesToShow) {
     const QString spoken = "Claude Code asks in folder: ls. 20 seconds to answer. Jump, Deny or Allow.";
     auto* alert = QAccessible::queryAccessibleInterface(scene.itemNamed(spoken));
     ASSERT_TRUE(alert);
-    EXPECT_EQ(alert->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(alert->role(), QAccessible::Notification);
 }
 
 TEST_F(ClaudeRequestAlertTest, AScreenReaderIsToldThatATextIsTooLong) {
