@@ -1202,6 +1202,10 @@ läuft, 2 bei allen anderen Wörtern und 3, wenn Hooks nicht installiert sind.
         <source>Dismiss</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>The timer is done. Restart or Dismiss.</source>
+        <translation>Der Timer ist fertig. Noch mal oder Schließen.</translation>
+    </message>
 </context>
 <context>
     <name>TimerLength</name>

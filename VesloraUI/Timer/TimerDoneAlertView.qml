@@ -8,6 +8,10 @@ Item {
 
     required property TimerModel timer
 
+    // Is spoken when it comes to show.
+    Accessible.name: qsTr("The timer is done. Restart or Dismiss.")
+    Accessible.role: Accessible.Notification
+
     TimerDoneAlertPresenter {
         id: presenter
 

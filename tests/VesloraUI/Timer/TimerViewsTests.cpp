@@ -6,6 +6,7 @@
 #include "tests/VesloraUI/Fixtures/AnimationTime.h"
 #include "tests/VesloraUI/Fixtures/SceneIsland.h"
 
+#include <QAccessible>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -615,6 +616,16 @@ TEST_F(TimerIslandTest, TheAlertGoesWhenItIsDismissedOrAfterAWhile) {
     ASSERT_TRUE(settles());
     EXPECT_THAT(scene.texts(), IsEmpty());
     EXPECT_EQ(scene.platform.time.pending(), 0u);
+}
+
+TEST_F(TimerIslandTest, AScreenReaderIsToldOfTheAlertWhenItComesToShow) {
+    runTo(0);
+    showIsland();
+    auto* alert =
+        QAccessible::queryAccessibleInterface(scene.itemNamed("The timer is done. Restart or Dismiss."));
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->role(), QAccessible::Notification);
+    EXPECT_FALSE(alert->state().invisible);
 }
 
 TEST_F(TimerIslandTest, TheAlertGoesBeforeAPrompt) {
