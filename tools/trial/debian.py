@@ -2,6 +2,7 @@
 """A Debian of one's own in a folder, and an ordinary user in it. What is mounted there ends with the namespace of its maker,
 who has the rights of root."""
 
+import fcntl
 import json
 import os
 import shutil
@@ -10,7 +11,7 @@ import subprocess
 from .checks import must, run, stop
 
 CHROOT = "/usr/sbin/chroot"
-USER = "user"
+USER = "tester"
 HOME = f"/home/{USER}"
 
 
@@ -22,6 +23,7 @@ class Debian:
         self._release = release
         self.place = os.path.join(place, release)
         self._base, self.root = os.path.join(self.place, "base"), os.path.join(self.place, name)
+        self._lock = None
 
     def make_base(self):
         if os.path.isdir(self._base):
@@ -39,6 +41,12 @@ class Debian:
 
     def make_root(self):
         archives = os.path.join(self.place, "archives")
+        # Until the end of this process.
+        self._lock = open(self.root + ".lock", "w", encoding="ascii")  # pylint: disable=consider-using-with
+        try:
+            fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            stop(f"another trial runs in {self.root}")
         # What is mounted there is the machine's own and would be removed with it.
         with open("/proc/self/mounts", encoding="utf-8") as mounts:
             if any(line.split()[1].startswith(self.root + "/") for line in mounts):

@@ -71,7 +71,6 @@ class _Manager:
         self._groups = _Groups(debian)
         # It takes this for the sign that the machine runs by systemd at all.
         os.makedirs(debian.inside("/run/systemd/system"))
-        debian.as_root("install", "-d", "-o", USER, f"/run/{USER}/systemd")
         with open(os.path.join(debian.place, "systemd.log"), "wb") as log:
             self._process = subprocess.Popen(  # pylint: disable=subprocess-popen-preexec-fn,consider-using-with
                 [*account.prefix, "/lib/systemd/systemd", "--user", "--log-target=console", "--unit=basic.target",
