@@ -61,6 +61,7 @@ class Debian:
         os.makedirs(self.inside("/tmp/.X11-unix"))
         must("mount", "--bind", "/tmp/.X11-unix", self.inside("/tmp/.X11-unix"))
         shutil.copy("/etc/resolv.conf", self.inside("/etc/resolv.conf"))
+        self.write("/etc/hosts", "127.0.0.1 localhost\n")
         # No service is started in there.
         self.write("/usr/sbin/policy-rc.d", "#!/bin/sh\nexit 101\n", 0o755)
         # What is thrown away need not be safe from a loss of power.
