@@ -33,8 +33,9 @@ std::string stored(const QRect& geometry) {
         .toStdString();
 }
 
-/// Absent for what is no geometry.
+/// Absent for what is no geometry, or none of any screen's.
 std::optional<QRect> geometryOf(const std::string& text) {
+    constexpr int farthest = 1'000'000;
     const QStringList parts = QString::fromStdString(text).split(QLatin1Char(','));
     std::array<int, 4> numbers{};
     if (parts.size() != static_cast<qsizetype>(numbers.size())) {
@@ -43,7 +44,7 @@ std::optional<QRect> geometryOf(const std::string& text) {
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         bool isNumber = false;
         numbers.at(i) = parts[static_cast<qsizetype>(i)].toInt(&isNumber);
-        if (!isNumber) {
+        if (!isNumber || numbers.at(i) < -farthest || numbers.at(i) > farthest) {
             return std::nullopt;
         }
     }

@@ -115,7 +115,8 @@ TEST_F(SettingsTabTest, APlaceThatIsNoneIsNotTaken) {
                                         "a,b,c,d",
                                         "30,40," + width + ",0",
                                         "30,40," + width + ",-400",
-                                        "99999999999,40," + width + ",400"};
+                                        "99999999999,40," + width + ",400",
+                                        "2147483647,40," + width + ",2147483647"};
     for (const std::string& text : none) {
         window->window()->close();
         scene.settings.set(SettingsKeys::settingsTab, "no such tab");
